@@ -1,0 +1,24 @@
+# How everything of ours is compiled: one interface target, linked privately.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+
+add_library(brivel_options INTERFACE)
+target_include_directories(brivel_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(brivel_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  $<$<BOOL:${SYSHEALTH_WARNINGS_AS_ERRORS}>:-Werror>)
+if(SYSHEALTH_SANITIZE)
+  target_compile_options(brivel_options INTERFACE
+    -fsanitize=${SYSHEALTH_SANITIZE} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(brivel_options INTERFACE
+    -fsanitize=${SYSHEALTH_SANITIZE})
+endif()
