@@ -13,9 +13,10 @@ namespace redfish {
 
 namespace json = boost::json;
 
-/// Reads a body as one JSON object: a byte-order mark is stripped, depth is
-/// limited to 64, duplicate names resolve to the last. On failure nothing,
-/// and the reason in `error`.
+/// Reads a body as one JSON object: a byte-order mark is stripped, the limits
+/// of json_limits.h hold, duplicate names resolve to the last, integers stay
+/// exact. Bytes in strings that are no UTF-8 are kept (`cleanText` replaces
+/// them). On failure nothing, and the reason in `error`.
 std::optional<json::object> parseObject(std::string_view body,
                                         std::string& error);
 
@@ -24,8 +25,7 @@ std::optional<json::object> parseObject(std::string_view body,
 const json::value* memberAt(const json::object& object, std::string_view path);
 
 /// The object at a path; null where there is none.
-const json::object* objectAt(const json::object& object,
-                             std::string_view path);
+const json::object* objectAt(const json::object& object, std::string_view path);
 
 /// The array at a path; null where there is none.
 const json::array* arrayAt(const json::object& object, std::string_view path);

@@ -14,11 +14,13 @@ class Uri {
   /// Reads a link as a service writes it. An authority ("https://other/..."
   /// and "//other/...") is dropped, because services behind address
   /// translation name themselves wrongly and no second origin is ever asked.
-  /// Nothing when the link is refused: another path, a ".." segment (encoded
-  /// or not), a backslash, a control character, too long.
+  /// Nothing when the link is refused: another path, another scheme than http
+  /// and https, a "." or ".." segment, a backslash or a control character
+  /// (encoded or not), too long.
   static std::optional<Uri> parse(std::string_view link);
 
-  /// What is sent: path and query, without the fragment.
+  /// What is sent: path and query, without the fragment; characters that must
+  /// not stand in a request line are percent-encoded.
   const std::string& target() const { return target_; }
 
   /// Key of the document: the path without trailing slash, unreserved

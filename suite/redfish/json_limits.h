@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace redfish {
+
+/// Objects and arrays inside one another.
+constexpr std::size_t kMaxJsonDepth = 64;
+
+/// Values of one document. A parsed value takes up to fifty times the room
+/// of its text, so that a body within the size limit could still exhaust a
+/// small machine. Real documents, registries included, stay below a tenth.
+constexpr std::size_t kMaxJsonValues = 500000;
+
+/// Members of one object: bounds the time of a lookup when all their names
+/// hash alike.
+constexpr std::size_t kMaxJsonMembers = 20000;
+
+/// Whether a JSON text holds more values than we are ready to build; the
+/// reason is in `error` then. Looks at the structure alone: whether the text
+/// is JSON is the parser's to say.
+bool exceedsJsonLimits(std::string_view text, std::string& error);
+
+}  // namespace redfish

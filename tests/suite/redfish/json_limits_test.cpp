@@ -1,0 +1,63 @@
+#include "suite/redfish/json_limits.h"
+
+#include <gtest/gtest.h>
+
+namespace redfish {
+namespace {
+
+std::string repeated(std::string_view entry, std::size_t times) {
+  std::string text;
+  for (std::size_t index = 0; index < times; ++index) {
+    if (index > 0) text += ',';
+    text += entry;
+  }
+  return text;
+}
+
+std::string reasonFor(const std::string& text) {
+  std::string error;
+  return exceedsJsonLimits(text, error) ? error : "accepted";
+}
+
+TEST(ExceedsJsonLimits, LargestNumberOfValuesIsAccepted) {
+  const std::string inner = repeated("[0,0,0]", kMaxJsonValues / 4 - 1);
+  EXPECT_EQ(reasonFor("{\"a\":[" + inner + "]}"), "accepted");
+}
+
+TEST(ExceedsJsonLimits, MoreValuesAreRefused) {
+  EXPECT_EQ(reasonFor("{\"a\":[" + repeated("0", kMaxJsonValues) + "]}"),
+            "the JSON has more than 500000 values");
+  EXPECT_EQ(reasonFor("{\"a\":[" + repeated("{}", kMaxJsonValues) + "]}"),
+            "the JSON has more than 500000 values");
+}
+
+TEST(ExceedsJsonLimits, LargestObjectIsAccepted) {
+  EXPECT_EQ(reasonFor('{' + repeated("\"a\":0", kMaxJsonMembers) + '}'),
+            "accepted");
+}
+
+TEST(ExceedsJsonLimits, LargerObjectIsRefused) {
+  EXPECT_EQ(reasonFor('{' + repeated("\"a\":0", kMaxJsonMembers + 1) + '}'),
+            "a JSON object has more than 20000 members");
+}
+
+TEST(ExceedsJsonLimits, MembersOfSeveralObjectsDoNotAddUp) {
+  const std::string object =
+      '{' + repeated("\"a\":0", kMaxJsonMembers / 2 + 1) + '}';
+  EXPECT_EQ(reasonFor('[' + object + ',' + object + ']'), "accepted");
+}
+
+TEST(ExceedsJsonLimits, StructureInsideStringsDoesNotCount) {
+  EXPECT_EQ(reasonFor("{\"a\":\"" + std::string(kMaxJsonValues + 1, ',') +
+                      "\\\"[\"}"),
+            "accepted");
+}
+
+TEST(ExceedsJsonLimits, BrokenTextIsLeftToTheParser) {
+  EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ']')), "accepted");
+  EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ' ') + "\"\\"), "accepted");
+  EXPECT_EQ(reasonFor(std::string(kMaxJsonDepth * 1000, '[')), "accepted");
+}
+
+}  // namespace
+}  // namespace redfish
