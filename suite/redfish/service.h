@@ -23,7 +23,8 @@ enum Want : std::uint32_t {
   kWantPowers = 1U << 4,
   kWantPciAdapters = 1U << 5,
   kWantHealth = 1U << 6,
-  /// The health walk enters every branch, whatever the roll-ups say.
+  /// With kWantHealth: the health walk enters every branch, whatever the
+  /// roll-ups say.
   kWantThorough = 1U << 7
 };
 

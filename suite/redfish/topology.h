@@ -12,14 +12,20 @@ namespace redfish {
 // to decide what to read next, the mapping to decide what to report. Graph
 // pointers obey the graph's rules.
 
+/// The service root; null before it was read.
+const Resource* serviceRoot(const Graph& graph);
+
 /// The nodes of the service: members of Systems in the order served, without
 /// those that are no machine of their own (SystemType Virtual, OS,
 /// VirtuallyPartitioned, DPU, Composed), unless that leaves none. A member
-/// that answered 404 or cannot be read keeps its place.
+/// that does not exist or cannot be read keeps its place; one that was never
+/// asked for is null.
 std::vector<const Resource*> eligibleSystems(const Graph& graph);
 
-/// One node with what belongs to it.
+/// One node with what belongs to it. Every resource in it has been read.
 struct Node {
+  /// The node's system; null when there is none at the index, or when it was
+  /// not read.
   const Resource* system = nullptr;
   bool alone = false;  ///< The only node of its service.
   /// Chassis of the node in order: its own (Links.Chassis of the system, else
@@ -30,16 +36,21 @@ struct Node {
   std::vector<const Resource*> managers;
 };
 
-/// The node at a 0-based index; its system is null when there is none there.
+/// The node at a 0-based index.
 Node nodeAt(const Graph& graph, std::uint16_t nodeIndex);
 
-/// Where a node's fans, or its power supplies, are to be looked for: chassis
-/// documents (the node's own chassis first), and links to a chassis' part such
-/// as "/redfish/v1/Chassis/E/Thermal#/Fans/0". Order is the row order.
-/// `climb` adds the chassis that hold the node's own, for nodes whose own
-/// chassis have none.
-std::vector<Uri> coolingSources(const Graph& graph, const Node& node,
-                                bool climb);
-std::vector<Uri> powerSources(const Graph& graph, const Node& node, bool climb);
+/// Where a node's fans, or its power supplies, are to be looked for: its
+/// chassis first, then what the CooledBy (PoweredBy) links of the system and
+/// its chassis and the Fans (PowerSupplies) links of the chassis name: a
+/// chassis, a part, or a place in a document such as
+/// "/redfish/v1/Chassis/E/Thermal#/Fans/0". The order is that of the rows; no
+/// place comes twice.
+std::vector<Uri> coolingSources(const Node& node);
+std::vector<Uri> powerSources(const Node& node);
+
+/// The chassis that hold the node's own, nearest first: the places to look
+/// for fans and supplies, one at a time, when the sources above have none.
+/// Ends at a chassis that was not read.
+std::vector<Uri> enclosingChassis(const Graph& graph, const Node& node);
 
 }  // namespace redfish

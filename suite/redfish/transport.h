@@ -39,6 +39,7 @@ struct Answer {
   bool reusedConnection = false;  ///< The request went over a kept-alive one.
   bool badEncoding = false;       ///< The failure is a wrong compression.
   bool http2Error = false;        ///< The failure is one of HTTP/2 framing.
+  bool http2 = false;             ///< The answer came over HTTP/2.
   int status = 0;                 ///< HTTP status.
   std::string location;           ///< Header Location.
   std::string authToken;          ///< Header X-Auth-Token.
@@ -75,6 +76,10 @@ class Transport {
   /// nothing when none came by then, when nothing is under way, or when the
   /// user interrupted the run while waiting.
   virtual std::optional<Answer> next(Clock::time_point until) = 0;
+
+  /// While set, `next` waits on although the user interrupted the run: for
+  /// the answer of a login that must be undone, and for a logout.
+  virtual void deferInterrupt(bool /*defer*/) {}
 
   /// Abandons everything under way.
   virtual void cancelAll() = 0;
