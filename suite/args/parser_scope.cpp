@@ -1,0 +1,54 @@
+#include "suite/args/parser_scope.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace args {
+namespace {
+
+ParserScope* living = nullptr;
+
+}  // namespace
+
+ParserScope::ParserScope(OptionValues values) : values_(std::move(values)) {
+  living = this;
+}
+
+ParserScope::~ParserScope() { living = nullptr; }
+
+ParserScope* ParserScope::current() { return living; }
+
+const std::string* ParserScope::find(const std::string& option) const {
+  const auto found = values_.find(option);
+  return found == values_.end() ? nullptr : &found->second;
+}
+
+ParserError ParserScope::registerApp(const std::string& name, int appId) {
+  if (name.empty()) {
+    return kParserErrorEmptyName;
+  }
+  const bool taken = std::any_of(registrations_.begin(), registrations_.end(),
+                                 [&](const Registration& registration) {
+                                   return registration.name == name ||
+                                          registration.appId == appId;
+                                 });
+  if (taken) {
+    return kParserErrorRegistered;
+  }
+  registrations_.push_back({name, appId});
+  return kParserErrorNone;
+}
+
+ParserError ParserScope::registerOption(int appId,
+                                        const std::string& spec) const {
+  const bool known = std::any_of(registrations_.begin(), registrations_.end(),
+                                 [&](const Registration& registration) {
+                                   return registration.appId == appId;
+                                 });
+  if (!known) {
+    return kParserErrorUnknownApp;
+  }
+  return spec.empty() ? kParserErrorNone : kParserErrorSpecification;
+}
+
+}  // namespace args

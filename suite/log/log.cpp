@@ -1,0 +1,19 @@
+#include "syshealth/host/log.h"
+
+#include "suite/log/log_file.h"
+
+namespace Tarvex {
+
+Log::Log(unsigned int level, const char* file, int line)
+    : level_(level), file_(file), line_(line) {}
+
+Log::~Log() {
+  logging::writeLine(level_, file_ == nullptr ? "" : file_, line_,
+                     stream_.str());
+}
+
+std::ostringstream& Log::Stream() { return stream_; }
+
+unsigned int Log::GetMinLogLevel() { return logging::threshold(); }
+
+}  // namespace Tarvex

@@ -1,0 +1,171 @@
+#include "suite/log/log_file.h"
+
+#include <fcntl.h>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "suite/log/escape.h"
+
+namespace logging {
+namespace {
+
+constexpr std::size_t kRotateAtBytes = std::size_t{4} << 20U;
+constexpr std::size_t kOlderFiles = 3;
+
+/// The process's log. A plain pointer rather than a static object, so that
+/// lines that come late in the process's life find either a log or none.
+struct OpenLog {
+  spdlog::logger logger;
+  std::string path;
+  unsigned int level;
+};
+OpenLog* openedLog = nullptr;
+
+void warn(const std::string& path, const std::string& reason) {
+  std::fprintf(stderr, "brivel: warning: the log %s cannot be written: %s\n",
+               escapeControls(path).c_str(), escapeControls(reason).c_str());
+}
+
+/// Opens, and makes for its owner alone, a log file. A descriptor, or -1 with
+/// the reason in errno.
+int openForOwner(const std::string& path) {
+  // Without O_NONBLOCK a pipe that nobody reads would hold up the run.
+  return open(path.c_str(),
+              O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
+              S_IRUSR | S_IWUSR);
+}
+
+/// Makes the directories that are missing above a file, for the owner alone.
+/// What cannot be made shows when the file is opened.
+void makeParents(const std::filesystem::path& file) {
+  std::filesystem::path made;
+  for (const std::filesystem::path& part : file.parent_path()) {
+    made /= part;
+    static_cast<void>(mkdir(made.c_str(), S_IRWXU));
+  }
+}
+
+/// Tries the file, and makes what is missing. False, with the reason in errno,
+/// when it cannot be written.
+bool prepare(const std::string& path, bool& regular) {
+  int descriptor = openForOwner(path);
+  if (descriptor < 0 && errno == ENOENT) {
+    makeParents(path);
+    descriptor = openForOwner(path);
+  }
+  if (descriptor < 0) {
+    return false;
+  }
+  struct stat status = {};
+  regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  close(descriptor);
+  return true;
+}
+
+spdlog::sink_ptr makeSink(const std::string& path, bool regular) {
+  if (!regular) {
+    return std::make_shared<spdlog::sinks::basic_file_sink_st>(path);
+  }
+  spdlog::file_event_handlers handlers;
+  // The file that follows a rotated one is made here, before the library
+  // would make it with whatever rights the user's mask leaves.
+  handlers.before_open = [](const spdlog::filename_t& name) {
+    const int descriptor = openForOwner(name);
+    if (descriptor >= 0) {
+      static_cast<void>(fchmod(descriptor, S_IRUSR | S_IWUSR));
+      close(descriptor);
+    }
+  };
+  return std::make_shared<spdlog::sinks::rotating_file_sink_st>(
+      path, kRotateAtBytes, kOlderFiles, false, handlers);
+}
+
+spdlog::level::level_enum levelOf(unsigned int level) {
+  switch (level) {
+    case 0:
+    case 1:
+      return spdlog::level::err;
+    case 2:
+      return spdlog::level::warn;
+    case 3:
+      return spdlog::level::info;
+    default:
+      return spdlog::level::trace;
+  }
+}
+
+std::string_view baseName(std::string_view path) {
+  const std::size_t separator = path.find_last_of("/\\");
+  return separator == std::string_view::npos ? path
+                                             : path.substr(separator + 1);
+}
+
+}  // namespace
+
+void openLog(const LogOptions& options) {
+  closeLog();
+  if (options.file.empty() || options.level == 0) {
+    return;
+  }
+  bool regular = false;
+  if (!prepare(options.file, regular)) {
+    warn(options.file, std::strerror(errno));
+    return;
+  }
+  try {
+    auto opened = std::make_unique<OpenLog>(
+        OpenLog{spdlog::logger("brivel", makeSink(options.file, regular)),
+                options.file, options.level});
+    opened->logger.set_level(spdlog::level::trace);
+    opened->logger.flush_on(spdlog::level::trace);
+    opened->logger.set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %P %-5l %g:%# %v");
+    opened->logger.set_error_handler([path = options.file, warned = false](
+                                         const std::string& reason) mutable {
+      if (!warned) {
+        warned = true;
+        warn(path, reason);
+      }
+    });
+    openedLog = opened.release();
+  } catch (const std::exception& error) {
+    warn(options.file, error.what());
+  }
+}
+
+void closeLog() { delete std::exchange(openedLog, nullptr); }
+
+const std::string& logPath() {
+  static const std::string kNone;
+  return openedLog == nullptr ? kNone : openedLog->path;
+}
+
+unsigned int threshold() { return openedLog == nullptr ? 0 : openedLog->level; }
+
+void writeLine(unsigned int level, std::string_view file, int line,
+               std::string_view text) noexcept {
+  if (openedLog == nullptr || level > openedLog->level) {
+    return;
+  }
+  try {
+    const std::string name(baseName(file));
+    openedLog->logger.log(spdlog::source_loc{name.c_str(), line, ""},
+                          levelOf(level), escapeControls(text));
+  } catch (const std::exception&) {
+    // A line that cannot be made is a line less; the run matters more.
+  }
+}
+
+}  // namespace logging

@@ -1,0 +1,192 @@
+#include "syshealth/host/log.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
+
+#include "suite/log/log_file.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A directory of its own for each case, and no open log after it.
+class LogFile : public testing::Test {
+ protected:
+  LogFile() {
+    std::string name = (fs::temp_directory_path() / "log_test.XXXXXX").string();
+    directory_ = mkdtemp(name.data());
+  }
+
+  ~LogFile() override {
+    logging::closeLog();
+    fs::remove_all(directory_);
+  }
+
+  std::string path(const std::string& name) const {
+    return (directory_ / name).string();
+  }
+
+  static std::string contents(const std::string& file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+
+  static mode_t rights(const std::string& file) {
+    struct stat status = {};
+    stat(file.c_str(), &status);
+    return status.st_mode & 0777U;
+  }
+
+  static void write(unsigned int level, const std::string& text) {
+    Tarvex::Log(level, "suite/some/place.cpp", 42).Stream() << text;
+  }
+
+ private:
+  fs::path directory_;
+};
+
+TEST_F(LogFile, LinesWithoutALogAreDropped) {
+  EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 0U);
+  write(1, "nobody reads this");
+  write(0, "nor this");
+  EXPECT_EQ(logging::logPath(), "");
+}
+
+TEST_F(LogFile, LineHoldsTimeLevelPlaceAndText) {
+  logging::openLog({path("a.log"), 3});
+  write(3, "the connection mode is 2");
+  const std::regex expected(
+      R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{3}[+-]\d\d:\d\d \d+ info  )"
+      R"(place\.cpp:42 the connection mode is 2\n)");
+  EXPECT_TRUE(std::regex_match(contents(path("a.log")), expected))
+      << contents(path("a.log"));
+}
+
+TEST_F(LogFile, PlaceOfAnotherPlatformIsCutToItsName) {
+  logging::openLog({path("a.log"), 3});
+  { Tarvex::Log(1, R"(..\..\Src\SystemHealth)", 7).Stream() << "text"; }
+  EXPECT_NE(contents(path("a.log")).find(" SystemHealth:7 text"),
+            std::string::npos);
+}
+
+TEST_F(LogFile, MissingPlaceIsNoTrouble) {
+  logging::openLog({path("a.log"), 3});
+  { Tarvex::Log(1, nullptr, 0).Stream() << "text"; }
+  EXPECT_NE(contents(path("a.log")).find("text"), std::string::npos);
+}
+
+TEST_F(LogFile, LevelsHaveTheirNames) {
+  logging::openLog({path("a.log"), 4});
+  write(1, "one");
+  write(3, "three");
+  write(4, "four");
+  const std::string log = contents(path("a.log"));
+  EXPECT_NE(log.find(" error place.cpp:42 one"), std::string::npos) << log;
+  EXPECT_NE(log.find(" info  place.cpp:42 three"), std::string::npos) << log;
+  EXPECT_NE(log.find(" trace place.cpp:42 four"), std::string::npos) << log;
+}
+
+TEST_F(LogFile, ThresholdKeepsHigherLevelsOut) {
+  logging::openLog({path("a.log"), 3});
+  EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 3U);
+  write(4, "trace");
+  EXPECT_EQ(contents(path("a.log")), "");
+}
+
+TEST_F(LogFile, LevelZeroWritesNothing) {
+  logging::openLog({path("a.log"), 0});
+  EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 0U);
+  write(1, "error");
+  EXPECT_FALSE(fs::exists(path("a.log")));
+}
+
+TEST_F(LogFile, ControlCharactersAreEscaped) {
+  logging::openLog({path("a.log"), 3});
+  write(1, "evil\n2026-01-01 forged\x1b[2J");
+  EXPECT_NE(contents(path("a.log")).find("evil\\n2026-01-01 forged\\x1b[2J\n"),
+            std::string::npos);
+}
+
+TEST_F(LogFile, FileIsForItsOwnerAlone) {
+  logging::openLog({path("a.log"), 3});
+  EXPECT_EQ(rights(path("a.log")), 0600U);
+}
+
+TEST_F(LogFile, RightsOfAnOlderFileAreTightened) {
+  std::ofstream(path("a.log")) << "older\n";
+  chmod(path("a.log").c_str(), 0644);
+  logging::openLog({path("a.log"), 3});
+  EXPECT_EQ(rights(path("a.log")), 0600U);
+}
+
+TEST_F(LogFile, LinesAreAdded) {
+  std::ofstream(path("a.log")) << "older\n";
+  logging::openLog({path("a.log"), 3});
+  write(3, "newer");
+  EXPECT_EQ(contents(path("a.log")).rfind("older\n", 0), 0U);
+}
+
+TEST_F(LogFile, MissingDirectoriesAreMadeForTheOwnerAlone) {
+  logging::openLog({path("state/brivel/a.log"), 3});
+  write(3, "text");
+  EXPECT_NE(contents(path("state/brivel/a.log")), "");
+  EXPECT_EQ(rights(path("state")), 0700U);
+  EXPECT_EQ(rights(path("state/brivel")), 0700U);
+}
+
+TEST_F(LogFile, FullFileRotatesAndStaysPrivate) {
+  std::ofstream(path("a.log")) << std::string((4U << 20U) - 10, 'x');
+  logging::openLog({path("a.log"), 3});
+  write(3, "first line of the next file");
+  EXPECT_TRUE(fs::exists(path("a.1.log")));
+  EXPECT_NE(contents(path("a.log")).find("first line"), std::string::npos);
+  EXPECT_EQ(rights(path("a.log")), 0600U);
+}
+
+TEST_F(LogFile, UnwritableLogWarnsOnceAndDropsLines) {
+  testing::internal::CaptureStderr();
+  logging::openLog({"/dev/null/brivel.log", 3});
+  write(1, "one");
+  write(1, "two");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "brivel: warning: the log /dev/null/brivel.log cannot be written: "
+            "Not a directory\n");
+  EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 0U);
+}
+
+TEST_F(LogFile, FullDiskWarnsOnce) {
+  testing::internal::CaptureStderr();
+  logging::openLog({"/dev/full", 3});
+  write(1, "one");
+  write(1, "two");
+  const std::string warning = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(warning.rfind("brivel: warning: the log /dev/full cannot be "
+                          "written: ",
+                          0),
+            0U)
+      << warning;
+  EXPECT_EQ(warning.find('\n'), warning.size() - 1) << warning;
+}
+
+TEST_F(LogFile, PipeWithoutAReaderIsNotWaitedFor) {
+  mkfifo(path("pipe").c_str(), 0600);
+  testing::internal::CaptureStderr();
+  logging::openLog({path("pipe"), 3});
+  EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(LogFile, PathIsKnownWhileOpen) {
+  logging::openLog({path("a.log"), 3});
+  EXPECT_EQ(logging::logPath(), path("a.log"));
+  logging::closeLog();
+  EXPECT_EQ(logging::logPath(), "");
+}
+
+}  // namespace
