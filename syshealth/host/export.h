@@ -11,3 +11,10 @@
 #else
 #define BRIVEL_SUITE_API __attribute__((visibility("default")))
 #endif
+
+/// Marks the module's entry points, the only names that it exports.
+#if defined(_WIN32)
+#define SYSHEALTH_EXPORT __declspec(dllexport)
+#else
+#define SYSHEALTH_EXPORT __attribute__((visibility("default")))
+#endif
