@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+namespace redfish {
+
+// Where documents stand to one another, told by their keys (`Uri::document`).
+
+/// Whether a document is `holder` itself or lies somewhere below its path.
+bool liesWithin(std::string_view document, std::string_view holder);
+
+/// The key without its last segment; empty for a key of one segment.
+std::string_view parentOf(std::string_view document);
+
+/// The n-th segment of the path, 0-based: 0 is "redfish", 1 the version, 2 the
+/// first name below the service root. Empty where there is none.
+std::string_view segmentOf(std::string_view document, unsigned int index);
+
+}  // namespace redfish
