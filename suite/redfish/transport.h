@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,6 +13,13 @@
 namespace redfish {
 
 using Clock = std::chrono::steady_clock;
+
+/// Largest body that a transport delivers, counted after decoding. A larger
+/// one fails its request and no other.
+constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20U;
+
+/// Most bytes of headers that a transport takes in for one answer.
+constexpr std::size_t kMaxHeaderBytes = std::size_t{64} << 10U;
 
 enum class Method { kGet, kPost, kDelete };
 

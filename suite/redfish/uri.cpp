@@ -50,17 +50,6 @@ std::optional<char> escapeAt(std::string_view text, std::size_t index) {
   return static_cast<char>(high * 16 + low);
 }
 
-std::string decode(std::string_view text) {
-  std::string decoded;
-  decoded.reserve(text.size());
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    const std::optional<char> escaped = escapeAt(text, index);
-    decoded += escaped.value_or(text[index]);
-    if (escaped) index += 2;
-  }
-  return decoded;
-}
-
 void appendEscape(std::string& text, char c) {
   constexpr char kDigits[] = "0123456789ABCDEF";
   const auto byte = static_cast<std::uint8_t>(c);
@@ -135,11 +124,11 @@ std::optional<Uri> Uri::parse(std::string_view link) {
   const std::string_view fragment =
       rest->substr(std::min(beforeFragment.size() + 1, rest->size()));
 
-  const std::string decodedPath = decode(path);
+  const std::string decodedPath = decodePercent(path);
   Uri uri;
-  uri.fragment_ = decode(fragment);
+  uri.fragment_ = decodePercent(fragment);
   if (hasForbidden(decodedPath) || hasDotSegment(decodedPath) ||
-      hasForbidden(decode(query)) || hasForbidden(uri.fragment_)) {
+      hasForbidden(decodePercent(query)) || hasForbidden(uri.fragment_)) {
     return std::nullopt;
   }
   const std::string normalPath = normalize(path);
@@ -166,6 +155,17 @@ std::string_view Uri::lastSegment() const {
   }
   while (!text.empty() && text.back() == '/') text.remove_suffix(1);
   return text.substr(text.rfind('/') + 1);
+}
+
+std::string decodePercent(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t index = 0; index < text.size(); ++index) {
+    const std::optional<char> escaped = escapeAt(text, index);
+    decoded += escaped.value_or(text[index]);
+    if (escaped) index += 2;
+  }
+  return decoded;
 }
 
 }  // namespace redfish

@@ -45,4 +45,7 @@ class Uri {
   std::string fragment_;
 };
 
+/// A text with its percent-escapes decoded; a "%" that starts none stays.
+std::string decodePercent(std::string_view text);
+
 }  // namespace redfish

@@ -1,0 +1,212 @@
+#include "suite/redfish/directory_transport.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+#include "tests/suite/redfish/temp_directory.h"
+
+namespace redfish {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kRoot[] =
+    R"({"@odata.id": "/redfish/v1", "@odata.type": "#ServiceRoot.v1.ServiceRoot"})";
+constexpr char kSystems[] = R"({"@odata.id": "/redfish/v1/Systems"})";
+
+Answer answerOf(Transport& transport, const std::string& target,
+                Method method = Method::kGet) {
+  Request request;
+  request.method = method;
+  request.target = target;
+  transport.start(std::move(request));
+  return transport.next(Clock::now()).value();
+}
+
+/// The body at a target, or what came instead.
+std::string fetch(const fs::path& directory, const std::string& target) {
+  const Answer answer = answerOf(*makeDirectoryTransport(directory), target);
+  if (answer.failure) return answer.failure->cause;
+  return answer.status == 200 ? answer.body : std::to_string(answer.status);
+}
+
+FailureKind failureAt(const fs::path& directory, const std::string& target) {
+  const Answer answer = answerOf(*makeDirectoryTransport(directory), target);
+  EXPECT_TRUE(answer.failure);
+  EXPECT_EQ(answer.status, 0);
+  return answer.failure.value_or(Failure{}).kind;
+}
+
+class DirectoryTransportTest : public testing::Test {
+ protected:
+  DirectoryTransportTest() {
+    recording_.write("redfish/v1/index.json", kRoot);
+    recording_.write("redfish/v1/Systems/index.json", kSystems);
+  }
+
+  const fs::path& directory() const { return recording_.path(); }
+
+  TempDirectory recording_;
+};
+
+TEST_F(DirectoryTransportTest, ReadsTheWholeLayout) {
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/"), kRoot);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1"), kRoot);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems"), kSystems);
+}
+
+TEST_F(DirectoryTransportTest, ReadsTheBriefLayout) {
+  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1/"), kRoot);
+  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1/Systems/"),
+            kSystems);
+}
+
+TEST_F(DirectoryTransportTest, BriefLayoutHoldsNothingOutsideTheService) {
+  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish"), "404");
+  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1Systems"), "404");
+}
+
+TEST_F(DirectoryTransportTest, WholeLayoutHoldsTheListOfVersions) {
+  recording_.write("redfish/index.json", R"({"v1": "/redfish/v1/"})");
+  EXPECT_EQ(fetch(directory(), "/redfish"), R"({"v1": "/redfish/v1/"})");
+}
+
+TEST_F(DirectoryTransportTest, DirectoryMayBeReachedThroughALink) {
+  fs::create_directory_symlink("redfish", directory() / "link");
+  EXPECT_EQ(fetch(directory() / "link/v1", "/redfish/v1/Systems"), kSystems);
+}
+
+TEST_F(DirectoryTransportTest, QueryIsIgnored) {
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems?$expand=."), kSystems);
+}
+
+TEST_F(DirectoryTransportTest, EscapesInNamesAreDecoded) {
+  recording_.write("redfish/v1/Fan 1/index.json", "{}");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Fan%201"), "{}");
+}
+
+TEST_F(DirectoryTransportTest, MissingFileIsNotFound) {
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Chassis"), "404");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/index.json"), "404");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/" + std::string(900, 'x')), "404");
+}
+
+TEST_F(DirectoryTransportTest, StoredErrorIsNotFound) {
+  recording_.write("redfish/v1/Chassis/index.json",
+                   R"({"error": {"code": "Base.1.0.GeneralError"}})");
+  const Answer answer =
+      answerOf(*makeDirectoryTransport(directory()), "/redfish/v1/Chassis");
+  EXPECT_EQ(answer.status, 404);
+  EXPECT_NE(answer.body.find("GeneralError"), std::string::npos);
+}
+
+TEST_F(DirectoryTransportTest, ResourceWithAMemberErrorIsFound) {
+  recording_.write("redfish/v1/Chassis/index.json",
+                   R"({"@odata.id": "/redfish/v1/Chassis", "error": {}})");
+  recording_.write("redfish/v1/Managers/index.json", R"({"Name": "error"})");
+  EXPECT_NE(fetch(directory(), "/redfish/v1/Chassis"), "404");
+  EXPECT_NE(fetch(directory(), "/redfish/v1/Managers"), "404");
+}
+
+TEST_F(DirectoryTransportTest, OtherMethodsAreNotAllowed) {
+  const auto transport = makeDirectoryTransport(directory());
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", Method::kPost).status, 405);
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", Method::kDelete).status, 405);
+}
+
+TEST_F(DirectoryTransportTest, MissingDirectoryFails) {
+  EXPECT_EQ(failureAt(directory() / "no", "/redfish/v1/"),
+            FailureKind::kDirectoryMissing);
+}
+
+TEST_F(DirectoryTransportTest, FileInPlaceOfTheDirectoryFails) {
+  EXPECT_EQ(failureAt(directory() / "redfish/v1/index.json", "/redfish/v1/"),
+            FailureKind::kDirectoryMissing);
+}
+
+TEST_F(DirectoryTransportTest, DirectoryWithoutServiceRootFails) {
+  EXPECT_EQ(failureAt(directory() / "redfish", "/redfish/v1/"),
+            FailureKind::kFileUnreadable);
+  EXPECT_EQ(failureAt(directory() / "redfish/v1/Systems", "/redfish/v1/"),
+            FailureKind::kFileUnreadable);
+}
+
+TEST_F(DirectoryTransportTest, FailureNamesDirectoryAndResource) {
+  const auto transport = makeDirectoryTransport(directory() / "no");
+  const Answer answer = answerOf(*transport, "/redfish/v1/");
+  EXPECT_EQ(describe(answer.failure.value()),
+            "file:" + (directory() / "no").string() +
+                ": /redfish/v1/: there is no such directory; check the path");
+}
+
+TEST_F(DirectoryTransportTest, DotSegmentsDoNotLeadOutside) {
+  recording_.write("secret/index.json", "{}");
+  const fs::path inner = directory() / "redfish/v1";
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/../../secret"),
+            FailureKind::kRefusedLink);
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/%2e%2e/%2e%2e/secret"),
+            FailureKind::kRefusedLink);
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/Systems/..%2f..%2f..%2fsecret"),
+            FailureKind::kRefusedLink);
+}
+
+TEST_F(DirectoryTransportTest, SymbolicLinksDoNotLeadOutside) {
+  recording_.write("secret/index.json", "{}");
+  const fs::path inner = directory() / "redfish/v1";
+  fs::create_directory_symlink("../../secret", inner / "Chassis");
+  fs::create_directory(inner / "Managers");
+  fs::create_symlink("../../../secret/index.json",
+                     inner / "Managers/index.json");
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/Chassis"), FailureKind::kRefusedLink);
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/Managers"),
+            FailureKind::kRefusedLink);
+}
+
+TEST_F(DirectoryTransportTest, NeighbourWithTheSamePrefixIsOutside) {
+  recording_.write("redfish/v1x/index.json", "{}");
+  EXPECT_EQ(failureAt(directory() / "redfish/v1", "/redfish/v1/../v1x"),
+            FailureKind::kRefusedLink);
+}
+
+TEST_F(DirectoryTransportTest, SymbolicLinksInsideAreFollowed) {
+  fs::create_directory_symlink("Systems", directory() / "redfish/v1/Chassis");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Chassis"), kSystems);
+}
+
+TEST_F(DirectoryTransportTest, LoopOfSymbolicLinksFails) {
+  fs::create_symlink("Loop", directory() / "redfish/v1/Loop");
+  EXPECT_EQ(failureAt(directory(), "/redfish/v1/Loop"),
+            FailureKind::kFileUnreadable);
+}
+
+TEST_F(DirectoryTransportTest, PipeAndDirectoryAreNoResources) {
+  fs::create_directories(directory() / "redfish/v1/Pipe");
+  const fs::path pipe = directory() / "redfish/v1/Pipe/index.json";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  fs::create_directories(directory() / "redfish/v1/Folder/index.json");
+  EXPECT_EQ(failureAt(directory(), "/redfish/v1/Pipe"),
+            FailureKind::kFileUnreadable);
+  EXPECT_EQ(failureAt(directory(), "/redfish/v1/Folder"),
+            FailureKind::kFileUnreadable);
+}
+
+TEST_F(DirectoryTransportTest, LargestFileIsRead) {
+  recording_.write("redfish/v1/Large/index.json", "");
+  const fs::path file = directory() / "redfish/v1/Large/index.json";
+  fs::resize_file(file, kMaxBodyBytes);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Large").size(), kMaxBodyBytes);
+  fs::resize_file(file, kMaxBodyBytes + 1);
+  EXPECT_EQ(failureAt(directory(), "/redfish/v1/Large"),
+            FailureKind::kBadContent);
+}
+
+TEST_F(DirectoryTransportTest, IsNoLiveService) {
+  const auto transport = makeDirectoryTransport(directory());
+  EXPECT_FALSE(transport->live());
+  EXPECT_EQ(transport->address(), "file:" + directory().string());
+}
+
+}  // namespace
+}  // namespace redfish
