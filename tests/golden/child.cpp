@@ -1,0 +1,67 @@
+#include "tests/golden/child.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+namespace golden {
+namespace {
+
+constexpr unsigned kTimeLimitSeconds = 60;
+constexpr int kCannotStart = 127;
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (std::string& text : texts) pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+bool redirect(const char* file, int flags, int descriptor) {
+  constexpr mode_t kMode = 0600;
+  const int opened = open(file, flags, kMode);
+  return opened >= 0 && dup2(opened, descriptor) == descriptor;
+}
+
+}  // namespace
+
+int runChild(const Command& command) {
+  std::vector<std::string> words{command.program.string()};
+  words.insert(words.end(), command.arguments.begin(), command.arguments.end());
+  std::vector<std::string> settings = command.environment;
+  const std::vector<char*> argv = pointersTo(words);
+  const std::vector<char*> environment = pointersTo(settings);
+
+  const pid_t child = fork();
+  if (child < 0) {
+    throw std::system_error(errno, std::generic_category(), "fork");
+  }
+  if (child == 0) {
+    // The alarm outlives exec and ends a program that hangs.
+    alarm(kTimeLimitSeconds);
+    constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
+    if (redirect(command.input.c_str(), O_RDONLY, STDIN_FILENO) &&
+        redirect(command.output.c_str(), kWrite, STDOUT_FILENO) &&
+        redirect(command.errors.c_str(), kWrite, STDERR_FILENO) &&
+        chdir(command.directory.c_str()) == 0) {
+      execve(command.program.c_str(), argv.data(), environment.data());
+    }
+    _exit(kCannotStart);
+  }
+
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0) {
+    if (errno != EINTR) {
+      throw std::system_error(errno, std::generic_category(), "waitpid");
+    }
+  }
+  constexpr int kSignalled = 128;
+  return WIFEXITED(status) ? WEXITSTATUS(status)
+                           : kSignalled + WTERMSIG(status);
+}
+
+}  // namespace golden

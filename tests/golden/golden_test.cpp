@@ -1,0 +1,44 @@
+// Runs the built program on every case below tests/golden/cases.
+//
+// With GOLDEN_REFRESH in the environment, what the program writes is kept
+// instead of compared; tests/golden/refresh does that.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "tests/golden/golden_case.h"
+
+namespace {
+
+class Golden : public testing::Test {
+ public:
+  Golden(golden::Case theCase, golden::Setting setting)
+      : case_(std::move(theCase)), setting_(std::move(setting)) {}
+
+  void TestBody() override { golden::runCase(case_, setting_); }
+
+ private:
+  golden::Case case_;
+  golden::Setting setting_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  const golden::Setting setting{BRIVEL_PROGRAM, BRIVEL_SOURCE_ROOT,
+                                std::getenv("GOLDEN_REFRESH") != nullptr};
+  const auto cases = golden::findCases(setting.root / "tests/golden/cases");
+  if (cases.empty()) {
+    std::cerr << "no cases below " << setting.root << "\n";
+    return EXIT_FAILURE;
+  }
+  for (const golden::Case& found : cases) {
+    testing::RegisterTest(
+        "Golden", found.name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+        [found, setting]() -> Golden* { return new Golden(found, setting); });
+  }
+  return RUN_ALL_TESTS();
+}
