@@ -6,47 +6,24 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "suite/redfish/failure.h"
+#include "suite/redfish/fetcher.h"
 #include "suite/redfish/graph.h"
+#include "suite/redfish/knowledge.h"
+#include "suite/redfish/selection.h"
+#include "suite/redfish/session.h"
 #include "suite/redfish/transport.h"
 
 namespace redfish {
 
-/// What a run wants to know of a node; values are OR-ed.
-enum Want : std::uint32_t {
-  kWantSystem = 1U << 0,
-  kWantProcessors = 1U << 1,
-  kWantFans = 1U << 2,
-  kWantDimms = 1U << 3,
-  kWantPowers = 1U << 4,
-  kWantPciAdapters = 1U << 5,
-  kWantHealth = 1U << 6,
-  /// With kWantHealth: the health walk enters every branch, whatever the
-  /// roll-ups say.
-  kWantThorough = 1U << 7
-};
-
-/// What one reading of the service is to bring into its graph.
-struct Selection {
-  std::uint16_t nodeIndex = 0;
-  std::uint32_t wants = 0;  ///< Want values.
-  /// Document keys of holders (system, chassis, managers) whose roll-up is
-  /// worse than all that was found below them: the branches that the health
-  /// walk skipped there are entered after all.
-  std::set<std::string> unexplained;
-  /// Further resources, such as the origins of conditions and registries.
-  std::vector<Uri> extras;
-};
-
 /// How a service is to be treated.
 struct ServiceOptions {
-  std::string user;      ///< Empty: no login.
-  std::string password;  ///< Wiped when the service dies.
-  int maxConnections = 4;                          ///< 1 to 16.
+  std::string user;        ///< Empty: no login.
+  std::string password;    ///< Wiped when the service dies.
+  int maxConnections = 4;  ///< 1 to 16.
   std::chrono::milliseconds requestTimeout{30000};
-  std::chrono::milliseconds callTimeout{120000};   ///< One `read`.
+  std::chrono::milliseconds callTimeout{120000};          ///< One `read`.
   Clock::time_point deadline = Clock::time_point::max();  ///< The run's.
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
@@ -84,7 +61,7 @@ class Service {
   /// Whether the collections behind a want were readable is seen in the graph.
   std::optional<Failure> read(const Selection& selection);
 
-  const Graph& graph() const { return graph_; }
+  const Graph& graph() const { return knowledge_.graph; }
 
   /// Logs out. Whatever happens after that fails. Never throws.
   void close() noexcept;
@@ -92,9 +69,23 @@ class Service {
   ServiceStats stats() const;
 
  private:
+  std::optional<Failure> openOnce();
+  /// Judges the answer to the service root; on success it is in the graph.
+  std::optional<Failure> takeRoot(Answer answer, Clock::time_point until);
+  std::optional<Failure> notRedfish(std::string cause) const;
+  std::optional<Answer> readPlainly(const std::string& target,
+                                    Clock::time_point until);
+  Failure outOfTime(const std::string& target) const;
+  Clock::time_point callEnd() const;
+
   ServiceOptions options_;
   std::unique_ptr<Transport> transport_;
-  Graph graph_;
+  Knowledge knowledge_;
+  Fetcher fetcher_;
+  Session session_;
+  bool opened_ = false;
+  std::optional<Failure> lost_;        ///< Why nothing more is to be had.
+  std::set<std::uint16_t> readAhead_;  ///< Nodes whose prefetch is done.
 };
 
 }  // namespace redfish

@@ -1,0 +1,117 @@
+#include "suite/redfish/answer.h"
+
+#include <utility>
+
+#include "suite/redfish/json.h"
+#include "suite/redfish/text.h"
+
+namespace redfish {
+namespace {
+
+constexpr std::size_t kMaxMessage = 200;
+
+/// Calls `use` with each message object of an error body.
+template <typename Use>
+void forEachMessage(const json::object& body, Use use) {
+  // A session may be granted with messages beside its properties, so they are
+  // looked for at the top as well.
+  for (const char* path :
+       {"error/@Message.ExtendedInfo", "@Message.ExtendedInfo"}) {
+    if (const json::array* messages = arrayAt(body, path)) {
+      for (const json::value& message : *messages) {
+        if (const json::object* object = message.if_object()) use(*object);
+      }
+    }
+  }
+}
+
+FailureKind kindOf(int status) {
+  if (status == 401) return FailureKind::kAuthentication;
+  if (status == 403) return FailureKind::kForbidden;
+  if (status == 429 || status == 503) return FailureKind::kBusy;
+  if (status >= 500) return FailureKind::kServerError;
+  if (status >= 300 && status < 400) return FailureKind::kRefusedLink;
+  return FailureKind::kBadContent;
+}
+
+}  // namespace
+
+Resource resourceFrom(Answer answer, Uri uri, const std::string& address) {
+  Resource resource;
+  resource.uri = std::move(uri);
+  resource.state = ResourceState::kUnreadable;
+  if (answer.failure) {
+    resource.failure = std::move(answer.failure);
+    resource.failure->uri = resource.uri.target();
+    return resource;
+  }
+  if (answer.status == 404 || answer.status == 410) {
+    resource.state = ResourceState::kAbsent;
+    return resource;
+  }
+
+  Failure failure;
+  failure.address = address;
+  failure.uri = resource.uri.target();
+  if (answer.status < 200 || answer.status > 299) {
+    failure.kind = kindOf(answer.status);
+    failure.cause = "HTTP status " + std::to_string(answer.status);
+    const std::string message = firstMessage(answer.body);
+    if (!message.empty()) failure.cause += " (" + message + ")";
+    if (answer.status == 403) {
+      std::string error;
+      const auto body = parseObject(answer.body, error);
+      if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
+        failure.kind = FailureKind::kPasswordChange;
+        failure.remedy = "change the password of this account first";
+      } else {
+        failure.remedy = "give the account the privilege to read it";
+      }
+    }
+    resource.failure = std::move(failure);
+    return resource;
+  }
+
+  std::string error;
+  auto body = parseObject(answer.body, error);
+  if (!body) {
+    failure.kind = FailureKind::kBadContent;
+    failure.cause = std::move(error);
+    resource.failure = std::move(failure);
+    return resource;
+  }
+  if (body->contains("error") && !body->contains("@odata.id")) {
+    resource.state = ResourceState::kAbsent;
+    return resource;
+  }
+  resource.state = ResourceState::kRead;
+  resource.body = std::move(*body);
+  return resource;
+}
+
+bool hasMessageKey(const json::object& body, std::string_view key) {
+  bool found = false;
+  forEachMessage(body, [&](const json::object& message) {
+    const std::string_view id = stringAt(message, "MessageId");
+    const std::size_t dot = id.rfind('.');
+    found = found || id.substr(dot == id.npos ? 0 : dot + 1) == key;
+  });
+  return found;
+}
+
+std::string firstMessage(std::string_view body) {
+  std::string error;
+  const auto object = parseObject(body, error);
+  if (!object) return {};
+  std::string first;
+  forEachMessage(*object, [&](const json::object& message) {
+    if (first.empty())
+      first = excerpt(stringAt(message, "Message"), kMaxMessage);
+  });
+  if (first.empty()) {
+    first = excerpt(stringAt(*object, "error/message"), kMaxMessage);
+  }
+  return first;
+}
+
+}  // namespace redfish

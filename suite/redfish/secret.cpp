@@ -1,0 +1,23 @@
+#include "suite/redfish/secret.h"
+
+#include <openssl/crypto.h>
+
+namespace redfish {
+
+void wipe(std::string& text) noexcept {
+  OPENSSL_cleanse(text.data(), text.size());
+  text.clear();
+}
+
+std::string withoutSecret(std::string text, std::string_view secret) {
+  constexpr std::size_t kShortestHidden = 4;
+  constexpr std::string_view kMask = "***";
+  if (secret.size() < kShortestHidden) return text;
+  for (std::size_t at = text.find(secret); at != text.npos;
+       at = text.find(secret, at + kMask.size())) {
+    text.replace(at, secret.size(), kMask);
+  }
+  return text;
+}
+
+}  // namespace redfish

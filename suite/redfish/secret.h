@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace redfish {
+
+/// Overwrites a text's bytes and empties it; the compiler may not drop it.
+void wipe(std::string& text) noexcept;
+
+/// The text with every occurrence of the secret replaced by "***". A service
+/// may repeat what it was sent. Secrets shorter than 4 bytes are left alone:
+/// hiding them would garble the text and tell more than it hides.
+std::string withoutSecret(std::string text, std::string_view secret);
+
+}  // namespace redfish

@@ -1,0 +1,238 @@
+#include "suite/redfish/service.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "suite/redfish/answer.h"
+#include "suite/redfish/crawl.h"
+#include "suite/redfish/interrupt.h"
+#include "suite/redfish/progress.h"
+#include "suite/redfish/secret.h"
+#include "suite/redfish/topology.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+namespace {
+
+constexpr const char* kRootTarget = "/redfish/v1/";
+
+/// The root of a service that shows it to nobody without a login, which it
+/// must not (DSP0266): the standard URIs stand in for it.
+json::object standardRoot() {
+  const auto link = [](const char* uri) {
+    json::object object;
+    object["@odata.id"] = uri;
+    return object;
+  };
+  json::object root;
+  root["@odata.id"] = kRootTarget;
+  root["@odata.type"] = "#ServiceRoot.ServiceRoot";
+  root["Systems"] = link("/redfish/v1/Systems");
+  root["Chassis"] = link("/redfish/v1/Chassis");
+  root["Managers"] = link("/redfish/v1/Managers");
+  return root;
+}
+
+/// Failures after which the run has nothing more to hope for.
+bool isLasting(FailureKind kind) {
+  switch (kind) {
+    case FailureKind::kAuthentication:
+    case FailureKind::kPasswordChange:
+    case FailureKind::kNoCredentials:
+    case FailureKind::kInterrupted:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+Service::Service(ServiceOptions options, std::unique_ptr<Transport> transport)
+    : options_(std::move(options)),
+      transport_(std::move(transport)),
+      fetcher_(*transport_, options_.maxConnections),
+      session_(fetcher_, transport_->address(),
+               transport_->live() ? options_.user : std::string(),
+               options_.password) {
+  wipe(options_.password);
+}
+
+Service::~Service() { close(); }
+
+std::optional<Failure> Service::open() {
+  if (!opened_) {
+    opened_ = true;
+    lost_ = openOnce();
+    if (Progress* observer = progress()) observer->done();
+    if (lost_) {
+      Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*lost_);
+    }
+  }
+  return lost_;
+}
+
+std::optional<Failure> Service::read(const Selection& selection) {
+  if (auto failure = open()) return failure;
+  Selection whole = selection;
+  if (whole.wants != 0 && readAhead_.insert(whole.nodeIndex).second) {
+    whole.wants |= options_.prefetch;
+  }
+  whole.wants |= options_.prefetch & kWantThorough;
+  Crawl crawl(knowledge_, fetcher_, session_, address(),
+              options_.requestTimeout);
+  auto failure = crawl.run(whole, callEnd());
+  if (Progress* observer = progress()) observer->done();
+  if (failure) {
+    Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*failure);
+    if (isLasting(failure->kind)) lost_ = failure;
+    return failure;
+  }
+  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+      << address() << ": node " << selection.nodeIndex + 1 << " is "
+      << nodeAt(knowledge_.graph, selection.nodeIndex).system->uri.target();
+  return std::nullopt;
+}
+
+void Service::close() noexcept { session_.logout(); }
+
+ServiceStats Service::stats() const {
+  ServiceStats stats;
+  stats.transport = transport_->stats();
+  stats.logins = session_.logins();
+  stats.logouts = session_.logouts();
+  stats.retries = fetcher_.retries();
+  stats.levels = knowledge_.levels;
+  return stats;
+}
+
+std::optional<Failure> Service::openOnce() {
+  const Clock::time_point until = callEnd();
+  session_.begin(options_.requestTimeout);
+  Fetch fetch;
+  fetch.target = kRootTarget;
+  fetch.timeout = options_.requestTimeout;
+  const std::uint64_t ticket = fetcher_.get(std::move(fetch));
+  std::optional<Answer> root;
+  bool loggingIn = session_.wanted();
+  while (!root || loggingIn) {
+    auto fetched = fetcher_.next(until);
+    if (!fetched) return outOfTime(kRootTarget);
+    if (session_.takes(*fetched)) {
+      loggingIn = false;
+    } else if (fetched->ticket == ticket) {
+      // No root, no use in waiting for the login; it is undone at the end.
+      if (fetched->answer.failure) return std::move(fetched->answer.failure);
+      root = std::move(fetched->answer);
+    }
+  }
+  knowledge_.levels = 1;
+  if (auto failure = takeRoot(std::move(*root), until)) return failure;
+
+  const json::object& body = serviceRoot(knowledge_.graph)->body;
+  knowledge_.expand = Expand();
+  if (transport_->live()) knowledge_.expand.offer(body);
+  const json::value* parallel =
+      memberAt(body, "ProtocolFeaturesSupported/MultipleHTTPRequests");
+  if (parallel != nullptr && parallel->is_bool() && !parallel->get_bool()) {
+    fetcher_.setSerial();
+  }
+  return session_.conclude(body, options_.requestTimeout, until);
+}
+
+std::optional<Failure> Service::takeRoot(Answer answer,
+                                         Clock::time_point until) {
+  if (answer.status == 404) {
+    // A service of another version says under /redfish which ones it has.
+    const auto versions = readPlainly("/redfish", until);
+    if (!versions) return outOfTime("/redfish");
+    std::string error;
+    const auto body = parseObject(versions->body, error);
+    const auto link = body && versions->status == 200
+                          ? Uri::parse(stringAt(*body, "v1"))
+                          : std::nullopt;
+    if (!link) return notRedfish("no Redfish service (404)");
+    auto again = readPlainly(link->target(), until);
+    if (!again) return outOfTime(link->target());
+    answer = std::move(*again);
+    if (answer.failure) return std::move(answer.failure);
+  }
+  const auto uri = Uri::parse(kRootTarget);
+  Resource root;
+  if (answer.status == 401 || answer.status == 403) {
+    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+        << address() << ": the service root asks for a login; going on with "
+        << "the standard URIs";
+    root.uri = *uri;
+    root.state = ResourceState::kRead;
+    root.body = standardRoot();
+  } else {
+    const int status = answer.status;
+    const bool object = answer.body.find('{') != std::string::npos;
+    root = resourceFrom(std::move(answer), *uri, address());
+    if (root.state == ResourceState::kAbsent) {
+      return notRedfish("no Redfish service");
+    }
+    if (root.state == ResourceState::kUnreadable) {
+      if (status >= 400 && status < 500 && status != 429) {
+        return notRedfish(root.failure->cause);
+      }
+      if (status == 200 && !object) return notRedfish(root.failure->cause);
+      return root.failure;
+    }
+  }
+  constexpr std::string_view kType = "#ServiceRoot.";
+  if (stringAt(root.body, "@odata.type").substr(0, kType.size()) != kType) {
+    return notRedfish("what it answers is no Redfish service root");
+  }
+  const std::string_view version = stringAt(root.body, "RedfishVersion");
+  if (version.empty()) {
+    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+        << address() << ": the service does not tell its Redfish version, "
+        << "taking it for 1.0.0";
+  } else if (version.substr(0, 2) != "1.") {
+    return notRedfish("its Redfish version is not 1.x");
+  }
+  knowledge_.graph.insert(std::move(root));
+  knowledge_.kinds[uri->document()].set(static_cast<std::size_t>(Kind::kRoot));
+  return std::nullopt;
+}
+
+std::optional<Failure> Service::notRedfish(std::string cause) const {
+  Failure failure;
+  failure.kind = FailureKind::kNotRedfish;
+  failure.address = address();
+  failure.uri = kRootTarget;
+  failure.cause = std::move(cause);
+  failure.remedy = "is this the address of a management controller?";
+  return failure;
+}
+
+std::optional<Answer> Service::readPlainly(const std::string& target,
+                                           Clock::time_point until) {
+  Fetch fetch;
+  fetch.target = target;
+  fetch.timeout = options_.requestTimeout;
+  const std::uint64_t ticket = fetcher_.get(std::move(fetch));
+  while (auto fetched = fetcher_.next(until)) {
+    if (fetched->ticket == ticket) return std::move(fetched->answer);
+  }
+  return std::nullopt;
+}
+
+Failure Service::outOfTime(const std::string& target) const {
+  Failure failure;
+  failure.kind =
+      interrupted() ? FailureKind::kInterrupted : FailureKind::kDeadline;
+  failure.address = address();
+  failure.uri = target;
+  failure.cause =
+      interrupted() ? "interrupted by the user" : "no answer in time";
+  return failure;
+}
+
+Clock::time_point Service::callEnd() const {
+  return std::min(options_.deadline, Clock::now() + options_.callTimeout);
+}
+
+}  // namespace redfish

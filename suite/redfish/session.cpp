@@ -1,0 +1,345 @@
+#include "suite/redfish/session.h"
+
+#include <algorithm>
+#include <boost/json/serialize.hpp>
+#include <utility>
+
+#include "suite/redfish/answer.h"
+#include "suite/redfish/interrupt.h"
+#include "suite/redfish/secret.h"
+#include "suite/redfish/uri.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+namespace {
+
+/// How long an end of the run may wait for a login under way, and for the
+/// logout.
+constexpr std::chrono::milliseconds kLogoutTimeout{5000};
+
+std::string targetAt(const json::object& object, std::string_view path) {
+  const auto link = linkAt(object, path);
+  return link ? link->target() : std::string();
+}
+
+/// Where the service keeps sessions, as its root says; empty when it does not.
+std::string sessionsTarget(const json::object& root) {
+  std::string target = targetAt(root, "Links/Sessions");
+  // A root that came expanded carries the session service inside.
+  if (target.empty()) target = targetAt(root, "SessionService/Sessions");
+  return target;
+}
+
+/// Path of a session from the text that names it: a link, or, from services
+/// that leave the prefix out, its last segment below the sessions' URI.
+std::string sessionPath(const std::string& text, const std::string& sessions) {
+  if (const auto uri = Uri::parse(text)) return uri->target();
+  const std::size_t slash = text.find_last_of('/');
+  const std::string id = slash == text.npos ? text : text.substr(slash + 1);
+  if (id.empty()) return {};
+  const auto uri = Uri::parse(sessions + "/" + id);
+  return uri ? uri->target() : std::string();
+}
+
+}  // namespace
+
+Session::Session(Fetcher& fetcher, std::string address, std::string user,
+                 std::string password)
+    : fetcher_(fetcher),
+      address_(std::move(address)),
+      user_(std::move(user)),
+      password_(std::move(password)) {}
+
+Session::~Session() {
+  wipe(password_);
+  wipe(token_);
+}
+
+void Session::begin(std::chrono::milliseconds timeout) {
+  if (wanted()) ticket_ = fetcher_.send(loginRequest(timeout));
+}
+
+bool Session::takes(const Fetched& fetched) {
+  if (!ticket_ || fetched.ticket != *ticket_) return false;
+  ticket_.reset();
+  answer_ = fetched.answer;
+  return true;
+}
+
+std::optional<Failure> Session::conclude(const json::object& root,
+                                         std::chrono::milliseconds timeout,
+                                         Clock::time_point until) {
+  if (!wanted()) return std::nullopt;
+  const std::string named = sessionsTarget(root);
+  Outcome outcome = answer_ ? judge(*answer_) : Outcome::kWrongPlace;
+  const bool refused = answer_ && answer_->status == 401;
+  answer_.reset();
+  if (outcome == Outcome::kWrongPlace && !named.empty() &&
+      named != loginTarget_) {
+    loginTarget_ = named;
+    outcome = login(timeout, until);
+  }
+  // A service that names no sessions knows Basic alone and says 401 to all
+  // else; that is no word about the password.
+  if (outcome == Outcome::kFailed && refused && named.empty()) {
+    outcome = Outcome::kImpossible;
+  }
+  if (outcome == Outcome::kSession) return std::nullopt;
+  if (outcome == Outcome::kFailed) return failure_;
+  useBasic();
+  return std::nullopt;
+}
+
+std::optional<Failure> Session::renew(std::chrono::milliseconds timeout,
+                                      Clock::time_point until) {
+  token_.clear();
+  sessionTarget_.clear();
+  if (login(timeout, until) == Outcome::kSession) return std::nullopt;
+  if (failure_) return failure_;
+  return fail(FailureKind::kAuthentication,
+              "the session ended and no new one was granted", "");
+}
+
+std::string Session::scrub(std::string text) const {
+  return withoutSecret(withoutSecret(std::move(text), password_), token_);
+}
+
+void Session::logout() noexcept {
+  try {
+    fetcher_.deferInterrupt(true);
+    if (ticket_) {
+      const auto answer =
+          fetcher_.wait(*ticket_, Clock::now() + kLogoutTimeout);
+      if (answer) adopt(*answer);
+      ticket_.reset();
+    }
+    if (answer_) adopt(*answer_);
+    answer_.reset();
+    fetcher_.cancelAll();
+    if (token_.empty()) return;
+    const auto end = Clock::now() + kLogoutTimeout;
+    if (sessionTarget_.empty()) sessionTarget_ = findSession(end);
+    if (sessionTarget_.empty()) {
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": the service did not say where its session is; it "
+          << "stays open until it times out there";
+      return;
+    }
+    Request request;
+    request.method = Method::kDelete;
+    request.target = sessionTarget_;
+    request.headers.emplace_back("X-Auth-Token", token_);
+    request.timeout = kLogoutTimeout;
+    wipe(token_);
+    const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), end);
+    if (!answer || answer->failure) {
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": no answer to the logout; the session may stay open "
+          << "until it times out";
+      return;
+    }
+    ++logouts_;
+  } catch (...) {
+    // Leaving is best effort: there is nobody left to tell.
+  }
+}
+
+Request Session::loginRequest(std::chrono::milliseconds timeout) const {
+  json::object body;
+  body["UserName"] = user_;
+  body["Password"] = password_;
+  Request request;
+  request.method = Method::kPost;
+  request.target = loginTarget_;
+  request.body = json::serialize(body);
+  request.timeout = timeout;
+  if (json::value* secret = body.if_contains("Password")) {
+    json::string& text = secret->as_string();
+    std::fill(text.begin(), text.end(), '\0');
+  }
+  return request;
+}
+
+Session::Outcome Session::login(std::chrono::milliseconds timeout,
+                                Clock::time_point until) {
+  ticket_ = fetcher_.send(loginRequest(timeout));
+  const auto answer = fetcher_.wait(*ticket_, until);
+  if (!answer) {
+    // It stays under way: what it may yet grant is taken back by `logout`.
+    failure_ = interrupted() ? fail(FailureKind::kInterrupted,
+                                    "interrupted by the user", "")
+                             : fail(FailureKind::kDeadline,
+                                    "no answer to the login in time", "");
+    return Outcome::kFailed;
+  }
+  ticket_.reset();
+  return judge(*answer);
+}
+
+Session::Outcome Session::judge(const Answer& answer) {
+  failure_.reset();
+  if (answer.failure) {
+    failure_ = answer.failure;
+    failure_->uri = loginTarget_;
+    return Outcome::kFailed;
+  }
+  if (answer.status >= 200 && answer.status < 300) {
+    return adopt(answer) ? Outcome::kSession : Outcome::kImpossible;
+  }
+  const std::string message = scrub(firstMessage(answer.body));
+  const std::string told = message.empty() ? "" : " (" + message + ")";
+  const std::string status = "HTTP status " + std::to_string(answer.status);
+  std::string error;
+  const auto body = parseObject(answer.body, error);
+  switch (answer.status) {
+    case 401:
+      failure_ = fail(FailureKind::kAuthentication,
+                      "user name or password refused" + told,
+                      "check the user name and the password; it was tried once "
+                      "only, because controllers lock accounts");
+      return Outcome::kFailed;
+    case 403:
+      if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
+        failure_ = fail(FailureKind::kPasswordChange,
+                        "the password of this account must be changed first",
+                        "change it on the controller, then run again");
+      } else {
+        failure_ = fail(FailureKind::kAuthentication,
+                        "the account may not log in" + told,
+                        "it may be disabled, locked, or lack the Login "
+                        "privilege");
+      }
+      return Outcome::kFailed;
+    case 400:
+      for (const char* key : {"ResourceAtUriUnauthorized", "AccountLocked",
+                              "NoValidSession", "InsufficientPrivilege",
+                              "AuthenticationFailed", "InvalidCredentials"}) {
+        if (body && hasMessageKey(*body, key)) {
+          failure_ = fail(FailureKind::kAuthentication,
+                          "user name or password refused" + told,
+                          "check the user name and the password");
+          return Outcome::kFailed;
+        }
+      }
+      return Outcome::kImpossible;
+    case 404:
+    case 405:
+    case 301:
+    case 302:
+    case 307:
+    case 308:
+      return Outcome::kWrongPlace;
+    case 501:
+      return Outcome::kImpossible;
+    case 429:
+    case 503:
+      tableFull_ = true;
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": no session granted (" << status << ")" << told
+          << "; its session table may be full";
+      return Outcome::kImpossible;
+    default:
+      failure_ = fail(answer.status >= 500 ? FailureKind::kServerError
+                                           : FailureKind::kBadContent,
+                      "the login was answered with " + status + told, "");
+      return Outcome::kFailed;
+  }
+}
+
+bool Session::adopt(const Answer& answer) {
+  if (answer.failure || answer.status < 200 || answer.status > 299 ||
+      answer.authToken.empty()) {
+    return false;
+  }
+  token_ = answer.authToken;
+  sessionTarget_.clear();
+  if (!answer.location.empty()) {
+    sessionTarget_ = sessionPath(answer.location, loginTarget_);
+  }
+  if (sessionTarget_.empty()) {
+    std::string error;
+    if (const auto body = parseObject(answer.body, error)) {
+      for (const char* name : {"@odata.id", "Id"}) {
+        if (!sessionTarget_.empty()) break;
+        const std::string text(stringAt(*body, name));
+        if (!text.empty()) sessionTarget_ = sessionPath(text, loginTarget_);
+      }
+    }
+  }
+  ++logins_;
+  Authorization authorization;
+  authorization.token = token_;
+  fetcher_.authorize(std::move(authorization));
+  return true;
+}
+
+std::string Session::findSession(Clock::time_point until) {
+  const auto sessions = read(loginTarget_, until);
+  if (!sessions) return {};
+  const std::vector<Uri> members = linksAt(*sessions, "Members");
+  if (members.size() == 1) return members.front().target();
+  constexpr std::size_t kMaxSessions = 64;
+  std::vector<std::string> ours;
+  for (std::size_t i = 0; i < members.size() && i < kMaxSessions; ++i) {
+    const auto session = read(members[i].target(), until);
+    if (session && stringAt(*session, "UserName") == user_) {
+      ours.push_back(members[i].target());
+    }
+  }
+  return ours.size() == 1 ? ours.front() : std::string();
+}
+
+std::optional<json::object> Session::read(const std::string& target,
+                                          Clock::time_point until) {
+  Request request;
+  request.target = target;
+  request.headers.emplace_back("X-Auth-Token", token_);
+  request.timeout = kLogoutTimeout;
+  const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), until);
+  if (!answer || answer->failure || answer->status != 200) return std::nullopt;
+  std::string error;
+  return parseObject(answer->body, error);
+}
+
+Failure Session::refusal() const {
+  if (!wanted()) {
+    return fail(FailureKind::kNoCredentials, "the service asks for a login",
+                "name a user and a password");
+  }
+  if (basic_ && tableFull_) {
+    return fail(FailureKind::kBusy,
+                "no session is left at the service, and HTTP Basic is refused",
+                "end sessions that are no longer in use, or raise the "
+                "service's session limit");
+  }
+  if (basic_) {
+    return fail(FailureKind::kAuthentication, "user name or password refused",
+                "check the user name and the password");
+  }
+  return fail(FailureKind::kAuthentication,
+              "the session ended again at once after a new login",
+              "check the session timeout of the service");
+}
+
+void Session::useBasic() {
+  basic_ = true;
+  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+      << address_ << ": no session to be had, using HTTP Basic";
+  Authorization authorization;
+  authorization.basicUser = user_;
+  authorization.basicPassword = password_;
+  fetcher_.authorize(std::move(authorization));
+}
+
+Failure Session::fail(FailureKind kind, std::string cause,
+                      std::string remedy) const {
+  Failure failure;
+  failure.kind = kind;
+  failure.address = address_;
+  failure.uri = loginTarget_;
+  failure.cause = std::move(cause);
+  failure.remedy = std::move(remedy);
+  return failure;
+}
+
+}  // namespace redfish

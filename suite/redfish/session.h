@@ -1,0 +1,102 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "suite/redfish/failure.h"
+#include "suite/redfish/fetcher.h"
+#include "suite/redfish/json.h"
+
+namespace redfish {
+
+/// The login at one service (DSP0266, session management): a session where it
+/// can be had, HTTP Basic where the service cannot make one. A password that
+/// was refused is never tried again. The session is deleted by `logout`, on
+/// every way out; a session that was granted is always known here first.
+class Session {
+ public:
+  /// An empty user means that no login is wanted. `user` and `password` are
+  /// kept for as long as the session lives, and wiped then.
+  Session(Fetcher& fetcher, std::string address, std::string user,
+          std::string password);
+  ~Session();
+
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  /// Sends the login to the standard URI without waiting, so that it is under
+  /// way beside the first read. Nothing is sent without a user.
+  void begin(std::chrono::milliseconds timeout);
+
+  /// Whether an answer fetched belongs to `begin`; if so it is taken in.
+  bool takes(const Fetched& fetched);
+
+  /// Ends the login once the service root is known: tries the URI that the
+  /// root names where the standard one was none, or falls to Basic. Requires
+  /// that the answer to `begin` was taken. Nothing on success.
+  std::optional<Failure> conclude(const json::object& root,
+                                  std::chrono::milliseconds timeout,
+                                  Clock::time_point until);
+
+  /// Logs in again after the service forgot the session. Nothing on success.
+  std::optional<Failure> renew(std::chrono::milliseconds timeout,
+                               Clock::time_point until);
+
+  /// Whether a user is configured.
+  bool wanted() const { return !user_.empty(); }
+  /// Whether the login can be renewed: Basic cannot.
+  bool renewable() const { return wanted() && !basic_; }
+
+  /// What it means that the service answered 401 although we had logged in,
+  /// or because no login was wanted.
+  Failure refusal() const;
+
+  /// A text for messages, without the password and the token in it.
+  std::string scrub(std::string text) const;
+
+  /// Waits for a login under way, then deletes the session, within 5 seconds
+  /// each. Never throws.
+  void logout() noexcept;
+
+  std::uint64_t logins() const { return logins_; }
+  std::uint64_t logouts() const { return logouts_; }
+
+ private:
+  /// What the answer to a login means.
+  enum class Outcome { kSession, kWrongPlace, kImpossible, kFailed };
+
+  Request loginRequest(std::chrono::milliseconds timeout) const;
+  /// Sends the login and judges its answer; kFailed when none came in time.
+  Outcome login(std::chrono::milliseconds timeout, Clock::time_point until);
+  Outcome judge(const Answer& answer);
+  /// Takes token and URI of a session that the answer grants; false when it
+  /// grants none.
+  bool adopt(const Answer& answer);
+  /// The URI of a session that was granted without one: the only session of
+  /// our user among those that the service lists; empty if that is unclear.
+  std::string findSession(Clock::time_point until);
+  std::optional<json::object> read(const std::string& target,
+                                   Clock::time_point until);
+  void useBasic();
+  Failure fail(FailureKind kind, std::string cause, std::string remedy) const;
+
+  Fetcher& fetcher_;
+  std::string address_;
+  std::string user_;
+  std::string password_;
+  std::string loginTarget_ = "/redfish/v1/SessionService/Sessions";
+  std::optional<std::uint64_t> ticket_;  ///< Of a login under way.
+  std::optional<Answer> answer_;         ///< To `begin`, not yet judged.
+  std::string token_;
+  std::string sessionTarget_;  ///< Where to delete the session.
+  bool basic_ = false;
+  bool tableFull_ = false;  ///< Basic is in use because no session was left.
+  std::optional<Failure> failure_;
+  std::uint64_t logins_ = 0;
+  std::uint64_t logouts_ = 0;
+};
+
+}  // namespace redfish
