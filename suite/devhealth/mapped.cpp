@@ -1,0 +1,26 @@
+#include "suite/devhealth/mapped.h"
+
+#include <string>
+
+namespace devhealth {
+
+using redfish::Failure;
+using redfish::FailureKind;
+
+std::optional<Failure> ReadTally::verdict() const {
+  if (failure_) return failure_;
+  if (read_ > 0 || unreadable_.empty()) return std::nullopt;
+  Failure failure = unreadable_.front();
+  // Whatever kept the first part from being read, it is the content of the
+  // list that is missing now. The user's own interrupt stays one.
+  if (failure.kind != FailureKind::kInterrupted) {
+    failure.kind = FailureKind::kBadContent;
+  }
+  if (unreadable_.size() > 1) {
+    failure.cause = "none of " + std::to_string(unreadable_.size()) +
+                    " parts could be read; the first: " + failure.cause;
+  }
+  return failure;
+}
+
+}  // namespace devhealth

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "suite/devhealth/parts.h"
+#include "suite/redfish/failure.h"
+
+namespace devhealth {
+
+/// What a mapping made of the graph: the rows of one table, or why there is no
+/// table.
+template <typename Record>
+struct Mapped {
+  std::vector<Record> records;
+  /// Set when a list that the table needs could not be read, or none of the
+  /// parts in it; the records are not to be used then.
+  std::optional<redfish::Failure> failure;
+  /// Single parts that could not be read; each has a row all the same.
+  std::vector<redfish::Failure> unreadable;
+};
+
+/// Counts what a table was made from, and tells whether that is enough.
+class ReadTally {
+ public:
+  /// A part was read, whether or not it makes a row.
+  void read() { ++read_; }
+
+  /// A part could not be read.
+  void unreadable(const Part& part) {
+    unreadable_.push_back(failureOf(part.uri, part.failure));
+  }
+
+  /// A list of parts could not be read. The first one tells the cause.
+  void fail(const redfish::Failure& failure) {
+    if (!failure_) failure_ = failure;
+  }
+
+  /// Why the table cannot be had; nothing when it can.
+  std::optional<redfish::Failure> verdict() const;
+
+  const std::vector<redfish::Failure>& unreadable() const {
+    return unreadable_;
+  }
+
+ private:
+  std::size_t read_ = 0;
+  std::vector<redfish::Failure> unreadable_;
+  std::optional<redfish::Failure> failure_;
+};
+
+/// The table of some records.
+template <typename Record>
+Mapped<Record> tableOf(std::vector<Record> records, const ReadTally& tally) {
+  return {std::move(records), tally.verdict(), tally.unreadable()};
+}
+
+}  // namespace devhealth

@@ -1,0 +1,101 @@
+#include "suite/devhealth/dimm_mapping.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/suite/devhealth/server.h"
+#include "tests/suite/graph_of.h"
+
+namespace devhealth {
+namespace {
+
+std::vector<Tarvex::DeviceHealth::DIMM> rows(
+    const std::vector<std::pair<std::string, std::string>>& modules) {
+  Server server;
+  server.members("Systems/1", "Memory", modules);
+  const auto result = mapDimms(server.graph(), server.node());
+  EXPECT_FALSE(result.failure.has_value());
+  return result.records;
+}
+
+Tarvex::DeviceHealth::DIMM only(const std::string& module) {
+  const auto found = rows({{"D1", module}});
+  EXPECT_EQ(found.size(), 1U);
+  return found.empty() ? Tarvex::DeviceHealth::DIMM{} : found.front();
+}
+
+TEST(MapDimms, FieldsComeFromTheirProperties) {
+  const auto row = only(R"({"Name": "Module", "DeviceLocator": "Slot 9",
+      "Location": {"PartLocation": {"ServiceLabel": "DIMM A1"}},
+      "PartNumber": "P", "SparePartNumber": "SP", "SerialNumber": "S",
+      "Manufacturer": "Kestwyn", "ModuleManufacturerID": "0xCE80",
+      "MemoryDeviceType": "DDR5", "MemoryType": "DRAM",
+      "AllowedSpeedsMHz": [3200, 4800, "4400"], "OperatingSpeedMhz": 4400})");
+  EXPECT_EQ(row.description, "DIMM A1");
+  EXPECT_EQ(row.partNumber, "P");
+  EXPECT_EQ(row.serialNumber, "S");
+  EXPECT_EQ(row.manufacturer, "Kestwyn");
+  EXPECT_EQ(row.model, "DDR5");
+  EXPECT_EQ(row.maxMemorySpeed, "4800 MHz");
+}
+
+TEST(MapDimms, DescriptionFallsBackInOrder) {
+  EXPECT_EQ(only(R"({"Name": "Module", "DeviceLocator": "P1-A1"})").description,
+            "P1-A1");
+  EXPECT_EQ(only(R"({"Name": "Module 7"})").description, "Module 7");
+  EXPECT_EQ(only(R"({"Name": "Memory", "Id": "7"})").description, "Memory 7");
+}
+
+TEST(MapDimms, OtherFieldsFallBack) {
+  const auto row = only(R"({"SparePartNumber": "SP",
+      "ModuleManufacturerID": "0xCE80", "MemoryType": "DRAM"})");
+  EXPECT_EQ(row.partNumber, "SP");
+  EXPECT_EQ(row.manufacturer, "0xCE80");
+  EXPECT_EQ(row.model, "DRAM");
+  EXPECT_EQ(only(R"({"Model": "K4"})").model, "K4");
+}
+
+TEST(MapDimms, SpeedFallsBackInOrder) {
+  EXPECT_EQ(only(R"({"AllowedSpeedsMHz": [], "OperatingSpeedMhz": 2666,
+                     "OperatingSpeedRangeMHz": {"AllowableMax": 3200}})")
+                .maxMemorySpeed,
+            "3200 MHz");
+  EXPECT_EQ(only(R"({"AllowedSpeedsMHz": [null, 0],
+                     "OperatingSpeedMhz": "2666"})")
+                .maxMemorySpeed,
+            "2666 MHz");
+  EXPECT_EQ(only("{}").maxMemorySpeed, "");
+}
+
+TEST(MapDimms, EmptySlotsMakeNoRows) {
+  EXPECT_TRUE(rows({{"A", R"({"Status": {"State": "Absent"}})"},
+                    {"B", R"({"CapacityMiB": 0})"},
+                    {"C", R"({"CapacityMiB": "0", "Status": null})"}})
+                  .empty());
+}
+
+TEST(MapDimms, ZeroCapacityWithStatusIsAModule) {
+  EXPECT_EQ(rows({{"A", R"({"CapacityMiB": 0,
+                            "Status": {"State": "Enabled"}})"}})
+                .size(),
+            1U);
+}
+
+TEST(MapDimms, CachesAreNoModulesAndPersistentOnesAre) {
+  const auto found =
+      rows({{"A", R"({"MemoryType": "Cache"})"},
+            {"B", R"({"Name": "N", "MemoryType": "NVDIMM_N"})"}});
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].description, "N");
+}
+
+TEST(MapDimms, UnreadableModuleKeepsItsPlace) {
+  const auto found = rows({{"A", R"({"Name": "First"})"},
+                           {"B", std::string(kBroken)},
+                           {"C", R"({"Name": "Third"})"}});
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_EQ(found[1].description, "B");
+  EXPECT_EQ(found[1].model, "");
+}
+
+}  // namespace
+}  // namespace devhealth
