@@ -26,11 +26,13 @@ struct Model {
   std::string_view parts;
   std::string_view oldDocument;
   std::string_view oldParts;
+  std::string_view partType;
 };
 
-constexpr Model kCooling{"ThermalSubsystem", "Fans", "Thermal", "Fans"};
+constexpr Model kCooling{"ThermalSubsystem", "Fans", "Thermal", "Fans",
+                         "#Fan."};
 constexpr Model kPower{"PowerSubsystem", "PowerSupplies", "Power",
-                       "PowerSupplies"};
+                       "PowerSupplies", "#PowerSupply."};
 
 bool chassisHasParts(const Graph& graph, const json::object& chassis,
                      const Model& model) {
@@ -52,11 +54,11 @@ bool anySource(const Graph& graph, const std::vector<Uri>& sources,
   return std::any_of(sources.begin(), sources.end(), [&](const Uri& source) {
     const Found found = graph.resolve(source);
     if (found.object == nullptr) return false;
-    const bool chassis = found.object->contains(model.subsystem) ||
-                         found.object->contains(model.oldDocument) ||
-                         found.object->contains("ChassisType");
-    return chassis ? chassisHasParts(graph, *found.object, model)
-                   : !isAbsent(*found.object);
+    const std::string_view type = stringAt(*found.object, "@odata.type");
+    const bool part = !source.fragment().empty() ||
+                      type.substr(0, model.partType.size()) == model.partType;
+    return part ? !isAbsent(*found.object)
+                : chassisHasParts(graph, *found.object, model);
   });
 }
 

@@ -1,0 +1,396 @@
+// What a crawl asks for: counts and targets of requests, over whole servers
+// and over the odd ones that a plan has to bear.
+#include "suite/redfish/crawl.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "suite/redfish/topology.h"
+#include "tests/suite/redfish/service_fixture.h"
+
+namespace {
+
+using redfish::FailureKind;
+using redfish::ResourceState;
+
+constexpr std::uint32_t kSixTables =
+    redfish::kWantSystem | redfish::kWantProcessors | redfish::kWantFans |
+    redfish::kWantDimms | redfish::kWantPowers | redfish::kWantPciAdapters;
+
+std::filesystem::path sample(const char* name) {
+  return std::filesystem::path(SAMPLES_DIR) / name;
+}
+
+struct CrawlSample : ScriptedService, testing::Test {
+  std::optional<redfish::Failure> read(const char* name, std::uint32_t wants) {
+    script->tree = sample(name);
+    return start().read(wanting(wants));
+  }
+  std::size_t finish() {
+    service.reset();
+    return script->requests.size();
+  }
+};
+
+TEST_F(CrawlSample, SummaryByServiceConditionsTakesTenRequests) {
+  EXPECT_FALSE(read("rack-server", redfish::kWantHealth));
+  EXPECT_EQ(service->stats().levels, 3U);
+  EXPECT_EQ(finish(), 10U);
+}
+
+TEST_F(CrawlSample, GuidedWalkKeepsWithinItsBudget) {
+  script->on("GET /redfish/v1/ServiceConditions", 404);
+  EXPECT_FALSE(read("rack-server", redfish::kWantHealth));
+  EXPECT_EQ(service->stats().levels, 6U);
+  EXPECT_LE(finish(), 28U);  // The conditions that are not there, and 27.
+}
+
+TEST_F(CrawlSample, GuidedWalkLeavesHealthyBranchesAlone) {
+  script->on("GET /redfish/v1/ServiceConditions", 404);
+  read("rack-server", redfish::kWantHealth);
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory"), 0U);
+  EXPECT_EQ(script->count("GET /redfish/v1/Chassis/1/ThermalSubsystem/Fans"),
+            0U);
+}
+
+TEST_F(CrawlSample, ThoroughWalkReadsEveryComponent) {
+  EXPECT_FALSE(
+      read("rack-server", redfish::kWantHealth | redfish::kWantThorough));
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory/"), 24U);
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Storage/1/Drives/"), 8U);
+}
+
+TEST_F(CrawlSample, UnexplainedSystemHasItsBranchesEntered) {
+  script->on("GET /redfish/v1/ServiceConditions", 404);
+  script->tree = sample("rack-server");
+  auto selection = wanting(redfish::kWantHealth);
+  start().read(selection);
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory/"), 0U);
+  selection.unexplained.insert("/redfish/v1/Systems/1");
+  service->read(selection);
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory/"), 24U);
+  EXPECT_EQ(script->count("GET /redfish/v1/Chassis/1/ThermalSubsystem/Fans/"),
+            0U);
+}
+
+TEST_F(CrawlSample, SixTablesKeepWithinTheirBudget) {
+  EXPECT_FALSE(read("rack-server", kSixTables));
+  EXPECT_EQ(service->stats().levels, 6U);
+  EXPECT_LE(finish(), 60U);
+}
+
+TEST_F(CrawlSample, SixTablesOnTheOldSchema) {
+  EXPECT_FALSE(read("old-schema", kSixTables));
+  EXPECT_LE(finish(), 48U);
+}
+
+TEST_F(CrawlSample, ItemsReadAheadCostNothingLater) {
+  options.prefetch = kSixTables;
+  EXPECT_FALSE(read("rack-server", redfish::kWantSystem));
+  const std::size_t before = script->requests.size();
+  EXPECT_FALSE(service->read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->requests.size(), before);
+}
+
+TEST_F(CrawlSample, NoResourceIsAskedForTwice) {
+  for (const char* name : {"rack-server", "two-node", "old-schema", "edge"}) {
+    ScriptedService one;
+    one.script->tree = sample(name);
+    one.start().read(wanting(kSixTables | redfish::kWantHealth));
+    const std::set<std::string> distinct(one.script->requests.begin(),
+                                         one.script->requests.end());
+    EXPECT_EQ(distinct.size(), one.script->requests.size()) << name;
+  }
+}
+
+TEST_F(CrawlSample, ConcurrencyStaysWithinTheLimit) {
+  options.maxConnections = 3;
+  EXPECT_FALSE(read("rack-server", kSixTables));
+  EXPECT_EQ(script->mostUnderWay, 3U);
+}
+
+TEST_F(CrawlSample, SecondNodeReadsItsOwnProcessorsOnly) {
+  script->tree = sample("two-node");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantProcessors, 1)));
+  const auto systems = redfish::eligibleSystems(service->graph());
+  ASSERT_EQ(systems.size(), 2U);
+  EXPECT_EQ(script->count("GET " + systems[0]->uri.target() + "/Processors"),
+            0U);
+  EXPECT_GE(script->count("GET " + systems[1]->uri.target() + "/Processors"),
+            1U);
+}
+
+TEST_F(CrawlSample, NodeBeyondTheListIsNoSystem) {
+  script->tree = sample("two-node");
+  EXPECT_EQ(start().read(wanting(redfish::kWantSystem, 2))->kind,
+            FailureKind::kNoSystem);
+}
+
+/// A service built link by link.
+struct CrawlScript : ScriptedService, testing::Test {
+  CrawlScript() {
+    options.user.clear();
+    script->on("GET /redfish/v1/", 200, kRootBody);
+    on("/Systems", R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1"}]})");
+    on("/Systems/1", R"({
+        "Memory": {"@odata.id": "/redfish/v1/Systems/1/Memory"},
+        "Processors": {"@odata.id": "/redfish/v1/Systems/1/Processors"}})");
+    on("/Chassis", R"({"Members": []})");
+  }
+  void on(const std::string& path, std::string body, int status = 200) {
+    script->on("GET /redfish/v1" + path, status, std::move(body));
+  }
+  void instead(const std::string& path, std::string body, int status = 200) {
+    script->answers.erase("GET /redfish/v1" + path);
+    on(path, std::move(body), status);
+  }
+  const redfish::Resource* found(const std::string& path) {
+    return service->graph().find("/redfish/v1" + path);
+  }
+  std::size_t memory() {
+    return script->count("GET /redfish/v1/Systems/1/Memory/");
+  }
+};
+
+TEST_F(CrawlScript, PagesAreFollowedAndJoined) {
+  on("/Systems/1/Memory", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1"}],
+      "Members@odata.nextLink": "/redfish/v1/Systems/1/Memory?$skip=1"})");
+  on("/Systems/1/Memory?$skip=1", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/2"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(memory(), 2U);
+  EXPECT_EQ(
+      redfish::linksAt(found("/Systems/1/Memory")->body, "Members").size(), 2U);
+}
+
+TEST_F(CrawlScript, PagesThatLoopEnd) {
+  on("/Systems/1/Memory", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1"}],
+      "Members@odata.nextLink": "/redfish/v1/Systems/1/Memory"})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kRead);
+}
+
+TEST_F(CrawlScript, UnreadablePageSpoilsTheCollection) {
+  on("/Systems/1/Memory", R"({"Members": [],
+      "Members@odata.nextLink": "/redfish/v1/Systems/1/Memory?$skip=1"})");
+  on("/Systems/1/Memory?$skip=1", "garbage");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kUnreadable);
+}
+
+TEST_F(CrawlScript, PagesWithoutEndSpoilTheCollection) {
+  for (int i = 0; i < 100; ++i) {
+    const std::string next = std::to_string(i + 1);
+    on("/Systems/1/Memory" + (i == 0 ? "" : "?$skip=" + std::to_string(i)),
+       R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1/Memory/1"}],
+           "Members@odata.nextLink": "/redfish/v1/Systems/1/Memory?$skip=)" +
+           next + "\"}");
+  }
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kUnreadable);
+  EXPECT_LE(script->requests.size(), 80U);
+}
+
+TEST_F(CrawlScript, MembersMissingNullOrOneObject) {
+  on("/Systems/1/Memory", R"({"Members": {"@odata.id":
+                              "/redfish/v1/Systems/1/Memory/1"}})");
+  on("/Systems/1/Processors", R"({"Members": null})");
+  EXPECT_FALSE(
+      start().read(wanting(redfish::kWantDimms | redfish::kWantProcessors)));
+  EXPECT_EQ(memory(), 1U);
+}
+
+TEST_F(CrawlScript, BadMembersAreSkipped) {
+  on("/Systems/1/Memory", R"({"Members": [null, 3, {}, {"@odata.id": 7},
+      {"@odata.id": "https://evil.test/x"}, {"@odata.id": "/redfish/../etc"},
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(memory(), 1U);
+}
+
+TEST_F(CrawlScript, MillionMembersSpoilTheCollection) {
+  std::string body = R"({"Members": [)";
+  for (int i = 0; i < 5000; ++i) {
+    body += R"({"@odata.id": "/redfish/v1/Systems/1/Memory/)" +
+            std::to_string(i) + "\"},";
+  }
+  body.back() = ']';
+  on("/Systems/1/Memory", body + "}");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(memory(), 0U);
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kUnreadable);
+}
+
+TEST_F(CrawlScript, ResourcesBeyondTheLimitAreNotAskedFor) {
+  std::string body = R"({"Members": [)";
+  for (int i = 0; i < 3000; ++i) {
+    body += R"({"@odata.id": "/redfish/v1/Systems/1/Memory/)" +
+            std::to_string(i) + "\"},";
+  }
+  body.back() = ']';
+  on("/Systems/1/Memory", body + "}");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_LE(script->requests.size(), 2001U);
+  EXPECT_EQ(found("/Systems/1/Memory/2999")->state, ResourceState::kUnreadable);
+}
+
+TEST_F(CrawlScript, ChassisThatContainEachOtherEnd) {
+  instead("/Chassis", R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/A"},
+                                      {"@odata.id": "/redfish/v1/Chassis/B"}]})");
+  on("/Chassis/A", R"({"Links": {"Contains": [
+      {"@odata.id": "/redfish/v1/Chassis/B"},
+      {"@odata.id": "/redfish/v1/Chassis/A"}]}})");
+  on("/Chassis/B", R"({"Links": {"Contains": [
+      {"@odata.id": "/redfish/v1/Chassis/A"}]}})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  EXPECT_EQ(redfish::nodeAt(service->graph(), 0).chassis.size(), 2U);
+}
+
+TEST_F(CrawlScript, OldFansWhenTheNewModelHasNone) {
+  instead("/Chassis",
+          R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/A"}]})");
+  on("/Chassis/A", R"({
+      "ThermalSubsystem": {"@odata.id": "/redfish/v1/Chassis/A/ThermalSubsystem"},
+      "Thermal": {"@odata.id": "/redfish/v1/Chassis/A/Thermal"}})");
+  on("/Chassis/A/ThermalSubsystem", R"({"Fans": {"@odata.id":
+      "/redfish/v1/Chassis/A/ThermalSubsystem/Fans"}})");
+  on("/Chassis/A/ThermalSubsystem/Fans", R"({"Members": []})");
+  on("/Chassis/A/Thermal", R"({"Fans": [{"MemberId": "0"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  EXPECT_NE(found("/Chassis/A/Thermal"), nullptr);
+}
+
+TEST_F(CrawlScript, OldFansAreLeftWhereTheNewModelHasSome) {
+  instead("/Chassis",
+          R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/A"}]})");
+  on("/Chassis/A", R"({
+      "ThermalSubsystem": {"@odata.id": "/redfish/v1/Chassis/A/ThermalSubsystem"},
+      "Thermal": {"@odata.id": "/redfish/v1/Chassis/A/Thermal"}})");
+  on("/Chassis/A/ThermalSubsystem", R"({"Fans": {"@odata.id":
+      "/redfish/v1/Chassis/A/ThermalSubsystem/Fans"}})");
+  on("/Chassis/A/ThermalSubsystem/Fans", R"({"Members": [{"@odata.id":
+      "/redfish/v1/Chassis/A/ThermalSubsystem/Fans/1"}]})");
+  on("/Chassis/A/ThermalSubsystem/Fans/1", R"({"Name": "Fan 1"})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  EXPECT_EQ(found("/Chassis/A/Thermal"), nullptr);
+}
+
+TEST_F(CrawlScript, FansOfTheEnclosureWhereTheBladeHasNone) {
+  instead("/Chassis",
+          R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/Blade"}]})");
+  on("/Chassis/Blade", R"({"Links": {
+      "ComputerSystems": [{"@odata.id": "/redfish/v1/Systems/1"}],
+      "ContainedBy": {"@odata.id": "/redfish/v1/Chassis/Enclosure"}}})");
+  on("/Chassis/Enclosure", R"({"ChassisType": "Enclosure",
+      "Thermal": {"@odata.id": "/redfish/v1/Chassis/Enclosure/Thermal"}})");
+  on("/Chassis/Enclosure/Thermal", R"({"Fans": [{"MemberId": "0"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  EXPECT_NE(found("/Chassis/Enclosure/Thermal"), nullptr);
+}
+
+TEST_F(CrawlScript, UnreadableMemberIsKeptWithItsReason) {
+  on("/Systems/1/Memory", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1"}]})");
+  on("/Systems/1/Memory/1", "<html>", 200);
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  const auto* member = found("/Systems/1/Memory/1");
+  ASSERT_NE(member, nullptr);
+  EXPECT_EQ(member->state, ResourceState::kUnreadable);
+  EXPECT_EQ(member->failure->kind, FailureKind::kBadContent);
+}
+
+TEST_F(CrawlScript, ResetOfAReusedConnectionIsRepeatedOnAFreshOne) {
+  auto reset = failureOf(FailureKind::kUnreachable);
+  reset.reusedConnection = true;
+  script->on("GET /redfish/v1/Systems/1/Memory", reset);
+  on("/Systems/1/Memory", R"({"Members": []})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->fresh, 1U);
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kRead);
+}
+
+TEST_F(CrawlScript, ControllerThatVanishesEndsTheReading) {
+  script->on("GET /redfish/v1/Systems/1/Memory",
+             failureOf(FailureKind::kUnreachable));
+  script->on("GET /redfish/v1/Systems/1/Processors",
+             failureOf(FailureKind::kUnreachable));
+  instead("/Systems/1", R"({
+      "Memory": {"@odata.id": "/redfish/v1/Systems/1/Memory"},
+      "Processors": {"@odata.id": "/redfish/v1/Systems/1/Processors"},
+      "PCIeDevices": [{"@odata.id": "/redfish/v1/D/1"}]})");
+  script->on("GET /redfish/v1/D/1", failureOf(FailureKind::kUnreachable));
+  EXPECT_EQ(start().read(wanting(kSixTables))->kind, FailureKind::kUnreachable);
+}
+
+TEST_F(CrawlScript, RedirectOnTheSameOriginIsFollowed) {
+  auto moved = answerOf(308);
+  moved.location = "https://bmc.test/redfish/v1/Other";
+  script->on("GET /redfish/v1/Systems/1/Memory", moved);
+  script->on("GET /redfish/v1/Other", 200, R"({"Members": []})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kRead);
+}
+
+TEST_F(CrawlScript, RedirectToAnotherOriginIsRefused) {
+  auto moved = answerOf(302);
+  moved.location = "https://evil.test/redfish/v1/Other";
+  script->on("GET /redfish/v1/Systems/1/Memory", moved);
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->failure->kind,
+            FailureKind::kRefusedLink);
+  EXPECT_EQ(script->count("GET /redfish/v1/Other"), 0U);
+}
+
+TEST_F(CrawlScript, RedirectLoopEnds) {
+  auto moved = answerOf(307);
+  moved.location = "/redfish/v1/Systems/1/Memory";
+  script->on("GET /redfish/v1/Systems/1/Memory", moved);
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory"), 4U);
+}
+
+/// The same service, offering $expand.
+struct CrawlExpand : CrawlScript {
+  CrawlExpand() {
+    std::string root = kRootBody;
+    root.insert(1, R"("ProtocolFeaturesSupported": {"ExpandQuery":
+        {"NoLinks": true, "Levels": true, "MaxLevels": 6}},)");
+    instead("/", root);
+  }
+};
+
+TEST_F(CrawlExpand, ExpandedMembersAreNotAskedFor) {
+  on("/Systems?$expand=.",
+     R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1",
+      "@odata.type": "#ComputerSystem.v1_20_0.ComputerSystem", "Id": "1",
+      "Name": "S", "Memory": {"@odata.id": "/redfish/v1/Systems/1/Memory"}}]})");
+  on("/Systems/1/Memory?$expand=.", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1", "Name": "D",
+       "@odata.type": "#Memory.v1_17_0.Memory", "Id": "1"},
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/2"}]})");
+  on("/Systems/1/Memory/2", R"({"Id": "2"})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory/1"), 0U);
+  EXPECT_EQ(memory(), 1U);
+  EXPECT_EQ(found("/Systems/1/Memory/1")->state, ResourceState::kRead);
+}
+
+TEST_F(CrawlExpand, RefusalFallsBackForTheRun) {
+  on("/Systems?$expand=.", "", 501);
+  on("/Systems/1/Memory", R"({"Members": []})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory?"), 0U);
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kRead);
+}
+
+TEST_F(CrawlExpand, RecordedServerIsNeverAskedToExpand) {
+  script->live = false;
+  on("/Systems/1/Memory", R"({"Members": []})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(script->count("GET /redfish/v1/Systems?"), 0U);
+}
+
+}  // namespace

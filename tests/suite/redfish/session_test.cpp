@@ -1,0 +1,199 @@
+// Logins as a service meets them: what is sent, and that no session is left.
+#include "suite/redfish/session.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/suite/redfish/log_recorder.h"
+#include "tests/suite/redfish/service_fixture.h"
+
+namespace {
+
+using redfish::FailureKind;
+
+constexpr const char* kSessions = "/redfish/v1/SessionService/Sessions";
+const std::string kLogin = std::string("POST ") + kSessions;
+
+struct SessionTest : ScriptedService, testing::Test {
+  SessionTest() { script->on("GET /redfish/v1/", 200, kRootBody); }
+
+  /// The scripted login answer with a token.
+  static redfish::Answer granted(std::string location, std::string body = "") {
+    redfish::Answer answer = answerOf(201, std::move(body));
+    answer.authToken = "tok";
+    answer.location = std::move(location);
+    return answer;
+  }
+};
+
+TEST_F(SessionTest, LoginGoesOutBesideTheRootRequest) {
+  EXPECT_FALSE(start().open());
+  EXPECT_EQ(script->mostUnderWay, 2U);
+  EXPECT_EQ(script->count("POST"), 1U);
+  EXPECT_EQ(service->stats().levels, 1U);
+}
+
+TEST_F(SessionTest, ClosingDeletesTheSessionOnce) {
+  start().open();
+  service->close();
+  service.reset();
+  EXPECT_EQ(script->count("DELETE"), 1U);
+  EXPECT_EQ(script->sessionsOpen, 0);
+}
+
+TEST_F(SessionTest, WithoutUserNothingIsSent) {
+  options.user.clear();
+  EXPECT_FALSE(start().open());
+  EXPECT_EQ(script->count("POST"), 0U);
+}
+
+TEST_F(SessionTest, WrongPasswordIsTriedOnce) {
+  script->on(kLogin, 401);
+  const auto failure = start().open();
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->kind, FailureKind::kAuthentication);
+  EXPECT_TRUE(service->open());
+  EXPECT_TRUE(service->read(wanting(redfish::kWantSystem)));
+  service.reset();
+  EXPECT_EQ(script->count("POST"), 1U);
+}
+
+TEST_F(SessionTest, ForbiddenLoginIsAnAuthenticationFailure) {
+  script->on(kLogin, 403);
+  EXPECT_EQ(start().open()->kind, FailureKind::kAuthentication);
+}
+
+TEST_F(SessionTest, PasswordThatMustBeChangedIsTold) {
+  script->on(kLogin, 403, R"({"error": {"@Message.ExtendedInfo": [
+      {"MessageId": "Base.1.18.PasswordChangeRequired"}]}})");
+  EXPECT_EQ(start().open()->kind, FailureKind::kPasswordChange);
+}
+
+TEST_F(SessionTest, RootNamesAnotherPlaceForSessions) {
+  std::string root = kRootBody;
+  root.replace(root.find(kSessions), std::string(kSessions).size(),
+               "/redfish/v1/Logins");
+  script->answers.clear();
+  script->on("GET /redfish/v1/", 200, root).on(kLogin, 404);
+  EXPECT_FALSE(start().open());
+  service.reset();
+  EXPECT_EQ(script->count("POST /redfish/v1/Logins"), 1U);
+  EXPECT_EQ(script->count("DELETE /redfish/v1/Logins/1"), 1U);
+}
+
+TEST_F(SessionTest, BasicWhenNoSessionCanBeMade) {
+  for (const int status : {400, 404, 405, 501, 503}) {
+    ScriptedService one;
+    one.script->on("GET /redfish/v1/", 200, kRootBody)
+        .on(kLogin, status)
+        .on("GET /redfish/v1/Systems", 404);
+    EXPECT_FALSE(one.start().open()) << status;
+    one.service->read(wanting(redfish::kWantProcessors));
+    EXPECT_EQ(one.script->sent.back().basicUser, "admin") << status;
+    EXPECT_EQ(one.script->count("DELETE"), 0U) << status;
+  }
+}
+
+TEST_F(SessionTest, BasicWhenTheAnswerHasNoToken) {
+  script->on(kLogin, 201).on("GET /redfish/v1/Systems", 404);
+  start().read(wanting(redfish::kWantProcessors));
+  EXPECT_EQ(script->sent.back().basicUser, "admin");
+}
+
+TEST_F(SessionTest, BasicWhenTheRootNamesNoSessionsAndSays401) {
+  std::string root = kRootBody;
+  root.replace(root.find("Sessions"), 8, "Nothing_");
+  script->answers.clear();
+  script->on("GET /redfish/v1/", 200, root).on(kLogin, 401);
+  script->on("GET /redfish/v1/Systems", 404);
+  EXPECT_FALSE(start().open());
+  service->read(wanting(redfish::kWantProcessors));
+  EXPECT_EQ(script->sent.back().basicUser, "admin");
+}
+
+TEST_F(SessionTest, FullTableAndRefusedBasicIsBusy) {
+  script->on(kLogin, 503).on("GET /redfish/v1/Systems", 401);
+  EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
+            FailureKind::kBusy);
+}
+
+TEST_F(SessionTest, LocationOfAnotherHostIsDeletedHere) {
+  script->on(kLogin,
+             granted(std::string("http://10.9.9.9") + kSessions + "/7"));
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/7");
+}
+
+TEST_F(SessionTest, RelativeLocationIsJoinedToTheSessions) {
+  script->on(kLogin, granted("Sessions/8"));
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/8");
+}
+
+TEST_F(SessionTest, WithoutLocationTheBodyNamesTheSession) {
+  script->on(kLogin, granted("", R"({"@odata.id":
+      "/redfish/v1/SessionService/Sessions/9"})"));
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/9");
+}
+
+TEST_F(SessionTest, WithoutAnyNameTheOnlySessionOfOursIsDeleted) {
+  const std::string base = kSessions;
+  script->on(kLogin, granted(""))
+      .on("GET " + base, 200, R"({"Members": [
+          {"@odata.id": "/redfish/v1/SessionService/Sessions/1"},
+          {"@odata.id": "/redfish/v1/SessionService/Sessions/2"}]})")
+      .on("GET " + base + "/1", 200, R"({"UserName": "other"})")
+      .on("GET " + base + "/2", 200, R"({"UserName": "admin"})");
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->requests.back(), "DELETE " + base + "/2");
+}
+
+TEST_F(SessionTest, SessionGrantedBesideAFailedRootIsDeleted) {
+  script->answers.clear();
+  script->on("GET /redfish/v1/", failureOf(FailureKind::kBadContent));
+  EXPECT_TRUE(start().open());
+  service.reset();
+  EXPECT_EQ(script->sessionsOpen, 0);
+}
+
+TEST_F(SessionTest, ExpiredSessionIsRenewedOnce) {
+  script->on("GET /redfish/v1/Systems", 401)
+      .on("GET /redfish/v1/Systems", 200, R"({"Members": []})");
+  EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
+            FailureKind::kNoSystem);
+  service.reset();
+  EXPECT_EQ(script->count("POST"), 2U);
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/2");
+}
+
+TEST_F(SessionTest, SessionThatEndsAgainIsGivenUp) {
+  script->on("GET /redfish/v1/Systems", 401);
+  EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
+            FailureKind::kAuthentication);
+  EXPECT_EQ(script->count("POST"), 2U);
+}
+
+TEST_F(SessionTest, ServiceThatAsksForALoginWithoutAUser) {
+  options.user.clear();
+  script->on("GET /redfish/v1/Systems", 401);
+  EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
+            FailureKind::kNoCredentials);
+}
+
+TEST_F(SessionTest, PasswordThatTheServiceRepeatsIsHidden) {
+  script->on(kLogin, 401, R"({"error": {"@Message.ExtendedInfo": [
+      {"Message": "password s3cret-word is wrong"}]}})");
+  clearLog();
+  const auto failure = start().open();
+  EXPECT_EQ(failure->cause.find("s3cret-word"), std::string::npos);
+  EXPECT_NE(failure->cause.find("***"), std::string::npos);
+  for (const LogLine& line : loggedLines()) {
+    EXPECT_EQ(line.text.find("s3cret-word"), std::string::npos);
+  }
+}
+
+}  // namespace
