@@ -18,6 +18,8 @@ enum class FailureKind {
   kForbidden,             ///< Logged in, but the privilege is missing.
   kPasswordChange,        ///< The password must be changed first.
   kNoCredentials,         ///< The service asks for a login; none configured.
+  kCredentialMissing,     ///< The file that should hold the password is not
+                          ///< there.
   kBusy,                  ///< 429/503 after all repeats; session table full.
   kServerError,           ///< 5xx other than 503.
   kNotRedfish,            ///< Answers, but is no Redfish service (version 1).
@@ -26,7 +28,9 @@ enum class FailureKind {
   kBadContent,            ///< Not JSON, truncated, over a limit, no object.
   kRefusedLink,           ///< A link or redirect that leaves the service.
   kDirectoryMissing,      ///< Recorded server: no such directory.
-  kFileUnreadable,        ///< Recorded server: a file cannot be read.
+  kFileUnreadable,        ///< A file of ours cannot be read: of a recorded
+                          ///< server, or one that holds a password.
+  kNoHostInterface,       ///< Nothing leads to this machine's controller.
   kInterrupted,           ///< The user ended the run.
   kInternal               ///< A failure of our own.
 };

@@ -1,0 +1,44 @@
+#include "suite/connection/credential.h"
+
+#include <utility>
+
+#include "suite/connection/password_input.h"
+
+namespace connection {
+namespace {
+
+std::optional<Credential> withOrigin(std::optional<Secret> password,
+                                     const std::string& origin) {
+  if (!password) {
+    return std::nullopt;
+  }
+  return Credential{*std::move(password), origin};
+}
+
+}  // namespace
+
+std::optional<Credential> findCredential(const Target& target,
+                                         std::optional<Secret> environment,
+                                         redfish::Failure& failure) {
+  const PasswordSources& sources = target.password;
+  if (!sources.optionFile.empty()) {
+    return withOrigin(readPasswordFile(sources.optionFile, failure),
+                      "file " + sources.optionFile);
+  }
+  if (sources.standardInput) {
+    return withOrigin(readPasswordFromStdin(failure), "standard input");
+  }
+  if (environment) {
+    return withOrigin(std::move(environment), "BRIVEL_PASSWORD");
+  }
+  if (!sources.settingsFile.empty()) {
+    return withOrigin(readPasswordFile(sources.settingsFile, failure),
+                      "file " + sources.settingsFile);
+  }
+  return withOrigin(askPassword("Password for " + target.user + " at " +
+                                    inWords(target.address) + ": ",
+                                failure),
+                    "terminal");
+}
+
+}  // namespace connection

@@ -1,0 +1,248 @@
+#include "suite/connection/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "tests/suite/connection/temporary_directory.h"
+
+namespace {
+
+using connection::Address;
+using connection::loadSettings;
+using connection::NamedTarget;
+using connection::overlay;
+using connection::Settings;
+using connection::TargetSettings;
+
+class LoadSettings : public testing::Test {
+ protected:
+  std::optional<Settings> load(const std::string& text) {
+    file_ = directory_.write("brivel.toml", text);
+    return loadSettings(file_, "/home/ada", error_);
+  }
+
+  /// The error of a file that is refused, without the file's name.
+  std::string errorOf(const std::string& text) {
+    EXPECT_FALSE(load(text));
+    EXPECT_EQ(error_.rfind(file_ + ":", 0), 0U) << error_;
+    return error_.substr(std::min(file_.size() + 1, error_.size()));
+  }
+
+  TemporaryDirectory directory_;
+  std::string file_;
+  std::string error_;
+};
+
+TEST_F(LoadSettings, EmptyFileSaysNothing) {
+  const auto settings = load("");
+  ASSERT_TRUE(settings) << error_;
+  EXPECT_EQ(settings->file, file_);
+  EXPECT_FALSE(settings->defaults.user);
+  EXPECT_FALSE(settings->inband);
+  EXPECT_TRUE(settings->targets.empty());
+}
+
+TEST_F(LoadSettings, DefaultsAreRead) {
+  const std::string pin = "sha256//" + std::string(43, 'x') + "=";
+  const auto settings = load(
+      "[defaults]\n"
+      "user = 'admin'\n"
+      "password-file = '/etc/brivel/secret'\n"
+      "cacert = '/etc/brivel/ca.pem'\n"
+      "pin = '" +
+      pin +
+      "'\n"
+      "insecure = true\n"
+      "plain-http = false\n"
+      "timeout = 2.5\n"
+      "deadline = 60\n"
+      "max-connections = 8\n"
+      "thorough = true\n"
+      "log-file = '/var/log/brivel.log'\n"
+      "log-level = 4\n");
+  ASSERT_TRUE(settings) << error_;
+  const TargetSettings& defaults = settings->defaults;
+  EXPECT_EQ(defaults.user, "admin");
+  EXPECT_EQ(defaults.passwordFile, "/etc/brivel/secret");
+  EXPECT_EQ(defaults.caFile, "/etc/brivel/ca.pem");
+  EXPECT_EQ(defaults.pin, pin);
+  EXPECT_EQ(defaults.insecure, true);
+  EXPECT_EQ(defaults.plainHttp, false);
+  EXPECT_EQ(defaults.timeout, std::chrono::milliseconds(2500));
+  EXPECT_EQ(defaults.deadline, std::chrono::seconds(60));
+  EXPECT_EQ(defaults.maxConnections, 8);
+  EXPECT_EQ(defaults.thorough, true);
+  EXPECT_EQ(settings->logFile, "/var/log/brivel.log");
+  EXPECT_EQ(settings->logLevel, 4);
+}
+
+TEST_F(LoadSettings, TargetsAreRead) {
+  const auto settings = load(
+      "[targets.rack1-n3]\n"
+      "address = 'admin@10.0.0.5'\n"
+      "insecure = true\n"
+      "[targets.lab]\n"
+      "address = 'file:/srv/lab'\n");
+  ASSERT_TRUE(settings) << error_;
+  ASSERT_EQ(settings->targets.size(), 2U);
+  const NamedTarget& target = settings->targets.at("rack1-n3");
+  EXPECT_EQ(target.address.host, "10.0.0.5");
+  EXPECT_EQ(target.address.user, "admin");
+  EXPECT_EQ(target.settings.insecure, true);
+  EXPECT_EQ(settings->targets.at("lab").address.directory, "/srv/lab");
+}
+
+TEST_F(LoadSettings, InbandSourceIsAnAddress) {
+  const auto settings = load("[inband]\nsource = 'file:/srv/lab'\n");
+  ASSERT_TRUE(settings) << error_;
+  ASSERT_TRUE(settings->inband);
+  EXPECT_EQ(settings->inband->address.directory, "/srv/lab");
+}
+
+TEST_F(LoadSettings, InbandSourceMayBeANamedTarget) {
+  const auto settings = load(
+      "[inband]\nsource = 'self'\ntimeout = 5\n"
+      "[targets.self]\naddress = '169.254.0.17'\nuser = 'host'\ntimeout = 9\n");
+  ASSERT_TRUE(settings) << error_;
+  ASSERT_TRUE(settings->inband);
+  EXPECT_EQ(settings->inband->address.host, "169.254.0.17");
+  EXPECT_EQ(settings->inband->settings.user, "host");
+  EXPECT_EQ(settings->inband->settings.timeout, std::chrono::seconds(5));
+}
+
+TEST_F(LoadSettings, PathsAreRelativeToTheFileOrTheHome) {
+  const auto settings = load(
+      "[defaults]\n"
+      "password-file = 'secret'\n"
+      "cacert = '~/ca.pem'\n"
+      "[targets.lab]\n"
+      "address = 'file:lab'\n"
+      "[inband]\n"
+      "source = 'file:~/lab'\n");
+  ASSERT_TRUE(settings) << error_;
+  EXPECT_EQ(settings->defaults.passwordFile, directory_.path("secret"));
+  EXPECT_EQ(settings->defaults.caFile, "/home/ada/ca.pem");
+  EXPECT_EQ(settings->targets.at("lab").address.directory,
+            directory_.path("lab"));
+  EXPECT_EQ(settings->inband->address.directory, "/home/ada/lab");
+}
+
+TEST_F(LoadSettings, UnknownKeyIsNamedWithItsLine) {
+  const std::string error = errorOf("[defaults]\nuser = 'a'\nusr = 'b'\n");
+  EXPECT_EQ(
+      error.rfind("3: unknown key 'usr' in [defaults]; known are user, ", 0),
+      0U)
+      << error;
+}
+
+TEST_F(LoadSettings, UnknownKeyOfATargetIsNamed) {
+  EXPECT_EQ(errorOf("[targets.a]\naddress = 'b'\nlog-level = 3\n")
+                .rfind("3: unknown key 'log-level' in [targets.a]", 0),
+            0U);
+}
+
+TEST_F(LoadSettings, UnknownTableIsNamed) {
+  EXPECT_EQ(errorOf("\n[default]\nuser = 'a'\n")
+                .rfind("2: unknown table or key 'default'", 0),
+            0U);
+}
+
+TEST_F(LoadSettings, WrongTypesAreNamedWithTheirLine) {
+  EXPECT_EQ(errorOf("[defaults]\ninsecure = 'yes'\n"),
+            "2: 'insecure' in [defaults] must be true or false");
+  EXPECT_EQ(errorOf("[defaults]\nuser = 5\n"),
+            "2: 'user' in [defaults] must be a text in quotation marks, and "
+            "not empty");
+  EXPECT_EQ(errorOf("[defaults]\nmax-connections = 4.0\n"),
+            "2: 'max-connections' in [defaults] must be a whole number from 1 "
+            "to 16");
+  EXPECT_EQ(errorOf("[defaults]\ntimeout = '30'\n"),
+            "2: 'timeout' in [defaults] must be a number of seconds, more than "
+            "0, at most 86400");
+}
+
+TEST_F(LoadSettings, ValuesBeyondTheLimitsAreRefused) {
+  errorOf("[defaults]\nmax-connections = 0\n");
+  errorOf("[defaults]\nmax-connections = 17\n");
+  errorOf("[defaults]\nlog-level = 5\n");
+  errorOf("[defaults]\nlog-level = -1\n");
+  errorOf("[defaults]\ntimeout = 0\n");
+  errorOf("[defaults]\ntimeout = nan\n");
+  errorOf("[defaults]\nuser = ''\n");
+  errorOf("[defaults]\npin = 'sha256//short'\n");
+}
+
+TEST_F(LoadSettings, PasswordIsShownItsPlaceAndNotRepeated) {
+  const std::string error = errorOf("[defaults]\npassword = 'hunter2'\n");
+  EXPECT_EQ(error.rfind("2: 'password' in [defaults] does not belong here", 0),
+            0U)
+      << error;
+  EXPECT_EQ(error.find("hunter2"), std::string::npos);
+}
+
+TEST_F(LoadSettings, PasswordInAnAddressIsNotRepeated) {
+  const std::string error =
+      errorOf("[targets.a]\naddress = 'admin:hunter2@b'\n");
+  EXPECT_EQ(error.rfind("2: 'address' in [targets.a] is no address: ", 0), 0U);
+  EXPECT_EQ(error.find("hunter2"), std::string::npos);
+}
+
+TEST_F(LoadSettings, TargetWithoutAddressIsRefused) {
+  EXPECT_EQ(errorOf("[targets.a]\nuser = 'b'\n"),
+            "1: [targets.a] has no "
+            "address");
+}
+
+TEST_F(LoadSettings, InbandWithoutSourceIsRefused) {
+  EXPECT_EQ(errorOf("[inband]\nuser = 'b'\n"), "1: [inband] has no source");
+}
+
+TEST_F(LoadSettings, TablesMustBeTables) {
+  EXPECT_EQ(errorOf("defaults = 3\n"),
+            "1: 'defaults' must be a table: [defaults]");
+  EXPECT_EQ(errorOf("targets = []\n"),
+            "1: 'targets' must be a table: [targets]");
+  EXPECT_EQ(errorOf("[targets]\na = 'b'\n"),
+            "2: 'targets.a' must be a table: [targets.a]");
+}
+
+TEST_F(LoadSettings, BrokenSyntaxIsNamedWithItsLine) {
+  EXPECT_EQ(errorOf("[defaults]\nuser = 'a\n").rfind("2: ", 0), 0U);
+}
+
+TEST_F(LoadSettings, BytesThatAreNoUtf8AreRefused) {
+  errorOf("[defaults]\nuser = '\xFF'\n");
+}
+
+TEST_F(LoadSettings, MissingFileIsNamed) {
+  const std::string file = directory_.path("none.toml");
+  EXPECT_FALSE(loadSettings(file, "", error_));
+  EXPECT_EQ(error_, file + ": No such file or directory");
+}
+
+TEST_F(LoadSettings, DirectoryIsRefused) {
+  EXPECT_FALSE(loadSettings(directory_.path(), "", error_));
+  EXPECT_EQ(error_, directory_.path() + ": is a directory");
+}
+
+TEST_F(LoadSettings, HugeFileIsRefused) {
+  EXPECT_FALSE(load("#" + std::string(1U << 20U, ' ')));
+  EXPECT_EQ(error_, file_ + ": is larger than 1 MiB");
+}
+
+TEST(Overlay, FirstGoesBeforeSecond) {
+  TargetSettings first;
+  first.user = "a";
+  TargetSettings second;
+  second.user = "b";
+  second.insecure = true;
+  const TargetSettings both = overlay(first, second);
+  EXPECT_EQ(both.user, "a");
+  EXPECT_EQ(both.insecure, true);
+  EXPECT_FALSE(both.timeout);
+}
+
+}  // namespace
