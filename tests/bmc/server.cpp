@@ -1,0 +1,167 @@
+#include "tests/bmc/server.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+#include "tests/bmc/certificate.h"
+#include "tests/bmc/connection.h"
+#include "tests/bmc/connection_policy.h"
+#include "tests/bmc/control_service.h"
+#include "tests/bmc/counters.h"
+#include "tests/bmc/delayed.h"
+#include "tests/bmc/journal.h"
+#include "tests/bmc/lifeline.h"
+#include "tests/bmc/listener.h"
+#include "tests/bmc/ready.h"
+#include "tests/bmc/redfish_service.h"
+#include "tests/bmc/tls_context.h"
+#include "tests/bmc/tree.h"
+
+namespace bmc {
+namespace {
+
+std::optional<std::string> readFile(const std::string& path,
+                                    std::string& error) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  if (!file) {
+    error = path + ": cannot be read";
+    return std::nullopt;
+  }
+  return text.str();
+}
+
+std::optional<std::string> readPassword(const std::string& path,
+                                        std::string& error) {
+  if (path.empty()) return kDefaultPassword;
+  auto text = readFile(path, error);
+  if (text) text->erase(std::min(text->find_first_of("\r\n"), text->size()));
+  return text;
+}
+
+}  // namespace
+
+/// In the order of their making; what a part refers to stands before it.
+struct Server::Parts {
+  explicit Parts(const std::string& logPath) : journal(logPath) {}
+
+  Counters counters;
+  Counters controlCounters;  ///< The control port is not part of the service.
+  Journal journal;
+  ServeAll serveAll;
+  std::optional<RedfishService> service;
+  std::optional<Delayed> delayed;
+  std::optional<ControlService> control;
+  std::unique_ptr<boost::asio::ssl::context> tls;
+  std::optional<Environment> environment;
+  std::optional<Environment> controlEnvironment;
+  Ready ready;
+  boost::asio::io_context io{1};  // Connections in it end before the others.
+  std::optional<Listener> http;
+  std::optional<Listener> https;
+  std::optional<Listener> controlPort;
+  std::optional<Lifeline> lifeline;
+};
+
+Server::Server(Options options) : options_(std::move(options)) {}
+
+Server::~Server() = default;
+
+bool Server::start(std::string& error) {
+  std::error_code code;
+  std::filesystem::create_directories(options_.directory, code);
+  parts_ = std::make_unique<Parts>(options_.directory + "/log.jsonl");
+  if (!parts_->journal.good()) {
+    error = parts_->journal.path() + ": cannot be written";
+    return false;
+  }
+  if (!makeService(error) || !makeTls(error) || !listen(error)) return false;
+  if (!writeReady(parts_->ready, options_.directory)) {
+    error = options_.directory + ": cannot be written";
+    return false;
+  }
+  return true;
+}
+
+bool Server::run() {
+  parts_->io.run();
+  std::ofstream file(options_.directory + "/counters.json",
+                     std::ios::binary | std::ios::trunc);
+  file << toJson(parts_->counters) << '\n' << std::flush;
+  return file.good();
+}
+
+bool Server::makeService(std::string& error) {
+  auto tree = Tree::load(options_.tree, error);
+  if (!tree) return false;
+  const auto password = readPassword(options_.passwordFile, error);
+  if (!password) return false;
+
+  ServiceSettings settings;
+  settings.account = {options_.user, *password};
+  settings.open = options_.open;
+  settings.maxSessions = options_.maxSessions;
+  settings.maxExpandLevels = options_.expand;
+  settings.pageSize = options_.pageSize;
+  settings.gzip = options_.gzip;
+  parts_->service.emplace(std::move(*tree), settings, parts_->counters);
+  parts_->delayed.emplace(*parts_->service,
+                          std::chrono::milliseconds(options_.delayMs));
+  parts_->control.emplace(parts_->counters, parts_->journal);
+  return true;
+}
+
+bool Server::makeTls(std::string& error) {
+  Identity identity;
+  if (options_.certificateFile.empty()) {
+    identity = makeCertificate({});
+    options_.certificateFile = options_.directory + "/certificate.pem";
+    std::ofstream(options_.certificateFile, std::ios::binary)
+        << identity.certificate;
+  } else {
+    auto certificate = readFile(options_.certificateFile, error);
+    auto key = readFile(options_.keyFile, error);
+    if (!certificate || !key) return false;
+    identity = {std::move(*certificate), std::move(*key)};
+  }
+  parts_->ready.certificate = options_.certificateFile;
+  parts_->ready.pin = pinOf(identity.certificate);
+  parts_->tls = makeTlsContext(identity, error);
+  return parts_->tls != nullptr;
+}
+
+bool Server::listen(std::string& error) {
+  Parts& parts = *parts_;
+  parts.environment.emplace(Environment{parts.io, *parts.delayed,
+                                        parts.serveAll, parts.counters,
+                                        &parts.journal});
+  parts.controlEnvironment.emplace(Environment{parts.io, *parts.control,
+                                               parts.serveAll,
+                                               parts.controlCounters, nullptr});
+  parts.http.emplace(*parts.environment, nullptr);
+  parts.https.emplace(*parts.environment, parts.tls.get());
+  parts.controlPort.emplace(*parts.controlEnvironment, nullptr);
+  const std::string& address = options_.address;
+  if (!parts.http->start(address, options_.httpPort, error) ||
+      !parts.https->start(address, options_.httpsPort, error) ||
+      !parts.controlPort->start(address, options_.controlPort, error)) {
+    return false;
+  }
+  parts.lifeline.emplace(parts.io);
+  parts.ready.address = address;
+  parts.ready.httpPort = parts.http->port();
+  parts.ready.httpsPort = parts.https->port();
+  parts.ready.controlPort = parts.controlPort->port();
+  parts.ready.log = parts.journal.path();
+  parts.ready.user = options_.user;
+  return true;
+}
+
+}  // namespace bmc
