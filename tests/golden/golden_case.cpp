@@ -5,10 +5,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
+#include "tests/bmc/controller.h"
 #include "tests/golden/child.h"
+#include "tests/golden/expected_counters.h"
 #include "tests/golden/text_file.h"
 
 namespace golden {
@@ -78,6 +81,21 @@ void makeTree(const Case& theCase, const Setting& setting,
   }
 }
 
+/// The controller that the file "bmc" asks for; null when there is none.
+std::unique_ptr<bmc::Controller> startController(const Case& theCase,
+                                                 Places& places) {
+  const std::string options = readText(theCase.folder / "bmc");
+  if (options.empty()) return nullptr;
+  auto controller =
+      std::make_unique<bmc::Controller>(linesOf(places.here(options)));
+  EXPECT_TRUE(controller->running());
+  places.add("@BMC@", controller->https());
+  places.add("@BMC-HTTP@", controller->http());
+  places.add("@CERTIFICATE@", controller->ready().certificate);
+  places.add("@PIN@", controller->ready().pin);
+  return controller;
+}
+
 std::vector<std::string> environmentOf(const Case& theCase,
                                        const fs::path& work,
                                        const Places& places) {
@@ -131,6 +149,15 @@ void checkNever(const Case& theCase, const Places& places,
   }
 }
 
+/// What the controller counted is what the file "counters" expects.
+void checkCounters(const Case& theCase, const bmc::Controller& controller) {
+  const std::string expected = readText(theCase.folder / "counters");
+  for (const std::string& unmet :
+       unmetCounters(expected, controller.counters())) {
+    ADD_FAILURE() << unmet << "\nthe requests:\n" << controller.log();
+  }
+}
+
 std::string nameOf(const fs::path& root, const fs::path& arguments) {
   constexpr std::string_view kPrefix = "args";
   std::string name =
@@ -173,6 +200,7 @@ void runCase(const Case& theCase, const Setting& setting) {
   places.add("@ROOT@", setting.root.string());
 
   makeTree(theCase, setting, work);
+  const auto controller = startController(theCase, places);
   fs::create_directories(work / "config" / "brivel");
   fs::create_directories(work / "home");
   writeText(work / "config" / "brivel" / "brivel.toml",
@@ -198,6 +226,7 @@ void runCase(const Case& theCase, const Setting& setting) {
         status == 0 ? "" : std::to_string(status) + "\n");
   checkLog(theCase, places.anywhere(log));
   checkNever(theCase, places, output + errors + log);
+  if (controller) checkCounters(theCase, *controller);
 }
 
 }  // namespace golden
