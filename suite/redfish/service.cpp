@@ -72,6 +72,11 @@ std::optional<Failure> Service::open() {
   return lost_;
 }
 
+const Probed& Service::probe() {
+  if (!probed_) probed_ = probeGeneration(*this, options_.lan, callEnd());
+  return *probed_;
+}
+
 std::optional<Failure> Service::read(const Selection& selection) {
   if (auto failure = open()) return failure;
   Selection whole = selection;

@@ -9,6 +9,7 @@
 
 #include "suite/redfish/failure.h"
 #include "suite/redfish/fetcher.h"
+#include "suite/redfish/generation.h"
 #include "suite/redfish/graph.h"
 #include "suite/redfish/knowledge.h"
 #include "suite/redfish/selection.h"
@@ -25,6 +26,7 @@ struct ServiceOptions {
   std::chrono::milliseconds requestTimeout{30000};
   std::chrono::milliseconds callTimeout{120000};          ///< One `read`.
   Clock::time_point deadline = Clock::time_point::max();  ///< The run's.
+  LanAddress lan;  ///< Where to ask for IPMI when there is no Redfish.
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
 };
@@ -56,6 +58,9 @@ class Service {
   /// what the first found. Nothing on success.
   std::optional<Failure> open();
 
+  /// The generation of the controller, found once per run.
+  const Probed& probe();
+
   /// Opens, then reads all that the selection needs and that is not in the
   /// graph yet. Nothing on success: the root, Systems and the node were read.
   /// Whether the collections behind a want were readable is seen in the graph.
@@ -84,6 +89,7 @@ class Service {
   Fetcher fetcher_;
   Session session_;
   bool opened_ = false;
+  std::optional<Probed> probed_;
   std::optional<Failure> lost_;        ///< Why nothing more is to be had.
   std::set<std::uint16_t> readAhead_;  ///< Nodes whose prefetch is done.
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "suite/redfish/failure.h"
+#include "suite/redfish/transport.h"
+
+namespace redfish {
+
+class Service;
+
+/// Class of a management controller, by what it speaks.
+enum class Generation : std::int32_t {
+  kUnknown = 0,  ///< Answers HTTP, but nothing that we know.
+  kIpmi15 = 1,   ///< IPMI 1.5, or of unknown version.
+  kIpmi20 = 2,   ///< IPMI 2.0 over RMCP+.
+  kRedfish = 3   ///< A Redfish service with systems.
+};
+
+/// What a probe found: a generation, or why there is none.
+struct Probed {
+  std::optional<Failure> failure;
+  Generation generation = Generation::kUnknown;
+};
+
+/// Where a controller is asked for IPMI over LAN.
+struct LanAddress {
+  std::string host;  ///< Empty: it is not asked.
+  std::uint16_t port = 623;
+};
+
+/// Finds the generation of a service's controller: from its service root,
+/// which was read when the service was opened, and only where that did not
+/// answer as a Redfish service, by asking for IPMI over UDP. A name that does
+/// not resolve, a certificate that is not trusted and a login that is refused
+/// are no word about the generation and never lead to IPMI.
+Probed probeGeneration(Service& service, const LanAddress& lan,
+                       Clock::time_point until);
+
+}  // namespace redfish
