@@ -18,8 +18,6 @@ struct Mapped {
   /// Set when a list that the table needs could not be read, or none of the
   /// parts in it; the records are not to be used then.
   std::optional<redfish::Failure> failure;
-  /// Single parts that could not be read; each has a row all the same.
-  std::vector<redfish::Failure> unreadable;
 };
 
 /// Counts what a table was made from, and tells whether that is enough.
@@ -28,9 +26,9 @@ class ReadTally {
   /// A part was read, whether or not it makes a row.
   void read() { ++read_; }
 
-  /// A part could not be read.
+  /// A part could not be read. It has a row all the same, which says so.
   void unreadable(const Part& part) {
-    unreadable_.push_back(failureOf(part.uri, part.failure));
+    if (unreadable_++ == 0) first_ = failureOf(part.uri, part.failure);
   }
 
   /// A list of parts could not be read. The first one tells the cause.
@@ -41,20 +39,17 @@ class ReadTally {
   /// Why the table cannot be had; nothing when it can.
   std::optional<redfish::Failure> verdict() const;
 
-  const std::vector<redfish::Failure>& unreadable() const {
-    return unreadable_;
-  }
-
  private:
   std::size_t read_ = 0;
-  std::vector<redfish::Failure> unreadable_;
+  std::size_t unreadable_ = 0;
+  redfish::Failure first_;  ///< Of the parts that could not be read.
   std::optional<redfish::Failure> failure_;
 };
 
 /// The table of some records.
 template <typename Record>
 Mapped<Record> tableOf(std::vector<Record> records, const ReadTally& tally) {
-  return {std::move(records), tally.verdict(), tally.unreadable()};
+  return {std::move(records), tally.verdict()};
 }
 
 }  // namespace devhealth
