@@ -219,8 +219,15 @@ std::optional<Settings> loadSettings(const std::string& file,
     error = file + ": " + reason;
     return std::nullopt;
   }
+  return readSettings(*text, file, home, error);
+}
+
+std::optional<Settings> readSettings(std::string_view text,
+                                     const std::string& file,
+                                     const std::string& home,
+                                     std::string& error) {
   try {
-    return SettingsReader(file, home).read(toml::parse(*text, file));
+    return SettingsReader(file, home).read(toml::parse(text, file));
   } catch (const SettingsMistake& mistake) {
     error = file + ":" + std::to_string(mistake.line) + ": " + mistake.text;
   } catch (const toml::parse_error& failure) {

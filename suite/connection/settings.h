@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "suite/connection/address.h"
 
@@ -50,6 +51,12 @@ struct Settings {
 /// file cannot be read or anything in it is not understood, and the reason in
 /// `error`, with file, line and key; values are not repeated there.
 std::optional<Settings> loadSettings(const std::string& file,
+                                     const std::string& home,
+                                     std::string& error);
+
+/// The same for the text of a settings file, which `file` only names.
+std::optional<Settings> readSettings(std::string_view text,
+                                     const std::string& file,
                                      const std::string& home,
                                      std::string& error);
 

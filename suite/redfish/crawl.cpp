@@ -64,8 +64,9 @@ std::optional<Failure> Crawl::run(const Selection& selection,
   bits_ = planBits(selection.wants);
   thorough_ = (selection.wants & kWantThorough) != 0;
   level_ = knowledge_.levels;
-  for (const auto& [document, kinds] : knowledge_.kinds) {
-    forEachKind(kinds, [&](Kind kind) { openRules(document, kind); });
+  for (const auto& known : knowledge_.kinds) {
+    forEachKind(known.second,
+                [&](Kind kind) { openRules(known.first, kind); });
   }
   for (const Uri& link : selection.extras) ask(link, Kind::kExtra);
 

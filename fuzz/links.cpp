@@ -1,0 +1,55 @@
+// Links, redirects and addresses as services and people write them.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "fuzz/check.h"
+#include "suite/connection/address.h"
+#include "suite/redfish/json.h"
+#include "suite/redfish/redirect.h"
+#include "suite/redfish/uri.h"
+
+namespace {
+
+bool isClean(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    return static_cast<unsigned char>(c) > 0x20 && c != 0x7F && c != '\\';
+  });
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
+                                      std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  if (const auto uri = redfish::Uri::parse(text)) {
+    check(uri->target().compare(0, 9, "/redfish/") == 0 ||
+          uri->target() == "/redfish");
+    check(isClean(uri->target()));
+    const std::string path = uri->target().substr(0, uri->target().find('?'));
+    check(path.find("/../") == std::string::npos);
+    // What was accepted once is accepted again and means the same, unless
+    // encoding it has made it too long.
+    const auto again = redfish::Uri::parse(uri->target());
+    check(again ? again->document() == uri->document()
+                : uri->target().size() > 1024);
+  }
+  if (const auto target = redfish::redirectTarget(text, "bmc.test:443")) {
+    check(redfish::Uri::parse(*target) || target->size() > 1024);
+  }
+  std::string error;
+  if (const auto address = connection::parseAddress(text, error)) {
+    check(address->user.find(':') == std::string::npos);
+    const bool directory =
+        address->scheme == connection::Address::Scheme::kDirectory;
+    check(directory != address->directory.empty());
+    check(directory != !address->host.empty());
+  } else {
+    check(!error.empty());
+  }
+  error.clear();
+  if (!redfish::parseObject(text, error)) check(!error.empty());
+  return 0;
+}

@@ -1,0 +1,31 @@
+// Settings files as people write them.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "fuzz/check.h"
+#include "suite/connection/settings.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
+                                      std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  std::string error;
+  const auto settings =
+      connection::readSettings(text, "fuzz.toml", "/home/fuzz", error);
+  check(settings.has_value() == error.empty());
+  if (!settings) {
+    check(error.find("fuzz.toml") != std::string::npos);
+    return 0;
+  }
+  const auto sane = [](const connection::TargetSettings& target) {
+    check(!target.maxConnections ||
+          (*target.maxConnections >= 1 && *target.maxConnections <= 16));
+    check(!target.timeout || target.timeout->count() > 0);
+  };
+  sane(settings->defaults);
+  for (const auto& [name, target] : settings->targets) sane(target.settings);
+  check(!settings->logLevel ||
+        (*settings->logLevel >= 0 && *settings->logLevel <= 4));
+  return 0;
+}
