@@ -5,6 +5,7 @@
 namespace redfish {
 
 void wipe(std::string& text) noexcept {
+  text.resize(text.capacity());  // Never allocates.
   OPENSSL_cleanse(text.data(), text.size());
   text.clear();
 }

@@ -5,7 +5,9 @@
 
 namespace redfish {
 
-/// Overwrites a text's bytes and empties it; the compiler may not drop it.
+/// Overwrites a text's bytes, all the room that it holds, and empties it; the
+/// compiler may not drop it. A text that was moved away is worth wiping, too:
+/// a short one leaves its bytes behind.
 void wipe(std::string& text) noexcept;
 
 /// The text with every occurrence of the secret replaced by "***". A service

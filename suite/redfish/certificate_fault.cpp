@@ -1,0 +1,72 @@
+#include "suite/redfish/certificate_fault.h"
+
+#include "suite/redfish/text.h"
+
+namespace redfish {
+namespace {
+
+constexpr std::size_t kDetailBytes = 200;
+
+constexpr char kTrustIt[] =
+    "trust its key with --pin, or its authority with --cacert";
+constexpr char kCheckClock[] =
+    "renew the certificate at the controller, and check this machine's clock";
+
+struct Words {
+  const char* cause;
+  const char* remedy;
+  bool withDetail;
+};
+
+Words wordsOf(CertificateFault fault) {
+  switch (fault) {
+    case CertificateFault::kSelfSigned:
+      return {"the certificate is self-signed", kTrustIt, false};
+    case CertificateFault::kUnknownAuthority:
+      return {"the certificate comes from an authority that is not trusted",
+              kTrustIt, false};
+    case CertificateFault::kExpired:
+      return {"the certificate has expired", kCheckClock, false};
+    case CertificateFault::kNotYetValid:
+      return {"the certificate is not valid yet", kCheckClock, false};
+    case CertificateFault::kOtherName:
+      return {"the certificate is for another name",
+              "use a name that stands in it, or trust its key with --pin",
+              false};
+    case CertificateFault::kWrongPin:
+      return {"the server's key is not the pinned one",
+              "make sure that this is the right server before the pin is "
+              "changed",
+              false};
+    case CertificateFault::kRevoked:
+      return {"the certificate was revoked",
+              "renew the certificate at the controller", false};
+    case CertificateFault::kWeak:
+      return {"the certificate's key or signature is too weak",
+              "renew the certificate at the controller, or trust its key with "
+              "--pin",
+              true};
+    case CertificateFault::kAuthorityFile:
+      return {"the trusted authorities cannot be read",
+              "check the file given with --cacert", true};
+    case CertificateFault::kBadPin:
+      return {"the pin is not of the form sha256//BASE64", "check --pin",
+              false};
+    case CertificateFault::kOther:
+      break;
+  }
+  return {"the certificate was refused", kTrustIt, true};
+}
+
+}  // namespace
+
+Failure failureOf(CertificateFault fault, const std::string& detail) {
+  const Words words = wordsOf(fault);
+  std::string cause = words.cause;
+  if (words.withDetail && !detail.empty()) {
+    cause += " (" + excerpt(detail, kDetailBytes) + ')';
+  }
+  return {FailureKind::kCertificate, "", "", std::move(cause), words.remedy};
+}
+
+}  // namespace redfish

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "suite/redfish/failure.h"
+
+namespace redfish {
+
+/// Why a server's certificate is not trusted, whatever the library says.
+enum class CertificateFault {
+  kSelfSigned,
+  kUnknownAuthority,
+  kExpired,
+  kNotYetValid,
+  kOtherName,
+  kWrongPin,
+  kRevoked,
+  kWeak,
+  kAuthorityFile,  ///< Not the certificate: the file of trusted authorities.
+  kBadPin,         ///< Not the certificate: the configured pin is none.
+  kOther
+};
+
+/// The failure in words that a person can act on; address and URI are left
+/// empty. `detail` is what the library says; it is told for the faults whose
+/// own words do not say enough.
+Failure failureOf(CertificateFault fault, const std::string& detail);
+
+}  // namespace redfish

@@ -1,0 +1,313 @@
+#include "suite/redfish/curl_transport.h"
+
+#include <algorithm>
+#include <deque>
+#include <utility>
+#include <vector>
+
+#include "suite/redfish/certificate_fault.h"
+#include "suite/redfish/curl_handle.h"
+#include "suite/redfish/curl_transfer.h"
+#include "suite/redfish/interrupt.h"
+#include "suite/redfish/secret.h"
+#include "suite/redfish/trusted_authorities.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+namespace {
+
+constexpr unsigned int kLogTrace = 4;
+constexpr std::string_view kPinPrefix = "sha256//";
+
+/// Longest wait in one go; `next` waits again when there is time left.
+constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
+
+const char* nameOf(Method method) {
+  switch (method) {
+    case Method::kGet:
+      return "GET";
+    case Method::kPost:
+      return "POST";
+    case Method::kDelete:
+      break;
+  }
+  return "DELETE";
+}
+
+class CurlTransport final : public Transport {
+ public:
+  explicit CurlTransport(CurlTransportOptions options);
+  ~CurlTransport() override { cancelAll(); }
+
+  const std::string& address() const override { return address_; }
+  bool live() const override { return true; }
+  std::uint64_t start(Request request) override;
+  std::optional<Answer> next(Clock::time_point until) override;
+  void cancelAll() override;
+  void disableCompression() override { identity_ = true; }
+  void disableHttp2() override {
+    http2Allowed_ = false;
+    http2Known_ = false;
+  }
+  TransportStats stats() const override { return stats_; }
+
+ private:
+  using TransferPtr = std::unique_ptr<CurlTransfer>;
+
+  /// What is wrong with the options, so that nothing can be asked.
+  std::optional<Failure> optionFault() const;
+
+  TransferPtr takeIdle();
+  void setSharedOptions(CURL* easy);
+  void setTrust(CURL* easy) const;
+  void perform();
+  void collect();
+  void expire(Clock::time_point now);
+  void complete(CurlTransfer* transfer, CURLcode code);
+  void release(TransferPtr transfer) noexcept;
+  bool newlyInterrupted();
+  void wait(Clock::duration time);
+
+  CurlTransportOptions options_;
+  std::string address_;
+  std::string url_;                 ///< Empty: the host is none.
+  std::string authorityDirectory_;  ///< Empty: libcurl's own default.
+  bool identity_ = false;
+  bool http2Allowed_ = true;
+  bool http2Known_ = false;
+  bool interruptSeen_ = false;
+  std::uint64_t lastId_ = 0;
+  TransportStats stats_;
+  std::deque<Answer> ready_;
+  // Destroyed in the reverse order: the transfers go first, for their handles
+  // use the others.
+  CurlShare share_;
+  CurlMulti multi_;
+  std::vector<TransferPtr> idle_;
+  std::vector<TransferPtr> active_;
+};
+
+CurlTransport::CurlTransport(CurlTransportOptions options)
+    : options_(std::move(options)),
+      address_(addressOf(options_.origin)),
+      url_(urlOf(options_.origin).value_or("")),
+      share_(makeCurlShare()),
+      multi_(makeCurlMulti()) {
+  options_.maxConnections = std::max(options_.maxConnections, 1);
+  const long connections = options_.maxConnections;
+  check(curl_multi_setopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS,
+                          connections));
+  check(curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, connections));
+  check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE,
+                          CURL_LOCK_DATA_SSL_SESSION));
+  check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
+  const curl_version_info_data* built = curl_version_info(CURLVERSION_NOW);
+  if (built->capath != nullptr && isHashedDirectory(built->capath)) {
+    authorityDirectory_ = built->capath;
+  }
+}
+
+std::optional<Failure> CurlTransport::optionFault() const {
+  if (url_.empty()) {
+    return Failure{FailureKind::kNameNotResolved, "", "",
+                   "this is neither a host name nor an address",
+                   "check its spelling"};
+  }
+  if (!options_.pin.empty() &&
+      options_.pin.compare(0, kPinPrefix.size(), kPinPrefix) != 0) {
+    return failureOf(CertificateFault::kBadPin, "");
+  }
+  return std::nullopt;
+}
+
+std::uint64_t CurlTransport::start(Request request) {
+  const std::uint64_t id = ++lastId_;
+  if (std::optional<Failure> fault = optionFault()) {
+    Answer answer;
+    answer.id = id;
+    answer.failure = std::move(fault);
+    answer.failure->address = address_;
+    answer.failure->uri = request.target;
+    ready_.push_back(std::move(answer));
+    return id;
+  }
+  TransferPtr transfer = takeIdle();
+  const std::string url = url_ + request.target;
+  transfer->prepare(id, std::move(request), url, identity_);
+  setSharedOptions(transfer->easy());
+  check(curl_multi_add_handle(multi_.get(), transfer->easy()));
+  active_.push_back(std::move(transfer));
+  ++stats_.requests;
+  return id;
+}
+
+CurlTransport::TransferPtr CurlTransport::takeIdle() {
+  if (idle_.empty()) return std::make_unique<CurlTransfer>();
+  TransferPtr transfer = std::move(idle_.back());
+  idle_.pop_back();
+  return transfer;
+}
+
+void CurlTransport::setSharedOptions(CURL* easy) {
+  const bool plain = options_.origin.plainHttp;
+  setOption(easy, CURLOPT_SHARE, share_.get());
+  setOption(easy, CURLOPT_PROTOCOLS_STR, plain ? "http" : "https");
+  setOption(easy, CURLOPT_PROXY, "");
+  setOption(easy, CURLOPT_CONNECTTIMEOUT_MS,
+            std::max(static_cast<long>(options_.connectTimeout.count()), 1L));
+  setOption(easy, CURLOPT_NOSIGNAL, 1L);
+  // A resolver that hangs must not hold us when we leave.
+  setOption(easy, CURLOPT_QUICK_EXIT, 1L);
+  setOption(easy, CURLOPT_TCP_KEEPALIVE, 1L);
+  setOption(easy, CURLOPT_HTTP_VERSION,
+            static_cast<long>(!plain && http2Allowed_ ? CURL_HTTP_VERSION_2TLS
+                                                      : CURL_HTTP_VERSION_1_1));
+  // Waiting to see whether the first connection can be shared costs round
+  // trips on every controller that speaks HTTP/1.1, which most do.
+  setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
+  if (!plain) setTrust(easy);
+}
+
+void CurlTransport::setTrust(CURL* easy) const {
+  setOption(easy, CURLOPT_SSLVERSION,
+            static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+  if (!options_.pin.empty()) {
+    setOption(easy, CURLOPT_PINNEDPUBLICKEY, options_.pin.c_str());
+  }
+  const bool verify =
+      !options_.insecure && (options_.pin.empty() || !options_.caFile.empty());
+  setOption(easy, CURLOPT_SSL_VERIFYPEER, verify ? 1L : 0L);
+  setOption(easy, CURLOPT_SSL_VERIFYHOST, verify ? 2L : 0L);
+  // The system's authorities as one file are parsed whole, 10 ms and several
+  // megabytes, for each connection; in a hashed directory only the one that
+  // is needed. Where none is needed, none must be read.
+  if (!verify) {
+    setOption(easy, CURLOPT_CAINFO, static_cast<const char*>(nullptr));
+    setOption(easy, CURLOPT_CAPATH, static_cast<const char*>(nullptr));
+  } else if (!options_.caFile.empty()) {
+    setOption(easy, CURLOPT_CAINFO, options_.caFile.c_str());
+    setOption(easy, CURLOPT_CAPATH, static_cast<const char*>(nullptr));
+  } else if (!authorityDirectory_.empty()) {
+    setOption(easy, CURLOPT_CAINFO, static_cast<const char*>(nullptr));
+    setOption(easy, CURLOPT_CAPATH, authorityDirectory_.c_str());
+  }
+}
+
+std::optional<Answer> CurlTransport::next(Clock::time_point until) {
+  while (true) {
+    if (ready_.empty() && !active_.empty()) {
+      perform();
+      collect();
+      expire(Clock::now());
+    }
+    if (!ready_.empty()) {
+      Answer answer = std::move(ready_.front());
+      ready_.pop_front();
+      return answer;
+    }
+    if (active_.empty() || newlyInterrupted()) return std::nullopt;
+    const Clock::time_point now = Clock::now();
+    if (now >= until) return std::nullopt;
+    Clock::time_point wakeUp = until;
+    for (const TransferPtr& transfer : active_) {
+      wakeUp = std::min(wakeUp, transfer->deadline());
+    }
+    wait(wakeUp - now);
+  }
+}
+
+void CurlTransport::perform() {
+  int running = 0;
+  check(curl_multi_perform(multi_.get(), &running));
+}
+
+void CurlTransport::collect() {
+  int left = 0;
+  while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+    if (message->msg != CURLMSG_DONE) continue;
+    // The message dies with the next call.
+    const CURLcode code = message->data.result;
+    char* transfer = nullptr;
+    check(curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer));
+    complete(reinterpret_cast<CurlTransfer*>(transfer), code);
+  }
+}
+
+void CurlTransport::expire(Clock::time_point now) {
+  // Backwards: completing one takes it out of the list.
+  for (std::size_t index = active_.size(); index-- > 0;) {
+    if (active_[index]->deadline() <= now) {
+      complete(active_[index].get(), CURLE_OPERATION_TIMEDOUT);
+    }
+  }
+}
+
+void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
+  const auto found = std::find_if(
+      active_.begin(), active_.end(),
+      [transfer](const TransferPtr& owner) { return owner.get() == transfer; });
+  TransferPtr owner = std::move(*found);
+  active_.erase(found);
+  check(curl_multi_remove_handle(multi_.get(), owner->easy()));
+
+  stats_.connections += owner->connections();
+  stats_.bytes += owner->bytes();
+  long version = 0;
+  check(curl_easy_getinfo(owner->easy(), CURLINFO_HTTP_VERSION, &version));
+  http2Known_ =
+      http2Allowed_ && (http2Known_ || version == CURL_HTTP_VERSION_2_0);
+  Answer answer = owner->finish(code, address_, options_.connectTimeout);
+  if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
+    Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
+        << address_ << ": " << nameOf(owner->request().method) << ' '
+        << owner->request().target << ": "
+        << (answer.failure ? answer.failure->cause
+                           : std::to_string(answer.status))
+        << ", " << owner->bytes() << " bytes";
+  }
+  ready_.push_back(std::move(answer));
+  release(std::move(owner));
+}
+
+void CurlTransport::release(TransferPtr transfer) noexcept {
+  transfer->reset();
+  if (idle_.size() < static_cast<std::size_t>(options_.maxConnections)) {
+    idle_.push_back(std::move(transfer));
+  }
+}
+
+bool CurlTransport::newlyInterrupted() {
+  if (interruptSeen_ || !interrupted()) return false;
+  interruptSeen_ = true;
+  return true;
+}
+
+void CurlTransport::wait(Clock::duration time) {
+  // Rounded up, lest the last fraction of a millisecond is spent in circles.
+  const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
+      std::min<Clock::duration>(time, kMaxWait));
+  // The descriptor stays readable for good: it is watched only until the
+  // interrupt was told.
+  curl_waitfd interrupt{interruptFd(), CURL_WAIT_POLLIN, 0};
+  const bool watch = !interruptSeen_ && interrupt.fd >= 0;
+  check(curl_multi_poll(multi_.get(), &interrupt, watch ? 1U : 0U,
+                        static_cast<int>(wanted.count()), nullptr));
+}
+
+void CurlTransport::cancelAll() {
+  for (const TransferPtr& transfer : active_) {
+    static_cast<void>(curl_multi_remove_handle(multi_.get(), transfer->easy()));
+    transfer->reset();
+  }
+  active_.clear();
+  for (Answer& answer : ready_) wipe(answer.authToken);
+  ready_.clear();
+}
+
+}  // namespace
+
+std::unique_ptr<Transport> makeCurlTransport(CurlTransportOptions options) {
+  return std::make_unique<CurlTransport>(std::move(options));
+}
+
+}  // namespace redfish

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "suite/redfish/origin.h"
+#include "suite/redfish/transport.h"
+
+namespace redfish {
+
+/// How a service is reached over the network, and what is trusted.
+struct CurlTransportOptions {
+  Origin origin;
+  /// Name resolution, TCP and TLS together.
+  std::chrono::milliseconds connectTimeout{10000};
+  int maxConnections = 4;  ///< At a time; at least 1.
+
+  /// File of trusted authorities (PEM); empty: the system's.
+  std::string caFile;
+  /// Keys of which the server must have one: "sha256//BASE64", several
+  /// separated by ";"; empty: any. A pin alone is trust enough: chain, name
+  /// and validity are checked beside it only when `caFile` is given.
+  std::string pin;
+  /// Chain, name and validity of the certificate are not checked. A pin still
+  /// is.
+  bool insecure = false;
+};
+
+/// A transport over HTTP and TLS 1.2 or newer, by libcurl. Environment
+/// variables for proxies, .netrc, cookies and redirects have no say. The
+/// user's wish to end the run makes `next` return once, empty-handed; later
+/// calls wait again, so that sessions can be closed.
+std::unique_ptr<Transport> makeCurlTransport(CurlTransportOptions options);
+
+}  // namespace redfish

@@ -1,0 +1,220 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+
+#include "suite/redfish/curl_transport.h"
+#include "tests/bmc/certificate.h"
+#include "tests/suite/redfish/scripted_server.h"
+#include "tests/suite/redfish/temp_directory.h"
+#include "tests/suite/redfish/transport_client.h"
+
+namespace redfish {
+namespace {
+
+using std::chrono::hours;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using Settings = bmc::CertificateSettings;
+
+const bmc::Identity& authority() {
+  static const bmc::Identity identity = [] {
+    Settings settings;
+    settings.name = "Test Authority";
+    settings.authority = true;
+    return bmc::makeCertificate(settings);
+  }();
+  return identity;
+}
+
+/// A certificate that the authority has signed.
+bmc::Identity issued(const Settings& settings = {}) {
+  return bmc::makeCertificate(settings, &authority());
+}
+
+bmc::Identity selfSigned(const Settings& settings = {}) {
+  return bmc::makeCertificate(settings);
+}
+
+/// A certificate's settings, with a single name or address.
+Settings namedOnly(const char* name) {
+  Settings settings;
+  settings.alternativeNames = {name};
+  return settings;
+}
+
+Settings validFor(hours from, hours to) {
+  Settings settings;
+  settings.validFromSeconds = std::chrono::seconds(from).count();
+  settings.validToSeconds = std::chrono::seconds(to).count();
+  return settings;
+}
+
+/// What the client is told to trust: the authority alone, unless it is changed.
+using Change = std::function<void(CurlTransportOptions&)>;
+
+Change trusting(const std::string& caFile) {
+  return [caFile](CurlTransportOptions& options) { options.caFile = caFile; };
+}
+
+Change pinning(const std::string& pin) {
+  return [pin](CurlTransportOptions& options) {
+    options.caFile.clear();
+    options.pin = pin;
+  };
+}
+
+Change asking(const std::string& host) {
+  return [host](CurlTransportOptions& options) { options.origin.host = host; };
+}
+
+class CurlCertificateTest : public testing::Test {
+ protected:
+  CurlCertificateTest() {
+    directory_.write("authority.pem", authority().certificate);
+  }
+
+  std::string fileAt(const char* name) const {
+    return (directory_.path() / name).string();
+  }
+
+  /// The answer of a server with a certificate.
+  Answer answerOf(const bmc::Identity& identity, const Change& change = {}) {
+    ScriptedServer server(
+        answering([](const std::string&) { return httpAnswer(200, "{}"); }),
+        tlsWith(identity));
+    CurlTransportOptions options = tlsOptions(server.port());
+    options.caFile = fileAt("authority.pem");
+    if (change) change(options);
+    return ask(*makeCurlTransport(options), get());
+  }
+
+  /// What the client says to a certificate.
+  std::string verdictOn(const bmc::Identity& identity,
+                        const Change& change = {}) {
+    const Answer answer = answerOf(identity, change);
+    if (answer.failure) {
+      EXPECT_EQ(answer.failure->kind, FailureKind::kCertificate);
+    }
+    return told(answer);
+  }
+
+  TempDirectory directory_;
+};
+
+TEST_F(CurlCertificateTest, OfATrustedAuthorityIsAccepted) {
+  EXPECT_EQ(verdictOn(issued()), "no failure");
+}
+
+TEST_F(CurlCertificateTest, ForAnotherAddressIsRefused) {
+  EXPECT_EQ(verdictOn(issued(namedOnly("IP:192.0.2.1"))),
+            "the certificate is for another name");
+}
+
+TEST_F(CurlCertificateTest, ForTheNameIsAccepted) {
+  EXPECT_EQ(verdictOn(issued(namedOnly("DNS:localhost")), asking("localhost")),
+            "no failure");
+}
+
+TEST_F(CurlCertificateTest, ForAnotherNameIsRefused) {
+  EXPECT_EQ(
+      verdictOn(issued(namedOnly("DNS:other.example")), asking("localhost")),
+      "the certificate is for another name");
+}
+
+TEST_F(CurlCertificateTest, SelfSignedIsRefusedWithAWayOut) {
+  const Answer answer = answerOf(selfSigned(), trusting(""));
+  EXPECT_EQ(told(answer), "the certificate is self-signed");
+  EXPECT_THAT(answer.failure->remedy, HasSubstr("--pin"));
+}
+
+TEST_F(CurlCertificateTest, SelfSignedMayBeTheAuthority) {
+  const bmc::Identity identity = selfSigned();
+  directory_.write("own.pem", identity.certificate);
+  EXPECT_EQ(verdictOn(identity, trusting(fileAt("own.pem"))), "no failure");
+}
+
+TEST_F(CurlCertificateTest, OfAnUnknownAuthorityIsRefused) {
+  EXPECT_EQ(verdictOn(issued(), trusting("")),
+            "the certificate comes from an authority that is not trusted");
+}
+
+TEST_F(CurlCertificateTest, ExpiredIsRefused) {
+  EXPECT_EQ(verdictOn(issued(validFor(hours(-48), hours(-24)))),
+            "the certificate has expired");
+}
+
+TEST_F(CurlCertificateTest, FutureIsRefused) {
+  EXPECT_EQ(verdictOn(issued(validFor(hours(24), hours(48)))),
+            "the certificate is not valid yet");
+}
+
+TEST_F(CurlCertificateTest, AuthorityFileMustExist) {
+  EXPECT_THAT(verdictOn(issued(), trusting(fileAt("no.pem"))),
+              StartsWith("the trusted authorities cannot be read"));
+}
+
+TEST_F(CurlCertificateTest, AuthorityFileMustHoldOne) {
+  directory_.write("empty.pem", "");
+  EXPECT_THAT(verdictOn(issued(), trusting(fileAt("empty.pem"))),
+              StartsWith("the trusted authorities cannot be read"));
+}
+
+TEST_F(CurlCertificateTest, InsecureTrustsEverything) {
+  Settings settings = validFor(hours(-48), hours(-24));
+  settings.alternativeNames = {"DNS:other.example"};
+  EXPECT_EQ(verdictOn(selfSigned(settings),
+                      [](CurlTransportOptions& options) {
+                        options.caFile = "/no/such/file";
+                        options.insecure = true;
+                      }),
+            "no failure");
+}
+
+TEST_F(CurlCertificateTest, RightPinIsTrustEnough) {
+  const bmc::Identity identity = selfSigned(namedOnly("DNS:other.example"));
+  EXPECT_EQ(verdictOn(identity, pinning(bmc::pinOf(identity.certificate))),
+            "no failure");
+}
+
+TEST_F(CurlCertificateTest, OneOfSeveralPinsIsEnough) {
+  const bmc::Identity identity = selfSigned();
+  EXPECT_EQ(
+      verdictOn(identity, pinning(bmc::pinOf(authority().certificate) + ';' +
+                                  bmc::pinOf(identity.certificate))),
+      "no failure");
+}
+
+TEST_F(CurlCertificateTest, WrongPinIsRefused) {
+  EXPECT_EQ(
+      verdictOn(selfSigned(), pinning(bmc::pinOf(authority().certificate))),
+      "the server's key is not the pinned one");
+}
+
+TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
+  EXPECT_EQ(verdictOn(selfSigned(),
+                      [](CurlTransportOptions& options) {
+                        options.pin = bmc::pinOf(authority().certificate);
+                        options.insecure = true;
+                      }),
+            "the server's key is not the pinned one");
+}
+
+TEST_F(CurlCertificateTest, PinDoesNotReplaceAConfiguredAuthority) {
+  const bmc::Identity identity = selfSigned();
+  EXPECT_EQ(verdictOn(identity,
+                      [&](CurlTransportOptions& options) {
+                        options.pin = bmc::pinOf(identity.certificate);
+                      }),
+            "the certificate is self-signed");
+}
+
+TEST_F(CurlCertificateTest, PinOfAnotherFormIsRefused) {
+  EXPECT_EQ(verdictOn(selfSigned(), pinning("/etc/hostname")),
+            "the pin is not of the form sha256//BASE64");
+}
+
+}  // namespace
+}  // namespace redfish

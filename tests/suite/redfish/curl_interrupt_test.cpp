@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <thread>
+
+#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/interrupt.h"
+#include "tests/suite/redfish/scripted_server.h"
+#include "tests/suite/redfish/transport_client.h"
+
+namespace redfish {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+// Each body runs in a child process: the mark of an interrupt is for good.
+
+void signalSoon() {
+  std::thread([] {
+    std::this_thread::sleep_for(milliseconds(50));
+    kill(getpid(), SIGTERM);
+  }).detach();
+}
+
+bool endsTheWait() {
+  installInterruptHandlers();
+  ScriptedServer server([](Peer& peer) { peer.hang(); });
+  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  transport->start(get());
+  signalSoon();
+  const Clock::time_point begin = Clock::now();
+  const bool answered = transport->next(begin + seconds(5)).has_value();
+  return !answered && Clock::now() - begin < seconds(2) && interrupted();
+}
+
+bool isToldOnce() {
+  installInterruptHandlers();
+  raise(SIGTERM);
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    if (peer.pause(milliseconds(100))) peer.write(httpAnswer(204, ""));
+  });
+  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  Request logout = get("/redfish/v1/SessionService/Sessions/1");
+  logout.method = Method::kDelete;
+  transport->start(logout);
+  const bool told = !transport->next(Clock::now() + seconds(5)).has_value();
+  return told && nextAnswer(*transport).status == 204;
+}
+
+bool spendsNoTimeInCircles() {
+  installInterruptHandlers();
+  raise(SIGTERM);
+  ScriptedServer server([](Peer& peer) { peer.hang(); });
+  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  transport->start(get());
+  transport->next(Clock::now());
+  const std::clock_t begin = std::clock();
+  transport->next(Clock::now() + milliseconds(300));
+  return std::clock() - begin < CLOCKS_PER_SEC / 10;
+}
+
+class CurlTransportInterrupt : public testing::Test {
+ protected:
+  CurlTransportInterrupt() {
+    // The child starts afresh, without the threads of other tests.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+  }
+};
+
+TEST_F(CurlTransportInterrupt, EndsTheWait) {
+  EXPECT_EXIT(_exit(endsTheWait() ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(CurlTransportInterrupt, IsToldOnceSoThatALogoutIsAnswered) {
+  EXPECT_EXIT(_exit(isToldOnce() ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(CurlTransportInterrupt, LaterWaitsSpendNoTimeInCircles) {
+  EXPECT_EXIT(_exit(spendsNoTimeInCircles() ? 0 : 1),
+              testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace redfish

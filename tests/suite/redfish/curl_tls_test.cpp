@@ -1,0 +1,146 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "suite/redfish/curl_transport.h"
+#include "tests/bmc/certificate.h"
+#include "tests/suite/redfish/scripted_server.h"
+#include "tests/suite/redfish/transport_client.h"
+
+namespace redfish {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::HasSubstr;
+
+ScriptedServer::Script serving() {
+  return answering([](const std::string&) { return httpAnswer(200, "{}"); });
+}
+
+FailureKind kindOf(const Answer& answer) {
+  return answer.failure.value_or(Failure{}).kind;
+}
+
+TEST(CurlTls, OldVersionsAreRefused) {
+  TlsWish tls = tlsWith(bmc::makeCertificate({}));
+  tls.lowestVersion = TLS1_VERSION;
+  tls.highestVersion = TLS1_1_VERSION;
+  ScriptedServer server(serving(), tls);
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  const Answer answer = ask(*makeCurlTransport(options), get());
+  EXPECT_EQ(kindOf(answer), FailureKind::kTls);
+  EXPECT_EQ(told(answer), "the server offers no TLS version from 1.2 on");
+}
+
+TEST(CurlTls, Version12IsAccepted) {
+  TlsWish tls = tlsWith(bmc::makeCertificate({}));
+  tls.highestVersion = TLS1_2_VERSION;
+  ScriptedServer server(serving(), tls);
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  EXPECT_EQ(told(ask(*makeCurlTransport(options), get())), "no failure");
+}
+
+TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
+  ScriptedServer server([](Peer& peer) {
+    peer.read(1);
+    peer.write("HTTP/1.1 400 Bad Request\r\n\r\n");
+    peer.close();
+  });
+  const Answer answer =
+      ask(*makeCurlTransport(tlsOptions(server.port())), get());
+  EXPECT_EQ(kindOf(answer), FailureKind::kTls);
+  EXPECT_EQ(told(answer), "the port does not speak TLS");
+}
+
+TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    peer.write({"\x15\x03\x03\x00\x02\x02\x46", 7});  // A fatal alert.
+    peer.close();
+  });
+  const Answer answer =
+      ask(*makeCurlTransport(plainOptions(server.port())), get());
+  EXPECT_EQ(kindOf(answer), FailureKind::kNotRedfish);
+  EXPECT_EQ(told(answer), "the answer is not HTTP");
+}
+
+TEST(CurlTls, HttpsPortThatResetsHttpIsUnreachable) {
+  ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
+  const Answer answer =
+      ask(*makeCurlTransport(plainOptions(server.port())), get());
+  EXPECT_EQ(kindOf(answer), FailureKind::kUnreachable);
+  EXPECT_THAT(answer.failure->remedy, HasSubstr("port"));
+}
+
+TEST(CurlTls, HandshakeThatStallsEndsWithTheConnectTime) {
+  ScriptedServer server([](Peer& peer) { peer.hang(); });
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.connectTimeout = milliseconds(200);
+  const Answer answer = ask(*makeCurlTransport(options), get());
+  EXPECT_EQ(kindOf(answer), FailureKind::kConnectTimeout);
+  EXPECT_EQ(told(answer), "the TLS handshake did not end within 0.2 s");
+}
+
+TEST(CurlTls, HandshakeThatEndsIsATlsFailure) {
+  ScriptedServer server([](Peer& peer) {
+    peer.read(1);
+    peer.close();
+  });
+  EXPECT_EQ(kindOf(ask(*makeCurlTransport(tlsOptions(server.port())), get())),
+            FailureKind::kTls);
+}
+
+/// The answer over TLS of a server that ends the connection by its own script.
+Answer answerOf(const ScriptedServer::Script& script) {
+  ScriptedServer server(script, tlsWith(bmc::makeCertificate({})));
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  return ask(*makeCurlTransport(options), get());
+}
+
+TEST(CurlTls, BodyMayEndWithTheConnection) {
+  EXPECT_EQ(answerOf([](Peer& peer) {
+              peer.readRequest();
+              peer.write("HTTP/1.1 200 OK\r\n\r\n{}");
+              peer.close();
+            }).body,
+            "{}");
+}
+
+TEST(CurlTls, BodyMayEndWithoutACloseNotify) {
+  const Answer answer = answerOf([](Peer& peer) {
+    peer.readRequest();
+    peer.write("HTTP/1.1 200 OK\r\n\r\n{}");
+  });
+  EXPECT_EQ(told(answer), "no failure");
+  EXPECT_EQ(answer.body, "{}");
+}
+
+TEST(CurlTls, CutBodyIsATruncatedAnswer) {
+  EXPECT_EQ(told(answerOf([](Peer& peer) {
+              peer.readRequest();
+              peer.write("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}");
+            })),
+            "the connection ended in mid-answer");
+}
+
+TEST(CurlTls, EndBeforeAnAnswerIsUnreachable) {
+  EXPECT_EQ(kindOf(answerOf([](Peer& peer) { peer.readRequest(); })),
+            FailureKind::kUnreachable);
+}
+
+TEST(CurlTls, ConnectionsAreKept) {
+  ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  const auto transport = makeCurlTransport(options);
+  EXPECT_FALSE(ask(*transport, get()).reusedConnection);
+  EXPECT_TRUE(ask(*transport, get()).reusedConnection);
+  EXPECT_EQ(server.connections(), 1);
+}
+
+}  // namespace
+}  // namespace redfish

@@ -1,0 +1,44 @@
+#include "tests/suite/redfish/transport_client.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::seconds kPatience(10);
+
+}  // namespace
+
+redfish::CurlTransportOptions plainOptions(std::uint16_t port) {
+  redfish::CurlTransportOptions options;
+  options.origin = {"127.0.0.1", port, true};
+  return options;
+}
+
+redfish::CurlTransportOptions tlsOptions(std::uint16_t port) {
+  redfish::CurlTransportOptions options;
+  options.origin = {"127.0.0.1", port, false};
+  return options;
+}
+
+redfish::Request get(std::string target) {
+  redfish::Request request;
+  request.target = std::move(target);
+  return request;
+}
+
+redfish::Answer ask(redfish::Transport& transport, redfish::Request request) {
+  transport.start(std::move(request));
+  return nextAnswer(transport);
+}
+
+redfish::Answer nextAnswer(redfish::Transport& transport) {
+  std::optional<redfish::Answer> answer =
+      transport.next(redfish::Clock::now() + kPatience);
+  if (!answer) throw std::runtime_error("no answer in time");
+  return std::move(*answer);
+}
+
+std::string told(const redfish::Answer& answer) {
+  return answer.failure ? answer.failure->cause : "no failure";
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/transport.h"
+
+/// The far end's options for a server on the loopback interface: plain HTTP.
+redfish::CurlTransportOptions plainOptions(std::uint16_t port);
+
+/// The same over TLS, without trusting anything yet.
+redfish::CurlTransportOptions tlsOptions(std::uint16_t port);
+
+/// A GET of a target below the service.
+redfish::Request get(std::string target = "/redfish/v1/Systems");
+
+/// Starts a request and waits for its answer; a test whose answer takes longer
+/// than ten seconds fails with an exception.
+redfish::Answer ask(redfish::Transport& transport, redfish::Request request);
+
+/// The next answer, within ten seconds.
+redfish::Answer nextAnswer(redfish::Transport& transport);
+
+/// What went wrong with an answer, told as the log would; "no failure".
+std::string told(const redfish::Answer& answer);
