@@ -65,8 +65,7 @@ std::optional<Failure> Crawl::run(const Selection& selection,
   thorough_ = (selection.wants & kWantThorough) != 0;
   level_ = knowledge_.levels;
   for (const auto& known : knowledge_.kinds) {
-    forEachKind(known.second,
-                [&](Kind kind) { openRules(known.first, kind); });
+    forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
   }
   for (const Uri& link : selection.extras) ask(link, Kind::kExtra);
 

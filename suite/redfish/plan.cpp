@@ -62,27 +62,27 @@ constexpr Rule kPlan[] = {
     {K::kChassis, "Links/ContainedBy", K::kCoolingSource, kFan, kNone, C::kNoFansSoFar},
     {K::kChassis, "Links/ContainedBy", K::kPowerSource, kPow, kNone, C::kNoPowerSoFar},
 
-    {K::kProcessors, "Members", K::kProcessor, kAll, kNone, C::kAlways},
+    {K::kProcessors, "Members", K::kProcessor, kCpu | kHlt, kNone, C::kAlways},
     {K::kProcessor, "Metrics", K::kProcessorMetrics, kCpu, kNone, C::kNoSpeed},
-    {K::kMemoryCollection, "Members", K::kMemory, kAll, kNone, C::kAlways},
+    {K::kMemoryCollection, "Members", K::kMemory, kMem | kHlt, kNone, C::kAlways},
 
     {K::kThermalSubsystem, "Fans", K::kFans, kFan | kHlt, "Status", C::kAlways},
-    {K::kFans, "Members", K::kFan, kAll, kNone, C::kAlways},
+    {K::kFans, "Members", K::kFan, kFan | kHlt, kNone, C::kAlways},
 
     {K::kPowerSubsystem, "PowerSupplies", K::kPowerSupplies, kPow | kHlt, kNone, C::kAlways},
     {K::kPowerSubsystem, "Batteries", K::kBatteries, kHlt, "Status", C::kAlways},
-    {K::kPowerSupplies, "Members", K::kPowerSupply, kAll, kNone, C::kAlways},
-    {K::kBatteries, "Members", K::kBattery, kAll, kNone, C::kAlways},
+    {K::kPowerSupplies, "Members", K::kPowerSupply, kPow | kHlt, kNone, C::kAlways},
+    {K::kBatteries, "Members", K::kBattery, kHlt, kNone, C::kAlways},
 
-    {K::kPcieDevices, "Members", K::kPcieDevice, kAll, kNone, C::kAlways},
-    {K::kNetworkAdapters, "Members", K::kNetworkAdapter, kAll, kNone, C::kAlways},
+    {K::kPcieDevices, "Members", K::kPcieDevice, kPci | kHlt, kNone, C::kAlways},
+    {K::kNetworkAdapters, "Members", K::kNetworkAdapter, kPci | kHlt, kNone, C::kAlways},
 
-    {K::kStorageCollection, "Members", K::kStorage, kAll, kNone, C::kAlways},
+    {K::kStorageCollection, "Members", K::kStorage, kHlt, kNone, C::kAlways},
     {K::kStorage, "Controllers", K::kStorageControllers, kHlt, "Status", C::kAlways},
     {K::kStorage, "Drives", K::kDrive, kHlt, "Status", C::kAlways},
     {K::kStorage, "Volumes", K::kVolumes, kHlt, "Status", C::kAlways},
-    {K::kStorageControllers, "Members", K::kStorageController, kAll, kNone, C::kAlways},
-    {K::kVolumes, "Members", K::kVolume, kAll, kNone, C::kAlways},
+    {K::kStorageControllers, "Members", K::kStorageController, kHlt, kNone, C::kAlways},
+    {K::kVolumes, "Members", K::kVolume, kHlt, kNone, C::kAlways},
 
     // A source that turns out to be a chassis is read like one.
     {K::kCoolingSource, "ThermalSubsystem", K::kThermalSubsystem, kFan | kHlt, kNone, C::kAlways},

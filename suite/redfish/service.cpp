@@ -87,6 +87,14 @@ std::optional<Failure> Service::read(const Selection& selection) {
   Crawl crawl(knowledge_, fetcher_, session_, address(),
               options_.requestTimeout);
   auto failure = crawl.run(whole, callEnd());
+  if (failure && failure->kind == FailureKind::kDeadline &&
+      whole.wants != selection.wants) {
+    // What was only read ahead may have taken the time; what this call is for
+    // may be there all the same.
+    Crawl own(knowledge_, fetcher_, session_, address(),
+              options_.requestTimeout);
+    if (!own.run(selection, Clock::now())) failure.reset();
+  }
   if (Progress* observer = progress()) observer->done();
   if (failure) {
     Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*failure);
@@ -107,7 +115,7 @@ ServiceStats Service::stats() const {
   stats.logins = session_.logins();
   stats.logouts = session_.logouts();
   stats.retries = fetcher_.retries();
-  stats.levels = knowledge_.levels;
+  stats.levels = knowledge_.levels + (session_.logouts() > 0 ? 1 : 0);
   return stats;
 }
 

@@ -38,7 +38,8 @@ struct ServiceStats {
   std::uint64_t logouts = 0;
   std::uint64_t retries = 0;
   std::uint64_t levels = 0;  ///< Longest chain of answers that had to be
-                             ///< waited for one after another.
+                             ///< waited for one after another, that to the
+                             ///< logout included.
 };
 
 /// One Redfish service for the length of a run: one login, one set of

@@ -23,8 +23,7 @@ const Resource* readOrNull(const Resource* resource) {
 }
 
 /// Resources that the links at a path lead to, as far as they were read.
-std::vector<const Resource*> readAt(const Graph& graph,
-                                    const Resource& holder,
+std::vector<const Resource*> readAt(const Graph& graph, const Resource& holder,
                                     std::string_view path) {
   std::vector<const Resource*> found;
   for (const Uri& link : linksAt(holder.body, path)) {
@@ -80,8 +79,7 @@ class OrderedSet {
 std::vector<const Resource*> chassisOf(const Graph& graph, const Node& node) {
   const auto all = membersOfRoot(graph, "Chassis");
   OrderedSet chosen;
-  for (const Resource* chassis :
-       readAt(graph, *node.system, "Links/Chassis")) {
+  for (const Resource* chassis : readAt(graph, *node.system, "Links/Chassis")) {
     chosen.add(chassis);
   }
   if (chosen.order().empty()) {
@@ -151,9 +149,9 @@ std::vector<const Resource*> managersOf(const Graph& graph, const Node& node) {
   }
   if (!chosen.order().empty()) return chosen.order();
   if (const Resource* root = readOrNull(serviceRoot(graph))) {
-    if (const Resource* own = readOrNull(
-            graph.follow(root->body, "Links/ManagerProvidingService")
-                .document)) {
+    if (const Resource* own =
+            readOrNull(graph.follow(root->body, "Links/ManagerProvidingService")
+                           .document)) {
       return {own};
     }
   }

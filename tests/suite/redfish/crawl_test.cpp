@@ -93,6 +93,16 @@ TEST_F(CrawlSample, ItemsReadAheadCostNothingLater) {
   EXPECT_EQ(script->requests.size(), before);
 }
 
+TEST_F(CrawlSample, WhatStallsAheadLosesNothingThatCame) {
+  options.prefetch = kSixTables;
+  options.callTimeout = std::chrono::milliseconds(200);
+  script->stalled = "GET /redfish/v1/Systems/1/Memory/P1-A1";
+  EXPECT_FALSE(read("rack-server", redfish::kWantSystem));
+  EXPECT_FALSE(service->read(wanting(redfish::kWantProcessors)));
+  EXPECT_EQ(service->read(wanting(redfish::kWantDimms))->kind,
+            FailureKind::kDeadline);
+}
+
 TEST_F(CrawlSample, NoResourceIsAskedForTwice) {
   for (const char* name : {"rack-server", "two-node", "old-schema", "edge"}) {
     ScriptedService one;

@@ -1,6 +1,7 @@
 #include "tests/suite/redfish/script_transport.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "suite/redfish/directory_transport.h"
@@ -43,14 +44,18 @@ class ScriptTransport : public redfish::Transport {
     Answer answer = answerTo(name, request);
     script.sent.push_back(std::move(request));
     answer.id = ++last_;
+    if (name == script.stalled) return last_;
     ready_.push_back(std::move(answer));
     script.underWay = ready_.size();
     script.mostUnderWay = std::max(script.mostUnderWay, script.underWay);
     return last_;
   }
 
-  std::optional<Answer> next(redfish::Clock::time_point) override {
-    if (ready_.empty()) return std::nullopt;
+  std::optional<Answer> next(redfish::Clock::time_point until) override {
+    if (ready_.empty()) {
+      if (!script_->stalled.empty()) std::this_thread::sleep_until(until);
+      return std::nullopt;
+    }
     Answer answer = std::move(ready_.front());
     ready_.pop_front();
     script_->underWay = ready_.size();
