@@ -43,6 +43,7 @@ class CurlTransport final : public Transport {
   bool live() const override { return true; }
   std::uint64_t start(Request request) override;
   std::optional<Answer> next(Clock::time_point until) override;
+  void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
   void cancelAll() override;
   void disableCompression() override { identity_ = true; }
   void disableHttp2() override {
@@ -76,6 +77,7 @@ class CurlTransport final : public Transport {
   bool http2Allowed_ = true;
   bool http2Known_ = false;
   bool interruptSeen_ = false;
+  bool interruptDeferred_ = false;
   std::uint64_t lastId_ = 0;
   TransportStats stats_;
   std::deque<Answer> ready_;
@@ -277,7 +279,7 @@ void CurlTransport::release(TransferPtr transfer) noexcept {
 }
 
 bool CurlTransport::newlyInterrupted() {
-  if (interruptSeen_ || !interrupted()) return false;
+  if (interruptSeen_ || interruptDeferred_ || !interrupted()) return false;
   interruptSeen_ = true;
   return true;
 }
@@ -289,7 +291,8 @@ void CurlTransport::wait(Clock::duration time) {
   // The descriptor stays readable for good: it is watched only until the
   // interrupt was told.
   curl_waitfd interrupt{interruptFd(), CURL_WAIT_POLLIN, 0};
-  const bool watch = !interruptSeen_ && interrupt.fd >= 0;
+  const bool watch =
+      !interruptSeen_ && !interruptDeferred_ && interrupt.fd >= 0;
   check(curl_multi_poll(multi_.get(), &interrupt, watch ? 1U : 0U,
                         static_cast<int>(wanted.count()), nullptr));
 }

@@ -51,6 +51,21 @@ bool isToldOnce() {
   return told && nextAnswer(*transport).status == 204;
 }
 
+bool isDeferred() {
+  installInterruptHandlers();
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    if (peer.pause(milliseconds(200))) peer.write(httpAnswer(204, ""));
+  });
+  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  Request logout = get("/redfish/v1/SessionService/Sessions/1");
+  logout.method = Method::kDelete;
+  transport->deferInterrupt(true);
+  transport->start(logout);
+  signalSoon();
+  return nextAnswer(*transport).status == 204;
+}
+
 bool spendsNoTimeInCircles() {
   installInterruptHandlers();
   raise(SIGTERM);
@@ -77,6 +92,10 @@ TEST_F(CurlTransportInterrupt, EndsTheWait) {
 
 TEST_F(CurlTransportInterrupt, IsToldOnceSoThatALogoutIsAnswered) {
   EXPECT_EXIT(_exit(isToldOnce() ? 0 : 1), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(CurlTransportInterrupt, IsNotToldWhileItIsDeferred) {
+  EXPECT_EXIT(_exit(isDeferred() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(CurlTransportInterrupt, LaterWaitsSpendNoTimeInCircles) {
