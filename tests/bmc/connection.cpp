@@ -51,12 +51,13 @@ json::object describe(const Headers& headers) {
 }  // namespace
 
 Connection::Connection(std::unique_ptr<Wire> wire, Environment& environment,
-                       ConnectionPlan plan, std::uint64_t number, bool secure)
+                       ConnectionPlan plan, std::uint64_t number,
+                       const char* port)
     : wire_(std::move(wire)),
       environment_(environment),
       plan_(plan),
       number_(number),
-      secure_(secure),
+      port_(port),
       timer_(environment.io) {
   Counters& counters = environment_.counters;
   ++counters.openConnections;
@@ -79,7 +80,7 @@ void Connection::start() {
     environment_.journal->write({{"event", "connection"},
                                  {"connection", number_},
                                  {"atUs", environment_.journal->now()},
-                                 {"scheme", secure_ ? "https" : "http"}});
+                                 {"port", port_}});
   }
   admit(plan_.onAccept, [this] { shake(); });
 }
@@ -91,8 +92,7 @@ void Connection::admit(Admission admission,
       proceed();
       return;
     case Admission::kStall:
-      held_ = true;
-      read();
+      hold();
       return;
     case Admission::kClose:
       end(Ending::kClose);
@@ -100,7 +100,30 @@ void Connection::admit(Admission admission,
     case Admission::kReset:
       end(Ending::kReset);
       return;
+    case Admission::kDrip:
+      hold();
+      drip();
+      return;
   }
+}
+
+void Connection::hold() {
+  held_ = true;
+  read();
+}
+
+void Connection::drip() {
+  constexpr std::string_view kRecordStart("\x16\x03\x03\x3f\xff\x02", 6);
+  const std::size_t place = std::min(dripped_++, kRecordStart.size() - 1);
+  wire_->write(
+      kRecordStart.substr(place, 1),
+      [self = shared_from_this()](const ErrorCode& error, std::size_t) {
+        if (error) return;
+        self->timer_.expires_after(std::chrono::seconds(1));
+        self->timer_.async_wait([self](const ErrorCode& stopped) {
+          if (!stopped) self->drip();
+        });
+      });
 }
 
 void Connection::shake() {
@@ -112,7 +135,8 @@ void Connection::shake() {
 void Connection::onShaken(const ErrorCode& error) {
   Counters& counters = environment_.counters;
   const TlsFacts facts = wire_->tls();
-  if (secure_ && environment_.journal != nullptr) {
+  const bool secure = error || !facts.version.empty();
+  if (secure && environment_.journal != nullptr) {
     environment_.journal->write({{"event", "tls"},
                                  {"connection", number_},
                                  {"atUs", environment_.journal->now()},
@@ -125,7 +149,7 @@ void Connection::onShaken(const ErrorCode& error) {
     ++counters.tlsFailures;
     return;
   }
-  if (!facts.version.empty()) ++counters.tlsHandshakes;
+  if (secure) ++counters.tlsHandshakes;
   if (facts.resumed) ++counters.tlsResumptions;
   admit(plan_.afterHandshake, [this] { read(); });
 }

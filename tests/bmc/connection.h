@@ -37,7 +37,7 @@ struct Environment {
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
   Connection(std::unique_ptr<Wire> wire, Environment& environment,
-             ConnectionPlan plan, std::uint64_t number, bool secure);
+             ConnectionPlan plan, std::uint64_t number, const char* port);
   ~Connection();
 
   Connection(const Connection&) = delete;
@@ -49,6 +49,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   using ErrorCode = boost::system::error_code;
 
   void admit(Admission admission, const std::function<void()>& proceed);
+  void hold();
+  void drip();
   void shake();
   void onShaken(const ErrorCode& error);
   void read();
@@ -76,13 +78,14 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Environment& environment_;
   ConnectionPlan plan_;
   std::uint64_t number_;
-  bool secure_;
+  const char* port_;  ///< "http" or "https".
   boost::asio::steady_timer timer_;
   std::array<char, 16 * 1024> block_;
   std::string received_;
   RequestReader reader_;
   std::uint64_t requests_ = 0;
   std::optional<Exchange> exchange_;
+  std::size_t dripped_ = 0;
   bool held_ = false;  ///< Nothing more is sent; only the client's end counts.
   bool reading_ = false;
   bool clientLeft_ = false;

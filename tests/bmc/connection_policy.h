@@ -9,7 +9,8 @@ enum class Admission {
   kServe,  ///< It goes on.
   kStall,  ///< Nothing more happens, until the client leaves.
   kClose,  ///< It is closed.
-  kReset   ///< It is torn down with a TCP reset.
+  kReset,  ///< It is torn down with a TCP reset.
+  kDrip    ///< It gets the bytes of a TLS record, one a second, without end.
 };
 
 /// What happens to a connection before its first request.

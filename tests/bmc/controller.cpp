@@ -134,7 +134,8 @@ std::vector<LoggedRequest> Controller::requests() const {
 
 int Controller::stop() {
   if (process_ < 0) return exitStatus_;
-  close(lifeline_);
+  // The signal alone: with the end of its input it would come twice, and the
+  // second one kills a process that is already on its way out.
   kill(process_, SIGTERM);
   const auto end = std::chrono::steady_clock::now() + kPatience;
   int status = 0;
@@ -146,6 +147,7 @@ int Controller::stop() {
     }
     std::this_thread::sleep_for(kPollPause);
   }
+  close(lifeline_);
   process_ = -1;
   running_ = false;
   exitStatus_ = exitStatusOf(status);

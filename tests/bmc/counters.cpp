@@ -32,11 +32,13 @@ constexpr std::array kFields{
     Field{"sessionsCreated",        &Counters::sessionsCreated},
     Field{"sessionsDeleted",        &Counters::sessionsDeleted},
     Field{"sessionsOpen",           &Counters::sessionsOpen},
+    Field{"sessionsExpired",        &Counters::sessionsExpired},
     Field{"sessionsRefused",        &Counters::sessionsRefused},
     Field{"loginsRefused",          &Counters::loginsRefused},
     Field{"authenticatedByToken",   &Counters::authenticatedByToken},
     Field{"authenticatedByBasic",   &Counters::authenticatedByBasic},
     Field{"authenticationsRefused", &Counters::authenticationsRefused},
+    Field{"datagrams",              &Counters::datagrams},
 };
 // clang-format on
 

@@ -23,11 +23,13 @@ struct Counters {
   std::uint64_t sessionsCreated = 0;
   std::uint64_t sessionsDeleted = 0;  ///< By their owner.
   std::uint64_t sessionsOpen = 0;
+  std::uint64_t sessionsExpired = 0;  ///< Ended by the controller.
   std::uint64_t sessionsRefused = 0;  ///< The table was full.
   std::uint64_t loginsRefused = 0;    ///< Wrong user or password.
   std::uint64_t authenticatedByToken = 0;
   std::uint64_t authenticatedByBasic = 0;
   std::uint64_t authenticationsRefused = 0;  ///< Of requests, not of logins.
+  std::uint64_t datagrams = 0;               ///< On the IPMI port.
 };
 
 /// The counters as one JSON object, names as above.

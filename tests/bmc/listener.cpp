@@ -65,11 +65,13 @@ void Listener::accept() {
 void Listener::admit(tcp::socket socket) {
   const std::uint64_t number = ++environment_.counters.connections;
   const ConnectionPlan plan = environment_.policy.plan(number);
-  const bool secure = tls_ != nullptr && !plan.plainText;
+  const bool secure =
+      tls_ != nullptr && !plan.plainText && plan.onAccept == Admission::kServe;
   auto wire = secure ? makeTlsWire(std::move(socket), *tls_)
                      : makePlainWire(std::move(socket));
+  const char* port = tls_ != nullptr ? "https" : "http";
   std::make_shared<Connection>(std::move(wire), environment_, plan, number,
-                               secure)
+                               port)
       ->start();
 }
 

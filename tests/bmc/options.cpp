@@ -21,6 +21,8 @@ bool parseOptions(int argc, char** argv, Options& options, int& exitStatus) {
   app.add_option("--http-port", options.httpPort, "0: any free port");
   app.add_option("--https-port", options.httpsPort, "0: any free port");
   app.add_option("--control-port", options.controlPort, "0: any free port");
+  app.add_option("--ipmi-port", options.ipmiPort,
+                 "UDP; 0: any free port; opened if the fault file asks");
   app.add_option("--user", options.user, "Name of the one account");
   app.add_option("--password-file", options.passwordFile,
                  "File whose first line is its password");
@@ -41,6 +43,9 @@ bool parseOptions(int argc, char** argv, Options& options, int& exitStatus) {
   auto* key = app.add_option("--key", options.keyFile, "PEM file of its key");
   certificate->needs(key);
   key->needs(certificate);
+  app.add_option("--faults", options.faultFile,
+                 "JSON file that says what the controller does wrong")
+      ->check(CLI::ExistingFile);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -19,6 +19,7 @@ struct Options {
   std::uint16_t httpPort = 0;  ///< 0: any free port; likewise the others.
   std::uint16_t httpsPort = 0;
   std::uint16_t controlPort = 0;
+  std::uint16_t ipmiPort = 0;  ///< Opened only if a fault file asks for it.
   std::string user = kDefaultUser;
   std::string passwordFile;  ///< Its first line; empty: the default.
   bool open = false;
@@ -29,6 +30,7 @@ struct Options {
   bool gzip = false;
   std::string certificateFile;  ///< PEM; empty: one is made.
   std::string keyFile;
+  std::string faultFile;  ///< What it does wrong; empty: nothing.
 };
 
 /// Reads the command line. When the program is to end at once, because of

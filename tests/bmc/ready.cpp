@@ -30,6 +30,7 @@ std::string toShell(const Ready& ready) {
   text << "BMC_HTTP='" << at(ready.httpPort) << "'\n"
        << "BMC_HTTPS='" << at(ready.httpsPort) << "'\n"
        << "BMC_CONTROL='" << at(ready.controlPort) << "'\n"
+       << "BMC_IPMI='" << at(ready.ipmiPort) << "'\n"
        << "BMC_CERTIFICATE='" << ready.certificate << "'\n"
        << "BMC_PIN='" << ready.pin << "'\n"
        << "BMC_LOG='" << ready.log << "'\n"
@@ -57,6 +58,7 @@ bool writeReady(const Ready& ready, const std::string& folder) {
                             {"httpPort", ready.httpPort},
                             {"httpsPort", ready.httpsPort},
                             {"controlPort", ready.controlPort},
+                            {"ipmiPort", ready.ipmiPort},
                             {"certificate", ready.certificate},
                             {"pin", ready.pin},
                             {"log", ready.log},
@@ -73,10 +75,11 @@ bool readReady(const std::string& folder, Ready& ready) {
   const json::value value = json::parse(text.str(), error);
   if (error || !value.is_object()) return false;
   const json::object& object = value.get_object();
-  ready = {textIn(object, "address"),     portIn(object, "httpPort"),
-           portIn(object, "httpsPort"),   portIn(object, "controlPort"),
-           textIn(object, "certificate"), textIn(object, "pin"),
-           textIn(object, "log"),         textIn(object, "user")};
+  ready = {textIn(object, "address"),   portIn(object, "httpPort"),
+           portIn(object, "httpsPort"), portIn(object, "controlPort"),
+           portIn(object, "ipmiPort"),  textIn(object, "certificate"),
+           textIn(object, "pin"),       textIn(object, "log"),
+           textIn(object, "user")};
   return true;
 }
 

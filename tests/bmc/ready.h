@@ -11,9 +11,10 @@ struct Ready {
   std::uint16_t httpPort = 0;
   std::uint16_t httpsPort = 0;
   std::uint16_t controlPort = 0;
-  std::string certificate;  ///< Path of the PEM file that clients may trust.
-  std::string pin;          ///< "sha256//..." of the certificate's key.
-  std::string log;          ///< Path of the log.
+  std::uint16_t ipmiPort = 0;  ///< 0: none.
+  std::string certificate;     ///< Path of the PEM file that clients may trust.
+  std::string pin;             ///< "sha256//..." of the certificate's key.
+  std::string log;             ///< Path of the log.
   std::string user;
 };
 

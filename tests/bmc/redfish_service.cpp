@@ -7,7 +7,6 @@
 
 #include "tests/bmc/error_body.h"
 #include "tests/bmc/expand.h"
-#include "tests/bmc/gzip.h"
 #include "tests/bmc/paging.h"
 
 namespace bmc {
@@ -90,7 +89,7 @@ RedfishService::RedfishService(Tree tree, ServiceSettings settings,
       settings_(std::move(settings)),
       counters_(counters),
       sessions_(sessionsPath(tree_), settings_.account, settings_.maxSessions,
-                counters) {
+                settings_.sessionLife, counters) {
   if (settings_.maxExpandLevels > 0) {
     advertiseExpand(tree_, settings_.maxExpandLevels);
   }
@@ -101,8 +100,7 @@ Reply RedfishService::answer(const Request& request) {
   if (!target) {
     return errorReply(400, "InvalidURI", "The target is no valid URI.");
   }
-  const Authentication authentication =
-      authenticate(request.headers, settings_.account, sessions_.sessions());
+  const Authentication authentication = sessions_.authenticate(request.headers);
   Reply reply = route(request, *target, authentication);
   reply.authentication = authentication;
   if (authentication == Authentication::kToken) {
@@ -110,7 +108,6 @@ Reply RedfishService::answer(const Request& request) {
   } else if (authentication == Authentication::kBasic) {
     ++counters_.authenticatedByBasic;
   }
-  if (settings_.gzip) compress(request, reply);
   return reply;
 }
 
@@ -183,19 +180,6 @@ Reply RedfishService::readObject(const Target& target,
            {numberOf(target.parameter("$skip")), settings_.pageSize});
   if (query) expand(object, target.path, tree_, *query);
   return jsonReply(200, json::serialize(object));
-}
-
-void RedfishService::compress(const Request& request, Reply& reply) const {
-  const auto* text = dynamic_cast<const TextBody*>(reply.body.get());
-  const std::string_view accepted =
-      headerOf(request.headers, "Accept-Encoding");
-  if (text == nullptr || accepted.find("gzip") == std::string_view::npos) {
-    return;
-  }
-  std::string packed = gzip(text->text());
-  if (packed.empty()) return;
-  setHeader(reply.headers, "Content-Encoding", "gzip");
-  reply.body = std::make_unique<TextBody>(std::move(packed));
 }
 
 }  // namespace bmc

@@ -7,6 +7,7 @@
 
 #include "tests/bmc/counters.h"
 #include "tests/bmc/message.h"
+#include "tests/bmc/session_life.h"
 #include "tests/bmc/session_service.h"
 #include "tests/bmc/target.h"
 #include "tests/bmc/tree.h"
@@ -18,9 +19,9 @@ struct ServiceSettings {
   Account account;
   bool open = false;            ///< No request needs a login.
   std::size_t maxSessions = 8;  ///< Size of the session table.
-  int maxExpandLevels = 0;      ///< 0: `$expand` is not supported.
-  std::size_t pageSize = 0;     ///< Members of a page; 0: no pages.
-  bool gzip = false;            ///< Compresses for those who accept it.
+  SessionLife sessionLife;
+  int maxExpandLevels = 0;   ///< 0: `$expand` is not supported.
+  std::size_t pageSize = 0;  ///< Members of a page; 0: no pages.
 };
 
 /// A Redfish service (DSP0266) over a recorded tree: reading, sessions and
@@ -35,14 +36,11 @@ class RedfishService : public Responder {
 
   Reply answer(const Request& request) override;
 
-  const SessionService& sessionService() const { return sessions_; }
-
  private:
   Reply route(const Request& request, const Target& target,
               Authentication authentication);
   Reply read(const Target& target) const;
   Reply readObject(const Target& target, boost::json::object object) const;
-  void compress(const Request& request, Reply& reply) const;
 
   Tree tree_;
   ServiceSettings settings_;

@@ -26,7 +26,8 @@ std::string chunk(std::string_view bytes) {
 
 ReplyStream::ReplyStream(Reply reply, bool headOnly, bool keepAlive)
     : reply_(std::move(reply)),
-      bodyEnded_(headOnly || reply_.body == nullptr),
+      bodyEnded_(headOnly || reply_.body == nullptr ||
+                 hasNoBody(reply_.status)),
       pending_(head(keepAlive)) {
   if (!bodyEnded_) refill();
 }

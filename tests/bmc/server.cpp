@@ -1,5 +1,6 @@
 #include "tests/bmc/server.h"
 
+#include <algorithm>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ssl/context.hpp>
 #include <chrono>
@@ -10,14 +11,20 @@
 #include <utility>
 
 #include "tests/bmc/certificate.h"
+#include "tests/bmc/compressing.h"
 #include "tests/bmc/connection.h"
 #include "tests/bmc/connection_policy.h"
+#include "tests/bmc/control_client.h"
 #include "tests/bmc/control_service.h"
 #include "tests/bmc/counters.h"
 #include "tests/bmc/delayed.h"
+#include "tests/bmc/fault_file.h"
+#include "tests/bmc/faulty_responder.h"
+#include "tests/bmc/ipmi_port.h"
 #include "tests/bmc/journal.h"
 #include "tests/bmc/lifeline.h"
 #include "tests/bmc/listener.h"
+#include "tests/bmc/planned_connections.h"
 #include "tests/bmc/ready.h"
 #include "tests/bmc/redfish_service.h"
 #include "tests/bmc/tls_context.h"
@@ -55,8 +62,12 @@ struct Server::Parts {
   Counters counters;
   Counters controlCounters;  ///< The control port is not part of the service.
   Journal journal;
+  FaultPlan faults;
+  std::optional<PlannedConnections> connections;
   ServeAll serveAll;
   std::optional<RedfishService> service;
+  std::optional<FaultyResponder> faulty;
+  std::optional<Compressing> compressing;
   std::optional<Delayed> delayed;
   std::optional<ControlService> control;
   std::unique_ptr<boost::asio::ssl::context> tls;
@@ -67,6 +78,7 @@ struct Server::Parts {
   std::optional<Listener> http;
   std::optional<Listener> https;
   std::optional<Listener> controlPort;
+  std::optional<IpmiPort> ipmi;
   std::optional<Lifeline> lifeline;
 };
 
@@ -82,7 +94,9 @@ bool Server::start(std::string& error) {
     error = parts_->journal.path() + ": cannot be written";
     return false;
   }
-  if (!makeService(error) || !makeTls(error) || !listen(error)) return false;
+  if (!readFaults(error) || !makeService(error) || !makeTls(error) ||
+      !listen(error))
+    return false;
   if (!writeReady(parts_->ready, options_.directory)) {
     error = options_.directory + ": cannot be written";
     return false;
@@ -98,6 +112,15 @@ bool Server::run() {
   return file.good();
 }
 
+bool Server::readFaults(std::string& error) {
+  if (!options_.faultFile.empty()) {
+    auto plan = readFaultFile(options_.faultFile, error);
+    if (!plan) return false;
+    parts_->faults = std::move(*plan);
+  }
+  return true;
+}
+
 bool Server::makeService(std::string& error) {
   auto tree = Tree::load(options_.tree, error);
   if (!tree) return false;
@@ -110,21 +133,26 @@ bool Server::makeService(std::string& error) {
   settings.maxSessions = options_.maxSessions;
   settings.maxExpandLevels = options_.expand;
   settings.pageSize = options_.pageSize;
-  settings.gzip = options_.gzip;
+  settings.sessionLife = parts_->faults.sessions;
+  for (const TreeEdit& edit : parts_->faults.tree) apply(edit, *tree);
   parts_->service.emplace(std::move(*tree), settings, parts_->counters);
-  parts_->delayed.emplace(*parts_->service,
+  parts_->faulty.emplace(*parts_->service, parts_->faults.rules);
+  Responder* outermost = &*parts_->faulty;
+  if (options_.gzip) outermost = &parts_->compressing.emplace(*outermost);
+  parts_->delayed.emplace(*outermost,
                           std::chrono::milliseconds(options_.delayMs));
   parts_->control.emplace(parts_->counters, parts_->journal);
   return true;
 }
 
 bool Server::makeTls(std::string& error) {
+  const TlsFaults& faults = parts_->faults.tls;
   Identity identity;
   if (options_.certificateFile.empty()) {
-    identity = makeCertificate({});
+    const ServerIdentity made = makeServerIdentity(faults.certificate);
+    identity = made.identity;
     options_.certificateFile = options_.directory + "/certificate.pem";
-    std::ofstream(options_.certificateFile, std::ios::binary)
-        << identity.certificate;
+    std::ofstream(options_.certificateFile, std::ios::binary) << made.trust;
   } else {
     auto certificate = readFile(options_.certificateFile, error);
     auto key = readFile(options_.keyFile, error);
@@ -133,14 +161,15 @@ bool Server::makeTls(std::string& error) {
   }
   parts_->ready.certificate = options_.certificateFile;
   parts_->ready.pin = pinOf(identity.certificate);
-  parts_->tls = makeTlsContext(identity, error);
+  parts_->tls = makeTlsContext(identity, faults.maxVersion, error);
   return parts_->tls != nullptr;
 }
 
 bool Server::listen(std::string& error) {
   Parts& parts = *parts_;
+  parts.connections.emplace(parts.faults.connections);
   parts.environment.emplace(Environment{parts.io, *parts.delayed,
-                                        parts.serveAll, parts.counters,
+                                        *parts.connections, parts.counters,
                                         &parts.journal});
   parts.controlEnvironment.emplace(Environment{parts.io, *parts.control,
                                                parts.serveAll,
@@ -154,6 +183,12 @@ bool Server::listen(std::string& error) {
       !parts.controlPort->start(address, options_.controlPort, error)) {
     return false;
   }
+  if (parts.faults.ipmi) {
+    parts.ipmi.emplace(parts.io, *parts.faults.ipmi, parts.counters,
+                       parts.journal);
+    if (!parts.ipmi->start(address, options_.ipmiPort, error)) return false;
+    parts.ready.ipmiPort = parts.ipmi->port();
+  }
   parts.lifeline.emplace(parts.io);
   parts.ready.address = address;
   parts.ready.httpPort = parts.http->port();
@@ -161,6 +196,9 @@ bool Server::listen(std::string& error) {
   parts.ready.controlPort = parts.controlPort->port();
   parts.ready.log = parts.journal.path();
   parts.ready.user = options_.user;
+  parts.faulty->setMarks(
+      {{"http", hostAndPort(address, parts.http->port())},
+       {"https", hostAndPort(address, parts.https->port())}});
   return true;
 }
 

@@ -28,6 +28,7 @@ class Server {
  private:
   struct Parts;
 
+  bool readFaults(std::string& error);
   bool makeService(std::string& error);
   bool makeTls(std::string& error);
   bool listen(std::string& error);

@@ -23,14 +23,29 @@ const json::string* textIn(const json::value& value, const char* name) {
 }  // namespace
 
 SessionService::SessionService(std::string collection, Account account,
-                               std::size_t limit, Counters& counters)
+                               std::size_t limit, SessionLife life,
+                               Counters& counters)
     : collection_(std::move(collection)),
       account_(std::move(account)),
       sessions_(limit),
+      life_(life),
       counters_(counters) {}
 
 bool SessionService::owns(std::string_view path) const {
   return path == collection_ || !idOf(path).empty();
+}
+
+Authentication SessionService::authenticate(const Headers& headers) {
+  const Session* session = sessions_.use(headerOf(headers, "X-Auth-Token"));
+  const bool expired = session != nullptr && life_.expireAfter > 0 &&
+                       session->uses > life_.expireAfter &&
+                       counters_.sessionsExpired < life_.times;
+  if (expired) {
+    sessions_.close(session->id);
+    ++counters_.sessionsExpired;
+    counters_.sessionsOpen = sessions_.all().size();
+  }
+  return bmc::authenticate(headers, account_, sessions_);
 }
 
 Reply SessionService::login(const std::string& body) {

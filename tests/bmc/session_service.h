@@ -7,6 +7,7 @@
 #include "tests/bmc/account.h"
 #include "tests/bmc/counters.h"
 #include "tests/bmc/message.h"
+#include "tests/bmc/session_life.h"
 #include "tests/bmc/sessions.h"
 
 namespace bmc {
@@ -17,11 +18,14 @@ class SessionService {
  public:
   /// `collection` is the path of the sessions' collection.
   SessionService(std::string collection, Account account, std::size_t limit,
-                 Counters& counters);
+                 SessionLife life, Counters& counters);
 
   const std::string& collection() const { return collection_; }
   const Account& account() const { return account_; }
-  const Sessions& sessions() const { return sessions_; }
+
+  /// How a request proves who sent it. Each use of a token counts towards the
+  /// end of its session's life; the request after the last one is refused.
+  Authentication authenticate(const Headers& headers);
 
   /// Whether a path is the collection or a member of it.
   bool owns(std::string_view path) const;
@@ -41,6 +45,7 @@ class SessionService {
   std::string collection_;
   Account account_;
   Sessions sessions_;
+  SessionLife life_;
   Counters& counters_;
 };
 

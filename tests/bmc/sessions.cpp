@@ -26,7 +26,7 @@ std::string makeToken() {
 const Session* Sessions::open(std::string user) {
   if (sessions_.size() >= limit_) return nullptr;
   const std::string id = std::to_string(++opened_);
-  return &sessions_.emplace(id, Session{id, makeToken(), std::move(user)})
+  return &sessions_.emplace(id, Session{id, makeToken(), std::move(user), 0})
               .first->second;
 }
 
@@ -40,6 +40,14 @@ const Session* Sessions::findByToken(std::string_view token) const {
       sessions_.begin(), sessions_.end(),
       [&](const auto& entry) { return entry.second.token == token; });
   return found == sessions_.end() ? nullptr : &found->second;
+}
+
+const Session* Sessions::use(std::string_view token) {
+  const Session* session = findByToken(token);
+  if (session == nullptr) return nullptr;
+  Session& used = sessions_.find(session->id)->second;
+  ++used.uses;
+  return &used;
 }
 
 bool Sessions::close(std::string_view id) {

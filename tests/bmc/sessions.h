@@ -14,6 +14,7 @@ struct Session {
   std::string id;     ///< Last segment of its URI.
   std::string token;  ///< Value of X-Auth-Token.
   std::string user;
+  std::uint64_t uses = 0;  ///< Requests with its token.
 };
 
 /// The table of open sessions, of limited size as on a real controller.
@@ -27,6 +28,9 @@ class Sessions {
   /// The session of an id, or of a token; null when there is none.
   const Session* find(std::string_view id) const;
   const Session* findByToken(std::string_view token) const;
+
+  /// Counts a use of a session's token; null when there is none.
+  const Session* use(std::string_view token);
 
   /// Closes the session of an id. False when there is none.
   bool close(std::string_view id);

@@ -8,9 +8,10 @@
 
 namespace bmc {
 
-/// A server's TLS context for a certificate (chain) and its key. Null, and the
+/// A server's TLS context for a certificate (chain) and its key. `maxVersion`
+/// is the newest version spoken, as OpenSSL numbers them; 0: any. Null, and the
 /// reason in `error`, when OpenSSL refuses them.
 std::unique_ptr<boost::asio::ssl::context> makeTlsContext(
-    const Identity& identity, std::string& error);
+    const Identity& identity, int maxVersion, std::string& error);
 
 }  // namespace bmc

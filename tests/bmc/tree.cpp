@@ -107,4 +107,16 @@ void Tree::replace(std::string_view path, json::object object) {
   parsed_[std::string(path)] = std::move(object);
 }
 
+void Tree::remove(std::string_view path) {
+  resources_.erase(std::string(path));
+  parsed_.erase(std::string(path));
+}
+
+std::vector<std::string> Tree::paths() const {
+  std::vector<std::string> paths;
+  paths.reserve(resources_.size());
+  for (const auto& entry : resources_) paths.push_back(entry.first);
+  return paths;
+}
+
 }  // namespace bmc

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace bmc {
 
@@ -35,7 +36,11 @@ class Tree {
   /// Puts an object in place of a resource, or adds one.
   void replace(std::string_view path, boost::json::object object);
 
-  std::size_t size() const { return resources_.size(); }
+  /// Takes a resource out.
+  void remove(std::string_view path);
+
+  /// The paths of all resources, in order.
+  std::vector<std::string> paths() const;
 
  private:
   std::map<std::string, StoredResource, std::less<>> resources_;

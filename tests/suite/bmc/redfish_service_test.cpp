@@ -146,14 +146,21 @@ TEST_F(RedfishServiceTest, PagesFollowOneAnother) {
   EXPECT_EQ(last.find("nextLink"), std::string::npos);
 }
 
-TEST_F(RedfishServiceTest, CompressesOnlyForThoseWhoAccept) {
-  settings_.gzip = true;
-  EXPECT_EQ(headerOf(ask("GET", "/redfish/v1").headers, "Content-Encoding"),
-            "");
-  const Reply packed =
-      ask("GET", "/redfish/v1", {{"Accept-Encoding", "deflate, gzip"}});
-  EXPECT_EQ(headerOf(packed.headers, "Content-Encoding"), "gzip");
-  EXPECT_EQ(bodyOf(packed).substr(0, 2), "\x1f\x8b");
+TEST_F(RedfishServiceTest, TokenEndsAfterItsUses) {
+  settings_.sessionLife = {2, 1};
+  const Headers first{
+      {"X-Auth-Token", std::string(headerOf(login().headers, "X-Auth-Token"))}};
+  EXPECT_EQ(ask("GET", "/redfish/v1/Systems", first).status, 200);
+  EXPECT_EQ(ask("GET", "/redfish/v1/Systems", first).status, 200);
+  EXPECT_EQ(ask("GET", "/redfish/v1/Systems", first).status, 401);
+  EXPECT_EQ(counters_.sessionsExpired, 1U);
+  EXPECT_EQ(counters_.sessionsOpen, 0U);
+
+  const Headers second{
+      {"X-Auth-Token", std::string(headerOf(login().headers, "X-Auth-Token"))}};
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_EQ(ask("GET", "/redfish/v1/Systems", second).status, 200);
+  }
 }
 
 }  // namespace
