@@ -151,20 +151,6 @@ void dropServicePath(std::string_view& text) {
   }
 }
 
-std::string hostAndPort(const Address& address, std::string_view zoneMark) {
-  std::string host = address.host;
-  if (host.find(':') != std::string::npos) {
-    const std::size_t percent = host.find('%');
-    if (percent != std::string::npos) {
-      host.replace(percent, 1, zoneMark);
-    }
-    host = "[" + host + "]";
-  }
-  const int ownPort = address.scheme == Address::Scheme::kHttp ? 80 : 443;
-  return host + ":" +
-         std::to_string(address.port == 0 ? ownPort : int{address.port});
-}
-
 }  // namespace
 
 std::optional<Address> parseAddress(std::string_view text, std::string& error) {
@@ -227,22 +213,14 @@ bool isLoopback(const Address& address) {
          IN6_IS_ADDR_LOOPBACK(&six);
 }
 
-std::string originUrl(const Address& address) {
-  switch (address.scheme) {
-    case Address::Scheme::kHttps:
-      return std::string(kHttpsPrefix) + hostAndPort(address, "%25");
-    case Address::Scheme::kHttp:
-      return std::string(kHttpPrefix) + hostAndPort(address, "%25");
-    case Address::Scheme::kDirectory:
-      break;
-  }
-  return "";
+redfish::Origin originOf(const Address& address) {
+  return {address.host, address.port, address.scheme == Address::Scheme::kHttp};
 }
 
 std::string inWords(const Address& address) {
   return address.scheme == Address::Scheme::kDirectory
              ? std::string(kFilePrefix) + address.directory
-             : hostAndPort(address, "%");
+             : redfish::addressOf(originOf(address));
 }
 
 }  // namespace connection

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "suite/redfish/origin.h"
+
 namespace connection {
 
 /// Where a target is.
@@ -33,9 +35,8 @@ std::optional<Address> parseAddress(std::string_view text, std::string& error);
 /// Whether a host is this machine: "localhost", 127.0.0.0/8, ::1.
 bool isLoopback(const Address& address);
 
-/// The origin of a controller as a URL, "https://[fe80::1%25eth0]:8443"; empty
-/// for a directory.
-std::string originUrl(const Address& address);
+/// The address of a controller as a transport takes it.
+redfish::Origin originOf(const Address& address);
 
 /// The address in words, without user: "10.0.0.5:443", "file:DIR".
 std::string inWords(const Address& address);

@@ -7,18 +7,14 @@
 #include <cstring>
 #include <utility>
 
+#include "suite/redfish/secret.h"
+
 namespace connection {
 namespace {
 
-constexpr const char* kVariable = "BRIVEL_PASSWORD";
+using redfish::wipe;
 
-/// Overwrites all that the text's storage holds. A short text that was moved
-/// away is empty, but its bytes still stand in the object itself.
-void wipe(std::string& text) noexcept {
-  text.resize(text.capacity());
-  OPENSSL_cleanse(text.data(), text.size());
-  text.clear();
-}
+constexpr const char* kVariable = "BRIVEL_PASSWORD";
 
 void forbidCoreDumps() {
   rlimit limit = {};

@@ -10,6 +10,11 @@
 
 namespace redfish {
 
+/// Handle (`ConnectionInfo::service`) of a target that no service stands for
+/// and nobody asks: a VMware ESXi host. The generation probe lets it pass, so
+/// that the application comes to its own answer for that connection mode.
+constexpr std::int64_t kNoService = -1;
+
 /// The services of a run. The connection-settings service makes and owns the
 /// pool; the device-health client and the generation probe borrow services
 /// from it by handle (`ConnectionInfo::service`). Destroying it logs out of

@@ -10,7 +10,7 @@ namespace {
 using connection::Address;
 using connection::inWords;
 using connection::isLoopback;
-using connection::originUrl;
+using connection::originOf;
 using connection::parseAddress;
 
 Address parsed(const std::string& text) {
@@ -169,24 +169,18 @@ TEST(IsLoopback, KnowsOthers) {
   EXPECT_FALSE(isLoopback(parsed("localhost.example.net")));
 }
 
-TEST(OriginUrl, NamesThePort) {
-  EXPECT_EQ(originUrl(parsed("bmc")), "https://bmc:443");
-  EXPECT_EQ(originUrl(parsed("http://127.0.0.1")), "http://127.0.0.1:80");
-  EXPECT_EQ(originUrl(parsed("u@bmc:444")), "https://bmc:444");
-}
-
-TEST(OriginUrl, EscapesAZone) {
-  EXPECT_EQ(originUrl(parsed("[fe80::1%eth0]")),
-            "https://[fe80::1%25eth0]:443");
-}
-
-TEST(OriginUrl, IsEmptyForADirectory) {
-  EXPECT_EQ(originUrl(parsed("file:x")), "");
+TEST(OriginOf, KeepsHostPortAndScheme) {
+  const redfish::Origin origin = originOf(parsed("http://u@[::1]:8080"));
+  EXPECT_EQ(origin.host, "::1");
+  EXPECT_EQ(origin.port, 8080);
+  EXPECT_TRUE(origin.plainHttp);
+  EXPECT_FALSE(originOf(parsed("bmc")).plainHttp);
 }
 
 TEST(InWords, LeavesSchemeAndUserOut) {
   EXPECT_EQ(inWords(parsed("https://admin@10.0.0.5")), "10.0.0.5:443");
   EXPECT_EQ(inWords(parsed("[fe80::1%eth0]:8443")), "[fe80::1%eth0]:8443");
+  EXPECT_EQ(inWords(parsed("http://127.0.0.1")), "127.0.0.1:80");
   EXPECT_EQ(inWords(parsed("file:samples/x")), "file:samples/x");
 }
 

@@ -1,0 +1,77 @@
+#include "suite/brivel/module_search.h"
+
+#include <algorithm>
+#include <boost/dll/runtime_symbol_info.hpp>
+#include <boost/dll/shared_library.hpp>
+#include <cstdlib>
+#include <system_error>
+
+#include "suite/log/escape.h"
+
+namespace brivel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kVariable = "BRIVEL_MODULES";
+
+std::string suffix() { return boost::dll::shared_library::suffix().string(); }
+
+/// Whether a text can be the name of an application, and so of a file that is
+/// nowhere but in the directory of the applications.
+bool isName(const std::string& text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           (c >= '0' && c <= '9') || c == '-' || c == '_';
+  });
+}
+
+}  // namespace
+
+fs::path moduleDirectory() {
+  const char* const chosen = std::getenv(kVariable);
+  if (chosen != nullptr && *chosen != '\0') {
+    return fs::absolute(chosen);
+  }
+  return fs::absolute(boost::dll::this_line_location()).parent_path() /
+         "brivel";
+}
+
+std::vector<fs::path> moduleFiles(const fs::path& directory) {
+  std::vector<fs::path> files;
+  std::error_code failure;
+  fs::directory_iterator entry(directory, failure);
+  while (!failure && entry != fs::directory_iterator()) {
+    if (entry->path().extension() == suffix()) {
+      files.push_back(entry->path());
+    }
+    entry.increment(failure);
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::optional<fs::path> findModule(const fs::path& directory,
+                                   const std::string& application,
+                                   std::string& error) {
+  if (!isName(application)) {
+    error =
+        "the name of an application holds letters, digits, '-' and '_' alone";
+    return std::nullopt;
+  }
+  const fs::path file = directory / (application + suffix());
+  std::error_code failure;
+  if (fs::exists(file, failure)) {
+    return file;
+  }
+  std::string known;
+  for (const fs::path& other : moduleFiles(directory)) {
+    known += (known.empty() ? "" : ", ") + other.stem().string();
+  }
+  error = "no application '" + application + "' in " + directory.string() +
+          (known.empty() ? "; there are none"
+                         : "; there are: " + logging::escapeControls(known));
+  return std::nullopt;
+}
+
+}  // namespace brivel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+#include "suite/connection/run_watch.h"
+
+namespace brivel {
+
+/// Draws on a terminal how many resources have been read and for how long the
+/// run has been going, once that is more than a second; gone again when the
+/// reading is over. The process's observer for as long as it lives.
+class ProgressLine : public connection::Progress {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// `descriptor` is the terminal; `now` is asked for the time.
+  explicit ProgressLine(int descriptor,
+                        Clock::time_point (*now)() = Clock::now);
+  ~ProgressLine() override;
+
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+
+  void tick(std::uint64_t resourcesRead) override;
+  void done() override;
+
+ private:
+  int descriptor_;
+  Clock::time_point (*now_)();
+  Clock::time_point begun_;
+  Clock::time_point drawnAt_;
+  bool drawn_ = false;
+};
+
+}  // namespace brivel

@@ -1,0 +1,31 @@
+#include "suite/brivel/result_line.h"
+
+#include "suite/log/escape.h"
+#include "syshealth/result/result_registry.h"
+
+namespace brivel {
+namespace {
+
+/// Some messages of the catalogue end in a blank.
+std::string withoutTrailingBlanks(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+}  // namespace
+
+std::string resultLine(const RunResult& result, const std::string& logPath) {
+  const std::string message =
+      result.message.empty() ? getResultMessage(result.code) : result.message;
+  std::string line = "brivel: result " + std::to_string(result.code) + ": " +
+                     withoutTrailingBlanks(message);
+  if (!result.cause.empty()) {
+    line += " Cause: " + result.cause + ".";
+  }
+  if (!logPath.empty()) {
+    line += " Log: " + logPath;
+  }
+  return logging::escapeControls(line);
+}
+
+}  // namespace brivel

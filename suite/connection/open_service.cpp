@@ -1,0 +1,50 @@
+#include "suite/connection/open_service.h"
+
+#include <utility>
+
+#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/directory_transport.h"
+
+namespace connection {
+namespace {
+
+std::unique_ptr<redfish::Transport> makeTransport(const Target& target) {
+  if (target.address.scheme == Address::Scheme::kDirectory) {
+    return redfish::makeDirectoryTransport(target.address.directory);
+  }
+  redfish::CurlTransportOptions options;
+  options.origin = originOf(target.address);
+  options.connectTimeout = std::min(options.connectTimeout, target.timeout);
+  options.maxConnections = target.maxConnections;
+  options.caFile = target.caFile;
+  options.pin = target.pin;
+  options.insecure = target.insecure;
+  return redfish::makeCurlTransport(std::move(options));
+}
+
+}  // namespace
+
+bool needsPassword(const Target& target) {
+  return target.address.scheme != Address::Scheme::kDirectory &&
+         !target.user.empty();
+}
+
+std::unique_ptr<redfish::Service> openService(const Target& target,
+                                              const Secret* password,
+                                              std::uint32_t wants) {
+  redfish::ServiceOptions options;
+  if (password != nullptr) {
+    options.user = target.user;
+    options.password = password->text();
+  }
+  options.maxConnections = target.maxConnections;
+  options.requestTimeout = target.timeout;
+  options.callTimeout = target.deadline;
+  options.deadline = redfish::Clock::now() + target.deadline;
+  options.prefetch = wants | (target.thorough ? redfish::kWantThorough : 0U);
+  options.lan.host = target.address.host;
+  return std::make_unique<redfish::Service>(std::move(options),
+                                            makeTransport(target));
+}
+
+}  // namespace connection

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "suite/connection/secret.h"
+#include "suite/connection/target.h"
+#include "suite/redfish/service.h"
+
+namespace connection {
+
+/// Whether the target asks its user for a password: a recorded server does
+/// not, nor does any target without a user.
+bool needsPassword(const Target& target);
+
+/// The service of a target, which has contacted nothing yet. The time of the
+/// run counts from here. `password` may be null; `wants` are the
+/// `redfish::Want` values that the run will ask for.
+std::unique_ptr<redfish::Service> openService(const Target& target,
+                                              const Secret* password,
+                                              std::uint32_t wants);
+
+}  // namespace connection

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace connection {
+
+/// What a run will ask a node for, as `redfish::Want` values, so that one
+/// reading can bring it all: `device` is the text of the option of that name
+/// ("all", "fan,dimm"), null when the option is not given, which asks for the
+/// health summary. Names that are no item count for nothing.
+std::uint32_t wantsOf(const std::string* device);
+
+}  // namespace connection

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "suite/redfish/interrupt.h"
+#include "suite/redfish/progress.h"
+
+namespace connection {
+
+// How the host watches a run from above: the user's wish to end it, and how
+// far the reading of a target has come.
+
+using redfish::installInterruptHandlers;
+using redfish::interrupted;
+using redfish::Progress;
+using redfish::setProgress;
+
+}  // namespace connection

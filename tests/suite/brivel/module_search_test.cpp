@@ -1,0 +1,92 @@
+#include "suite/brivel/module_search.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "tests/suite/connection/temporary_directory.h"
+
+namespace {
+
+using brivel::findModule;
+using brivel::moduleDirectory;
+using brivel::moduleFiles;
+
+TEST(ModuleDirectory, IsBesideTheLibrary) {
+  unsetenv("BRIVEL_MODULES");
+  const auto directory = moduleDirectory();
+  EXPECT_TRUE(directory.is_absolute());
+  EXPECT_EQ(directory.filename(), "brivel");
+  // This test holds the suite's objects itself.
+  EXPECT_EQ(directory.parent_path(),
+            std::filesystem::canonical("/proc/self/exe").parent_path());
+}
+
+TEST(ModuleDirectory, IsWhereTheVariableSays) {
+  setenv("BRIVEL_MODULES", "some/where", 1);
+  EXPECT_EQ(moduleDirectory(), std::filesystem::current_path() / "some/where");
+  unsetenv("BRIVEL_MODULES");
+}
+
+TEST(ModuleFiles, AreTheLibrariesByName) {
+  const TemporaryDirectory directory;
+  directory.write("b.so", "");
+  directory.write("a.so", "");
+  directory.write("readme.txt", "");
+  directory.write("c.so.1", "");
+  const auto files = moduleFiles(directory.path());
+  ASSERT_EQ(files.size(), 2U);
+  EXPECT_EQ(files[0].filename(), "a.so");
+  EXPECT_EQ(files[1].filename(), "b.so");
+}
+
+TEST(ModuleFiles, AreNoneWithoutADirectory) {
+  EXPECT_TRUE(moduleFiles("/nonexistent/directory").empty());
+}
+
+TEST(FindModule, FindsTheFileOfTheName) {
+  const TemporaryDirectory directory;
+  const std::string file = directory.write("fan-control_2.so", "");
+  std::string error;
+  EXPECT_EQ(findModule(directory.path(), "fan-control_2", error), file);
+}
+
+TEST(FindModule, MissingOneIsToldWithTheOthers) {
+  const TemporaryDirectory directory;
+  directory.write("b.so", "");
+  directory.write("a.so", "");
+  std::string error;
+  EXPECT_FALSE(findModule(directory.path(), "c", error));
+  EXPECT_EQ(error,
+            "no application 'c' in " + directory.path() + "; there are: a, b");
+}
+
+TEST(FindModule, MissingOneIsToldWhenThereAreNone) {
+  const TemporaryDirectory directory;
+  std::string error;
+  EXPECT_FALSE(findModule(directory.path(), "c", error));
+  EXPECT_EQ(error,
+            "no application 'c' in " + directory.path() + "; there are none");
+}
+
+TEST(FindModule, LeavesTheDirectoryForNoName) {
+  const TemporaryDirectory directory;
+  directory.write("a.so", "");
+  directory.write("inner/b.so", "");
+  for (const char* name :
+       {"", ".", "..", "../inner/b", "inner/b", "a.so/../a", "a b", "a\n"}) {
+    std::string error;
+    EXPECT_FALSE(findModule(directory.path("inner"), name, error)) << name;
+    EXPECT_NE(error, "");
+  }
+}
+
+TEST(FindModule, DoesNotRepeatWhatIsNoName) {
+  std::string error;
+  EXPECT_FALSE(findModule("/", "admin:hunter2@bmc", error));
+  EXPECT_EQ(error.find("hunter2"), std::string::npos);
+}
+
+}  // namespace

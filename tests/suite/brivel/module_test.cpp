@@ -1,0 +1,71 @@
+#include "suite/brivel/module.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "tests/suite/connection/temporary_directory.h"
+
+namespace {
+
+using brivel::Module;
+
+/// The error of a module that cannot be loaded.
+std::string errorOf(const std::string& file) {
+  std::string error;
+  EXPECT_FALSE(Module::load(file, error)) << file;
+  return error;
+}
+
+std::string broken(const std::string& name) {
+  return std::string(BROKEN_MODULES) + "/" + name + ".so";
+}
+
+TEST(ModuleLoad, FindsTheEntryPoints) {
+  std::string error;
+  const std::optional<Module> module = Module::load(SAMPLE_MODULE, error);
+  ASSERT_TRUE(module) << error;
+  EXPECT_EQ(module->file(), SAMPLE_MODULE);
+  module->init();
+  EXPECT_EQ(module->paramRegister(1), 0);
+}
+
+TEST(ModuleLoad, MissingEntryPointIsNamed) {
+  EXPECT_EQ(
+      errorOf(broken("no_init")),
+      broken("no_init") + " is no application: it has no entry point Init");
+  EXPECT_EQ(errorOf(broken("no_param_register")),
+            broken("no_param_register") +
+                " is no application: it has no entry point ParamRegister");
+  EXPECT_EQ(errorOf(broken("no_app_main")),
+            broken("no_app_main") +
+                " is no application: it has no entry point AppMain");
+}
+
+TEST(ModuleLoad, EmptyLibraryIsNoApplication) {
+  EXPECT_EQ(errorOf(broken("empty")),
+            broken("empty") + " is no application: it has no entry point Init");
+}
+
+TEST(ModuleLoad, MissingSymbolIsNamed) {
+  const std::string error = errorOf(broken("unresolved"));
+  EXPECT_EQ(error.rfind(broken("unresolved") + " cannot be loaded: ", 0), 0U)
+      << error;
+  EXPECT_NE(error.find("nowhere"), std::string::npos) << error;
+}
+
+TEST(ModuleLoad, ForeignFileIsTold) {
+  const TemporaryDirectory directory;
+  const std::string file = directory.write("a.so", "no library at all\n");
+  EXPECT_EQ(errorOf(file), file + " cannot be loaded: it is no library");
+}
+
+TEST(ModuleLoad, MissingFileIsTold) {
+  EXPECT_EQ(errorOf("/nonexistent/a.so"),
+            "/nonexistent/a.so cannot be loaded: it cannot be read: No such "
+            "file or directory");
+}
+
+}  // namespace

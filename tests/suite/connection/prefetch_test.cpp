@@ -1,0 +1,45 @@
+#include "suite/connection/prefetch.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+#include "suite/redfish/selection.h"
+
+namespace {
+
+constexpr std::uint32_t kSix = redfish::kWantSystem | redfish::kWantProcessors |
+                               redfish::kWantFans | redfish::kWantDimms |
+                               redfish::kWantPowers | redfish::kWantPciAdapters;
+
+std::uint32_t wantsOf(const std::string& device) {
+  return connection::wantsOf(&device);
+}
+
+TEST(WantsOf, NoDeviceIsTheHealthSummary) {
+  EXPECT_EQ(connection::wantsOf(nullptr), redfish::kWantHealth);
+}
+
+TEST(WantsOf, AllIsTheSixItems) { EXPECT_EQ(wantsOf("all"), kSix); }
+
+TEST(WantsOf, EachItemHasItsWant) {
+  EXPECT_EQ(wantsOf("system"), redfish::kWantSystem);
+  EXPECT_EQ(wantsOf("processor"), redfish::kWantProcessors);
+  EXPECT_EQ(wantsOf("fan"), redfish::kWantFans);
+  EXPECT_EQ(wantsOf("dimm"), redfish::kWantDimms);
+  EXPECT_EQ(wantsOf("power"), redfish::kWantPowers);
+  EXPECT_EQ(wantsOf("pci_adapter"), redfish::kWantPciAdapters);
+}
+
+TEST(WantsOf, ListIsTheUnion) {
+  EXPECT_EQ(wantsOf("fan,dimm,fan"), redfish::kWantFans | redfish::kWantDimms);
+}
+
+TEST(WantsOf, NamesThatAreNoItemCountForNothing) {
+  EXPECT_EQ(wantsOf(""), 0U);
+  EXPECT_EQ(wantsOf("Fan,all, dimm,,fa"), 0U);
+  EXPECT_EQ(wantsOf("fan,"), redfish::kWantFans);
+}
+
+}  // namespace
