@@ -12,6 +12,6 @@ class BRIVEL_SUITE_API AppBase {
   AppBase();
   virtual ~AppBase();
 
-  std::int32_t appId;    ///< The application's registered number.
-  std::int32_t command;  ///< The command number that the host passed.
+  std::int32_t appId = 0;    ///< The application's registered number.
+  std::int32_t command = 0;  ///< The command number that the host passed.
 };

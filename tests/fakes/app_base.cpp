@@ -4,9 +4,7 @@
 
 #include "tests/fakes/journal.h"
 
-AppBase::AppBase() : appId(0), command(0) {
-  fakes::note(fakes::Kind::kCall, "AppBase()");
-}
+AppBase::AppBase() { fakes::note(fakes::Kind::kCall, "AppBase()"); }
 
 AppBase::~AppBase() {
   fakes::note(fakes::Kind::kCall, "~AppBase(id " + std::to_string(appId) +

@@ -25,6 +25,7 @@ int give(const char* getter, const std::vector<Record>& from,
 
 }  // namespace
 
+// NOLINTNEXTLINE(modernize-pass-by-value): the signature is the suite's.
 DevHealth::DevHealth(const TarvexConnection::ConnectionInfo& connection)
     : connection_(connection) {
   fakes::enter("DevHealth(" + connection_.address + ")");

@@ -7,6 +7,7 @@
 
 namespace Tarvex::Agentless {
 
+// NOLINTNEXTLINE(modernize-pass-by-value): the signature is the suite's.
 OrvaneTypeAcquire::OrvaneTypeAcquire(
     const TarvexConnection::ConnectionInfo& connection)
     : connection_(connection) {

@@ -10,7 +10,6 @@ namespace {
 using fakes::Kind;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Not;
 
 class ShowCmd : public fakes::SuiteTest {
@@ -27,7 +26,7 @@ class ShowCmd : public fakes::SuiteTest {
     giveDevice(device);
     fakes::script().targets["a"].readStatus = -4;
     fakes::clearJournal();
-    application_.showCmd();
+    application.showCmd();
     const std::string before = "Brivel failed to show ";
     const std::string after = " information.";
     std::vector<std::string> items;
@@ -40,11 +39,11 @@ class ShowCmd : public fakes::SuiteTest {
     return items;
   }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(ShowCmd, WithoutDeviceShowsTheSummaryOnceAfterItsOwnExitTrace) {
-  EXPECT_EQ(application_.showCmd(), 0);
+  EXPECT_EQ(application.showCmd(), 0);
   std::vector<std::string> begin = fakes::journal();
   begin.resize(8);
   EXPECT_THAT(
@@ -64,19 +63,19 @@ TEST_F(ShowCmd, WithoutDeviceShowsTheSummaryOnceAfterItsOwnExitTrace) {
 }
 
 TEST_F(ShowCmd, WithoutDeviceNeverAsksForItsText) {
-  application_.showCmd();
+  application.showCmd();
   EXPECT_THAT(fakes::noted(Kind::kCall),
               Not(Contains("ArgParser::GetValue(device, text \"\")")));
 }
 
 TEST_F(ShowCmd, WithoutDeviceGivesTheSummarysResult) {
   fakes::script().reachability = 12;
-  EXPECT_EQ(application_.showCmd(), 12);
+  EXPECT_EQ(application.showCmd(), 12);
 }
 
 TEST_F(ShowCmd, HandsTheModeToTheSummary) {
   fakes::script().mode = kConnectModeEsxi;
-  EXPECT_EQ(application_.showCmd(), 25);
+  EXPECT_EQ(application.showCmd(), 25);
   EXPECT_THAT(fakes::noted(Kind::kLog),
               Contains("3: The connection mode is 4; InBand:1 OOB:2 ESXI:4"));
 }
@@ -85,7 +84,7 @@ TEST_F(ShowCmd, ModeIsLoggedAndTracesAreNotAtThreshold3) {
   fakes::script().logThreshold = 3;
   fakes::script().mode = kConnectModeInBand;
   giveDevice("fan");
-  application_.showCmd();
+  application.showCmd();
   std::vector<std::string> log = fakes::noted(Kind::kLog);
   EXPECT_EQ(log.at(0), "3: The connection mode is 1; InBand:1 OOB:2 ESXI:4");
   for (const std::string& line : log) {
@@ -97,7 +96,7 @@ TEST_F(ShowCmd, ModeIsLoggedAndTracesAreNotAtThreshold3) {
 TEST_F(ShowCmd, AtThresholdZeroOnlyConsoleLinesAreBuilt) {
   fakes::script().logThreshold = 0;
   giveDevice("fan");
-  EXPECT_EQ(application_.showCmd(), 0);
+  EXPECT_EQ(application.showCmd(), 0);
   std::string logged;
   for (const fakes::LogRecord& record : fakes::logRecords()) {
     logged += record.text + '\n';
@@ -109,7 +108,7 @@ TEST_F(ShowCmd, AtThresholdZeroOnlyConsoleLinesAreBuilt) {
 TEST_F(ShowCmd, MissingSettingsServiceIsLoggedAndReadsNoOption) {
   fakes::script().settingsFetches = 0;
   giveDevice("fan");
-  EXPECT_EQ(application_.showCmd(), 1);
+  EXPECT_EQ(application.showCmd(), 1);
   EXPECT_THAT(fakes::journal(),
               ElementsAre("log 4: Entering  SystemHealth::showCmd",
                           "call ConnectInfo::Getinstance()",
@@ -118,7 +117,7 @@ TEST_F(ShowCmd, MissingSettingsServiceIsLoggedAndReadsNoOption) {
 
 TEST_F(ShowCmd, MissingParserWritesNothing) {
   fakes::script().parserFetches = 0;
-  EXPECT_EQ(application_.showCmd(), 1);
+  EXPECT_EQ(application.showCmd(), 1);
   EXPECT_THAT(
       fakes::journal(),
       ElementsAre("log 4: Entering  SystemHealth::showCmd",
@@ -130,7 +129,7 @@ TEST_F(ShowCmd, MissingParserWritesNothing) {
 
 TEST_F(ShowCmd, DeviceIsFetchedIntoAnEmptyText) {
   giveDevice("fan");
-  EXPECT_EQ(application_.showCmd(), 0);
+  EXPECT_EQ(application.showCmd(), 0);
   std::vector<std::string> begin = fakes::noted(Kind::kCall);
   begin.resize(6);
   EXPECT_THAT(
@@ -143,7 +142,7 @@ TEST_F(ShowCmd, DeviceIsFetchedIntoAnEmptyText) {
 
 TEST_F(ShowCmd, WithDeviceTracesItsExitLast) {
   giveDevice("fan");
-  application_.showCmd();
+  application.showCmd();
   EXPECT_EQ(fakes::journal().back(), "log 4: Exiting  SystemHealth::showCmd");
   EXPECT_THAT(fakes::noted(Kind::kLog),
               Contains("4: Exiting  SystemHealth::showCmd").Times(1));
@@ -170,7 +169,7 @@ TEST_F(ShowCmd, EmptyDeviceIsOneEmptyItem) {
 
 TEST_F(ShowCmd, DeviceThatCannotBeFetchedIsOneEmptyItem) {
   fakes::script().present["device"] = true;
-  EXPECT_EQ(application_.showCmd(), 25);
+  EXPECT_EQ(application.showCmd(), 25);
   EXPECT_EQ(errors(),
             "\nBrivel failed to show  information.\n"
             "Function not supported on target system.\n");
@@ -191,21 +190,21 @@ TEST_F(ShowCmd, EmptyItemsBetweenAndAfterCommasAreKept) {
 
 TEST_F(ShowCmd, EveryItemSucceedingGivesZero) {
   giveDevice("fan,dimm,power");
-  EXPECT_EQ(application_.showCmd(), 0);
+  EXPECT_EQ(application.showCmd(), 0);
 }
 
 TEST_F(ShowCmd, OneFailingItemGivesItsCode) {
   giveDevice("fan,dimm");
   // The service is there for the dispatcher and the first item.
   fakes::script().settingsFetches = 2;
-  EXPECT_EQ(application_.showCmd(), 1);
+  EXPECT_EQ(application.showCmd(), 1);
 }
 
 TEST_F(ShowCmd, FailedItemsAreCombinedAndTheRestIsTried) {
   giveDevice("fan,bogus,dimm");
   fakes::script().mode = kConnectModeInBand;
   fakes::script().targets["a"].readStatus = -1;
-  EXPECT_EQ(application_.showCmd(), 13 | 25);
+  EXPECT_EQ(application.showCmd(), 13 | 25);
   EXPECT_EQ(errors(),
             "\nBrivel failed to show fan information.\nConnection failed.\n"
             "\nBrivel failed to show bogus information.\n"
@@ -216,7 +215,7 @@ TEST_F(ShowCmd, FailedItemsAreCombinedAndTheRestIsTried) {
 TEST_F(ShowCmd, HandsTheModeToEveryItem) {
   giveDevice("fan,dimm");
   fakes::script().mode = kConnectModeEsxi;
-  EXPECT_EQ(application_.showCmd(), 25);
+  EXPECT_EQ(application.showCmd(), 25);
   const std::string failure =
       "\nBrivel failed to show system items.\n"
       "Function not supported on target system.\n";
@@ -225,13 +224,13 @@ TEST_F(ShowCmd, HandsTheModeToEveryItem) {
 
 TEST_F(ShowCmd, ItemsDoNotReadTheIpmiList) {
   giveDevice("all");
-  application_.showCmd();
+  application.showCmd();
   EXPECT_THAT(fakes::noted(Kind::kCall),
               Not(Contains("ConnectInfo::GetIpmiConnectInfo(list of 0)")));
 }
 
 TEST_F(ShowCmd, SummaryDoesNotReadTheCimList) {
-  application_.showCmd();
+  application.showCmd();
   EXPECT_THAT(fakes::noted(Kind::kCall),
               Not(Contains("ConnectInfo::GetCimConnectInfo(list of 0)")));
 }
@@ -239,7 +238,7 @@ TEST_F(ShowCmd, SummaryDoesNotReadTheCimList) {
 TEST_F(ShowCmd, ExceptionFromAnItemLeavesNoExitTrace) {
   giveDevice("fan,dimm");
   fakes::script().throwingCall = "DevHealth::get_fans(list of 0)";
-  EXPECT_THROW(application_.showCmd(), std::runtime_error);
+  EXPECT_THROW(application.showCmd(), std::runtime_error);
   EXPECT_THAT(fakes::noted(Kind::kLog),
               ElementsAre("4: Entering  SystemHealth::showCmd",
                           "3: The connection mode is 2; InBand:1 OOB:2 ESXI:4",

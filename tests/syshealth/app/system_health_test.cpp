@@ -133,19 +133,19 @@ class AppMain : public fakes::SuiteTest {
  protected:
   AppMain() { fakes::clearJournal(); }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(AppMain, StoresNumberAndCommand) {
-  application_.AppMain(2);
-  EXPECT_EQ(application_.appId, 29);
-  EXPECT_EQ(application_.command, 2);
+  application.AppMain(2);
+  EXPECT_EQ(application.appId, 29);
+  EXPECT_EQ(application.command, 2);
 }
 
 TEST_F(AppMain, OtherCommandsAreInvalidWithoutAQuery) {
   for (const std::int32_t command : {0, 2, -1}) {
     fakes::clearJournal();
-    const BrivelResult result = application_.AppMain(command);
+    const BrivelResult result = application.AppMain(command);
     EXPECT_EQ(result.code, 4);
     EXPECT_EQ(result.message, "");
     EXPECT_THAT(fakes::journal(),
@@ -156,19 +156,19 @@ TEST_F(AppMain, OtherCommandsAreInvalidWithoutAQuery) {
 
 TEST_F(AppMain, ShowGivesItsCodeWithAnEmptyMessage) {
   fakes::script().reachability = 0x1006A;
-  const BrivelResult result = application_.AppMain(1);
+  const BrivelResult result = application.AppMain(1);
   EXPECT_EQ(result.code, 0x1006A);
   EXPECT_EQ(result.message, "");
 }
 
 TEST_F(AppMain, ShowGivesNegativeCodesWhole) {
   fakes::script().reachability = -2;
-  EXPECT_EQ(application_.AppMain(1).code, -2);
+  EXPECT_EQ(application.AppMain(1).code, -2);
 }
 
 TEST_F(AppMain, TracesAroundTheCommand) {
   fakes::script().settingsFetches = 0;
-  EXPECT_EQ(application_.AppMain(1).code, 1);
+  EXPECT_EQ(application.AppMain(1).code, 1);
   EXPECT_THAT(fakes::noted(Kind::kLog),
               ElementsAre("4: Entering  SystemHealth::AppMain",
                           "4: Entering  SystemHealth::showCmd",
@@ -178,7 +178,7 @@ TEST_F(AppMain, TracesAroundTheCommand) {
 
 TEST_F(AppMain, ExceptionPassesOutWithoutExitTrace) {
   fakes::script().throwingCall = "ConnectInfo::GetConMode()";
-  EXPECT_THROW(application_.AppMain(1), std::runtime_error);
+  EXPECT_THROW(application.AppMain(1), std::runtime_error);
   EXPECT_THAT(fakes::noted(Kind::kLog),
               ElementsAre("4: Entering  SystemHealth::AppMain",
                           "4: Entering  SystemHealth::showCmd"));

@@ -16,23 +16,23 @@ class GetHealth : public fakes::SuiteTest {
   GetHealth() { fakes::clearJournal(); }
 
   int read(const std::string& address) {
-    return application_.getHealth(target(address), alerts_);
+    return application.getHealth(target(address), alerts);
   }
 
-  SystemHealth application_;
-  std::vector<Alert> alerts_;
+  SystemHealth application;
+  std::vector<Alert> alerts;
 };
 
 TEST_F(GetHealth, ReadsTheAlertsOfAConnectedClient) {
   fakes::script().targets["a"].alerts = {
       {"extra", "E1", 2, "Memory", "broken"}};
   EXPECT_EQ(read("a"), 0);
-  ASSERT_THAT(alerts_, SizeIs(1));
-  EXPECT_EQ(alerts_[0].extra, "extra");
-  EXPECT_EQ(alerts_[0].messageId, "E1");
-  EXPECT_EQ(alerts_[0].severity, 2);
-  EXPECT_EQ(alerts_[0].category, "Memory");
-  EXPECT_EQ(alerts_[0].message, "broken");
+  ASSERT_THAT(alerts, SizeIs(1));
+  EXPECT_EQ(alerts[0].extra, "extra");
+  EXPECT_EQ(alerts[0].messageId, "E1");
+  EXPECT_EQ(alerts[0].severity, 2);
+  EXPECT_EQ(alerts[0].category, "Memory");
+  EXPECT_EQ(alerts[0].message, "broken");
   EXPECT_THAT(fakes::journal(),
               ElementsAre("log 4: Entering  SystemHealth::getHealth",
                           "call DevHealth(a)", "call DevHealth::connect()",
@@ -47,15 +47,15 @@ TEST_F(GetHealth, ReplacesEarlierAlerts) {
   fakes::script().targets["b"].alerts = {{"", "B1", 0, "Disks", ""}};
   read("a");
   read("b");
-  ASSERT_THAT(alerts_, SizeIs(1));
-  EXPECT_EQ(alerts_[0].messageId, "B1");
+  ASSERT_THAT(alerts, SizeIs(1));
+  EXPECT_EQ(alerts[0].messageId, "B1");
 }
 
 TEST_F(GetHealth, FailedConnectEmptiesTheList) {
-  alerts_ = {{"", "old", 0, "Disks", ""}};
+  alerts = {{"", "old", 0, "Disks", ""}};
   fakes::script().targets["a"].connectStatus = -1;
   read("a");
-  EXPECT_THAT(alerts_, SizeIs(0));
+  EXPECT_THAT(alerts, SizeIs(0));
 }
 
 TEST_F(GetHealth, FailedConnectIsPassedOnUnchanged) {

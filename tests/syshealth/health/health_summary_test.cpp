@@ -26,7 +26,7 @@ class ShowHealthSummary : public fakes::SuiteTest {
   }
 
   std::int32_t show(std::int32_t mode) {
-    return application_.showHealthSummary(mode);
+    return application.showHealthSummary(mode);
   }
 
   // The addresses whose alerts were asked for, in order.
@@ -40,7 +40,7 @@ class ShowHealthSummary : public fakes::SuiteTest {
     return addresses;
   }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(ShowHealthSummary, OutOfBandReadsProbesAndPrintsInOrder) {

@@ -6,7 +6,6 @@
 namespace {
 
 using Tarvex::DeviceHealth::Alert;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -15,13 +14,13 @@ class ShowHealth : public fakes::SuiteTest {
   ShowHealth() { fakes::clearJournal(); }
 
   // The alerts as the summary hands them over, by ascending severity.
-  void show(std::vector<Alert> alerts) { application_.showHealth(alerts); }
+  void show(std::vector<Alert> alerts) { application.showHealth(alerts); }
 
   const AlertCategoryBucket& bucket(std::size_t index) const {
-    return application_.categoryBuckets.at(index);
+    return application.categoryBuckets.at(index);
   }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(ShowHealth, NoAlertsLeaveEveryCategoryNormal) {
@@ -39,7 +38,7 @@ TEST_F(ShowHealth, NoAlertsLeaveEveryCategoryNormal) {
             "Other                          Normal \n"
             "\n"
             "Active Events with Error/Warning:\n");
-  for (const AlertCategoryBucket& bucket : application_.categoryBuckets) {
+  for (const AlertCategoryBucket& bucket : application.categoryBuckets) {
     EXPECT_EQ(bucket.status, 0);
     EXPECT_THAT(bucket.alerts, IsEmpty());
   }

@@ -27,8 +27,9 @@ TEST(ConnectionInfoTest, FieldsStandInOrderWithTheirDefaults) {
 }
 
 TEST(ConnectionInfoTest, CopyHasEveryField) {
-  const ConnectionInfo original = {"a", 1, "b", "c", 65535, 4, 5, 6};
+  ConnectionInfo original = {"a", 1, "b", "c", 65535, 4, 5, 6};
   const ConnectionInfo copy = original;
+  original = ConnectionInfo();
   const auto& [text1, number2, text3, text4, nodeIndex, number6, number7,
                number8] = copy;
   EXPECT_EQ(text1, "a");

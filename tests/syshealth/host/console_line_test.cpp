@@ -46,7 +46,7 @@ TEST_F(ConsoleLineTest, IsWrittenAndLoggedAtAnyThreshold) {
 }
 
 TEST_F(ConsoleLineTest, EmptyTextIsAnEmptyLine) {
-  ConsoleLine(1, "file", 7);
+  ConsoleLine(1, "file", 7).Stream() << "";
   EXPECT_EQ(errors(), "\n");
   EXPECT_THAT(fakes::journal(), ElementsAre("err ", "log 1: "));
 }
@@ -61,7 +61,7 @@ TEST_F(ConsoleLineTest, HandsLevelFileAndLineToTheLog) {
 }
 
 TEST_F(ConsoleLineTest, WritesTextsAsTheyStand) {
-  const std::string text("a\0b %1% \xff \n c", 14);
+  const std::string text = std::string("a\0b", 3) + " %1% \xff \n c";
   ConsoleLine(3, "file", 7).Stream() << text;
   EXPECT_EQ(output(), text + '\n');
   EXPECT_EQ(fakes::logRecords().at(0).text, text);

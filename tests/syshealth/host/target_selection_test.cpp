@@ -16,19 +16,19 @@ using testing::IsEmpty;
 class SelectTargets : public fakes::SuiteTest {
  protected:
   TargetSelection select(std::int32_t mode) {
-    return selectTargets(mode, targets_);
+    return selectTargets(mode, targets);
   }
 
   std::vector<std::string> picked() const {
     std::vector<std::string> addresses;
-    for (const ConnectionInfo& info : targets_) {
+    for (const ConnectionInfo& info : targets) {
       addresses.push_back(info.address);
     }
     return addresses;
   }
 
-  std::vector<ConnectionInfo> targets_ = {target("a", 0), target("b", 1),
-                                          target("c", 1)};
+  std::vector<ConnectionInfo> targets = {target("a", 0), target("b", 1),
+                                         target("c", 1)};
 };
 
 TEST_F(SelectTargets, OutOfBandPicksTheFirst) {
@@ -80,7 +80,7 @@ TEST_F(SelectTargets, NodeOutsideTheListIsInvalid) {
 }
 
 TEST_F(SelectTargets, HighestNodeIndexIsNotTakenForANegativeNode) {
-  targets_ = {target("a", 65535)};
+  targets = {target("a", 65535)};
   giveNode(0);
   EXPECT_EQ(select(kConnectModeInBand), TargetSelection::kInvalidNode);
 }

@@ -10,19 +10,17 @@
 namespace {
 
 using Tarvex::DeviceHealth::PCIAdapter;
-using Tarvex::DeviceHealth::Processor;
 using Tarvex::DeviceHealth::SystemBoard;
-using testing::ElementsAre;
 
 class ComponentReport : public fakes::SuiteTest {
  protected:
   ComponentReport() { fakes::clearJournal(); }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(ComponentReport, SystemBoard) {
-  application_.showSystem({"rack-7", "9TX4/A1", "SN0001", "3f5c"});
+  application.showSystem({"rack-7", "9TX4/A1", "SN0001", "3f5c"});
   // clang-format off
   EXPECT_EQ(output(),
             "\n"
@@ -33,7 +31,7 @@ TEST_F(ComponentReport, SystemBoard) {
 }
 
 TEST_F(ComponentReport, EmptySystemBoardStillHasItsRow) {
-  application_.showSystem(SystemBoard());
+  application.showSystem(SystemBoard());
   const std::string blanks(30 + 1 + 20 + 1 + 20 + 1 + 0 + 1, ' ');
   // clang-format off
   EXPECT_EQ(output(),
@@ -45,7 +43,7 @@ TEST_F(ComponentReport, EmptySystemBoardStillHasItsRow) {
 }
 
 TEST_F(ComponentReport, Processors) {
-  application_.showProcessors(
+  application.showProcessors(
       {{"CPU1", "Quillon Q7", "2400", "3900", "OK"},
        {"CPU2", "Quillon Q7", "2400", "3900", "Warning"}});
   // clang-format off
@@ -59,7 +57,7 @@ TEST_F(ComponentReport, Processors) {
 }
 
 TEST_F(ComponentReport, NoProcessorsLeaveHeadingAndHeader) {
-  application_.showProcessors({});
+  application.showProcessors({});
   // clang-format off
   EXPECT_EQ(output(),
             "\n"
@@ -69,7 +67,7 @@ TEST_F(ComponentReport, NoProcessorsLeaveHeadingAndHeader) {
 }
 
 TEST_F(ComponentReport, Fans) {
-  application_.showFans({{"Fan 1", "4200 RPM", "OK"}});
+  application.showFans({{"Fan 1", "4200 RPM", "OK"}});
   EXPECT_EQ(output(),
             "\n"
             "Fan:\n"
@@ -78,7 +76,7 @@ TEST_F(ComponentReport, Fans) {
 }
 
 TEST_F(ComponentReport, NoFansLeaveHeadingAndHeader) {
-  application_.showFans({});
+  application.showFans({});
   EXPECT_EQ(
       output(),
       "\n"
@@ -87,7 +85,7 @@ TEST_F(ComponentReport, NoFansLeaveHeadingAndHeader) {
 }
 
 TEST_F(ComponentReport, Dimms) {
-  application_.showDIMMs(
+  application.showDIMMs(
       {{"DIMM A1", "PN-1", "SER-1", "Fennmark", "DDR5", "4800 MHz"},
        {"DIMM A2", "PN-2", "SER-2", "Fennmark", "DDR4", "3200 MHz"}});
   // clang-format off
@@ -105,7 +103,7 @@ TEST_F(ComponentReport, Dimms) {
 }
 
 TEST_F(ComponentReport, NoDimmsLeaveBothHeaders) {
-  application_.showDIMMs({});
+  application.showDIMMs({});
   // clang-format off
   EXPECT_EQ(output(),
             "\n"
@@ -117,7 +115,7 @@ TEST_F(ComponentReport, NoDimmsLeaveBothHeaders) {
 }
 
 TEST_F(ComponentReport, Powers) {
-  application_.showPowers({{"PSU 1", "750 W", "OK"}});
+  application.showPowers({{"PSU 1", "750 W", "OK"}});
   EXPECT_EQ(output(),
             "\n"
             "Power:\n"
@@ -126,7 +124,7 @@ TEST_F(ComponentReport, Powers) {
 }
 
 TEST_F(ComponentReport, NoPowersLeaveHeadingAndHeader) {
-  application_.showPowers({});
+  application.showPowers({});
   EXPECT_EQ(
       output(),
       "\n"
@@ -135,8 +133,8 @@ TEST_F(ComponentReport, NoPowersLeaveHeadingAndHeader) {
 }
 
 TEST_F(ComponentReport, PciAdapters) {
-  application_.showPCIAdapters({{"Network adapter", "Slot 1", "Brightwater",
-                                 "BW-25", "S-9", "P-9", "F-9", "Enabled", ""}});
+  application.showPCIAdapters({{"Network adapter", "Slot 1", "Brightwater",
+                                "BW-25", "S-9", "P-9", "F-9", "Enabled", ""}});
   // clang-format off
   EXPECT_EQ(output(),
             "\n"
@@ -150,7 +148,7 @@ TEST_F(ComponentReport, PciAdapters) {
 }
 
 TEST_F(ComponentReport, NoPciAdaptersLeaveBothHeaders) {
-  application_.showPCIAdapters({});
+  application.showPCIAdapters({});
   // clang-format off
   EXPECT_EQ(output(),
             "\n"
@@ -164,12 +162,12 @@ TEST_F(ComponentReport, NoPciAdaptersLeaveBothHeaders) {
 TEST_F(ComponentReport, StatusDescriptionsAreNotPrinted) {
   PCIAdapter adapter;
   adapter.statusDescriptions = "hidden";
-  application_.showPCIAdapters({adapter});
+  application.showPCIAdapters({adapter});
   EXPECT_EQ(output().find("hidden"), std::string::npos);
 }
 
 TEST_F(ComponentReport, WideValueShiftsItsLineOnly) {
-  application_.showFans(
+  application.showFans(
       {{"A fan with a name of forty characters...", "slow", "OK"},
        {"Fan 2", "fast", "OK"}});
   EXPECT_EQ(
@@ -183,7 +181,7 @@ TEST_F(ComponentReport, WideValueShiftsItsLineOnly) {
 }
 
 TEST_F(ComponentReport, EmptyValuesAreBlanks) {
-  application_.showFans({{"", "", ""}});
+  application.showFans({{"", "", ""}});
   EXPECT_EQ(
       output(),
       "\n"
@@ -193,21 +191,21 @@ TEST_F(ComponentReport, EmptyValuesAreBlanks) {
 }
 
 TEST_F(ComponentReport, HeaderIsFormattedAsARow) {
-  application_.showFans({{"Name", "Desired Speed", "Health state"}});
+  application.showFans({{"Name", "Desired Speed", "Health state"}});
   const std::string header =
       "                     Name             Desired Speed Health state\n";
   EXPECT_EQ(output(), "\nFan:\n" + header + header);
 }
 
 TEST_F(ComponentReport, ValuesAreNotFormatPatterns) {
-  application_.showFans({{"%2%", "100 %", "%%"}});
+  application.showFans({{"%2%", "100 %", "%%"}});
   EXPECT_NE(output().find("                      %2%"
                           "                     100 % %%\n"),
             std::string::npos);
 }
 
 TEST_F(ComponentReport, EveryLineGoesToConsoleAndLogAtLevel3) {
-  application_.showDIMMs(
+  application.showDIMMs(
       {{"DIMM A1", "PN-1", "SER-1", "Fennmark", "DDR5", "4800 MHz"}});
   std::string logged;
   for (const fakes::LogRecord& record : fakes::logRecords()) {
@@ -221,7 +219,7 @@ TEST_F(ComponentReport, EveryLineGoesToConsoleAndLogAtLevel3) {
 
 TEST_F(ComponentReport, IsPrintedWhateverTheLogsThreshold) {
   fakes::script().logThreshold = 0;
-  application_.showFans({});
+  application.showFans({});
   EXPECT_EQ(
       output(),
       "\n"
@@ -231,12 +229,12 @@ TEST_F(ComponentReport, IsPrintedWhateverTheLogsThreshold) {
 
 TEST_F(ComponentReport, EachTracesEntryAndExitUnderItsName) {
   const std::vector<std::pair<std::string, std::function<void()>>> reports = {
-      {"showSystem", [this] { application_.showSystem({}); }},
-      {"showProcessors", [this] { application_.showProcessors({}); }},
-      {"showFans", [this] { application_.showFans({}); }},
-      {"showDIMMs", [this] { application_.showDIMMs({}); }},
-      {"showPowers", [this] { application_.showPowers({}); }},
-      {"showPCIAdapters", [this] { application_.showPCIAdapters({}); }}};
+      {"showSystem", [this] { application.showSystem({}); }},
+      {"showProcessors", [this] { application.showProcessors({}); }},
+      {"showFans", [this] { application.showFans({}); }},
+      {"showDIMMs", [this] { application.showDIMMs({}); }},
+      {"showPowers", [this] { application.showPowers({}); }},
+      {"showPCIAdapters", [this] { application.showPCIAdapters({}); }}};
   for (const auto& [name, report] : reports) {
     fakes::clearJournal();
     report();

@@ -30,10 +30,10 @@ class GetSystemItems : public fakes::SuiteTest {
   }
 
   int get(const std::string& item) {
-    return application_.getSystemItems(target("a"), item);
+    return application.getSystemItems(target("a"), item);
   }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 // One item: its getter with an empty argument and no other, its report.
@@ -44,8 +44,8 @@ struct ItemCase {
   std::string value;
 };
 
-void PrintTo(const ItemCase& itemCase, std::ostream* out) {
-  *out << itemCase.item;
+std::ostream& operator<<(std::ostream& out, const ItemCase& itemCase) {
+  return out << itemCase.item;
 }
 
 class GetSystemItemsOf : public GetSystemItems,

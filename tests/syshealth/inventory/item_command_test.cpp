@@ -26,7 +26,7 @@ class ShowSystemItem : public fakes::SuiteTest {
   }
 
   std::int32_t show(const std::string& item, std::int32_t mode) {
-    return application_.showSystemItem(item, static_cast<ConnectMode>(mode));
+    return application.showSystemItem(item, static_cast<ConnectMode>(mode));
   }
 
   // The addresses that were read, in order.
@@ -40,7 +40,7 @@ class ShowSystemItem : public fakes::SuiteTest {
     return addresses;
   }
 
-  SystemHealth application_;
+  SystemHealth application;
 };
 
 TEST_F(ShowSystemItem, OutOfBandReadsTheFirstTargetOnly) {

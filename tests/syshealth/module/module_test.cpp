@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::Not;
 
 class Module : public fakes::SuiteTest {
- protected:
+ public:
   Module() : handle_(dlopen(MODULE_FILE, RTLD_NOW | RTLD_LOCAL)) {
     if (handle_ == nullptr) {
       throw std::runtime_error(dlerror());
@@ -27,6 +27,10 @@ class Module : public fakes::SuiteTest {
 
   ~Module() override { EXPECT_EQ(dlclose(handle_), 0); }
 
+  Module(const Module&) = delete;
+  Module& operator=(const Module&) = delete;
+
+ protected:
   void init() const { entryPoint<decltype(Init)>("Init")(); }
 
   std::int32_t paramRegister(std::int32_t command) const {

@@ -13,15 +13,15 @@ namespace {
 
 class Catalogue : public testing::Test {
  protected:
-  std::map<int, std::string> registered_ =
+  std::map<int, std::string> registered =
       readMessageList("registered_messages.txt");
-  std::map<int, std::string> legacy_ = readMessageList("legacy_messages.txt");
+  std::map<int, std::string> legacy = readMessageList("legacy_messages.txt");
 };
 
 TEST_F(Catalogue, RegisteredListIsWhole) {
-  EXPECT_EQ(registered_.size(), 139U);
+  EXPECT_EQ(registered.size(), 139U);
   std::map<int, int> rows;
-  for (const auto& [code, message] : registered_) {
+  for (const auto& [code, message] : registered) {
     ++rows[code >> 16];
   }
   EXPECT_EQ(rows, (std::map<int, int>{{0, 49},
@@ -35,22 +35,22 @@ TEST_F(Catalogue, RegisteredListIsWhole) {
 }
 
 TEST_F(Catalogue, LegacyListIsWhole) {
-  EXPECT_EQ(legacy_.size(), 202U);
+  EXPECT_EQ(legacy.size(), 202U);
   std::map<int, int> rows;
-  for (const auto& [code, message] : legacy_) {
+  for (const auto& [code, message] : legacy) {
     ++rows[code >> 8];
   }
   EXPECT_EQ(rows, (std::map<int, int>{{0x06, 180}, {0x0B, 10}, {0x0C, 12}}));
 }
 
 TEST_F(Catalogue, EveryRegisteredCodeHasItsText) {
-  for (const auto& [code, message] : registered_) {
+  for (const auto& [code, message] : registered) {
     EXPECT_EQ(getResultMessage(code), message) << code;
   }
 }
 
 TEST_F(Catalogue, EveryLegacyCodeHasItsText) {
-  for (const auto& [code, message] : legacy_) {
+  for (const auto& [code, message] : legacy) {
     EXPECT_EQ(getResultMessage(code), message) << code;
   }
 }
@@ -59,7 +59,7 @@ TEST_F(Catalogue, EveryOtherRegisteredCodeGivesFallback) {
   for (int module = 0; module < 32; ++module) {
     for (int number = 0; number < 256; ++number) {
       const int code = number | (module << 16);
-      if (registered_.count(code) == 0) {
+      if (registered.count(code) == 0) {
         EXPECT_EQ(getResultMessage(code), "Unknow error") << code;
       }
     }
@@ -68,7 +68,7 @@ TEST_F(Catalogue, EveryOtherRegisteredCodeGivesFallback) {
 
 TEST_F(Catalogue, EveryOtherLegacyCodeGivesFallback) {
   for (int code = 0x0100; code <= 0xFFFF; ++code) {
-    if ((code & 0xFF00) != 0 && legacy_.count(code) == 0) {
+    if ((code & 0xFF00) != 0 && legacy.count(code) == 0) {
       EXPECT_EQ(getResultMessage(code), "Unknown error") << code;
     }
   }
