@@ -15,7 +15,7 @@ std::map<int, std::string> readMessageList(const std::string& fileName) {
         std::from_chars(row.data(), row.data() + row.size(), code);
     const std::string text =
         row.substr(static_cast<std::size_t>(end - row.data()));
-    if (error != std::errc() || text.size() < 3 || text.front() != '\t' ||
+    if (error != std::errc() || text.size() < 3 || text.front() != ' ' ||
         text[1] != '"' || text.back() != '"') {
       ADD_FAILURE() << "no row: " << row;
       continue;
