@@ -69,6 +69,9 @@ class Service {
 
   const Graph& graph() const { return knowledge_.graph; }
 
+  /// Whether the health walk of this run enters every branch.
+  bool thorough() const { return (options_.prefetch & kWantThorough) != 0; }
+
   /// Logs out. Whatever happens after that fails. Never throws.
   void close() noexcept;
 

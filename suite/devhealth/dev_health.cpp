@@ -1,0 +1,85 @@
+#include "syshealth/health/dev_health.h"
+
+#include <utility>
+
+#include "suite/devhealth/dimm_mapping.h"
+#include "suite/devhealth/failure_status.h"
+#include "suite/devhealth/fan_mapping.h"
+#include "suite/devhealth/health_reader.h"
+#include "suite/devhealth/pci_mapping.h"
+#include "suite/devhealth/power_mapping.h"
+#include "suite/devhealth/processor_mapping.h"
+#include "suite/devhealth/system_mapping.h"
+#include "suite/devhealth/target_reader.h"
+
+namespace Tarvex::DeviceHealth {
+namespace {
+
+using devhealth::kStatusSuccess;
+using devhealth::TargetReader;
+
+/// Reads what a table needs and maps it.
+template <typename Record>
+int readTable(const TarvexConnection::ConnectionInfo& connection,
+              redfish::Want want,
+              devhealth::Mapped<Record> (*map)(const redfish::Graph&,
+                                               const redfish::Node&),
+              std::vector<Record>& records) {
+  TargetReader reader(connection);
+  const int status = reader.read(want);
+  if (status != kStatusSuccess) return status;
+  devhealth::Mapped<Record> mapped = map(reader.graph(), reader.node());
+  if (mapped.failure) return reader.fail(std::move(*mapped.failure));
+  records = std::move(mapped.records);
+  return kStatusSuccess;
+}
+
+}  // namespace
+
+DevHealth::DevHealth(const TarvexConnection::ConnectionInfo& connection)
+    : connection_(connection) {}
+
+DevHealth::~DevHealth() = default;
+
+int DevHealth::connect() {
+  return TargetReader(connection_).read(redfish::kWantSystem);
+}
+
+int DevHealth::getHealthSum(std::vector<Alert>& alerts) {
+  TargetReader reader(connection_);
+  return devhealth::readHealth(reader, alerts);
+}
+
+int DevHealth::get_system(SystemBoard& system) {
+  std::vector<SystemBoard> boards;
+  const int status = readTable(connection_, redfish::kWantSystem,
+                               devhealth::mapSystem, boards);
+  if (status == kStatusSuccess) system = std::move(boards.front());
+  return status;
+}
+
+int DevHealth::get_processors(std::vector<Processor>& processors) {
+  return readTable(connection_, redfish::kWantProcessors,
+                   devhealth::mapProcessors, processors);
+}
+
+int DevHealth::get_fans(std::vector<Fan>& fans) {
+  return readTable(connection_, redfish::kWantFans, devhealth::mapFans, fans);
+}
+
+int DevHealth::get_DIMMs(std::vector<DIMM>& dimms) {
+  return readTable(connection_, redfish::kWantDimms, devhealth::mapDimms,
+                   dimms);
+}
+
+int DevHealth::get_Powers(std::vector<Power>& powers) {
+  return readTable(connection_, redfish::kWantPowers, devhealth::mapPowers,
+                   powers);
+}
+
+int DevHealth::get_PCIApaters(std::vector<PCIAdapter>& adapters) {
+  return readTable(connection_, redfish::kWantPciAdapters,
+                   devhealth::mapPciAdapters, adapters);
+}
+
+}  // namespace Tarvex::DeviceHealth

@@ -1,0 +1,82 @@
+#include <utility>
+
+#include "suite/devhealth/failure_status.h"
+#include "suite/redfish/generation.h"
+#include "suite/redfish/pool.h"
+#include "suite/redfish/service.h"
+#include "syshealth/health/orvane_type.h"
+
+namespace Tarvex::Agentless {
+namespace {
+
+using redfish::Failure;
+using redfish::FailureKind;
+using redfish::Generation;
+
+OrvaneTypeValue typeOf(Generation generation) {
+  switch (generation) {
+    case Generation::kRedfish:
+      return kOrvaneTypeDravik;
+    case Generation::kIpmi20:
+      return kOrvaneType2;
+    case Generation::kIpmi15:
+      return kOrvaneType1;
+    case Generation::kUnknown:
+      break;
+  }
+  return kOrvaneTypeUnknown;
+}
+
+/// Why a controller that answers is turned away all the same.
+Failure notOfTheNewest(redfish::Service& service, Generation generation) {
+  Failure failure = service.open().value_or(Failure());
+  failure.kind = FailureKind::kNotRedfish;
+  failure.address = service.address();
+  if (generation == Generation::kUnknown) {
+    if (failure.cause.empty()) {
+      failure.cause = "its Redfish service has no systems";
+    }
+  } else {
+    failure.uri.clear();
+    failure.cause =
+        generation == Generation::kIpmi20
+            ? "an older controller: it speaks IPMI 2.0, not Redfish"
+            : "an older controller: it speaks IPMI 1.5, not Redfish";
+    failure.remedy.clear();
+  }
+  return failure;
+}
+
+}  // namespace
+
+OrvaneTypeAcquire::OrvaneTypeAcquire(
+    const TarvexConnection::ConnectionInfo& connection)
+    : connection_(connection) {}
+
+OrvaneTypeAcquire::~OrvaneTypeAcquire() = default;
+
+int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
+  // Nobody is asked for such a target: the application refuses its connection
+  // mode by itself, later.
+  if (connection_.service == redfish::kNoService) {
+    type = kOrvaneTypeDravik;
+    return devhealth::kStatusSuccess;
+  }
+  redfish::Pool* pool = redfish::Pool::current();
+  redfish::Service* service =
+      pool == nullptr ? nullptr : pool->find(connection_.service);
+  if (service == nullptr) return devhealth::kStatusNoConnection;
+  const redfish::Probed& probed = service->probe();
+  if (probed.failure) {
+    pool->report(*probed.failure);
+    return devhealth::statusOf(probed.failure->kind,
+                               devhealth::Moment::kConnecting);
+  }
+  if (probed.generation != Generation::kRedfish) {
+    pool->report(notOfTheNewest(*service, probed.generation));
+  }
+  type = typeOf(probed.generation);
+  return devhealth::kStatusSuccess;
+}
+
+}  // namespace Tarvex::Agentless

@@ -1,0 +1,73 @@
+#include "suite/devhealth/target_reader.h"
+
+#include <utility>
+
+#include "suite/devhealth/failure_status.h"
+#include "suite/redfish/pool.h"
+#include "syshealth/host/log.h"
+
+namespace devhealth {
+namespace {
+
+using redfish::Failure;
+using redfish::Pool;
+
+constexpr unsigned int kLogError = 1;
+
+int report(Failure failure, Moment moment) {
+  const int status = statusOf(failure.kind, moment);
+  if (Pool* pool = Pool::current()) pool->report(std::move(failure));
+  return status;
+}
+
+/// Writes what the service itself has not logged yet.
+void log(const Failure& failure) {
+  if (Tarvex::Log::GetMinLogLevel() < kLogError) return;
+  Tarvex::Log(kLogError, __FILE__, __LINE__).Stream() << describe(failure);
+}
+
+}  // namespace
+
+TargetReader::TargetReader(
+    const Tarvex::TarvexConnection::ConnectionInfo& connection)
+    : service_(Pool::current() == nullptr
+                   ? nullptr
+                   : Pool::current()->find(connection.service)),
+      address_(connection.address),
+      nodeIndex_(connection.nodeIndex) {}
+
+int TargetReader::read(redfish::Selection selection) {
+  if (service_ == nullptr) {
+    Failure failure;
+    failure.kind = redfish::FailureKind::kUnreachable;
+    failure.address = address_;
+    failure.cause = "there is no connection to this target";
+    log(failure);
+    return report(std::move(failure), Moment::kConnecting);
+  }
+  selection.nodeIndex = nodeIndex_;
+  auto failure = service_->read(selection);
+  if (!failure) return kStatusSuccess;
+  // Opening answers again what it answered first: whether it got that far.
+  const Moment moment =
+      service_->open() ? Moment::kConnecting : Moment::kReading;
+  return report(std::move(*failure), moment);
+}
+
+int TargetReader::read(redfish::Want want) {
+  redfish::Selection selection;
+  selection.wants = want;
+  return read(std::move(selection));
+}
+
+redfish::Node TargetReader::node() const {
+  return redfish::nodeAt(service_->graph(), nodeIndex_);
+}
+
+int TargetReader::fail(Failure failure) const {
+  if (failure.address.empty()) failure.address = service_->address();
+  log(failure);
+  return report(std::move(failure), Moment::kReading);
+}
+
+}  // namespace devhealth
