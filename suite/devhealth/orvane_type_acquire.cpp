@@ -13,19 +13,11 @@ using redfish::Failure;
 using redfish::FailureKind;
 using redfish::Generation;
 
-OrvaneTypeValue typeOf(Generation generation) {
-  switch (generation) {
-    case Generation::kRedfish:
-      return kOrvaneTypeDravik;
-    case Generation::kIpmi20:
-      return kOrvaneType2;
-    case Generation::kIpmi15:
-      return kOrvaneType1;
-    case Generation::kUnknown:
-      break;
-  }
-  return kOrvaneTypeUnknown;
-}
+// The module's generations and the probe's are numbered alike.
+static_assert(static_cast<int>(Generation::kUnknown) == kOrvaneTypeUnknown);
+static_assert(static_cast<int>(Generation::kIpmi15) == kOrvaneType1);
+static_assert(static_cast<int>(Generation::kIpmi20) == kOrvaneType2);
+static_assert(static_cast<int>(Generation::kRedfish) == kOrvaneTypeDravik);
 
 /// Why a controller that answers is turned away all the same.
 Failure notOfTheNewest(redfish::Service& service, Generation generation) {
@@ -75,7 +67,7 @@ int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   if (probed.generation != Generation::kRedfish) {
     pool->report(notOfTheNewest(*service, probed.generation));
   }
-  type = typeOf(probed.generation);
+  type = static_cast<OrvaneTypeValue>(probed.generation);
   return devhealth::kStatusSuccess;
 }
 
