@@ -67,6 +67,8 @@ class Crawl {
   // Deciding links.
   Decision decide(const Rule& rule, const Resource& resource);
   Decision belongs(Kind kind, const Resource& resource);
+  /// Whether what the rule links to may come along with its collection.
+  bool mayComeExpanded(const Rule& rule) const;
   Decision walk();
   Decision condition(const Rule& rule, const Resource& resource);
   Decision whenDrained(bool enter) const;

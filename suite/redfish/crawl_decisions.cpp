@@ -24,6 +24,7 @@ bool contains(const std::vector<const Resource*>& resources,
 Crawl::Decision Crawl::decide(const Rule& rule, const Resource& resource) {
   const Decision belonging = belongs(rule.from, resource);
   if (belonging != Decision::kEnter) return belonging;
+  if (mayComeExpanded(rule)) return Decision::kWait;
   if ((rule.wants & bits_ & ~static_cast<std::uint32_t>(kWantHealth)) == 0) {
     const Decision walking = walk();
     if (walking != Decision::kEnter) return walking;
@@ -60,6 +61,15 @@ Crawl::Decision Crawl::belongs(Kind kind, const Resource& resource) {
   if (certain && contains(node().chassis, resource)) return Decision::kEnter;
   // It may still turn out to stand inside one of the node's chassis.
   return drained_ ? Decision::kSkip : Decision::kWait;
+}
+
+bool Crawl::mayComeExpanded(const Rule& rule) const {
+  if (!knowledge_.expand.usable() || drained_ || isCollection(rule.from)) {
+    return false;
+  }
+  return (rule.to == Kind::kChassis &&
+          waitingFor({Kind::kChassisCollection})) ||
+         (rule.to == Kind::kManager && waitingFor({Kind::kManagers}));
 }
 
 Crawl::Decision Crawl::walk() {

@@ -388,6 +388,17 @@ TEST_F(CrawlExpand, ExpandedMembersAreNotAskedFor) {
   EXPECT_EQ(found("/Systems/1/Memory/1")->state, ResourceState::kRead);
 }
 
+TEST_F(CrawlExpand, LinkedChassisIsLeftToItsCollection) {
+  on("/Systems?$expand=.", R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1",
+      "@odata.type": "#ComputerSystem.v1_20_0.ComputerSystem", "Id": "1",
+      "Name": "S", "Links": {"Chassis": [
+          {"@odata.id": "/redfish/v1/Chassis/1"}]}}]})");
+  on("/Chassis?$expand=.", R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/1",
+      "@odata.type": "#Chassis.v1_25_0.Chassis", "Id": "1", "Name": "C"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  EXPECT_EQ(script->count("GET /redfish/v1/Chassis/1"), 0U);
+}
+
 TEST_F(CrawlExpand, RefusalFallsBackForTheRun) {
   on("/Systems?$expand=.", "", 501);
   on("/Systems/1/Memory", R"({"Members": []})");
