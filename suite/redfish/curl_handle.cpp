@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "suite/redfish/loader_pages.h"
+
 namespace redfish {
 namespace {
 
@@ -34,6 +36,7 @@ void ignoreBrokenPipes() {
 void initialise() {
   static const CURLcode result = [] {
     ignoreBrokenPipes();
+    releaseLoaderPages();
     return curl_global_init(CURL_GLOBAL_DEFAULT);
   }();
   check(result);

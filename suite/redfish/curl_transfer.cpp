@@ -1,5 +1,7 @@
 #include "suite/redfish/curl_transfer.h"
 
+#include <openssl/ssl.h>
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -19,6 +21,33 @@ template <typename Value>
 Value infoOf(CURL* easy, CURLINFO info) {
   Value value = 0;
   return curl_easy_getinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
+}
+
+/// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
+bool isHttp2(CURL* easy) {
+  const curl_tlssessioninfo* session = nullptr;
+  if (curl_easy_getinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
+      session->backend != CURLSSLBACKEND_OPENSSL ||
+      session->internals == nullptr) {
+    return false;
+  }
+  const unsigned char* name = nullptr;
+  unsigned int size = 0;
+  SSL_get0_alpn_selected(static_cast<const SSL*>(session->internals), &name,
+                         &size);
+  return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
+}
+
+/// Whether a code says that HTTP/2 was spoken badly.
+bool isFraming(CURLcode code) {
+  return code == CURLE_HTTP2 || code == CURLE_HTTP2_STREAM;
+}
+
+/// Whether a code says that the connection was lost, which is also all that
+/// some kinds of bad framing look like.
+bool isLoss(CURLcode code) {
+  return code == CURLE_GOT_NOTHING || code == CURLE_SEND_ERROR ||
+         code == CURLE_RECV_ERROR || code == CURLE_PARTIAL_FILE;
 }
 
 bool hasCome(CURL* easy, CURLINFO time) {
@@ -46,6 +75,8 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
   setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
             static_cast<curl_off_t>(kMaxBodyBytes));
   setOption(easy, CURLOPT_ERRORBUFFER, errorText_.data());
+  setOption(easy, CURLOPT_PREREQFUNCTION, &CurlTransfer::onConnection);
+  setOption(easy, CURLOPT_PREREQDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
   setOption(easy, CURLOPT_WRITEDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
@@ -106,6 +137,14 @@ void CurlTransfer::setCredentials() {
   setOption(easy_.get(), CURLOPT_PASSWORD, request_.basicPassword.c_str());
 }
 
+int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
+                               char* /*localAddress*/, int /*remotePort*/,
+                               int /*localPort*/) {
+  auto& transfer = *static_cast<CurlTransfer*>(self);
+  transfer.speaksHttp2_ = isHttp2(transfer.easy_.get());
+  return CURL_PREREQFUNC_OK;
+}
+
 std::size_t CurlTransfer::onBody(char* data, std::size_t size,
                                  std::size_t count, void* self) {
   auto& transfer = *static_cast<CurlTransfer*>(self);
@@ -144,7 +183,7 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   answer.reusedConnection =
       hasCome(easy, CURLINFO_PRETRANSFER_TIME_T) && connections() == 0;
   answer.badEncoding = code == CURLE_BAD_CONTENT_ENCODING;
-  answer.http2Error = code == CURLE_HTTP2 || code == CURLE_HTTP2_STREAM;
+  answer.http2Error = isFraming(code) || (speaksHttp2_ && isLoss(code));
   if (code != CURLE_OK) {
     answer.failure = failureOf(outcome(code, connectTimeout));
     answer.failure->address = address;
@@ -193,6 +232,7 @@ void CurlTransfer::reset() noexcept {
   headerLines_ = CurlHeaders();
   headers_.clear();
   body_ = std::string();
+  speaksHttp2_ = false;
   bodyTooLarge_ = false;
   exception_ = nullptr;
   errorText_.fill('\0');

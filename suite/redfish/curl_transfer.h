@@ -46,11 +46,16 @@ class CurlTransfer {
   /// the time of requests that wait for a connection to become free.
   Clock::time_point deadline() const { return deadline_; }
 
+  /// Whether its connection speaks HTTP/2.
+  bool speaksHttp2() const { return speaksHttp2_; }
+
   /// Connections opened, and bytes of the body as they were sent.
   std::uint64_t connections() const;
   std::uint64_t bytes() const;
 
  private:
+  static int onConnection(void* self, char* remoteAddress, char* localAddress,
+                          int remotePort, int localPort);
   static std::size_t onBody(char* data, std::size_t size, std::size_t count,
                             void* self);
   static std::size_t onHeader(char* data, std::size_t size, std::size_t count,
@@ -69,6 +74,7 @@ class CurlTransfer {
   CurlHeaders headerLines_;
   ResponseHeaders headers_;
   std::string body_;
+  bool speaksHttp2_ = false;
   bool bodyTooLarge_ = false;
   std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.
   std::array<char, CURL_ERROR_SIZE> errorText_{};

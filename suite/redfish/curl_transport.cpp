@@ -5,19 +5,17 @@
 #include <utility>
 #include <vector>
 
-#include "suite/redfish/certificate_fault.h"
 #include "suite/redfish/curl_handle.h"
 #include "suite/redfish/curl_transfer.h"
+#include "suite/redfish/curl_trust.h"
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/secret.h"
-#include "suite/redfish/trusted_authorities.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
 constexpr unsigned int kLogTrace = 4;
-constexpr std::string_view kPinPrefix = "sha256//";
 
 /// Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
@@ -60,7 +58,6 @@ class CurlTransport final : public Transport {
 
   TransferPtr takeIdle();
   void setSharedOptions(CURL* easy);
-  void setTrust(CURL* easy) const;
   void perform();
   void collect();
   void expire(Clock::time_point now);
@@ -71,8 +68,8 @@ class CurlTransport final : public Transport {
 
   CurlTransportOptions options_;
   std::string address_;
-  std::string url_;                 ///< Empty: the host is none.
-  std::string authorityDirectory_;  ///< Empty: libcurl's own default.
+  std::string url_;  ///< Empty: the host is none.
+  CurlTrust trust_;
   bool identity_ = false;
   bool http2Allowed_ = true;
   bool http2Known_ = false;
@@ -93,6 +90,7 @@ CurlTransport::CurlTransport(CurlTransportOptions options)
     : options_(std::move(options)),
       address_(addressOf(options_.origin)),
       url_(urlOf(options_.origin).value_or("")),
+      trust_(options_.caFile, options_.pin, options_.insecure),
       share_(makeCurlShare()),
       multi_(makeCurlMulti()) {
   options_.maxConnections = std::max(options_.maxConnections, 1);
@@ -103,10 +101,6 @@ CurlTransport::CurlTransport(CurlTransportOptions options)
   check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE,
                           CURL_LOCK_DATA_SSL_SESSION));
   check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
-  const curl_version_info_data* built = curl_version_info(CURLVERSION_NOW);
-  if (built->capath != nullptr && isHashedDirectory(built->capath)) {
-    authorityDirectory_ = built->capath;
-  }
 }
 
 std::optional<Failure> CurlTransport::optionFault() const {
@@ -115,11 +109,7 @@ std::optional<Failure> CurlTransport::optionFault() const {
                    "this is neither a host name nor an address",
                    "check its spelling"};
   }
-  if (!options_.pin.empty() &&
-      options_.pin.compare(0, kPinPrefix.size(), kPinPrefix) != 0) {
-    return failureOf(CertificateFault::kBadPin, "");
-  }
-  return std::nullopt;
+  return options_.origin.plainHttp ? std::nullopt : trust_.fault();
 }
 
 std::uint64_t CurlTransport::start(Request request) {
@@ -167,32 +157,7 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   // Waiting to see whether the first connection can be shared costs round
   // trips on every controller that speaks HTTP/1.1, which most do.
   setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
-  if (!plain) setTrust(easy);
-}
-
-void CurlTransport::setTrust(CURL* easy) const {
-  setOption(easy, CURLOPT_SSLVERSION,
-            static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-  if (!options_.pin.empty()) {
-    setOption(easy, CURLOPT_PINNEDPUBLICKEY, options_.pin.c_str());
-  }
-  const bool verify =
-      !options_.insecure && (options_.pin.empty() || !options_.caFile.empty());
-  setOption(easy, CURLOPT_SSL_VERIFYPEER, verify ? 1L : 0L);
-  setOption(easy, CURLOPT_SSL_VERIFYHOST, verify ? 2L : 0L);
-  // The system's authorities as one file are parsed whole, 10 ms and several
-  // megabytes, for each connection; in a hashed directory only the one that
-  // is needed. Where none is needed, none must be read.
-  if (!verify) {
-    setOption(easy, CURLOPT_CAINFO, static_cast<const char*>(nullptr));
-    setOption(easy, CURLOPT_CAPATH, static_cast<const char*>(nullptr));
-  } else if (!options_.caFile.empty()) {
-    setOption(easy, CURLOPT_CAINFO, options_.caFile.c_str());
-    setOption(easy, CURLOPT_CAPATH, static_cast<const char*>(nullptr));
-  } else if (!authorityDirectory_.empty()) {
-    setOption(easy, CURLOPT_CAINFO, static_cast<const char*>(nullptr));
-    setOption(easy, CURLOPT_CAPATH, authorityDirectory_.c_str());
-  }
+  if (!plain) trust_.apply(easy);
 }
 
 std::optional<Answer> CurlTransport::next(Clock::time_point until) {
@@ -254,10 +219,7 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
 
   stats_.connections += owner->connections();
   stats_.bytes += owner->bytes();
-  long version = 0;
-  check(curl_easy_getinfo(owner->easy(), CURLINFO_HTTP_VERSION, &version));
-  http2Known_ =
-      http2Allowed_ && (http2Known_ || version == CURL_HTTP_VERSION_2_0);
+  http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer = owner->finish(code, address_, options_.connectTimeout);
   if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
     Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()

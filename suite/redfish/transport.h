@@ -46,7 +46,9 @@ struct Answer {
   std::optional<Failure> failure;
   bool reusedConnection = false;  ///< The request went over a kept-alive one.
   bool badEncoding = false;       ///< The failure is a wrong compression.
-  bool http2Error = false;        ///< The failure is one of HTTP/2 framing.
+  bool http2Error = false;        ///< The failure may be one of HTTP/2: bad
+                                  ///< framing, or a connection that spoke it
+                                  ///< and was lost.
   bool http2 = false;             ///< The answer came over HTTP/2.
   int status = 0;                 ///< HTTP status.
   std::string location;           ///< Header Location.

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 
 #include "suite/redfish/curl_transport.h"
@@ -18,10 +19,6 @@ ScriptedServer::Script serving() {
   return answering([](const std::string&) { return httpAnswer(200, "{}"); });
 }
 
-FailureKind kindOf(const Answer& answer) {
-  return answer.failure.value_or(Failure{}).kind;
-}
-
 TEST(CurlTls, OldVersionsAreRefused) {
   TlsWish tls = tlsWith(bmc::makeCertificate({}));
   tls.lowestVersion = TLS1_VERSION;
@@ -30,7 +27,7 @@ TEST(CurlTls, OldVersionsAreRefused) {
   CurlTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
   const Answer answer = ask(*makeCurlTransport(options), get());
-  EXPECT_EQ(kindOf(answer), FailureKind::kTls);
+  EXPECT_EQ(kindOf(answer), "tls");
   EXPECT_EQ(told(answer), "the server offers no TLS version from 1.2 on");
 }
 
@@ -51,7 +48,7 @@ TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
   });
   const Answer answer =
       ask(*makeCurlTransport(tlsOptions(server.port())), get());
-  EXPECT_EQ(kindOf(answer), FailureKind::kTls);
+  EXPECT_EQ(kindOf(answer), "tls");
   EXPECT_EQ(told(answer), "the port does not speak TLS");
 }
 
@@ -63,7 +60,7 @@ TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
   });
   const Answer answer =
       ask(*makeCurlTransport(plainOptions(server.port())), get());
-  EXPECT_EQ(kindOf(answer), FailureKind::kNotRedfish);
+  EXPECT_EQ(kindOf(answer), "no redfish");
   EXPECT_EQ(told(answer), "the answer is not HTTP");
 }
 
@@ -71,7 +68,7 @@ TEST(CurlTls, HttpsPortThatResetsHttpIsUnreachable) {
   ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
   const Answer answer =
       ask(*makeCurlTransport(plainOptions(server.port())), get());
-  EXPECT_EQ(kindOf(answer), FailureKind::kUnreachable);
+  EXPECT_EQ(kindOf(answer), "unreachable");
   EXPECT_THAT(answer.failure->remedy, HasSubstr("port"));
 }
 
@@ -80,7 +77,7 @@ TEST(CurlTls, HandshakeThatStallsEndsWithTheConnectTime) {
   CurlTransportOptions options = tlsOptions(server.port());
   options.connectTimeout = milliseconds(200);
   const Answer answer = ask(*makeCurlTransport(options), get());
-  EXPECT_EQ(kindOf(answer), FailureKind::kConnectTimeout);
+  EXPECT_EQ(kindOf(answer), "connect timeout");
   EXPECT_EQ(told(answer), "the TLS handshake did not end within 0.2 s");
 }
 
@@ -90,7 +87,7 @@ TEST(CurlTls, HandshakeThatEndsIsATlsFailure) {
     peer.close();
   });
   EXPECT_EQ(kindOf(ask(*makeCurlTransport(tlsOptions(server.port())), get())),
-            FailureKind::kTls);
+            "tls");
 }
 
 /// The answer over TLS of a server that ends the connection by its own script.
@@ -129,7 +126,26 @@ TEST(CurlTls, CutBodyIsATruncatedAnswer) {
 
 TEST(CurlTls, EndBeforeAnAnswerIsUnreachable) {
   EXPECT_EQ(kindOf(answerOf([](Peer& peer) { peer.readRequest(); })),
-            FailureKind::kUnreachable);
+            "unreachable");
+}
+
+TEST(CurlTls, SessionsAreTakenUpAgain) {
+  std::atomic<int> resumed{0};
+  ScriptedServer server(
+      [&resumed](Peer& peer) {
+        if (peer.resumed()) ++resumed;
+        peer.readRequest();
+        peer.write(httpAnswer(200, "{}", "Connection: close\r\n"));
+        peer.close();
+      },
+      tlsWith(bmc::makeCertificate({})));
+  CurlTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  const auto transport = makeCurlTransport(options);
+  ask(*transport, get());
+  ask(*transport, get());
+  EXPECT_EQ(server.connections(), 2);
+  EXPECT_EQ(resumed, 1);
 }
 
 TEST(CurlTls, ConnectionsAreKept) {

@@ -39,8 +39,7 @@ void useIdentity(SSL_CTX* context, const bmc::Identity& identity) {
 int chooseProtocol(SSL* /*tls*/, const unsigned char** chosen,
                    unsigned char* chosenSize, const unsigned char* offered,
                    unsigned int offeredSize, void* wanted) {
-  const auto& protocol = *static_cast<const std::string*>(wanted);
-  const std::string list = static_cast<char>(protocol.size()) + protocol;
+  const auto& list = *static_cast<const std::string*>(wanted);
   return SSL_select_next_proto(
              const_cast<unsigned char**>(chosen), chosenSize,
              reinterpret_cast<const unsigned char*>(list.data()),
@@ -124,6 +123,17 @@ bool Peer::pause(std::chrono::milliseconds time) {
   return poll(&watched, 1, static_cast<int>(time.count())) == 0;
 }
 
+bool Peer::resumed() const {
+  return tls_ != nullptr && SSL_session_reused(tls_) == 1;
+}
+
+std::string Peer::protocol() const {
+  const unsigned char* chosen = nullptr;
+  unsigned int size = 0;
+  if (tls_ != nullptr) SSL_get0_alpn_selected(tls_, &chosen, &size);
+  return {reinterpret_cast<const char*>(chosen), size};
+}
+
 void Peer::close() {
   if (tls_ != nullptr) SSL_shutdown(tls_);
   shutdown(socket_, SHUT_WR);
@@ -136,7 +146,8 @@ void Peer::reset() {
 }
 
 ScriptedServer::ScriptedServer(Script script, TlsWish tls)
-    : script_(std::move(script)), protocol_(std::move(tls.protocol)) {
+    : script_(std::move(script)),
+      protocols_(static_cast<char>(tls.protocol.size()) + tls.protocol) {
   if (!tls.identity.certificate.empty()) {
     context_.reset(SSL_CTX_new(TLS_server_method()));
     SSL_CTX* context = context_.get();
@@ -146,8 +157,8 @@ ScriptedServer::ScriptedServer(Script script, TlsWish tls)
     SSL_CTX_set_min_proto_version(context, tls.lowestVersion);
     SSL_CTX_set_max_proto_version(context, tls.highestVersion);
     useIdentity(context, tls.identity);
-    if (!protocol_.empty()) {
-      SSL_CTX_set_alpn_select_cb(context, chooseProtocol, &protocol_);
+    if (!tls.protocol.empty()) {
+      SSL_CTX_set_alpn_select_cb(context, chooseProtocol, &protocols_);
     }
   }
   stop_ = eventfd(0, EFD_CLOEXEC);

@@ -49,6 +49,12 @@ class Peer {
   /// Waits; false when the server goes away meanwhile.
   bool pause(std::chrono::milliseconds time);
 
+  /// Whether TLS took an earlier connection up again.
+  bool resumed() const;
+
+  /// The protocol chosen by ALPN; empty: none.
+  std::string protocol() const;
+
   /// Ends the connection in order, by TLS's own words as well.
   void close();
 
@@ -89,7 +95,7 @@ class ScriptedServer {
 
   Script script_;
   std::unique_ptr<SSL_CTX, FreeContext> context_;
-  std::string protocol_;
+  std::string protocols_;  ///< As ALPN lists them (RFC 7301).
   int listener_ = -1;
   int stop_ = -1;  ///< Readable when the server is to end.
   std::uint16_t port_ = 0;

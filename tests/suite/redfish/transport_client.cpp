@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "tests/suite/redfish/scripted_server.h"
+
 namespace {
 
 constexpr std::chrono::seconds kPatience(10);
@@ -41,4 +43,37 @@ redfish::Answer nextAnswer(redfish::Transport& transport) {
 
 std::string told(const redfish::Answer& answer) {
   return answer.failure ? answer.failure->cause : "no failure";
+}
+
+std::string kindOf(const redfish::Answer& answer) {
+  if (!answer.failure) return "none";
+  switch (answer.failure->kind) {
+    case redfish::FailureKind::kNameNotResolved:
+      return "name";
+    case redfish::FailureKind::kUnreachable:
+      return "unreachable";
+    case redfish::FailureKind::kConnectTimeout:
+      return "connect timeout";
+    case redfish::FailureKind::kReadTimeout:
+      return "read timeout";
+    case redfish::FailureKind::kBadContent:
+      return "content";
+    case redfish::FailureKind::kNotRedfish:
+      return "no redfish";
+    case redfish::FailureKind::kTls:
+      return "tls";
+    case redfish::FailureKind::kCertificate:
+      return "certificate";
+    default:
+      return "other";
+  }
+}
+
+redfish::Answer answerTo(std::string_view text, redfish::Request request) {
+  ScriptedServer server([text](Peer& peer) {
+    peer.readRequest();
+    if (peer.write(text)) peer.close();
+  });
+  return ask(*redfish::makeCurlTransport(plainOptions(server.port())),
+             std::move(request));
 }

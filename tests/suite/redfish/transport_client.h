@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "suite/redfish/curl_transport.h"
 #include "suite/redfish/transport.h"
@@ -25,3 +26,11 @@ redfish::Answer nextAnswer(redfish::Transport& transport);
 
 /// What went wrong with an answer, told as the log would; "no failure".
 std::string told(const redfish::Answer& answer);
+
+/// The kind of an answer's failure in a word or two; "none".
+std::string kindOf(const redfish::Answer& answer);
+
+/// The answer over plain HTTP of a server that reads one request, sends a text
+/// and ends the connection.
+redfish::Answer answerTo(std::string_view text,
+                         redfish::Request request = get());

@@ -1,0 +1,48 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "suite/redfish/curl_transport.h"
+#include "tests/suite/redfish/stalled_resolver.h"
+#include "tests/suite/redfish/transport_client.h"
+
+namespace redfish {
+namespace {
+
+using std::chrono::milliseconds;
+
+CurlTransportOptions stalledOptions() {
+  CurlTransportOptions options = plainOptions(1);
+  options.origin.host = StalledResolver::kName;
+  return options;
+}
+
+TEST(CurlTransportResolver, StallEndsWithTheConnectTime) {
+  const StalledResolver resolver;
+  CurlTransportOptions options = stalledOptions();
+  options.connectTimeout = milliseconds(200);
+  const Clock::time_point begin = Clock::now();
+  {
+    const Answer answer = ask(*makeCurlTransport(options), get());
+    EXPECT_EQ(kindOf(answer), "connect timeout");
+    EXPECT_EQ(told(answer), "the host name was not resolved within 0.2 s");
+  }
+  EXPECT_LT(Clock::now() - begin, milliseconds(2000));
+}
+
+TEST(CurlTransportResolver, StallDoesNotHoldACancelOrTheEnd) {
+  const StalledResolver resolver;
+  const Clock::time_point begin = Clock::now();
+  {
+    const auto transport = makeCurlTransport(stalledOptions());
+    transport->start(get());
+    EXPECT_FALSE(transport->next(begin + milliseconds(50)));
+    transport->cancelAll();
+    transport->start(get());
+    EXPECT_FALSE(transport->next(begin + milliseconds(100)));
+  }
+  EXPECT_LT(Clock::now() - begin, milliseconds(1000));
+}
+
+}  // namespace
+}  // namespace redfish
