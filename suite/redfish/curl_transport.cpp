@@ -9,6 +9,7 @@
 #include "suite/redfish/curl_transfer.h"
 #include "suite/redfish/curl_trust.h"
 #include "suite/redfish/interrupt.h"
+#include "suite/redfish/loader_pages.h"
 #include "suite/redfish/secret.h"
 #include "syshealth/host/log.h"
 
@@ -35,7 +36,7 @@ const char* nameOf(Method method) {
 class CurlTransport final : public Transport {
  public:
   explicit CurlTransport(CurlTransportOptions options);
-  ~CurlTransport() override { cancelAll(); }
+  ~CurlTransport() override;
 
   const std::string& address() const override { return address_; }
   bool live() const override { return true; }
@@ -101,6 +102,13 @@ CurlTransport::CurlTransport(CurlTransportOptions options)
   check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE,
                           CURL_LOCK_DATA_SSL_SESSION));
   check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
+}
+
+CurlTransport::~CurlTransport() {
+  cancelAll();
+  // The end of the process walks through all libraries once more, on top of
+  // what the run has touched.
+  releaseLoaderPages();
 }
 
 std::optional<Failure> CurlTransport::optionFault() const {

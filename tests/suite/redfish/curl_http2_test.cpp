@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 
 #include "suite/redfish/curl_transport.h"
@@ -66,13 +67,16 @@ TEST(CurlTransportHttp2, RequestsShareTheConnectionOnceItIsKnown) {
 }
 
 TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
+  std::atomic<bool> overtaken{false};
   ScriptedServer server(
-      [](Peer& peer) {
+      [&overtaken](Peer& peer) {
         Http2Peer http2(peer);
         http2.answer(http2.nextStream(), "{}");
         const std::uint32_t slow = http2.nextStream();
         http2.answer(http2.nextStream(), "second");
-        if (peer.pause(milliseconds(50))) http2.answer(slow, "first");
+        while (!overtaken && peer.pause(milliseconds(5))) {
+        }
+        http2.answer(slow, "first");
         peer.hang();
       },
       withHttp2());
@@ -81,6 +85,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
   const std::uint64_t first = transport->start(get());
   const std::uint64_t second = transport->start(get());
   EXPECT_EQ(nextAnswer(*transport).id, second);
+  overtaken = true;
   EXPECT_EQ(nextAnswer(*transport).id, first);
 }
 
