@@ -133,7 +133,9 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
                                           const NodeScope& scope) {
   std::vector<Component> components;
   std::unordered_set<std::string> seen;
-  for (const auto& [key, resource] : graph.resources()) {
+  for (const auto& entry : graph.resources()) {
+    const std::string& key = entry.first;
+    const Resource& resource = entry.second;
     if (resource.state != ResourceState::kRead || !scope.holds(key)) continue;
     const bool holder = isSystemChassisOrManager(resource);
     // Other systems of the service, such as one inside a card, and the chassis
