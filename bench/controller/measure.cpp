@@ -1,0 +1,185 @@
+#include "bench/controller/measure.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <system_error>
+
+#include "tests/bmc/controller.h"
+#include "tests/bmc/options.h"
+
+namespace bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder for the files of one measurement; goes away with it.
+class Folder {
+ public:
+  Folder() {
+    std::string pattern = fs::temp_directory_path() / "bench-XXXXXX";
+    if (mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+  }
+  ~Folder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string file(const char* name) const { return path_ / name; }
+  std::string path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+std::string readText(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
+}
+
+double median(const std::vector<Run>& runs, double Run::*figure) {
+  std::vector<double> values;
+  for (const Run& run : runs) values.push_back(run.*figure);
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+/// At least one run is given.
+Run medianOf(const std::vector<Run>& runs) {
+  Run middle;
+  middle.status = runs.front().status;
+  for (const auto figure :
+       {&Run::milliseconds, &Run::cpuMilliseconds, &Run::mebibytes}) {
+    middle.*figure = median(runs, figure);
+  }
+  return middle;
+}
+
+std::vector<std::string> controllerArguments(const Job& job) {
+  std::vector<std::string> arguments{"--tree", RACK_SERVER, "--delay-ms",
+                                     std::to_string(job.delayMs)};
+  if (job.expand) arguments.insert(arguments.end(), {"--expand", "6"});
+  return arguments;
+}
+
+std::vector<std::string> brivelCommand(const Job& job,
+                                       const bmc::Controller& controller,
+                                       const Folder& folder) {
+  std::vector<std::string> words{BRIVEL_PROGRAM,
+                                 "--bmc",
+                                 "https://" + controller.https(),
+                                 "--user",
+                                 bmc::kDefaultUser,
+                                 "--password-file",
+                                 folder.file("password"),
+                                 "--cacert",
+                                 controller.ready().certificate,
+                                 "--max-connections",
+                                 std::to_string(job.connections),
+                                 "--stats",
+                                 "syshealth"};
+  words.insert(words.end(), job.arguments.begin(), job.arguments.end());
+  return words;
+}
+
+void writePassword(const Folder& folder) {
+  const std::string path = folder.file("password");
+  std::ofstream(path) << bmc::kDefaultPassword << '\n';
+  // One that others can read is refused. If this fails, the run will say so.
+  static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
+}
+
+/// Lets curl fetch what brivel has fetched, from the same controller.
+Run runCurl(const Job& job, const bmc::Controller& controller,
+            const std::vector<bmc::LoggedRequest>& requests,
+            const Folder& folder) {
+  std::ofstream config(folder.file("curlrc"));
+  config << "user = \"" << bmc::kDefaultUser << ':' << bmc::kDefaultPassword
+         << "\"\ncacert = \"" << controller.ready().certificate << "\"\n";
+  for (const bmc::LoggedRequest& request : requests) {
+    if (request.method != "GET") continue;
+    config << "url = \"https://" << controller.https() << request.target
+           << "\"\noutput = \"/dev/null\"\n";
+  }
+  config.close();
+  return runProgram({"curl", "--disable", "--silent", "--globoff", "--parallel",
+                     "--parallel-max", std::to_string(job.connections),
+                     "--parallel-immediate", "--config", folder.file("curlrc")},
+                    folder.path(), folder.file("errors"));
+}
+
+/// One run of a job on a controller of its own.
+struct Measured {
+  Run brivel;
+  Run curl;
+  std::vector<bmc::LoggedRequest> requests;
+  std::size_t connections = 0;
+  std::size_t levels = 0;
+};
+
+/// The number before the word "level" in what --stats has written; 0 when it
+/// is not there.
+std::size_t levelsIn(const std::string& statistics) {
+  std::smatch found;
+  const std::regex pattern("([0-9]+) level");
+  return std::regex_search(statistics, found, pattern)
+             ? std::stoul(found[1].str())
+             : 0;
+}
+
+std::optional<Measured> runOnce(const Job& job, std::string& error) {
+  const Folder folder;
+  const bmc::Controller controller(controllerArguments(job));
+  if (!controller.running()) {
+    error = "the controller does not start";
+    return std::nullopt;
+  }
+  writePassword(folder);
+  Measured measured;
+  measured.brivel = runProgram(brivelCommand(job, controller, folder),
+                               folder.path(), folder.file("errors"));
+  if (measured.brivel.status != 0) {
+    error = "brivel failed: " + readText(folder.file("errors"));
+    return std::nullopt;
+  }
+  measured.levels = levelsIn(readText(folder.file("errors")));
+  measured.requests = controller.requests();
+  measured.connections = controller.counters().connections;
+  measured.curl = runCurl(job, controller, measured.requests, folder);
+  if (measured.curl.status != 0) {
+    error = "curl failed: " + readText(folder.file("errors"));
+    return std::nullopt;
+  }
+  return measured;
+}
+
+}  // namespace
+
+std::optional<Outcome> measure(const Job& job, unsigned runs,
+                               std::string& error) {
+  Outcome outcome;
+  std::vector<Run> brivel;
+  std::vector<Run> curl;
+  for (unsigned i = 0; i < runs; ++i) {
+    const auto measured = runOnce(job, error);
+    if (!measured) return std::nullopt;
+    brivel.push_back(measured->brivel);
+    curl.push_back(measured->curl);
+    outcome.requests = measured->requests.size();
+    outcome.connections = measured->connections;
+    outcome.levels = measured->levels;
+  }
+  outcome.brivel = medianOf(brivel);
+  outcome.curl = medianOf(curl);
+  return outcome;
+}
+
+}  // namespace bench

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "bench/controller/measure.h"
+
+namespace bench {
+
+/// Prints the head of the table of outcomes, in Markdown.
+void printHead();
+
+/// Prints one outcome as a row.
+void printRow(const Job& job, const Outcome& outcome);
+
+}  // namespace bench

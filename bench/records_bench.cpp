@@ -1,0 +1,43 @@
+// From the graph to the records of the six tables.
+
+#include <benchmark/benchmark.h>
+
+#include "bench/sample_graph.h"
+#include "suite/devhealth/dimm_mapping.h"
+#include "suite/devhealth/fan_mapping.h"
+#include "suite/devhealth/pci_mapping.h"
+#include "suite/devhealth/power_mapping.h"
+#include "suite/devhealth/processor_mapping.h"
+#include "suite/devhealth/system_mapping.h"
+#include "suite/redfish/topology.h"
+
+namespace {
+
+template <auto Map>
+void graphToRecords(benchmark::State& state) {
+  const redfish::Graph& graph = bench::sampleGraph();
+  const redfish::Node node = redfish::nodeAt(graph, 0);
+  for (auto _ : state) {
+    const auto mapped = Map(graph, node);
+    if (mapped.failure || mapped.records.empty()) {
+      state.SkipWithError("no records");
+    }
+    benchmark::DoNotOptimize(mapped.records.data());
+  }
+}
+BENCHMARK(graphToRecords<devhealth::mapSystem>);
+BENCHMARK(graphToRecords<devhealth::mapProcessors>);
+BENCHMARK(graphToRecords<devhealth::mapFans>);
+BENCHMARK(graphToRecords<devhealth::mapDimms>);
+BENCHMARK(graphToRecords<devhealth::mapPowers>);
+BENCHMARK(graphToRecords<devhealth::mapPciAdapters>);
+
+void nodeOfGraph(benchmark::State& state) {
+  const redfish::Graph& graph = bench::sampleGraph();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(redfish::nodeAt(graph, 0));
+  }
+}
+BENCHMARK(nodeOfGraph);
+
+}  // namespace
