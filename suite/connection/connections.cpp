@@ -36,8 +36,7 @@ std::optional<Failure> reach(redfish::Service& service) {
   auto failure = service.open();
   if (failure) {
     const redfish::Probed& probed = service.probe();
-    if (!probed.failure &&
-        probed.generation != redfish::Generation::kUnknown) {
+    if (!probed.failure && probed.generation != redfish::Generation::kUnknown) {
       failure.reset();
     }
   }

@@ -1,8 +1,12 @@
 #include "suite/connection/credential.h"
 
+#include <unistd.h>
+
 #include <utility>
 
-#include "suite/connection/password_input.h"
+#include "suite/connection/password_file.h"
+#include "suite/connection/password_line.h"
+#include "suite/connection/password_prompt.h"
 
 namespace connection {
 namespace {
@@ -26,7 +30,8 @@ std::optional<Credential> findCredential(const Target& target,
                       "file " + sources.optionFile);
   }
   if (sources.standardInput) {
-    return withOrigin(readPasswordFromStdin(failure), "standard input");
+    return withOrigin(readPasswordLine(STDIN_FILENO, "standard input", failure),
+                      "standard input");
   }
   if (environment) {
     return withOrigin(std::move(environment), "BRIVEL_PASSWORD");

@@ -90,6 +90,10 @@ SAMPLE_EXPORT BrivelResult AppMain(std::int32_t command) {
       break;
     case 305:
       throw 5;
+    case 306:
+      result.code = tryTarget();
+      std::raise(SIGTERM);
+      break;
     default:
       result.code = command;
       break;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "suite/connection/secret.h"
+#include "suite/redfish/failure.h"
+
+namespace connection {
+
+/// Reads a password from a descriptor: the first line, without its end, and no
+/// byte beyond. Nothing, and what is wrong in `failure`, when that line is
+/// empty, holds a NUL byte or is longer than 1024 bytes, when it cannot be
+/// read, and when the user ends the run. `source` names the descriptor there.
+std::optional<Secret> readPasswordLine(int descriptor,
+                                       const std::string& source,
+                                       redfish::Failure& failure);
+
+}  // namespace connection

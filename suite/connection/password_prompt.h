@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "suite/connection/secret.h"
+#include "suite/redfish/failure.h"
+
+namespace connection {
+
+/// Asks the person at the terminal for a password; the answer is not shown.
+/// Nothing, and what is wrong in `failure`, when there is none: standard input
+/// that is no terminal counts as no password given.
+std::optional<Secret> askPassword(const std::string& question,
+                                  redfish::Failure& failure);
+
+}  // namespace connection

@@ -1,0 +1,222 @@
+// The built program against a live controller: logins, trust, interrupts.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/bmc/controller.h"
+#include "tests/suite/brivel/program_fixture.h"
+
+namespace {
+
+constexpr const char* kPassword = "Nothing-2-Hide";
+
+class ProgramConnection : public ProgramFixture {
+ protected:
+  ProgramConnection() { EXPECT_TRUE(controller.running()); }
+
+  /// Arguments that let the sample application log in, trusting as told.
+  std::vector<std::string> login(const std::vector<std::string>& trust) const {
+    std::vector<std::string> arguments = {
+        "--bmc", "https://admin@" + controller.https(), "sample", "301"};
+    arguments.insert(arguments.begin(), trust.begin(), trust.end());
+    return arguments;
+  }
+
+  std::vector<std::string> trustingLogin(
+      const std::vector<std::string>& more = {}) const {
+    std::vector<std::string> trust = more;
+    trust.insert(trust.end(), {"--cacert", controller.ready().certificate});
+    return login(trust);
+  }
+
+  void setPassword(const std::string& password) {
+    options.environment.push_back("BRIVEL_PASSWORD=" + password);
+  }
+
+  bmc::Controller controller{{"--tree", SAMPLES "/rack-server"}};
+};
+
+TEST_F(ProgramConnection, LogsInAndOutOnce) {
+  setPassword(kPassword);
+  const ProgramEnd end = run(trustingLogin());
+  EXPECT_EQ(end.status, 0) << end.errors;
+  EXPECT_EQ(end.output, "reached 0 user 'admin' from 'BRIVEL_PASSWORD'\n");
+  EXPECT_EQ(end.errors, "");
+  const bmc::Counters counters = controller.counters();
+  EXPECT_EQ(counters.sessionsCreated, 1U);
+  EXPECT_EQ(counters.sessionsDeleted, 1U);
+}
+
+TEST_F(ProgramConnection, TakesThePasswordFromAFile) {
+  const std::string file = home.write("pw", std::string(kPassword) + "\n");
+  const ProgramEnd end = run(trustingLogin({"--password-file", file}));
+  EXPECT_EQ(end.output, "reached 0 user 'admin' from 'file " + file + "'\n")
+      << end.errors;
+}
+
+TEST_F(ProgramConnection, TakesThePasswordFromStandardInput) {
+  options.input = std::string(kPassword) + "\n";
+  EXPECT_EQ(run(trustingLogin({"--password-stdin"})).status, 0);
+}
+
+TEST_F(ProgramConnection, TakesThePasswordFromTheSettings) {
+  const std::string file = home.write("pw", std::string(kPassword) + "\n");
+  writeSettings("[defaults]\nuser = 'admin'\npassword-file = '~/pw'\n");
+  EXPECT_EQ(run(trustingLogin()).status, 0);
+}
+
+TEST_F(ProgramConnection, AsksAtTheTerminalWithoutAnEcho) {
+  options.terminal = true;
+  ChildProcess child(started(trustingLogin()));
+  ASSERT_TRUE(
+      child.await("Password for admin at " + controller.https() + ": "));
+  child.type(std::string(kPassword) + "\n");
+  EXPECT_EQ(child.wait(), 0) << child.errors();
+  EXPECT_EQ(child.output(), "reached 0 user 'admin' from 'terminal'\n");
+  EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
+}
+
+TEST_F(ProgramConnection, InterruptAtThePromptEndsTheRun) {
+  options.terminal = true;
+  ChildProcess child(started(trustingLogin()));
+  ASSERT_TRUE(child.await(": "));
+  child.signal(SIGINT);
+  EXPECT_EQ(child.wait(), 130) << child.errors();
+  EXPECT_EQ(controller.counters().requests, 0U);
+}
+
+TEST_F(ProgramConnection, MissingPasswordIsToldWithoutATerminal) {
+  const ProgramEnd end = run(trustingLogin());
+  EXPECT_EQ(end.status, 40);
+  EXPECT_NE(end.errors.find("--password-file"), std::string::npos)
+      << end.errors;
+  EXPECT_EQ(controller.counters().requests, 0U);
+}
+
+TEST_F(ProgramConnection, OpenPasswordFileIsRefusedWithTheRemedy) {
+  const std::string file = home.write("pw", kPassword, 0644);
+  const ProgramEnd end = run(trustingLogin({"--password-file", file}));
+  EXPECT_EQ(end.status, 10);
+  EXPECT_NE(end.errors.find("chmod 600 " + file), std::string::npos)
+      << end.errors;
+}
+
+TEST_F(ProgramConnection, WrongPasswordIsTriedOnceAndNotRepeatedAnywhere) {
+  setPassword("hunter2-hunter2");
+  const ProgramEnd end = run(trustingLogin({"--log-level", "4"}));
+  EXPECT_EQ(end.status, 12);
+  EXPECT_EQ(controller.counters().loginsRefused, 1U);
+  EXPECT_EQ(end.errors.find("hunter2"), std::string::npos) << end.errors;
+  EXPECT_EQ(log().find("hunter2"), std::string::npos);
+}
+
+TEST_F(ProgramConnection, PasswordIsNotLogged) {
+  setPassword(kPassword);
+  run(trustingLogin({"--log-level", "4"}));
+  EXPECT_NE(log().find("BRIVEL_PASSWORD"), std::string::npos);
+  EXPECT_EQ(log().find(kPassword), std::string::npos);
+}
+
+TEST_F(ProgramConnection, UnknownCertificateIsRefused) {
+  setPassword(kPassword);
+  const ProgramEnd end = run(login({}));
+  EXPECT_EQ(end.status, 36);
+  EXPECT_EQ(end.output.rfind("reached 36", 0), 0U);
+  EXPECT_EQ(controller.counters().sessionsCreated, 0U);
+}
+
+TEST_F(ProgramConnection, PinnedKeyIsTrusted) {
+  setPassword(kPassword);
+  EXPECT_EQ(run(login({"--pin", controller.ready().pin})).status, 0);
+}
+
+TEST_F(ProgramConnection, OtherPinIsRefused) {
+  setPassword(kPassword);
+  const std::string pin = "sha256//" + std::string(43, 'A') + "=";
+  EXPECT_EQ(run(login({"--pin", pin})).status, 36);
+}
+
+TEST_F(ProgramConnection, InsecurityWarnsOnEveryRun) {
+  setPassword(kPassword);
+  const ProgramEnd end = run(login({"--insecure"}));
+  EXPECT_EQ(end.status, 0);
+  EXPECT_EQ(end.errors, "brivel: warning: the certificate of " +
+                            controller.https() +
+                            " is not checked (insecure)\n");
+}
+
+TEST_F(ProgramConnection, StatsTellWhatTheRunCost) {
+  setPassword(kPassword);
+  const ProgramEnd end = run(trustingLogin({"--stats"}));
+  EXPECT_EQ(end.errors.rfind("brivel: " + controller.https() +
+                                 ": 1 login, 3 requests, 0 retries, ",
+                             0),
+            0U)
+      << end.errors;
+}
+
+TEST_F(ProgramConnection, InterruptedRunLogsOut) {
+  setPassword(kPassword);
+  std::vector<std::string> arguments = trustingLogin();
+  arguments.back() = "306";
+  EXPECT_EQ(run(arguments).status, 130);
+  EXPECT_EQ(controller.counters().sessionsDeleted, 1U);
+}
+
+class ProgramSlowConnection : public ProgramFixture {
+ protected:
+  ProgramSlowConnection() { EXPECT_TRUE(controller.running()); }
+
+  bmc::Controller controller{
+      {"--tree", SAMPLES "/two-node", "--delay-ms", "400"}};
+};
+
+TEST_F(ProgramSlowConnection, ProgressIsDrawnAndWipedOnATerminal) {
+  writeSettings("[inband]\nsource = 'http://admin@" + controller.http() +
+                "'\n");
+  options.environment.push_back(std::string("BRIVEL_PASSWORD=") + kPassword);
+  options.terminal = true;
+  ChildProcess child(started({"sample", "300"}));
+  EXPECT_EQ(child.wait(), 0) << child.errors();
+  const std::string shown = child.errors();
+  EXPECT_NE(shown.find(" resources read, 1 s\x1b[K"), std::string::npos)
+      << shown;
+  constexpr std::size_t kWipe = 4;
+  ASSERT_GE(shown.size(), kWipe);
+  EXPECT_EQ(shown.substr(shown.size() - kWipe), "\r\x1b[K");
+}
+
+TEST_F(ProgramSlowConnection, ProgressIsNotDrawnElsewhere) {
+  writeSettings("[inband]\nsource = 'http://admin@" + controller.http() +
+                "'\n");
+  options.environment.push_back(std::string("BRIVEL_PASSWORD=") + kPassword);
+  EXPECT_EQ(run({"sample", "300"}).errors, "");
+}
+
+TEST_F(ProgramSlowConnection, DeadlineEndsTheRun) {
+  options.environment.push_back(std::string("BRIVEL_PASSWORD=") + kPassword);
+  const ProgramEnd end =
+      run({"--deadline", "0.2", "--bmc", "http://admin@" + controller.http(),
+           "sample", "301"});
+  EXPECT_EQ(end.status, 18) << end.errors;
+}
+
+TEST_F(ProgramSlowConnection, InterruptEndsAWait) {
+  const bmc::Controller silent(
+      {"--tree", SAMPLES "/two-node", "--delay-ms", "30000"});
+  ASSERT_TRUE(silent.running());
+  ChildProcess child(
+      started({"--bmc", "http://" + silent.http(), "sample", "301"}));
+  while (silent.counters().openRequests == 0) {
+    usleep(10000);
+  }
+  child.signal(SIGTERM);
+  EXPECT_EQ(child.wait(), 130);
+  EXPECT_EQ(child.errors(), "brivel: interrupted\n");
+}
+
+}  // namespace

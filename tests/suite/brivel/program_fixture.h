@@ -1,0 +1,42 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/suite/brivel/child_process.h"
+#include "tests/suite/connection/temporary_directory.h"
+
+/// How a run of the program ended.
+struct ProgramEnd {
+  int status = -1;
+  std::string output;
+  std::string errors;
+};
+
+/// Runs the built program with a home of its own, on the sample application.
+class ProgramFixture : public testing::Test {
+ protected:
+  ProgramFixture();
+
+  /// What runs are started with; cases change it.
+  ChildOptions options;
+
+  /// Runs the program to its end.
+  ProgramEnd run(const std::vector<std::string>& arguments);
+
+  /// Starts it, to be dealt with while it runs.
+  ChildOptions started(const std::vector<std::string>& arguments) const;
+
+  /// Lets the program look for applications in another directory.
+  void useModules(const std::string& directory);
+
+  /// Writes the user's settings file.
+  void writeSettings(const std::string& text) const;
+
+  std::string logPath() const;
+  std::string log() const;
+
+  TemporaryDirectory home;
+};
