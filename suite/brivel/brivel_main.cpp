@@ -111,6 +111,17 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   return hints;
 }
 
+/// What a person should know about a run that failed without a cause of its
+/// own; empty when the host does not know it either.
+std::string causeOf(const connection::Connections& connections,
+                    const args::OptionValues& options) {
+  const std::string cause = connections.cause();
+  const auto device = options.find("device");
+  return cause.empty() && device != options.end()
+             ? connection::objectionToItems(device->second)
+             : cause;
+}
+
 /// Runs the application and closes the connections. The exit status, and the
 /// host's own lines on standard error.
 int run(const CommandLine& line, const connection::Settings& settings,
@@ -154,7 +165,7 @@ int run(const CommandLine& line, const connection::Settings& settings,
     result->code = kResultWriteFileFailed;
     result->cause = "standard output cannot be written";
   } else if (result->code != kResultSuccess && result->cause.empty()) {
-    result->cause = connections.cause();
+    result->cause = causeOf(connections, line.applicationOptions);
   }
   if (result->code != kResultSuccess && !abandoned) {
     std::cerr << resultLine(*result, logging::logPath()) << std::endl;

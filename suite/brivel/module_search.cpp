@@ -33,7 +33,7 @@ fs::path moduleDirectory() {
   if (chosen != nullptr && *chosen != '\0') {
     return fs::absolute(chosen);
   }
-  return fs::absolute(boost::dll::this_line_location()).parent_path() /
+  return fs::canonical(boost::dll::this_line_location()).parent_path() /
          "brivel";
 }
 

@@ -26,7 +26,8 @@ Failure noController() {
   failure.address = "this server";
   failure.cause = "nothing is known about its management controller";
   failure.remedy =
-      "name a controller by --bmc, or set source in [inband] of the settings";
+      "name a controller by --bmc, or in the settings "
+      "(~/.config/brivel/brivel.toml) by source in [inband]";
   return failure;
 }
 
@@ -100,6 +101,11 @@ void Connections::close() noexcept { pool_.close(); }
 
 std::string Connections::cause() const {
   const auto& failure = pool_.lastFailure();
+  if (!failure && mode_ == kConnectModeEsxi) {
+    return target_->address.host +
+           ": ESXi hosts are not asked; name the server's management "
+           "controller by --bmc";
+  }
   return failure ? describe(*failure) : "";
 }
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "suite/redfish/selection.h"
 
@@ -25,6 +27,29 @@ constexpr Item kItems[] = {
 };
 // clang-format on
 
+constexpr std::string_view kAll = "all";
+
+/// The names in a list with commas between, empty ones included.
+std::vector<std::string_view> namesIn(std::string_view list) {
+  std::vector<std::string_view> names;
+  while (true) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    names.push_back(list.substr(0, comma));
+    if (comma == list.size()) {
+      return names;
+    }
+    list.remove_prefix(comma + 1);
+  }
+}
+
+/// The item of a name; null when there is none.
+const Item* itemOf(std::string_view name) {
+  const Item* const found =
+      std::find_if(std::begin(kItems), std::end(kItems),
+                   [&](const Item& item) { return item.name == name; });
+  return found == std::end(kItems) ? nullptr : found;
+}
+
 }  // namespace
 
 std::uint32_t wantsOf(const std::string* device) {
@@ -32,19 +57,33 @@ std::uint32_t wantsOf(const std::string* device) {
     return redfish::kWantHealth;
   }
   std::uint32_t wants = 0;
-  std::string_view rest = *device;
-  while (true) {
-    const std::size_t comma = std::min(rest.find(','), rest.size());
+  if (*device == kAll) {
     for (const Item& item : kItems) {
-      if (*device == "all" || rest.substr(0, comma) == item.name) {
-        wants |= item.want;
-      }
+      wants |= item.want;
     }
-    if (comma == rest.size()) {
-      return wants;
-    }
-    rest.remove_prefix(comma + 1);
   }
+  for (const std::string_view name : namesIn(*device)) {
+    const Item* const item = itemOf(name);
+    wants |= item == nullptr ? 0 : item->want;
+  }
+  return wants;
+}
+
+std::string objectionToItems(const std::string& device) {
+  if (device == kAll) {
+    return "";
+  }
+  for (const std::string_view name : namesIn(device)) {
+    if (itemOf(name) == nullptr) {
+      std::string known;
+      for (const Item& item : kItems) {
+        known += std::string(item.name) + ", ";
+      }
+      return "'" + std::string(name) + "' is no item; items are " + known +
+             "or all alone";
+    }
+  }
+  return "";
 }
 
 }  // namespace connection

@@ -11,4 +11,8 @@ namespace connection {
 /// health summary. Names that are no item count for nothing.
 std::uint32_t wantsOf(const std::string* device);
 
+/// What is wrong with the text of the option "device": which name in it is no
+/// item, and which items there are. Empty when nothing is.
+std::string objectionToItems(const std::string& device);
+
 }  // namespace connection

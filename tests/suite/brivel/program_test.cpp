@@ -75,6 +75,18 @@ TEST_F(Program, SuiteWideCodeIsTheExitStatus) {
             "brivel: result 13: Connection failed. Log: " + logPath() + "\n");
 }
 
+TEST_F(Program, FailedRunIsToldOfItsUnknownItem) {
+  EXPECT_NE(run({"sample", "25", "--device", "memory"})
+                .errors.find("Cause: 'memory' is no item; items are system,"),
+            std::string::npos);
+}
+
+TEST_F(Program, FailedRunOnAnEsxiHostIsToldOfTheController) {
+  EXPECT_NE(run({"--esxi", "vm1", "sample", "25"})
+                .errors.find("Cause: vm1: ESXi hosts are not asked"),
+            std::string::npos);
+}
+
 TEST_F(Program, OtherCodesAreOneExitStatusAndTold) {
   const ProgramEnd end = run({"sample", "65642"});
   EXPECT_EQ(end.status, 64);

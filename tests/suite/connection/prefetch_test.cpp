@@ -42,4 +42,17 @@ TEST(WantsOf, NamesThatAreNoItemCountForNothing) {
   EXPECT_EQ(wantsOf("fan,"), redfish::kWantFans);
 }
 
+TEST(ObjectionToItems, NamesTheFirstThatIsNone) {
+  EXPECT_EQ(connection::objectionToItems("fan,memory,x"),
+            "'memory' is no item; items are system, processor, fan, dimm, "
+            "power, pci_adapter, or all alone");
+  EXPECT_EQ(connection::objectionToItems("").rfind("'' is no item", 0), 0U);
+  EXPECT_EQ(connection::objectionToItems("all,fan").rfind("'all'", 0), 0U);
+}
+
+TEST(ObjectionToItems, IsEmptyForItems) {
+  EXPECT_EQ(connection::objectionToItems("all"), "");
+  EXPECT_EQ(connection::objectionToItems("fan,dimm,fan"), "");
+}
+
 }  // namespace
