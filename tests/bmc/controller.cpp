@@ -59,6 +59,7 @@ Controller::Controller(const std::vector<std::string>& arguments)
 
 Controller::~Controller() {
   static_cast<void>(stop());  // A test that cares has stopped it before.
+  if (lifeline_ >= 0) close(lifeline_);
   std::error_code ignored;
   fs::remove_all(folder_, ignored);
 }
@@ -147,7 +148,6 @@ int Controller::stop() {
     }
     std::this_thread::sleep_for(kPollPause);
   }
-  close(lifeline_);
   process_ = -1;
   running_ = false;
   exitStatus_ = exitStatusOf(status);
