@@ -3,6 +3,8 @@
 // module relies on. An input is a row of answers, each a line
 // "@STATUS TARGET" ("@STATUS POST TARGET", "@STATUS DELETE TARGET") and the
 // body up to the next such line. What is asked for and not there is a 404.
+#include "suite/redfish/service.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +19,6 @@
 
 #include "fuzz/check.h"
 #include "suite/redfish/pool.h"
-#include "suite/redfish/service.h"
 #include "suite/redfish/text.h"
 #include "syshealth/health/dev_health.h"
 
@@ -70,7 +71,8 @@ class FuzzTransport : public redfish::Transport {
     const std::size_t blank = line.find(' ');
     if (line.empty() || line.front() != '@' || blank == line.npos) return;
     Answer answer;
-    for (const char digit : line.substr(1, std::min<std::size_t>(blank, 4) - 1)) {
+    for (const char digit :
+         line.substr(1, std::min<std::size_t>(blank, 4) - 1)) {
       answer.status = answer.status * 10 + (digit & 7);
     }
     // Statuses that are waited for before they are repeated say nothing new.

@@ -1,11 +1,12 @@
 // Settings files as people write them.
+#include "suite/connection/settings.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "suite/connection/settings.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {

@@ -27,13 +27,13 @@ enum class ResourceState {
 struct Resource {
   Uri uri;
   ResourceState state = ResourceState::kAbsent;
-  json::object body;                ///< Empty unless read.
-  std::optional<Failure> failure;   ///< Set when unreadable.
+  json::object body;               ///< Empty unless read.
+  std::optional<Failure> failure;  ///< Set when unreadable.
 };
 
 /// What a link leads to inside the graph.
 struct Found {
-  const Resource* document = nullptr;  ///< Null: never asked for.
+  const Resource* document = nullptr;    ///< Null: never asked for.
   const json::object* object = nullptr;  ///< The document's body, or the part
                                          ///< that the fragment points at; null
                                          ///< when unread or not an object.

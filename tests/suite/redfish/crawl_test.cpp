@@ -389,11 +389,13 @@ TEST_F(CrawlExpand, ExpandedMembersAreNotAskedFor) {
 }
 
 TEST_F(CrawlExpand, LinkedChassisIsLeftToItsCollection) {
-  on("/Systems?$expand=.", R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1",
+  on("/Systems?$expand=.",
+     R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1",
       "@odata.type": "#ComputerSystem.v1_20_0.ComputerSystem", "Id": "1",
       "Name": "S", "Links": {"Chassis": [
           {"@odata.id": "/redfish/v1/Chassis/1"}]}}]})");
-  on("/Chassis?$expand=.", R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/1",
+  on("/Chassis?$expand=.",
+     R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/1",
       "@odata.type": "#Chassis.v1_25_0.Chassis", "Id": "1", "Name": "C"}]})");
   EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
   EXPECT_EQ(script->count("GET /redfish/v1/Chassis/1"), 0U);

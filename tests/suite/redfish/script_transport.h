@@ -18,7 +18,7 @@ struct Script {
   std::map<std::string, std::deque<redfish::Answer>> answers;
   std::filesystem::path tree;  ///< A recorded server; may be empty.
   bool live = true;
-  std::string stalled;  ///< A request that is never answered.
+  std::string stalled;         ///< A request that is never answered.
   bool grantsSessions = true;  ///< A POST that is not scripted makes a session.
 
   std::vector<std::string> requests;  ///< "GET /redfish/v1/", in order.
