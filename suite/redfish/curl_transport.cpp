@@ -74,6 +74,7 @@ class CurlTransport final : public Transport {
   bool identity_ = false;
   bool http2Allowed_ = true;
   bool http2Known_ = false;
+  bool handshakeReleased_ = false;
   bool interruptSeen_ = false;
   bool interruptDeferred_ = false;
   std::uint64_t lastId_ = 0;
@@ -255,6 +256,11 @@ bool CurlTransport::newlyInterrupted() {
 }
 
 void CurlTransport::wait(Clock::duration time) {
+  // The first connections stand: what their handshakes have walked through is
+  // not needed again soon, and here there is time to let it go.
+  if (stats_.connections > 0 && !std::exchange(handshakeReleased_, true)) {
+    releaseLoaderPages();
+  }
   // Rounded up, lest the last fraction of a millisecond is spent in circles.
   const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
       std::min<Clock::duration>(time, kMaxWait));
