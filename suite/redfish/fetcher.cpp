@@ -1,8 +1,10 @@
 #include "suite/redfish/fetcher.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
+#include "suite/redfish/interrupt.h"
 #include "suite/redfish/redirect.h"
 #include "suite/redfish/retry_after.h"
 #include "suite/redfish/secret.h"
@@ -18,6 +20,16 @@ constexpr std::chrono::milliseconds kServerErrorDelay{1000};
 constexpr int kMaxHttp2Streams = 8;
 /// Good answers in a row before one more request goes out at a time.
 constexpr int kGoodInRow = 16;
+
+/// Waits when nothing is under way; false when the user interrupts.
+bool sleepUntil(Clock::time_point until) {
+  constexpr std::chrono::milliseconds kSlice{50};
+  while (Clock::now() < until) {
+    if (interrupted()) return false;
+    std::this_thread::sleep_until(std::min(until, Clock::now() + kSlice));
+  }
+  return true;
+}
 
 bool isRedirect(int status) {
   return status == 301 || status == 302 || status == 303 || status == 307 ||
@@ -71,8 +83,9 @@ std::optional<Fetched> Fetcher::next(Clock::time_point until) {
     }
     const Clock::time_point wake =
         delayed_.empty() ? until : std::min(until, delayed_.begin()->first);
-    std::optional<Answer> answer = transport_.next(wake);
-    if (answer) {
+    if (reads_.empty() && sends_.empty()) {
+      if (!sleepUntil(wake)) return std::nullopt;
+    } else if (std::optional<Answer> answer = transport_.next(wake)) {
       if (auto fetched = settle(std::move(*answer))) return fetched;
       continue;
     }
@@ -122,7 +135,7 @@ void Fetcher::setSerial() {
 
 void Fetcher::startQueued() {
   for (auto& [priority, jobs] : queue_) {
-    while (!jobs.empty() && static_cast<int>(reads_.size()) < limit_) {
+    while (!jobs.empty() && static_cast<int>(reads_.size()) < limit()) {
       Job job = std::move(jobs.front());
       jobs.pop_front();
       Request request;
@@ -163,6 +176,10 @@ std::optional<Fetched> Fetcher::settle(Answer answer) {
   reads_.erase(read);
   if (answer.http2)
     maxConnections_ = std::min(maxConnections_, kMaxHttp2Streams);
+  if (!answer.failure && answer.status != 401 &&
+      job.generation == generation_) {
+    authorization_.unproven = false;
+  }
   if (repeated(job, answer)) return std::nullopt;
   if (!answer.failure && answer.status < 500) speedUp();
   fetched.ticket = job.ticket;

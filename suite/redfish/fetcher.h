@@ -18,6 +18,9 @@ struct Authorization {
   std::string token;
   std::string basicUser;
   std::string basicPassword;
+  /// Not accepted by the service yet: one request goes out alone first, so
+  /// that a wrong password is tried once.
+  bool unproven = false;
 };
 
 /// A request to read one resource.
@@ -108,6 +111,7 @@ class Fetcher {
   bool repeated(Job& job, Answer& answer);
   bool redirected(Job& job, Answer& answer);
   void repeatAfter(Job job, std::chrono::milliseconds delay);
+  int limit() const { return authorization_.unproven ? 1 : limit_; }
   void slowDown();
   void speedUp();
 

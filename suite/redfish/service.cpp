@@ -150,7 +150,20 @@ std::optional<Failure> Service::openOnce() {
   if (parallel != nullptr && parallel->is_bool() && !parallel->get_bool()) {
     fetcher_.setSerial();
   }
-  return session_.conclude(body, options_.requestTimeout, until);
+  if (auto failure = session_.conclude(body, options_.requestTimeout, until)) {
+    return failure;
+  }
+  return session_.basic() ? provePassword(body, until) : std::nullopt;
+}
+
+std::optional<Failure> Service::provePassword(const json::object& root,
+                                              Clock::time_point until) {
+  const auto systems = linkAt(root, "Systems");
+  if (!systems) return std::nullopt;
+  const auto answer = readPlainly(systems->target(), until);
+  if (!answer) return outOfTime(systems->target());
+  if (answer->status == 401) return session_.refusal();
+  return std::nullopt;
 }
 
 std::optional<Failure> Service::takeRoot(Answer answer,

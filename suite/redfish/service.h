@@ -79,6 +79,10 @@ class Service {
 
  private:
   std::optional<Failure> openOnce();
+  /// Reads a protected resource with HTTP Basic, so that a wrong password is
+  /// told as a failed login.
+  std::optional<Failure> provePassword(const json::object& root,
+                                       Clock::time_point until);
   /// Judges the answer to the service root; on success it is in the graph.
   std::optional<Failure> takeRoot(Answer answer, Clock::time_point until);
   std::optional<Failure> notRedfish(std::string cause) const;

@@ -94,6 +94,7 @@ std::optional<Failure> Session::renew(std::chrono::milliseconds timeout,
                                       Clock::time_point until) {
   token_.clear();
   sessionTarget_.clear();
+  granted_ = false;
   if (login(timeout, until) == Outcome::kSession) return std::nullopt;
   if (failure_) return failure_;
   return fail(FailureKind::kAuthentication,
@@ -116,7 +117,8 @@ void Session::logout() noexcept {
     if (answer_) adopt(*answer_);
     answer_.reset();
     fetcher_.cancelAll();
-    if (token_.empty()) return;
+    if (!granted_) return;
+    granted_ = false;
     const auto end = Clock::now() + kLogoutTimeout;
     if (sessionTarget_.empty()) sessionTarget_ = findSession(end);
     if (sessionTarget_.empty()) {
@@ -128,7 +130,7 @@ void Session::logout() noexcept {
     Request request;
     request.method = Method::kDelete;
     request.target = sessionTarget_;
-    request.headers.emplace_back("X-Auth-Token", token_);
+    prove(request);
     request.timeout = kLogoutTimeout;
     wipe(token_);
     const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), end);
@@ -247,29 +249,25 @@ Session::Outcome Session::judge(const Answer& answer) {
 }
 
 bool Session::adopt(const Answer& answer) {
-  if (answer.failure || answer.status < 200 || answer.status > 299 ||
-      answer.authToken.empty()) {
+  if (answer.failure || answer.status < 200 || answer.status > 299) {
     return false;
   }
-  token_ = answer.authToken;
   sessionTarget_.clear();
   if (!answer.location.empty()) {
     sessionTarget_ = sessionPath(answer.location, loginTarget_);
   }
-  if (sessionTarget_.empty()) {
-    std::string error;
-    if (const auto body = parseObject(answer.body, error)) {
-      for (const char* name : {"@odata.id", "Id"}) {
-        if (!sessionTarget_.empty()) break;
-        const std::string text(stringAt(*body, name));
-        if (!text.empty()) sessionTarget_ = sessionPath(text, loginTarget_);
-      }
-    }
+  std::string error;
+  const auto body = parseObject(answer.body, error);
+  for (const char* name : {"@odata.id", "Id"}) {
+    if (!sessionTarget_.empty() || !body) break;
+    const std::string text(stringAt(*body, name));
+    if (!text.empty()) sessionTarget_ = sessionPath(text, loginTarget_);
   }
-  ++logins_;
-  Authorization authorization;
-  authorization.token = token_;
-  fetcher_.authorize(std::move(authorization));
+  granted_ = !answer.authToken.empty() || !sessionTarget_.empty();
+  if (granted_) ++logins_;
+  if (answer.authToken.empty()) return false;
+  token_ = answer.authToken;
+  fetcher_.authorize({token_, "", "", false});
   return true;
 }
 
@@ -293,12 +291,22 @@ std::optional<json::object> Session::read(const std::string& target,
                                           Clock::time_point until) {
   Request request;
   request.target = target;
-  request.headers.emplace_back("X-Auth-Token", token_);
+  prove(request);
   request.timeout = kLogoutTimeout;
   const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), until);
   if (!answer || answer->failure || answer->status != 200) return std::nullopt;
   std::string error;
   return parseObject(answer->body, error);
+}
+
+void Session::prove(Request& request) const {
+  if (!token_.empty()) {
+    request.headers.emplace_back("X-Auth-Token", token_);
+  } else {
+    // A service that made a session and kept its token to itself.
+    request.basicUser = user_;
+    request.basicPassword = password_;
+  }
 }
 
 Failure Session::refusal() const {
@@ -325,10 +333,7 @@ void Session::useBasic() {
   basic_ = true;
   Tarvex::Log(3, __FILE__, __LINE__).Stream()
       << address_ << ": no session to be had, using HTTP Basic";
-  Authorization authorization;
-  authorization.basicUser = user_;
-  authorization.basicPassword = password_;
-  fetcher_.authorize(std::move(authorization));
+  fetcher_.authorize({"", user_, password_, true});
 }
 
 Failure Session::fail(FailureKind kind, std::string cause,

@@ -47,6 +47,8 @@ class Session {
 
   /// Whether a user is configured.
   bool wanted() const { return !user_.empty(); }
+  /// Whether HTTP Basic is in use: nobody has accepted the password yet.
+  bool basic() const { return basic_; }
   /// Whether the login can be renewed: Basic cannot.
   bool renewable() const { return wanted() && !basic_; }
 
@@ -73,11 +75,13 @@ class Session {
   Outcome login(std::chrono::milliseconds timeout, Clock::time_point until);
   Outcome judge(const Answer& answer);
   /// Takes token and URI of a session that the answer grants; false when it
-  /// grants none.
+  /// gives no token, though a session may have been made.
   bool adopt(const Answer& answer);
   /// The URI of a session that was granted without one: the only session of
   /// our user among those that the service lists; empty if that is unclear.
   std::string findSession(Clock::time_point until);
+  /// Puts what proves who we are into a request.
+  void prove(Request& request) const;
   std::optional<json::object> read(const std::string& target,
                                    Clock::time_point until);
   void useBasic();
@@ -91,7 +95,8 @@ class Session {
   std::optional<std::uint64_t> ticket_;  ///< Of a login under way.
   std::optional<Answer> answer_;         ///< To `begin`, not yet judged.
   std::string token_;
-  std::string sessionTarget_;  ///< Where to delete the session.
+  bool granted_ = false;       ///< A session is there to be deleted.
+  std::string sessionTarget_;  ///< Where to delete it.
   bool basic_ = false;
   bool tableFull_ = false;  ///< Basic is in use because no session was left.
   std::optional<Failure> failure_;

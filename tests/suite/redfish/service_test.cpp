@@ -65,6 +65,14 @@ TEST_F(ServiceOpen, ServerErrorAtTheRootIsTold) {
   EXPECT_EQ(rootAnswers(501, "")->kind, FailureKind::kServerError);
 }
 
+TEST_F(ServiceOpen, BusyRootIsWaitedFor) {
+  auto busy = answerOf(503, "");
+  busy.retryAfter = "1";
+  script->on("GET /redfish/v1/", busy);
+  EXPECT_FALSE(rootAnswers(200, kRootBody));
+  EXPECT_EQ(service->stats().retries, 1U);
+}
+
 TEST_F(ServiceOpen, AskedOnce) {
   rootAnswers(404, "");
   service->open();

@@ -116,6 +116,28 @@ TEST_F(SessionTest, FullTableAndRefusedBasicIsBusy) {
             FailureKind::kBusy);
 }
 
+TEST_F(SessionTest, WrongPasswordIsTriedOnceWithBasicToo) {
+  options.maxConnections = 16;
+  script->on(kLogin, 404).on("GET /redfish/v1/Systems", 401);
+  EXPECT_EQ(start().open()->kind, FailureKind::kAuthentication);
+  EXPECT_TRUE(service->read(wanting(redfish::kWantHealth)));
+  std::size_t withPassword = 0;
+  for (const redfish::Request& request : script->sent) {
+    if (!request.basicPassword.empty()) ++withPassword;
+  }
+  EXPECT_EQ(withPassword, 1U);
+}
+
+TEST_F(SessionTest, SessionWithoutATokenIsDeletedWithBasic) {
+  auto answer = granted("/redfish/v1/SessionService/Sessions/4");
+  answer.authToken.clear();
+  script->on(kLogin, answer).on("GET /redfish/v1/Systems", 404);
+  EXPECT_FALSE(start().open());
+  service.reset();
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/4");
+  EXPECT_EQ(script->sent.back().basicUser, "admin");
+}
+
 TEST_F(SessionTest, LocationOfAnotherHostIsDeletedHere) {
   script->on(kLogin,
              granted(std::string("http://10.9.9.9") + kSessions + "/7"));
