@@ -43,6 +43,7 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   options.deadline = redfish::Clock::now() + target.deadline;
   options.prefetch = wants | (target.thorough ? redfish::kWantThorough : 0U);
   options.lan.host = target.address.host;
+  options.lan.port = static_cast<std::uint16_t>(target.ipmiPort);
   return std::make_unique<redfish::Service>(std::move(options),
                                             makeTransport(target));
 }

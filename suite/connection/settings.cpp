@@ -38,6 +38,7 @@ Keys targetKeys(TargetSettings& target) {
       {"timeout", [&](Value value) { target.timeout = readSeconds(value); }},
       {"deadline", [&](Value value) { target.deadline = readSeconds(value); }},
       {"max-connections", [&](Value value) { target.maxConnections = readNumber(value, 1, kMostConnections); }},
+      {"ipmi-port", [&](Value value) { target.ipmiPort = readNumber(value, 1, kLargestPort); }},
       {"thorough", [&](Value value) { target.thorough = readFlag(value); }},
   };
   // clang-format on
@@ -206,6 +207,7 @@ TargetSettings overlay(const TargetSettings& first,
   fill(&TargetSettings::timeout);
   fill(&TargetSettings::deadline);
   fill(&TargetSettings::maxConnections);
+  fill(&TargetSettings::ipmiPort);
   fill(&TargetSettings::thorough);
   return both;
 }

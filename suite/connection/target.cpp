@@ -85,6 +85,7 @@ std::optional<Target> resolveTarget(const TargetChoice& choice,
   target.timeout = merged.timeout.value_or(target.timeout);
   target.deadline = merged.deadline.value_or(target.deadline);
   target.maxConnections = merged.maxConnections.value_or(target.maxConnections);
+  target.ipmiPort = merged.ipmiPort.value_or(target.ipmiPort);
   target.thorough = merged.thorough.value_or(target.thorough);
   const std::string reason =
       objection(target, merged.plainHttp.value_or(false));

@@ -35,6 +35,7 @@ struct Target {
   std::chrono::milliseconds timeout{30000};
   std::chrono::milliseconds deadline{120000};
   int maxConnections = 4;
+  int ipmiPort = 623;
   bool thorough = false;
 };
 

@@ -10,6 +10,7 @@ namespace connection {
 // limits that hold for either.
 
 constexpr int kMostConnections = 16;
+constexpr int kLargestPort = 65535;
 constexpr int kHighestLogLevel = 4;
 
 /// A time limit in seconds, fractions allowed: more than 0, at most one day.

@@ -60,6 +60,7 @@ TEST_F(LoadSettings, DefaultsAreRead) {
       "timeout = 2.5\n"
       "deadline = 60\n"
       "max-connections = 8\n"
+      "ipmi-port = 6230\n"
       "thorough = true\n"
       "log-file = '/var/log/brivel.log'\n"
       "log-level = 4\n");
@@ -74,6 +75,7 @@ TEST_F(LoadSettings, DefaultsAreRead) {
   EXPECT_EQ(defaults.timeout, std::chrono::milliseconds(2500));
   EXPECT_EQ(defaults.deadline, std::chrono::seconds(60));
   EXPECT_EQ(defaults.maxConnections, 8);
+  EXPECT_EQ(defaults.ipmiPort, 6230);
   EXPECT_EQ(defaults.thorough, true);
   EXPECT_EQ(settings->logFile, "/var/log/brivel.log");
   EXPECT_EQ(settings->logLevel, 4);
