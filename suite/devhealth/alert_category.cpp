@@ -137,8 +137,8 @@ constexpr std::array<std::string_view, 8> kNames = {
     "PCI",    "Power",      "Disks",   "Other"};
 // clang-format on
 
-template <std::size_t size>
-std::optional<Category> find(const Row (&rows)[size], std::string_view name) {
+template <std::size_t Size>
+std::optional<Category> find(const Row (&rows)[Size], std::string_view name) {
   for (const Row& row : rows) {
     if (row.name == name) return row.category;
   }

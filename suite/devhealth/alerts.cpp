@@ -60,7 +60,7 @@ void complete(Event& event, MessageRegistries& registries) {
 }
 
 Alert alertOf(const Event& event, AlertCategory category) {
-  Alert alert;
+  Alert alert{};
   alert.extra = recordText(event.origin.identity());
   if (!event.timestamp.empty()) alert.extra += " " + event.timestamp;
   alert.messageId = event.messageId;

@@ -216,7 +216,7 @@ std::vector<ChassisPart> chassisParts(const Graph& graph,
 std::optional<redfish::Failure> chassisFailure(const Graph& graph,
                                                const redfish::Node& node) {
   for (const Uri& link : redfish::linksAt(node.system->body, "Links/Chassis")) {
-    const auto failure = unreadableFailure(graph.find(link.document()));
+    auto failure = unreadableFailure(graph.find(link.document()));
     if (failure) return failure;
   }
   const Resource* root = redfish::serviceRoot(graph);

@@ -36,6 +36,8 @@ int readTable(const TarvexConnection::ConnectionInfo& connection,
 
 }  // namespace
 
+// The module calls this very signature.
+// NOLINTNEXTLINE(modernize-pass-by-value)
 DevHealth::DevHealth(const TarvexConnection::ConnectionInfo& connection)
     : connection_(connection) {}
 

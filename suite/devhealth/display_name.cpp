@@ -34,7 +34,7 @@ bool NameCounts::unique(const std::string& name) const {
 std::string displayName(const redfish::json::object& part,
                         const redfish::Uri& uri, const NameCounts& siblings,
                         std::string_view locator) {
-  const std::string name = textAt(part, "Name");
+  std::string name = textAt(part, "Name");
   if (!name.empty() && siblings.unique(name) && !isClassWord(name)) {
     return name;
   }

@@ -19,7 +19,7 @@ std::string_view top(std::string_view document) {
   std::size_t end = 0;
   for (int segments = 0; segments < kMaxSegments; ++segments) {
     end = document.find('/', end + 1);
-    if (end == document.npos) return document;
+    if (end == std::string_view::npos) return document;
   }
   return document.substr(0, end);
 }

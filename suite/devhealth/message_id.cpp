@@ -17,7 +17,7 @@ std::vector<std::string_view> splitAtDots(std::string_view text) {
   while (true) {
     const std::size_t dot = text.find('.');
     parts.push_back(text.substr(0, dot));
-    if (dot == text.npos) return parts;
+    if (dot == std::string_view::npos) return parts;
     text.remove_prefix(dot + 1);
   }
 }

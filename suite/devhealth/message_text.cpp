@@ -21,7 +21,8 @@ std::string substituteArguments(std::string_view message,
   while (!message.empty() && text.size() < kEnough) {
     const std::size_t percent = message.find('%');
     text += message.substr(0, percent);
-    message.remove_prefix(percent == message.npos ? message.size() : percent);
+    message.remove_prefix(percent == std::string_view::npos ? message.size()
+                                                            : percent);
     if (message.empty()) break;
     std::size_t number = 0;
     std::size_t length = 1;

@@ -41,12 +41,15 @@ Failure notOfTheNewest(redfish::Service& service, Generation generation) {
 
 }  // namespace
 
+// The module calls this very signature, here and below.
 OrvaneTypeAcquire::OrvaneTypeAcquire(
+    // NOLINTNEXTLINE(modernize-pass-by-value)
     const TarvexConnection::ConnectionInfo& connection)
     : connection_(connection) {}
 
 OrvaneTypeAcquire::~OrvaneTypeAcquire() = default;
 
+// NOLINTNEXTLINE(readability-make-member-function-const)
 int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   // Nobody is asked for such a target: the application refuses its connection
   // mode by itself, later.

@@ -15,7 +15,7 @@ using Tarvex::DeviceHealth::SystemBoard;
 /// Maker and model; the model alone when it begins with the maker's name.
 std::string makerAndModel(const json::object& machine) {
   const std::string maker = textAt(machine, "Manufacturer");
-  const std::string model = textAt(machine, "Model");
+  std::string model = textAt(machine, "Model");
   if (model.empty() || maker.empty() || startsIgnoringCase(model, maker)) {
     return model;
   }
@@ -27,13 +27,13 @@ std::string uuidOf(const json::object& machine) {
   const std::string uuid = textAt(machine, "UUID");
   const auto isAll = [&uuid](std::string_view digits) {
     return std::all_of(uuid.begin(), uuid.end(), [digits](char c) {
-      return c == '-' || digits.find(c) != digits.npos;
+      return c == '-' || digits.find(c) != std::string_view::npos;
     });
   };
   return isAll("0") || isAll("Ff") ? std::string() : uuid;
 }
 
-std::string orElse(std::string first, std::string second) {
+const std::string& orElse(const std::string& first, const std::string& second) {
   return first.empty() ? second : first;
 }
 

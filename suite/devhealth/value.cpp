@@ -43,7 +43,7 @@ std::optional<double> parseNumber(std::string_view text) {
 
 template <typename Integer>
 std::string digits(Integer number) {
-  std::array<char, 24> buffer;
+  std::array<char, 24> buffer{};
   const auto result =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
   return {buffer.data(), result.ptr};
@@ -125,7 +125,7 @@ std::optional<double> positiveAt(const json::object& object,
 }
 
 std::string formatNumber(double number) {
-  std::array<char, 32> buffer;
+  std::array<char, 32> buffer{};
   // Adding zero turns the negative zero into the plain one.
   const double rounded = std::round(number * 10) / 10 + 0.0;
   const auto result =

@@ -13,7 +13,7 @@ bool liesWithin(std::string_view document, std::string_view holder) {
 
 std::string_view parentOf(std::string_view document) {
   const std::size_t slash = document.rfind('/');
-  return document.substr(0, slash == document.npos ? 0 : slash);
+  return document.substr(0, slash == std::string_view::npos ? 0 : slash);
 }
 
 std::string_view segmentOf(std::string_view document, unsigned int index) {

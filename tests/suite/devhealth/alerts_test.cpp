@@ -22,6 +22,9 @@ std::string holding(const std::string& conditions) {
   return R"({"Status": {"Conditions": [)" + conditions + "]}}";
 }
 
+constexpr const char* kChanged =
+    "ResourceEvent.1.0.ResourceStatusChangedWarning";
+
 /// A server whose list of conditions is as given.
 Server listing(const std::string& rollup, const std::string& conditions) {
   Server server;
@@ -194,8 +197,8 @@ TEST(ReadAlerts, OrderIsCategorySourceOriginIdentifier) {
                    "Memory 1 V.1.0.W | About V.1.0.W.",
                    "Memory 1 V.1.0.U | About V.1.0.U.",
                    "Memory 1 V.1.0.V | About V.1.0.V.",
-                   "Memory 1 ResourceEvent.1.0.ResourceStatusChangedWarning | "
-                   "C: health is Warning, state Enabled.",
+                   "Memory 1 " + std::string(kChanged) +
+                       " | C: health is Warning, state Enabled.",
                    "Other 1 V.1.0.Y | About V.1.0.Y."}));
 }
 
