@@ -197,6 +197,8 @@ void runCase(const Case& theCase, const Setting& setting) {
   const fs::path& work = folder.path();
   Places places;
   places.add("@WORK@", work.string());
+  // The build may lie inside the source tree, so it is looked for first.
+  places.add("@BUILD@", setting.program.parent_path().parent_path().string());
   places.add("@ROOT@", setting.root.string());
 
   makeTree(theCase, setting, work);
