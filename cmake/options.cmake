@@ -10,7 +10,22 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 
+# What differs between the systems is a pair of sources of the same name, of
+# which the one that ends in _${BRIVEL_SYSTEM}.cpp is compiled.
+if(WIN32)
+  set(BRIVEL_SYSTEM windows)
+else()
+  set(BRIVEL_SYSTEM posix)
+endif()
+
 add_library(brivel_options INTERFACE)
+if(WIN32)
+  # Windows 10 and its Unicode interfaces. GNU's printf understands the same
+  # formats as on Linux.
+  target_compile_definitions(brivel_options INTERFACE
+    _WIN32_WINNT=0x0A00 WINVER=0x0A00 UNICODE _UNICODE NOMINMAX
+    WIN32_LEAN_AND_MEAN __USE_MINGW_ANSI_STDIO=1)
+endif()
 target_include_directories(brivel_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(brivel_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion

@@ -1,7 +1,5 @@
 #include "suite/brivel/brivel_main.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <exception>
@@ -20,6 +18,7 @@
 #include "suite/brivel/result_line.h"
 #include "suite/brivel/standard_streams.h"
 #include "suite/brivel/stats_lines.h"
+#include "suite/brivel/terminal.h"
 #include "suite/brivel/user_paths.h"
 #include "suite/connection/connections.h"
 #include "suite/connection/prefetch.h"
@@ -34,6 +33,8 @@ namespace brivel {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+constexpr int kStandardError = 2;
 
 /// Writes a line of the host's own on standard error.
 void tell(const std::string& text) {
@@ -141,8 +142,8 @@ int run(const CommandLine& line, const connection::Settings& settings,
                                       std::move(environmentPassword),
                                       hintsOf(line.applicationOptions));
   std::optional<ProgressLine> progress;
-  if (isatty(STDERR_FILENO) != 0) {
-    progress.emplace(STDERR_FILENO);
+  if (isTerminal(kStandardError)) {
+    progress.emplace(kStandardError);
   }
   std::optional<RunResult> result = runApplication(line, error);
   progress.reset();

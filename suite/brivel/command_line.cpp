@@ -69,6 +69,8 @@ struct Options {
 
   Options() {
     app.allow_extras();
+    // A slash begins a path, on Windows as well.
+    app.allow_windows_style_options(false);
     for (CLI::Option* option : app.get_options()) {
       // Repetitions are told with words of our own.
       option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);

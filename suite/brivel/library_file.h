@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <system_error>
 
 namespace brivel {
 
@@ -9,5 +10,9 @@ namespace brivel {
 /// is truncated. Empty when nothing speaks against loading it. Loading a
 /// truncated library would end the process, so this is asked first.
 std::string objectionToLibrary(const std::string& file);
+
+/// Why the system has just refused to load a library, in its own words.
+/// `failure` is what the loading library says.
+std::string reasonForRefusal(const std::error_code& failure);
 
 }  // namespace brivel

@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <elf.h>
 
 #include <cerrno>
@@ -80,6 +81,11 @@ std::string objectionToLibrary(const std::string& file) {
     return "it is no shared library";
   }
   return isWhole(stream, header, fileSize) ? "" : "it is truncated";
+}
+
+std::string reasonForRefusal(const std::error_code& failure) {
+  const char* const reason = dlerror();
+  return reason == nullptr ? failure.message() : reason;
 }
 
 }  // namespace brivel

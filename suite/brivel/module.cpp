@@ -1,7 +1,5 @@
 #include "suite/brivel/module.h"
 
-#include <dlfcn.h>
-
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 #include <utility>
@@ -46,9 +44,7 @@ std::optional<Module> Module::load(const std::filesystem::path& file,
       file, failure,
       boost::dll::load_mode::rtld_now | boost::dll::load_mode::rtld_local);
   if (failure) {
-    const char* const reason = dlerror();
-    error = name + " cannot be loaded: " +
-            (reason == nullptr ? failure.message() : reason);
+    error = name + " cannot be loaded: " + reasonForRefusal(failure);
     return std::nullopt;
   }
   library->init = entryPoint<void()>(library->handle, "Init");

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
-#include <cstdlib>
 #include <system_error>
 
+#include "suite/brivel/environment.h"
 #include "suite/log/escape.h"
 
 namespace brivel {
@@ -29,12 +29,13 @@ bool isName(const std::string& text) {
 }  // namespace
 
 fs::path moduleDirectory() {
-  const char* const chosen = std::getenv(kVariable);
-  if (chosen != nullptr && *chosen != '\0') {
-    return fs::absolute(chosen);
+  const std::string chosen = environmentValue(kVariable);
+  if (!chosen.empty()) {
+    return fs::absolute(fs::u8path(chosen));
   }
-  return fs::canonical(boost::dll::this_line_location()).parent_path() /
-         "brivel";
+  const fs::path library = fs::canonical(boost::dll::this_line_location());
+  return (library.parent_path() / BRIVEL_MODULES_FROM_LIBRARY)
+      .lexically_normal();
 }
 
 std::vector<fs::path> moduleFiles(const fs::path& directory) {

@@ -1,23 +1,18 @@
 #include "suite/brivel/progress_line.h"
 
-#include <unistd.h>
-
 #include <array>
 #include <cinttypes>
 #include <cstddef>
 #include <cstdio>
 #include <string_view>
 
+#include "suite/brivel/terminal.h"
+
 namespace brivel {
 namespace {
 
 constexpr std::chrono::seconds kQuietStart{1};
 constexpr std::chrono::milliseconds kBetweenDrawings{100};
-
-void show(int descriptor, std::string_view text) {
-  // What cannot be drawn is not missed.
-  static_cast<void>(write(descriptor, text.data(), text.size()) < 0);
-}
 
 }  // namespace
 
@@ -43,14 +38,14 @@ void ProgressLine::tick(std::uint64_t resourcesRead) {
   const int length = std::snprintf(
       line.data(), line.size(), "\r%" PRIu64 " resources read, %lld s\x1b[K",
       resourcesRead, static_cast<long long>(elapsed));
-  show(descriptor_, {line.data(), static_cast<std::size_t>(length)});
+  drawOn(descriptor_, {line.data(), static_cast<std::size_t>(length)});
   drawn_ = true;
   drawnAt_ = time;
 }
 
 void ProgressLine::done() {
   if (drawn_) {
-    show(descriptor_, "\r\x1b[K");
+    drawOn(descriptor_, "\r\x1b[K");
     drawn_ = false;
   }
 }

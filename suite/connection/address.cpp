@@ -1,9 +1,8 @@
 #include "suite/connection/address.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-
 #include <algorithm>
+#include <boost/url/ipv4_address.hpp>
+#include <boost/url/ipv6_address.hpp>
 #include <charconv>
 #include <cstddef>
 #include <system_error>
@@ -37,13 +36,11 @@ std::string quoted(std::string_view text) {
 }
 
 bool isIpv4(const std::string& host) {
-  in_addr parsed = {};
-  return inet_pton(AF_INET, host.c_str(), &parsed) == 1;
+  return boost::urls::parse_ipv4_address(host).has_value();
 }
 
 bool isIpv6(const std::string& host) {
-  in6_addr parsed = {};
-  return inet_pton(AF_INET6, host.c_str(), &parsed) == 1;
+  return boost::urls::parse_ipv6_address(host).has_value();
 }
 
 /// Host names as they are met in practice: labels of letters, digits, hyphens
@@ -204,13 +201,11 @@ bool isLoopback(const Address& address) {
   if (address.host == "localhost") {
     return true;
   }
-  in_addr four = {};
-  if (inet_pton(AF_INET, address.host.c_str(), &four) == 1) {
-    return (ntohl(four.s_addr) >> 24U) == IN_LOOPBACKNET;
+  if (const auto four = boost::urls::parse_ipv4_address(address.host)) {
+    return four->is_loopback();
   }
-  in6_addr six = {};
-  return inet_pton(AF_INET6, address.host.c_str(), &six) == 1 &&
-         IN6_IS_ADDR_LOOPBACK(&six);
+  const auto six = boost::urls::parse_ipv6_address(address.host);
+  return six && six->is_loopback();
 }
 
 redfish::Origin originOf(const Address& address) {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "suite/redfish/curl_transport.h"
 #include "suite/redfish/directory_transport.h"
+#include "suite/redfish/network_transport.h"
 
 namespace connection {
 namespace {
@@ -12,14 +12,14 @@ std::unique_ptr<redfish::Transport> makeTransport(const Target& target) {
   if (target.address.scheme == Address::Scheme::kDirectory) {
     return redfish::makeDirectoryTransport(target.address.directory);
   }
-  redfish::CurlTransportOptions options;
+  redfish::NetworkTransportOptions options;
   options.origin = originOf(target.address);
   options.connectTimeout = std::min(options.connectTimeout, target.timeout);
   options.maxConnections = target.maxConnections;
   options.caFile = target.caFile;
   options.pin = target.pin;
   options.insecure = target.insecure;
-  return redfish::makeCurlTransport(std::move(options));
+  return redfish::makeNetworkTransport(std::move(options));
 }
 
 }  // namespace

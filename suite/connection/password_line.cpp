@@ -1,14 +1,13 @@
 #include "suite/connection/password_line.h"
 
-#include <poll.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <utility>
 
+#include "suite/connection/await_input.h"
 #include "suite/redfish/interrupt.h"
 
 namespace connection {
@@ -25,48 +24,10 @@ redfish::Failure failureOf(FailureKind kind, std::string cause) {
   return failure;
 }
 
-/// Waits until a descriptor can be read. False when the user ends the run
-/// instead; a read alone would sleep through a signal that comes just before.
-bool awaitInput(int descriptor) {
-  std::array<pollfd, 2> watched{};
-  watched[0].fd = descriptor;
-  watched[0].events = POLLIN;
-  watched[1].fd = redfish::interruptFd();  // Passed over while it is -1.
-  watched[1].events = POLLIN;
-  while (poll(watched.data(), watched.size(), -1) < 0 && errno == EINTR &&
-         !redfish::interrupted()) {
-  }
-  return !redfish::interrupted();
-}
-
 }  // namespace
 
-std::optional<Secret> readPasswordLine(int descriptor,
-                                       const std::string& source,
-                                       redfish::Failure& failure) {
-  // Reserved whole, so that no half of it stays behind in a smaller buffer.
-  std::string line;
-  line.reserve(kLongestPassword + 1);
-  while (line.size() <= kLongestPassword) {
-    if (!awaitInput(descriptor)) {
-      const Secret discarded(std::move(line));
-      failure = failureOf(FailureKind::kInterrupted, "interrupted by the user");
-      return std::nullopt;
-    }
-    char byte = '\0';
-    const ssize_t count = read(descriptor, &byte, 1);
-    if (count < 0) {
-      const int reason = errno;
-      const Secret discarded(std::move(line));
-      failure = failureOf(FailureKind::kFileUnreadable,
-                          source + " cannot be read: " + std::strerror(reason));
-      return std::nullopt;
-    }
-    if (count == 0 || byte == '\n') {
-      break;
-    }
-    line.push_back(byte);
-  }
+std::optional<Secret> passwordOf(std::string&& line, const std::string& source,
+                                 redfish::Failure& failure) {
   if (!line.empty() && line.back() == '\r') {
     line.pop_back();
   }
@@ -82,6 +43,36 @@ std::optional<Secret> readPasswordLine(int descriptor,
     return std::nullopt;
   }
   return password;
+}
+
+std::optional<Secret> readPasswordLine(int descriptor,
+                                       const std::string& source,
+                                       redfish::Failure& failure) {
+  // Reserved whole, so that no half of it stays behind in a smaller buffer.
+  std::string line;
+  line.reserve(kLongestPassword + 1);
+  while (line.size() <= kLongestPassword) {
+    char byte = '\0';
+    const bool ready = awaitInput(descriptor);
+    const auto count = ready ? read(descriptor, &byte, 1) : 0;
+    if (!ready || (count <= 0 && redfish::interrupted())) {
+      const Secret discarded(std::move(line));
+      failure = failureOf(FailureKind::kInterrupted, "interrupted by the user");
+      return std::nullopt;
+    }
+    if (count < 0) {
+      const int reason = errno;
+      const Secret discarded(std::move(line));
+      failure = failureOf(FailureKind::kFileUnreadable,
+                          source + " cannot be read: " + std::strerror(reason));
+      return std::nullopt;
+    }
+    if (count == 0 || byte == '\n') {
+      break;
+    }
+    line.push_back(byte);
+  }
+  return passwordOf(std::move(line), source, failure);
 }
 
 }  // namespace connection

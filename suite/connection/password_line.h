@@ -16,4 +16,9 @@ std::optional<Secret> readPasswordLine(int descriptor,
                                        const std::string& source,
                                        redfish::Failure& failure);
 
+/// The password that such a line is, whose end was taken off but for a
+/// carriage return; wipes the line.
+std::optional<Secret> passwordOf(std::string&& line, const std::string& source,
+                                 redfish::Failure& failure);
+
 }  // namespace connection

@@ -1,12 +1,8 @@
 #include "suite/connection/secret.h"
 
-#include <openssl/crypto.h>
-#include <sys/resource.h>
-
-#include <cstdlib>
-#include <cstring>
 #include <utility>
 
+#include "suite/connection/process.h"
 #include "suite/redfish/secret.h"
 
 namespace connection {
@@ -16,20 +12,11 @@ using redfish::wipe;
 
 constexpr const char* kVariable = "BRIVEL_PASSWORD";
 
-void forbidCoreDumps() {
-  rlimit limit = {};
-  if (getrlimit(RLIMIT_CORE, &limit) == 0) {
-    limit.rlim_cur = 0;
-    // Lowering a limit of one's own is always allowed.
-    static_cast<void>(setrlimit(RLIMIT_CORE, &limit));
-  }
-}
-
 }  // namespace
 
 Secret::Secret(std::string&& text) : text_(text) {
   wipe(text);
-  forbidCoreDumps();
+  forbidMemoryDumps();
 }
 
 Secret::Secret(Secret&& other) noexcept : text_(std::move(other.text_)) {
@@ -48,17 +35,11 @@ Secret& Secret::operator=(Secret&& other) noexcept {
 Secret::~Secret() { wipe(text_); }
 
 std::optional<Secret> takeEnvironmentPassword() {
-  char* const value = std::getenv(kVariable);
-  if (value == nullptr) {
+  std::optional<std::string> text = takeVariable(kVariable);
+  if (!text || text->empty()) {
     return std::nullopt;
   }
-  std::string text(value);
-  OPENSSL_cleanse(value, std::strlen(value));
-  unsetenv(kVariable);
-  if (text.empty()) {
-    return std::nullopt;
-  }
-  return Secret(std::move(text));
+  return Secret(*std::move(text));
 }
 
 }  // namespace connection

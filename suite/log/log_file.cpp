@@ -1,16 +1,11 @@
 #include "suite/log/log_file.h"
 
-#include <fcntl.h>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/basic_file_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <memory>
@@ -18,6 +13,7 @@
 #include <utility>
 
 #include "suite/log/escape.h"
+#include "suite/log/owned_file.h"
 
 namespace logging {
 namespace {
@@ -39,58 +35,18 @@ void warn(const std::string& path, const std::string& reason) {
                escapeControls(path).c_str(), escapeControls(reason).c_str());
 }
 
-/// Opens, and makes for its owner alone, a log file. A descriptor, or -1 with
-/// the reason in errno.
-int openForOwner(const std::string& path) {
-  // Without O_NONBLOCK a pipe that nobody reads would hold up the run.
-  return open(path.c_str(),
-              O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK,
-              S_IRUSR | S_IWUSR);
-}
-
-/// Makes the directories that are missing above a file, for the owner alone.
-/// What cannot be made shows when the file is opened.
-void makeParents(const std::filesystem::path& file) {
-  std::filesystem::path made;
-  for (const std::filesystem::path& part : file.parent_path()) {
-    made /= part;
-    static_cast<void>(mkdir(made.c_str(), S_IRWXU));
-  }
-}
-
-/// Tries the file, and makes what is missing. False, with the reason in errno,
-/// when it cannot be written.
-bool prepare(const std::string& path, bool& regular) {
-  int descriptor = openForOwner(path);
-  if (descriptor < 0 && errno == ENOENT) {
-    makeParents(path);
-    descriptor = openForOwner(path);
-  }
-  if (descriptor < 0) {
-    return false;
-  }
-  struct stat status = {};
-  regular = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-  close(descriptor);
-  return true;
-}
-
-spdlog::sink_ptr makeSink(const std::string& path, bool regular) {
+spdlog::sink_ptr makeSink(const std::filesystem::path& file, bool regular) {
   if (!regular) {
-    return std::make_shared<spdlog::sinks::basic_file_sink_st>(path);
+    return std::make_shared<spdlog::sinks::basic_file_sink_st>(file.native());
   }
   spdlog::file_event_handlers handlers;
   // The file that follows a rotated one is made here, before the library
   // would make it with whatever rights the user's mask leaves.
   handlers.before_open = [](const spdlog::filename_t& name) {
-    const int descriptor = openForOwner(name);
-    if (descriptor >= 0) {
-      static_cast<void>(fchmod(descriptor, S_IRUSR | S_IWUSR));
-      close(descriptor);
-    }
+    restrictToOwner(name);
   };
   return std::make_shared<spdlog::sinks::rotating_file_sink_st>(
-      path, kRotateAtBytes, kOlderFiles, false, handlers);
+      file.native(), kRotateAtBytes, kOlderFiles, false, handlers);
 }
 
 spdlog::level::level_enum levelOf(unsigned int level) {
@@ -120,15 +76,17 @@ void openLog(const LogOptions& options) {
   if (options.file.empty() || options.level == 0) {
     return;
   }
+  const std::filesystem::path file = std::filesystem::u8path(options.file);
   bool regular = false;
-  if (!prepare(options.file, regular)) {
-    warn(options.file, std::strerror(errno));
+  std::string refusal;
+  if (!prepareOwnedFile(file, regular, refusal)) {
+    warn(options.file, refusal);
     return;
   }
   try {
     auto opened = std::make_unique<OpenLog>(
-        OpenLog{spdlog::logger("brivel", makeSink(options.file, regular)),
-                options.file, options.level});
+        OpenLog{spdlog::logger("brivel", makeSink(file, regular)), options.file,
+                options.level});
     opened->logger.set_level(spdlog::level::trace);
     opened->logger.flush_on(spdlog::level::trace);
     opened->logger.set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %P %-5l %g:%# %v");

@@ -1,6 +1,5 @@
 #include "suite/redfish/curl_handle.h"
 
-#include <openssl/crypto.h>
 #include <signal.h>
 
 #include <cstring>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "suite/redfish/loader_pages.h"
+#include "suite/redfish/secret.h"
 
 namespace redfish {
 namespace {
@@ -76,7 +76,7 @@ void check(CURLSHcode code) {
 
 CurlHeaders::~CurlHeaders() {
   for (curl_slist* line = list_; line != nullptr; line = line->next) {
-    OPENSSL_cleanse(line->data, std::strlen(line->data));
+    overwrite(line->data, std::strlen(line->data));
   }
   curl_slist_free_all(list_);
 }

@@ -1,5 +1,3 @@
-#include "suite/redfish/curl_transport.h"
-
 #include <algorithm>
 #include <deque>
 #include <utility>
@@ -10,6 +8,7 @@
 #include "suite/redfish/curl_trust.h"
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/loader_pages.h"
+#include "suite/redfish/network_transport.h"
 #include "suite/redfish/secret.h"
 #include "syshealth/host/log.h"
 
@@ -35,7 +34,7 @@ const char* nameOf(Method method) {
 
 class CurlTransport final : public Transport {
  public:
-  explicit CurlTransport(CurlTransportOptions options);
+  explicit CurlTransport(NetworkTransportOptions options);
   ~CurlTransport() override;
 
   const std::string& address() const override { return address_; }
@@ -67,7 +66,7 @@ class CurlTransport final : public Transport {
   bool newlyInterrupted();
   void wait(Clock::duration time);
 
-  CurlTransportOptions options_;
+  NetworkTransportOptions options_;
   std::string address_;
   std::string url_;  ///< Empty: the host is none.
   CurlTrust trust_;
@@ -88,7 +87,7 @@ class CurlTransport final : public Transport {
   std::vector<TransferPtr> active_;
 };
 
-CurlTransport::CurlTransport(CurlTransportOptions options)
+CurlTransport::CurlTransport(NetworkTransportOptions options)
     : options_(std::move(options)),
       address_(addressOf(options_.origin)),
       url_(urlOf(options_.origin).value_or("")),
@@ -285,7 +284,8 @@ void CurlTransport::cancelAll() {
 
 }  // namespace
 
-std::unique_ptr<Transport> makeCurlTransport(CurlTransportOptions options) {
+std::unique_ptr<Transport> makeNetworkTransport(
+    NetworkTransportOptions options) {
   return std::make_unique<CurlTransport>(std::move(options));
 }
 

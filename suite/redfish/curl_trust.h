@@ -9,8 +9,8 @@
 
 namespace redfish {
 
-/// Whom a connection trusts. See CurlTransportOptions for what the three mean
-/// together.
+/// Whom a connection trusts. See NetworkTransportOptions for what the three
+/// mean together.
 class CurlTrust {
  public:
   CurlTrust(std::string caFile, std::string pin, bool insecure);

@@ -1,12 +1,10 @@
 #include "suite/redfish/secret.h"
 
-#include <openssl/crypto.h>
-
 namespace redfish {
 
 void wipe(std::string& text) noexcept {
   text.resize(text.capacity());  // Never allocates.
-  OPENSSL_cleanse(text.data(), text.size());
+  overwrite(text.data(), text.size());
   text.clear();
 }
 

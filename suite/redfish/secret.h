@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace redfish {
+
+/// Overwrites memory; the compiler may not drop it.
+void overwrite(void* bytes, std::size_t size) noexcept;
 
 /// Overwrites a text's bytes, all the room that it holds, and empties it; the
 /// compiler may not drop it. A text that was moved away is worth wiping, too:

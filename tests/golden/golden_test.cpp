@@ -1,7 +1,8 @@
 // Runs the built program on every case below tests/golden/cases.
 //
 // With GOLDEN_REFRESH in the environment, what the program writes is kept
-// instead of compared; tests/golden/refresh does that.
+// instead of compared; tests/golden/refresh does that. GOLDEN_PROGRAM names
+// another program to run, such as tests/windows/brivel.
 
 #include <gtest/gtest.h>
 
@@ -28,7 +29,9 @@ class Golden : public testing::Test {
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  const golden::Setting setting{BRIVEL_PROGRAM, BRIVEL_SOURCE_ROOT,
+  const char* const other = std::getenv("GOLDEN_PROGRAM");
+  const golden::Setting setting{other == nullptr ? BRIVEL_PROGRAM : other,
+                                BRIVEL_SOURCE_ROOT,
                                 std::getenv("GOLDEN_REFRESH") != nullptr};
   const auto cases = golden::findCases(setting.root / "tests/golden/cases");
   if (cases.empty()) {

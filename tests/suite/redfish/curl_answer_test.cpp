@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/bmc/gzip.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
@@ -79,7 +79,7 @@ TEST(CurlTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
     sent = peer.readRequest();
     peer.write(httpAnswer(200, kBody, "Content-Encoding: gzip\r\n"));
   });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->disableCompression();
   const Answer answer = ask(*transport, get());
   EXPECT_EQ(answer.body, kBody);
@@ -108,8 +108,9 @@ TEST(CurlTransportLimits, BodyWithoutEndFails) {
     while (peer.write(std::string(65536, ' '))) {
     }
   });
-  EXPECT_EQ(told(ask(*makeCurlTransport(plainOptions(server.port())), get())),
-            "the answer is larger than 16 MiB");
+  EXPECT_EQ(
+      told(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "the answer is larger than 16 MiB");
 }
 
 TEST(CurlTransportLimits, CompressedBombFails) {
@@ -143,8 +144,9 @@ TEST(CurlTransportLimits, InterimAnswersWithoutEndFail) {
     while (peer.write("HTTP/1.1 102 Processing\r\n\r\n")) {
     }
   });
-  EXPECT_EQ(told(ask(*makeCurlTransport(plainOptions(server.port())), get())),
-            "the headers of the answer are larger than 64 KiB");
+  EXPECT_EQ(
+      told(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "the headers of the answer are larger than 64 KiB");
 }
 
 }  // namespace

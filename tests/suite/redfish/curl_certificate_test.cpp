@@ -4,7 +4,7 @@
 #include <chrono>
 #include <functional>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/bmc/certificate.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/temp_directory.h"
@@ -53,21 +53,23 @@ Settings validFor(hours from, hours to) {
 }
 
 /// What the client is told to trust: the authority alone, unless it is changed.
-using Change = std::function<void(CurlTransportOptions&)>;
+using Change = std::function<void(NetworkTransportOptions&)>;
 
 Change trusting(const std::string& caFile) {
-  return [caFile](CurlTransportOptions& options) { options.caFile = caFile; };
+  return
+      [caFile](NetworkTransportOptions& options) { options.caFile = caFile; };
 }
 
 Change pinning(const std::string& pin) {
-  return [pin](CurlTransportOptions& options) {
+  return [pin](NetworkTransportOptions& options) {
     options.caFile.clear();
     options.pin = pin;
   };
 }
 
 Change asking(const std::string& host) {
-  return [host](CurlTransportOptions& options) { options.origin.host = host; };
+  return
+      [host](NetworkTransportOptions& options) { options.origin.host = host; };
 }
 
 class CurlCertificateTest : public testing::Test {
@@ -85,10 +87,10 @@ class CurlCertificateTest : public testing::Test {
     ScriptedServer server(
         answering([](const std::string&) { return httpAnswer(200, "{}"); }),
         tlsWith(identity));
-    CurlTransportOptions options = tlsOptions(server.port());
+    NetworkTransportOptions options = tlsOptions(server.port());
     options.caFile = fileAt("authority.pem");
     if (change) change(options);
-    return ask(*makeCurlTransport(options), get());
+    return ask(*makeNetworkTransport(options), get());
   }
 
   /// What the client says to a certificate.
@@ -166,7 +168,7 @@ TEST_F(CurlCertificateTest, InsecureTrustsEverything) {
   Settings settings = validFor(hours(-48), hours(-24));
   settings.alternativeNames = {"DNS:other.example"};
   EXPECT_EQ(verdictOn(selfSigned(settings),
-                      [](CurlTransportOptions& options) {
+                      [](NetworkTransportOptions& options) {
                         options.caFile = "/no/such/file";
                         options.insecure = true;
                       }),
@@ -195,7 +197,7 @@ TEST_F(CurlCertificateTest, WrongPinIsRefused) {
 
 TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
   EXPECT_EQ(verdictOn(selfSigned(),
-                      [](CurlTransportOptions& options) {
+                      [](NetworkTransportOptions& options) {
                         options.pin = bmc::pinOf(authority().certificate);
                         options.insecure = true;
                       }),
@@ -205,7 +207,7 @@ TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
 TEST_F(CurlCertificateTest, PinDoesNotReplaceAConfiguredAuthority) {
   const bmc::Identity identity = selfSigned();
   EXPECT_EQ(verdictOn(identity,
-                      [&](CurlTransportOptions& options) {
+                      [&](NetworkTransportOptions& options) {
                         options.pin = bmc::pinOf(identity.certificate);
                       }),
             "the certificate is self-signed");

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <set>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
 
@@ -19,7 +19,7 @@ constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 TEST(CurlTransportConnections, AreKeptAndCounted) {
   ScriptedServer server(
       answering([](const std::string&) { return httpAnswer(200, "{}"); }));
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   EXPECT_FALSE(ask(*transport, get()).reusedConnection);
   EXPECT_TRUE(ask(*transport, get()).reusedConnection);
   const TransportStats stats = transport->stats();
@@ -35,9 +35,9 @@ TEST(CurlTransportConnections, StayWithinTheLimit) {
       peer.write(httpAnswer(200, kBody));
     }
   });
-  CurlTransportOptions options = plainOptions(server.port());
+  NetworkTransportOptions options = plainOptions(server.port());
   options.maxConnections = 3;
-  const auto transport = makeCurlTransport(options);
+  const auto transport = makeNetworkTransport(options);
   std::set<std::uint64_t> ids;
   for (int index = 0; index < 12; ++index) ids.insert(transport->start(get()));
   for (int index = 0; index < 12; ++index) {
@@ -49,7 +49,7 @@ TEST(CurlTransportConnections, StayWithinTheLimit) {
 TEST(CurlTransportConnections, FreshOneIsOpenedOnRequest) {
   ScriptedServer server(
       answering([](const std::string&) { return httpAnswer(200, "{}"); }));
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   ask(*transport, get());
   Request request = get();
   request.freshConnection = true;
@@ -70,7 +70,7 @@ TEST(CurlTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
       peer.write(httpAnswer(200, kBody));
     }
   });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   ask(*transport, get());
   Request login = get("/redfish/v1/SessionService/Sessions");
   login.method = Method::kPost;
@@ -85,7 +85,7 @@ TEST(CurlTransportConnections, DeadOnesAreReplaced) {
     peer.write(httpAnswer(200, kBody));
     peer.close();
   });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   for (int index = 0; index < 3; ++index) {
     EXPECT_EQ(ask(*transport, get()).status, 200);
   }
@@ -93,7 +93,7 @@ TEST(CurlTransportConnections, DeadOnesAreReplaced) {
 }
 
 TEST(CurlTransportConnections, BrokenPipeDoesNotEndTheProcess) {
-  const auto transport = makeCurlTransport(plainOptions(1));
+  const auto transport = makeNetworkTransport(plainOptions(1));
   EXPECT_EQ(raise(SIGPIPE), 0);
 }
 

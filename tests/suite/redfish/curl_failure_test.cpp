@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
 
@@ -51,8 +51,9 @@ TEST(CurlTransportFailure, ResetIsUnreachable) {
     peer.readRequest();
     peer.reset();
   });
-  EXPECT_EQ(kindOf(ask(*makeCurlTransport(plainOptions(server.port())), get())),
-            "unreachable");
+  EXPECT_EQ(
+      kindOf(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "unreachable");
 }
 
 TEST(CurlTransportFailure, ResetInTheBodyIsATruncatedAnswer) {
@@ -63,8 +64,9 @@ TEST(CurlTransportFailure, ResetInTheBodyIsATruncatedAnswer) {
     peer.pause(milliseconds(100));
     peer.reset();
   });
-  EXPECT_EQ(told(ask(*makeCurlTransport(plainOptions(server.port())), get())),
-            "the connection ended in mid-answer");
+  EXPECT_EQ(
+      told(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "the connection ended in mid-answer");
 }
 
 TEST(CurlTransportFailure, AnswerThatIsNoHttpIsNoRedfish) {
@@ -79,7 +81,7 @@ TEST(CurlTransportFailure, RefusedConnectionIsUnreachable) {
     const ScriptedServer server([](Peer&) {});
     port = server.port();
   }
-  const Answer answer = ask(*makeCurlTransport(plainOptions(port)), get());
+  const Answer answer = ask(*makeNetworkTransport(plainOptions(port)), get());
   EXPECT_EQ(kindOf(answer), "unreachable");
   EXPECT_EQ(describe(*answer.failure),
             "127.0.0.1:" + std::to_string(port) +
@@ -88,26 +90,26 @@ TEST(CurlTransportFailure, RefusedConnectionIsUnreachable) {
 }
 
 TEST(CurlTransportFailure, Ipv6AddressIsAsked) {
-  CurlTransportOptions options = plainOptions(1);
+  NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "::1";
-  const Answer answer = ask(*makeCurlTransport(options), get());
+  const Answer answer = ask(*makeNetworkTransport(options), get());
   // Where there is no IPv6 there is no way to it, which is as good.
   EXPECT_EQ(kindOf(answer), "unreachable");
   EXPECT_EQ(answer.failure->address, "[::1]:1");
 }
 
 TEST(CurlTransportFailure, UnknownNameIsNotResolved) {
-  CurlTransportOptions options = plainOptions(1);
+  NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "no-such-host.invalid";
   options.connectTimeout = milliseconds(8000);
-  const Answer answer = ask(*makeCurlTransport(options), get());
+  const Answer answer = ask(*makeNetworkTransport(options), get());
   EXPECT_EQ(kindOf(answer), "name");
 }
 
 TEST(CurlTransportFailure, BadHostIsToldByTheAnswer) {
-  CurlTransportOptions options = plainOptions(1);
+  NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "bmc/evil";
-  const auto transport = makeCurlTransport(options);
+  const auto transport = makeNetworkTransport(options);
   const std::uint64_t id = transport->start(get());
   const Answer answer = nextAnswer(*transport);
   EXPECT_EQ(answer.id, id);
@@ -119,7 +121,7 @@ TEST(CurlTransportTime, SilentServerEndsWithTheRequestsTime) {
   Request request = get();
   request.timeout = milliseconds(200);
   const Answer answer =
-      ask(*makeCurlTransport(plainOptions(server.port())), request);
+      ask(*makeNetworkTransport(plainOptions(server.port())), request);
   EXPECT_EQ(kindOf(answer), "read timeout");
   EXPECT_EQ(told(answer), "no whole answer within 0.2 s");
 }
@@ -134,7 +136,7 @@ TEST(CurlTransportTime, TrickleEndsWithTheRequestsTime) {
   request.timeout = milliseconds(300);
   const Clock::time_point begin = Clock::now();
   EXPECT_NE(
-      kindOf(ask(*makeCurlTransport(plainOptions(server.port())), request)),
+      kindOf(ask(*makeNetworkTransport(plainOptions(server.port())), request)),
       "none");
   EXPECT_LT(Clock::now() - begin, milliseconds(2000));
 }
@@ -149,15 +151,15 @@ TEST(CurlTransportTime, TrickledBodyEndsWithTheRequestsTime) {
   Request request = get();
   request.timeout = milliseconds(300);
   EXPECT_EQ(
-      kindOf(ask(*makeCurlTransport(plainOptions(server.port())), request)),
+      kindOf(ask(*makeNetworkTransport(plainOptions(server.port())), request)),
       "read timeout");
 }
 
 TEST(CurlTransportTime, RequestThatWaitsForAConnectionHasItsTimeToo) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
-  CurlTransportOptions options = plainOptions(server.port());
+  NetworkTransportOptions options = plainOptions(server.port());
   options.maxConnections = 1;
-  const auto transport = makeCurlTransport(options);
+  const auto transport = makeNetworkTransport(options);
   Request patient = get();
   patient.timeout = milliseconds(5000);
   transport->start(patient);
@@ -173,7 +175,7 @@ TEST(CurlTransportTime, RequestThatWaitsForAConnectionHasItsTimeToo) {
 
 TEST(CurlTransportTime, NextReturnsEmptyHandedWhenItsTimeIsUp) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->start(get());
   const Clock::time_point begin = Clock::now();
   EXPECT_FALSE(transport->next(begin + milliseconds(100)));
@@ -185,7 +187,7 @@ TEST(CurlTransportTime, CancelAndDestructionDoNotWait) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   const Clock::time_point begin = Clock::now();
   {
-    const auto transport = makeCurlTransport(plainOptions(server.port()));
+    const auto transport = makeNetworkTransport(plainOptions(server.port()));
     for (int index = 0; index < 6; ++index) transport->start(get());
     EXPECT_FALSE(transport->next(Clock::now() + milliseconds(50)));
     transport->cancelAll();

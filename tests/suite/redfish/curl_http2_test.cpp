@@ -3,7 +3,7 @@
 #include <atomic>
 #include <chrono>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/bmc/certificate.h"
 #include "tests/suite/redfish/http2_peer.h"
 #include "tests/suite/redfish/scripted_server.h"
@@ -20,8 +20,8 @@ TlsWish withHttp2() {
   return tls;
 }
 
-CurlTransportOptions optionsFor(const ScriptedServer& server) {
-  CurlTransportOptions options = tlsOptions(server.port());
+NetworkTransportOptions optionsFor(const ScriptedServer& server) {
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
   return options;
 }
@@ -48,7 +48,7 @@ void serveBroken(Peer& peer) {
 
 TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
   ScriptedServer server(serve, withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   const Answer answer = ask(*transport, get());
   EXPECT_EQ(told(answer), "no failure");
   EXPECT_EQ(answer.status, 200);
@@ -57,7 +57,7 @@ TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
 
 TEST(CurlTransportHttp2, RequestsShareTheConnectionOnceItIsKnown) {
   ScriptedServer server(serve, withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   for (int index = 0; index < 8; ++index) transport->start(get());
   for (int index = 0; index < 8; ++index) {
@@ -80,7 +80,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
         peer.hang();
       },
       withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   const std::uint64_t first = transport->start(get());
   const std::uint64_t second = transport->start(get());
@@ -91,7 +91,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
 
 TEST(CurlTransportHttp2, BrokenFramingIsTold) {
   ScriptedServer server(serveBroken, withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   const Answer answer = ask(*transport, get());
   EXPECT_TRUE(answer.http2Error);
   EXPECT_EQ(kindOf(answer), "unreachable");
@@ -99,7 +99,7 @@ TEST(CurlTransportHttp2, BrokenFramingIsTold) {
 
 TEST(CurlTransportHttp2, CanBeGivenUpAfterAFailure) {
   ScriptedServer server(serveBroken, withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   EXPECT_TRUE(ask(*transport, get()).http2Error);
   transport->disableHttp2();
   EXPECT_EQ(told(ask(*transport, get())), "no failure");
@@ -113,7 +113,7 @@ TEST(CurlTransportHttp2, IsNotSpokenOnAKeptConnectionOnceGivenUp) {
         protocol.empty() ? serveBroken(peer) : serve(peer);
       },
       withHttp2());
-  const auto transport = makeCurlTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   EXPECT_EQ(protocol, "h2");
   transport->disableHttp2();

@@ -5,8 +5,8 @@
 #include <ctime>
 #include <thread>
 
-#include "suite/redfish/curl_transport.h"
 #include "suite/redfish/interrupt.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
 
@@ -28,7 +28,7 @@ void signalSoon() {
 bool endsTheWait() {
   installInterruptHandlers();
   ScriptedServer server([](Peer& peer) { peer.hang(); });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->start(get());
   signalSoon();
   const Clock::time_point begin = Clock::now();
@@ -43,7 +43,7 @@ bool isToldOnce() {
     peer.readRequest();
     if (peer.pause(milliseconds(100))) peer.write(httpAnswer(204, ""));
   });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   Request logout = get("/redfish/v1/SessionService/Sessions/1");
   logout.method = Method::kDelete;
   transport->start(logout);
@@ -57,7 +57,7 @@ bool isDeferred() {
     peer.readRequest();
     if (peer.pause(milliseconds(200))) peer.write(httpAnswer(204, ""));
   });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   Request logout = get("/redfish/v1/SessionService/Sessions/1");
   logout.method = Method::kDelete;
   transport->deferInterrupt(true);
@@ -70,7 +70,7 @@ bool spendsNoTimeInCircles() {
   installInterruptHandlers();
   raise(SIGTERM);
   ScriptedServer server([](Peer& peer) { peer.hang(); });
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->start(get());
   transport->next(Clock::now());
   const std::clock_t begin = std::clock();

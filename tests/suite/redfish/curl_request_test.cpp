@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <functional>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/suite/redfish/log_recorder.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
@@ -27,7 +27,7 @@ std::string sentFor(Request request,
       sent = peer.readRequest();
       peer.write(httpAnswer(200, kBody));
     });
-    const auto transport = makeCurlTransport(plainOptions(server.port()));
+    const auto transport = makeNetworkTransport(plainOptions(server.port()));
     if (setUp) setUp(*transport);
     ask(*transport, std::move(request));
   }
@@ -86,7 +86,7 @@ TEST(CurlTransportRequest, SecretsDoNotReachTheNextRequest) {
     last = request;
     return httpAnswer(200, kBody);
   }));
-  const auto transport = makeCurlTransport(plainOptions(server.port()));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
   Request request = get();
   request.headers = {{"X-Auth-Token", "secret-token"}};
   request.basicUser = "user";
@@ -118,7 +118,7 @@ TEST(CurlTransportEnvironment, ProxiesHaveNoSay) {
   setenv("http_proxy", "http://127.0.0.1:1", 1);
   setenv("ALL_PROXY", "http://127.0.0.1:1", 1);
   const Answer answer =
-      ask(*makeCurlTransport(plainOptions(server.port())), get());
+      ask(*makeNetworkTransport(plainOptions(server.port())), get());
   unsetenv("http_proxy");
   unsetenv("ALL_PROXY");
   EXPECT_EQ(told(answer), "no failure");

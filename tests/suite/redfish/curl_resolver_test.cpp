@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/suite/redfish/stalled_resolver.h"
 #include "tests/suite/redfish/transport_client.h"
 
@@ -11,19 +11,19 @@ namespace {
 
 using std::chrono::milliseconds;
 
-CurlTransportOptions stalledOptions() {
-  CurlTransportOptions options = plainOptions(1);
+NetworkTransportOptions stalledOptions() {
+  NetworkTransportOptions options = plainOptions(1);
   options.origin.host = StalledResolver::kName;
   return options;
 }
 
 TEST(CurlTransportResolver, StallEndsWithTheConnectTime) {
   const StalledResolver resolver;
-  CurlTransportOptions options = stalledOptions();
+  NetworkTransportOptions options = stalledOptions();
   options.connectTimeout = milliseconds(200);
   const Clock::time_point begin = Clock::now();
   {
-    const Answer answer = ask(*makeCurlTransport(options), get());
+    const Answer answer = ask(*makeNetworkTransport(options), get());
     EXPECT_EQ(kindOf(answer), "connect timeout");
     EXPECT_EQ(told(answer), "the host name was not resolved within 0.2 s");
   }
@@ -34,7 +34,7 @@ TEST(CurlTransportResolver, StallDoesNotHoldACancelOrTheEnd) {
   const StalledResolver resolver;
   const Clock::time_point begin = Clock::now();
   {
-    const auto transport = makeCurlTransport(stalledOptions());
+    const auto transport = makeNetworkTransport(stalledOptions());
     transport->start(get());
     EXPECT_FALSE(transport->next(begin + milliseconds(50)));
     transport->cancelAll();

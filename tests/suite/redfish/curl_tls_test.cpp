@@ -4,7 +4,7 @@
 #include <atomic>
 #include <chrono>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "tests/bmc/certificate.h"
 #include "tests/suite/redfish/scripted_server.h"
 #include "tests/suite/redfish/transport_client.h"
@@ -24,9 +24,9 @@ TEST(CurlTls, OldVersionsAreRefused) {
   tls.lowestVersion = TLS1_VERSION;
   tls.highestVersion = TLS1_1_VERSION;
   ScriptedServer server(serving(), tls);
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
-  const Answer answer = ask(*makeCurlTransport(options), get());
+  const Answer answer = ask(*makeNetworkTransport(options), get());
   EXPECT_EQ(kindOf(answer), "tls");
   EXPECT_EQ(told(answer), "the server offers no TLS version from 1.2 on");
 }
@@ -35,9 +35,9 @@ TEST(CurlTls, Version12IsAccepted) {
   TlsWish tls = tlsWith(bmc::makeCertificate({}));
   tls.highestVersion = TLS1_2_VERSION;
   ScriptedServer server(serving(), tls);
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
-  EXPECT_EQ(told(ask(*makeCurlTransport(options), get())), "no failure");
+  EXPECT_EQ(told(ask(*makeNetworkTransport(options), get())), "no failure");
 }
 
 TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
@@ -47,7 +47,7 @@ TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
     peer.close();
   });
   const Answer answer =
-      ask(*makeCurlTransport(tlsOptions(server.port())), get());
+      ask(*makeNetworkTransport(tlsOptions(server.port())), get());
   EXPECT_EQ(kindOf(answer), "tls");
   EXPECT_EQ(told(answer), "the port does not speak TLS");
 }
@@ -59,7 +59,7 @@ TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
     peer.close();
   });
   const Answer answer =
-      ask(*makeCurlTransport(plainOptions(server.port())), get());
+      ask(*makeNetworkTransport(plainOptions(server.port())), get());
   EXPECT_EQ(kindOf(answer), "no redfish");
   EXPECT_EQ(told(answer), "the answer is not HTTP");
 }
@@ -67,16 +67,16 @@ TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
 TEST(CurlTls, HttpsPortThatResetsHttpIsUnreachable) {
   ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
   const Answer answer =
-      ask(*makeCurlTransport(plainOptions(server.port())), get());
+      ask(*makeNetworkTransport(plainOptions(server.port())), get());
   EXPECT_EQ(kindOf(answer), "unreachable");
   EXPECT_THAT(answer.failure->remedy, HasSubstr("port"));
 }
 
 TEST(CurlTls, HandshakeThatStallsEndsWithTheConnectTime) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.connectTimeout = milliseconds(200);
-  const Answer answer = ask(*makeCurlTransport(options), get());
+  const Answer answer = ask(*makeNetworkTransport(options), get());
   EXPECT_EQ(kindOf(answer), "connect timeout");
   EXPECT_EQ(told(answer), "the TLS handshake did not end within 0.2 s");
 }
@@ -86,16 +86,17 @@ TEST(CurlTls, HandshakeThatEndsIsATlsFailure) {
     peer.read(1);
     peer.close();
   });
-  EXPECT_EQ(kindOf(ask(*makeCurlTransport(tlsOptions(server.port())), get())),
-            "tls");
+  EXPECT_EQ(
+      kindOf(ask(*makeNetworkTransport(tlsOptions(server.port())), get())),
+      "tls");
 }
 
 /// The answer over TLS of a server that ends the connection by its own script.
 Answer answerOf(const ScriptedServer::Script& script) {
   ScriptedServer server(script, tlsWith(bmc::makeCertificate({})));
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
-  return ask(*makeCurlTransport(options), get());
+  return ask(*makeNetworkTransport(options), get());
 }
 
 TEST(CurlTls, BodyMayEndWithTheConnection) {
@@ -139,9 +140,9 @@ TEST(CurlTls, SessionsAreTakenUpAgain) {
         peer.close();
       },
       tlsWith(bmc::makeCertificate({})));
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
-  const auto transport = makeCurlTransport(options);
+  const auto transport = makeNetworkTransport(options);
   ask(*transport, get());
   ask(*transport, get());
   EXPECT_EQ(server.connections(), 2);
@@ -150,9 +151,9 @@ TEST(CurlTls, SessionsAreTakenUpAgain) {
 
 TEST(CurlTls, ConnectionsAreKept) {
   ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
-  CurlTransportOptions options = tlsOptions(server.port());
+  NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
-  const auto transport = makeCurlTransport(options);
+  const auto transport = makeNetworkTransport(options);
   EXPECT_FALSE(ask(*transport, get()).reusedConnection);
   EXPECT_TRUE(ask(*transport, get()).reusedConnection);
   EXPECT_EQ(server.connections(), 1);

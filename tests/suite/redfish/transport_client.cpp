@@ -11,14 +11,14 @@ constexpr std::chrono::seconds kPatience(10);
 
 }  // namespace
 
-redfish::CurlTransportOptions plainOptions(std::uint16_t port) {
-  redfish::CurlTransportOptions options;
+redfish::NetworkTransportOptions plainOptions(std::uint16_t port) {
+  redfish::NetworkTransportOptions options;
   options.origin = {"127.0.0.1", port, true};
   return options;
 }
 
-redfish::CurlTransportOptions tlsOptions(std::uint16_t port) {
-  redfish::CurlTransportOptions options;
+redfish::NetworkTransportOptions tlsOptions(std::uint16_t port) {
+  redfish::NetworkTransportOptions options;
   options.origin = {"127.0.0.1", port, false};
   return options;
 }
@@ -74,6 +74,6 @@ redfish::Answer answerTo(std::string_view text, redfish::Request request) {
     peer.readRequest();
     if (peer.write(text)) peer.close();
   });
-  return ask(*redfish::makeCurlTransport(plainOptions(server.port())),
+  return ask(*redfish::makeNetworkTransport(plainOptions(server.port())),
              std::move(request));
 }

@@ -5,14 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "suite/redfish/curl_transport.h"
+#include "suite/redfish/network_transport.h"
 #include "suite/redfish/transport.h"
 
 /// The far end's options for a server on the loopback interface: plain HTTP.
-redfish::CurlTransportOptions plainOptions(std::uint16_t port);
+redfish::NetworkTransportOptions plainOptions(std::uint16_t port);
 
 /// The same over TLS, without trusting anything yet.
-redfish::CurlTransportOptions tlsOptions(std::uint16_t port);
+redfish::NetworkTransportOptions tlsOptions(std::uint16_t port);
 
 /// A GET of a target below the service.
 redfish::Request get(std::string target = "/redfish/v1/Systems");

@@ -51,7 +51,7 @@ std::string serveResource(const std::string& request) {
 
 struct PlainSetting : Setting {
   PlainSetting() : server(answering(serveResource)) {
-    transport = makeCurlTransport(plainOptions(server.port()));
+    transport = makeNetworkTransport(plainOptions(server.port()));
   }
   // The transport goes first, so that no connection keeps the server.
   ~PlainSetting() override { transport.reset(); }
@@ -62,9 +62,9 @@ struct TlsSetting : Setting {
   TlsSetting()
       : identity(bmc::makeCertificate({})),
         server(answering(serveResource), tlsWith(identity)) {
-    CurlTransportOptions options = tlsOptions(server.port());
+    NetworkTransportOptions options = tlsOptions(server.port());
     options.pin = bmc::pinOf(identity.certificate);
-    transport = makeCurlTransport(options);
+    transport = makeNetworkTransport(options);
   }
   ~TlsSetting() override { transport.reset(); }
   bmc::Identity identity;

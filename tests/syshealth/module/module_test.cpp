@@ -1,13 +1,14 @@
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 
+#include <boost/dll/shared_library.hpp>
 #include <stdexcept>
 
 #include "syshealth/app/entry_points.h"
 #include "tests/fakes/suite_test.h"
 
 // The built library, loaded as the host loads it. This program exports the
-// doubles, which take the place of the suite's own services.
+// doubles, which take the place of the suite's own services; on Windows their
+// library does, because it was loaded first.
 
 namespace {
 
@@ -17,20 +18,9 @@ using testing::ElementsAre;
 using testing::Not;
 
 class Module : public fakes::SuiteTest {
- public:
-  Module() : handle_(dlopen(MODULE_FILE, RTLD_NOW | RTLD_LOCAL)) {
-    if (handle_ == nullptr) {
-      throw std::runtime_error(dlerror());
-    }
-    fakes::clearJournal();
-  }
-
-  ~Module() override { EXPECT_EQ(dlclose(handle_), 0); }
-
-  Module(const Module&) = delete;
-  Module& operator=(const Module&) = delete;
-
  protected:
+  Module() : library_(MODULE_FILE) { fakes::clearJournal(); }
+
   void init() const { entryPoint<decltype(Init)>("Init")(); }
 
   std::int32_t paramRegister(std::int32_t command) const {
@@ -44,10 +34,10 @@ class Module : public fakes::SuiteTest {
  private:
   template <typename Function>
   Function* entryPoint(const char* name) const {
-    return reinterpret_cast<Function*>(dlsym(handle_, name));
+    return &library_.get<Function>(name);
   }
 
-  void* handle_;
+  boost::dll::shared_library library_;
 };
 
 TEST_F(Module, LoadsWithoutASound) {

@@ -10,7 +10,7 @@
 namespace redfish {
 
 /// How a service is reached over the network, and what is trusted.
-struct CurlTransportOptions {
+struct NetworkTransportOptions {
   Origin origin;
   /// Name resolution, TCP and TLS together.
   std::chrono::milliseconds connectTimeout{10000};
@@ -27,10 +27,11 @@ struct CurlTransportOptions {
   bool insecure = false;
 };
 
-/// A transport over HTTP and TLS 1.2 or newer, by libcurl. Environment
-/// variables for proxies, .netrc, cookies and redirects have no say. The
-/// user's wish to end the run makes `next` return once, empty-handed; later
-/// calls wait again, so that sessions can be closed.
-std::unique_ptr<Transport> makeCurlTransport(CurlTransportOptions options);
+/// A transport over HTTP and TLS 1.2 or newer: by libcurl, on Windows by
+/// WinHTTP. Environment variables for proxies, stored credentials, cookies and
+/// redirects have no say. The user's wish to end the run makes `next` return
+/// once, empty-handed; later calls wait again, so that sessions can be closed.
+std::unique_ptr<Transport> makeNetworkTransport(
+    NetworkTransportOptions options);
 
 }  // namespace redfish
