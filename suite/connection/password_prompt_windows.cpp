@@ -1,0 +1,134 @@
+#include "suite/connection/password_prompt.h"
+
+#include <windows.h>
+
+#include <array>
+#include <utility>
+
+#include "suite/connection/password_line.h"
+#include "suite/redfish/interrupt.h"
+#include "suite/redfish/interrupt_windows.h"
+#include "suite/redfish/secret.h"
+#include "suite/redfish/utf16_windows.h"
+
+namespace connection {
+namespace {
+
+using redfish::Failure;
+using redfish::FailureKind;
+
+constexpr std::size_t kMostTyped = 1026;  // With the line end.
+
+/// Time in which the interrupt that ended a wait for input leaves its mark:
+/// the two come in different threads.
+constexpr DWORD kMillisecondsForMark = 200;
+
+/// A file that is closed at the end of its scope.
+class File {
+ public:
+  explicit File(HANDLE handle) : handle_(handle) {}
+  ~File() {
+    if (open()) {
+      CloseHandle(handle_);
+    }
+  }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+
+  bool open() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE handle() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+/// Keeps a console from showing what is typed.
+class SilentConsole {
+ public:
+  explicit SilentConsole(HANDLE input) : input_(input) {
+    silenced_ =
+        GetConsoleMode(input, &before_) != 0 &&
+        SetConsoleMode(input, ENABLE_LINE_INPUT | ENABLE_PROCESSED_INPUT) != 0;
+  }
+  ~SilentConsole() {
+    if (silenced_) {
+      SetConsoleMode(input_, before_);
+    }
+  }
+  SilentConsole(const SilentConsole&) = delete;
+  SilentConsole& operator=(const SilentConsole&) = delete;
+
+  bool silenced() const { return silenced_; }
+
+ private:
+  HANDLE input_;
+  bool silenced_ = false;
+  DWORD before_ = 0;
+};
+
+void show(HANDLE console, const std::string& text) {
+  const std::wstring wide = redfish::toUtf16(text);
+  DWORD written = 0;
+  // A question that cannot be shown is still answered, or interrupted.
+  WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &written,
+                nullptr);
+}
+
+std::optional<Secret> readAnswer(HANDLE input, Failure& failure) {
+  std::array<wchar_t, kMostTyped> typed{};
+  DWORD count = 0;
+  const BOOL read = ReadConsoleW(
+      input, typed.data(), static_cast<DWORD>(typed.size()), &count, nullptr);
+  if (count == 0 && redfish::interruptEvent() != nullptr) {
+    WaitForSingleObject(redfish::interruptEvent(), kMillisecondsForMark);
+  }
+  std::string line = redfish::toUtf8({typed.data(), count});
+  redfish::overwrite(typed.data(), sizeof(typed));
+  if (redfish::interrupted()) {
+    redfish::wipe(line);
+    failure.kind = FailureKind::kInterrupted;
+    failure.cause = "interrupted by the user";
+    return std::nullopt;
+  }
+  if (read == 0) {
+    failure.kind = FailureKind::kFileUnreadable;
+    failure.cause = "the answer cannot be read";
+    return std::nullopt;
+  }
+  if (!line.empty() && line.back() == '\n') {
+    line.pop_back();
+  }
+  return passwordOf(std::move(line), "the answer", failure);
+}
+
+}  // namespace
+
+std::optional<Secret> askPassword(const std::string& question,
+                                  Failure& failure) {
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  DWORD mode = 0;
+  if (GetConsoleMode(input, &mode) == 0) {
+    failure.kind = FailureKind::kNoCredentials;
+    failure.cause = "no password is given";
+    failure.remedy =
+        "use --password-file, --password-stdin or BRIVEL_PASSWORD, or run at a "
+        "console to be asked";
+    return std::nullopt;
+  }
+  const File console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, 0, nullptr));
+  const SilentConsole silent(input);
+  if (!silent.silenced()) {
+    failure.kind = FailureKind::kNoCredentials;
+    failure.cause = "the console cannot be kept from showing a password";
+    failure.remedy = "use --password-file or --password-stdin";
+    return std::nullopt;
+  }
+  show(console.handle(), question);
+  std::optional<Secret> password = readAnswer(input, failure);
+  show(console.handle(), "\n");
+  return password;
+}
+
+}  // namespace connection

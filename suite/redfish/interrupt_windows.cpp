@@ -1,0 +1,56 @@
+#include "suite/redfish/interrupt_windows.h"
+
+#include <windows.h>
+
+#include <atomic>
+
+#include "suite/redfish/interrupt.h"
+
+namespace redfish {
+namespace {
+
+/// Time that the process has to end its sessions when its window is closed;
+/// the system itself ends it a second later.
+constexpr DWORD kMillisecondsToEnd = 4000;
+
+std::atomic<bool> mark{false};
+HANDLE event = nullptr;
+HANDLE installer = nullptr;
+
+/// Runs in a thread of its own, which the system makes.
+BOOL WINAPI onControl(DWORD kind) {
+  if (mark.exchange(true)) {
+    return FALSE;  // The next handler is the system's: it ends the process.
+  }
+  SetEvent(event);
+  // A thread that waits for input must come back, too.
+  CancelSynchronousIo(installer);
+  if (kind != CTRL_C_EVENT && kind != CTRL_BREAK_EVENT) {
+    // The process ends as soon as this returns.
+    Sleep(kMillisecondsToEnd);
+  }
+  return TRUE;
+}
+
+}  // namespace
+
+bool installInterruptHandlers() {
+  if (event != nullptr) {
+    return true;
+  }
+  const HANDLE process = GetCurrentProcess();
+  if (DuplicateHandle(process, GetCurrentThread(), process, &installer, 0,
+                      FALSE, DUPLICATE_SAME_ACCESS) == 0) {
+    return false;
+  }
+  event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  return event != nullptr && SetConsoleCtrlHandler(onControl, TRUE) != 0;
+}
+
+bool interrupted() { return mark.load(); }
+
+int interruptFd() { return -1; }
+
+void* interruptEvent() { return event; }
+
+}  // namespace redfish

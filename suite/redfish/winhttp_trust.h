@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "suite/redfish/certificate_fault.h"
+#include "suite/redfish/network_transport.h"
+#include "suite/redfish/winhttp_handle.h"
+
+namespace redfish {
+
+/// What a service's certificate is measured by. WinHTTP's own checks are
+/// switched off, because they know neither pins nor files of authorities, and
+/// tell one fault from another only in part. Safe for use by several threads.
+class WinhttpTrust {
+ public:
+  explicit WinhttpTrust(const NetworkTransportOptions& options);
+
+  /// Why nothing can be trusted at all: a pin that is none, a file of
+  /// authorities that cannot be read. Address and URI are left empty.
+  const std::optional<Failure>& fault() const { return fault_; }
+
+  /// What is wrong with a server's certificate; nothing when it is trusted.
+  std::optional<CertificateFault> objectionTo(const CERT_CONTEXT& server) const;
+
+ private:
+  void readPins(const std::string& text);
+  void readAuthorities(const std::string& file);
+  std::optional<CertificateFault> objectionToChain(
+      const CERT_CONTEXT& server) const;
+
+  std::string host_;
+  bool verify_;
+  std::vector<std::string> pins_;  ///< In base 64.
+  CertificateStore authorities_;   ///< Null: the system's.
+  ChainEngine engine_;             ///< Null: the system's.
+  std::optional<Failure> fault_;
+};
+
+}  // namespace redfish
