@@ -6,10 +6,11 @@
 namespace brivel {
 namespace {
 
-/// Some messages of the catalogue end in a blank.
-std::string withoutTrailingBlanks(std::string text) {
+/// A text as a sentence: some messages of the catalogue end in a blank, some
+/// without a full stop.
+std::string sentence(std::string text) {
   text.erase(text.find_last_not_of(' ') + 1);
-  return text;
+  return text.empty() || text.back() == '.' ? text : text + ".";
 }
 
 }  // namespace
@@ -18,9 +19,9 @@ std::string resultLine(const RunResult& result, const std::string& logPath) {
   const std::string message =
       result.message.empty() ? getResultMessage(result.code) : result.message;
   std::string line = "brivel: result " + std::to_string(result.code) + ": " +
-                     withoutTrailingBlanks(message);
+                     sentence(message);
   if (!result.cause.empty()) {
-    line += " Cause: " + result.cause + ".";
+    line += " Cause: " + sentence(result.cause);
   }
   if (!logPath.empty()) {
     line += " Log: " + logPath;

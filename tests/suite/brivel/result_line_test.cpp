@@ -23,6 +23,12 @@ TEST(ResultLine, PrefersTheApplicationsMessage) {
             "brivel: result 4: No such fan.");
 }
 
+TEST(ResultLine, EndsEverySentenceOnce) {
+  EXPECT_EQ(resultLine({36, "", "why."}, ""),
+            "brivel: result 36: Failed to verify the certificate/fingerprint "
+            "for the connection(s) you specified. Cause: why.");
+}
+
 TEST(ResultLine, CutsBlanksBehindAMessage) {
   EXPECT_EQ(resultLine({30, "", "x"}, "").find("  "), std::string::npos);
 }
