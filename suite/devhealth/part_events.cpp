@@ -24,6 +24,10 @@ using redfish::Resource;
 using redfish::ResourceState;
 using redfish::Uri;
 
+// Parts of a system that stand for all its parts of a kind.
+constexpr std::string_view kProcessorSummary = "/ProcessorSummary";
+constexpr std::string_view kMemorySummary = "/MemorySummary";
+
 bool endsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() &&
          text.substr(text.size() - end.size()) == end;
@@ -43,8 +47,8 @@ bool isSystemChassisOrManager(const Resource& resource) {
 /// its own health.
 bool isAggregate(const Uri& uri, const json::object& part) {
   if (!uri.fragment().empty()) {
-    return uri.fragment() == "/ProcessorSummary" ||
-           uri.fragment() == "/MemorySummary";
+    return uri.fragment() == kProcessorSummary ||
+           uri.fragment() == kMemorySummary;
   }
   const std::string_view type = odataTypeOf(part).type;
   return type == "ThermalSubsystem" || type == "PowerSubsystem" ||
@@ -76,23 +80,31 @@ Statement statementOf(const Uri& uri, const json::object& part) {
   return {predicted || degraded ? Health::kWarning : health, health, predicted};
 }
 
-/// The links of an aggregate to parts that lie elsewhere.
-std::vector<Uri> partsElsewhere(const Graph& graph, const Uri& uri,
-                                const json::object& part) {
-  if (uri.fragment().empty()) return redfish::linksAt(part, "Drives");
-  const Resource* system = graph.find(uri.document());
-  if (system == nullptr) return {};
-  return redfish::linksAt(system->body, uri.fragment() == "/MemorySummary"
-                                            ? "Memory"
-                                            : "Processors");
-}
-
 /// The name of the property by which parts of a kind are told apart.
 std::string_view locatorOf(const Uri& uri, const json::object& part) {
   const std::string_view type = odataTypeOf(part).type;
   if (type == "Processor") return "Socket";
   if (type == "Memory") return "DeviceLocator";
   return uri.fragment().substr(0, 6) == "/Fans/" ? "FanName" : "";
+}
+
+/// What a component is called. The parts of a system that stand for all of a
+/// kind have no names.
+std::string nameOf(const Uri& uri, const json::object& part,
+                   SiblingNames& names) {
+  if (uri.fragment() == kProcessorSummary) return "Processors";
+  if (uri.fragment() == kMemorySummary) return "Memory";
+  return displayName(part, uri, names.of(uri), locatorOf(uri, part));
+}
+
+/// The links of an aggregate to parts that lie elsewhere.
+std::vector<Uri> partsElsewhere(const Graph& graph, const Uri& uri,
+                                const json::object& part) {
+  if (uri.fragment().empty()) return redfish::linksAt(part, "Drives");
+  const Resource* system = graph.find(uri.document());
+  if (system == nullptr) return {};
+  return redfish::linksAt(
+      system->body, uri.fragment() == kMemorySummary ? "Memory" : "Processors");
 }
 
 Event healthEvent(const Uri& uri, const json::object& part,
@@ -291,9 +303,8 @@ std::vector<Event> componentEvents(const Graph& graph, const Node& node,
                            worstIn(found, partsElsewhere(graph, uri, *part)));
     }
     if (explained >= statement.severity) continue;
-    events.push_back(healthEvent(
-        uri, *part, statement,
-        displayName(*part, uri, names.of(uri), locatorOf(uri, *part))));
+    events.push_back(
+        healthEvent(uri, *part, statement, nameOf(uri, *part, names)));
     found.add(uri, statement.severity);
   }
   return events;

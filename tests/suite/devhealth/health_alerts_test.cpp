@@ -207,7 +207,7 @@ TEST(SubsystemHealth, UnexplainedSummaryIsAnAlertOfItsArea) {
       R"({"ProcessorSummary": {"Status": {"HealthRollup": "Warning"}}})");
   server.members("Systems/1", "Processors", {{"A", withHealth("OK")}});
   EXPECT_EQ(alertsOf(server), (Lines{"Processors" + kChangedToWarning +
-                                     "ProcessorSummary: health is Warning."}));
+                                     "Processors: health is Warning."}));
 }
 
 TEST(SubsystemHealth, LinkToASummaryThatIsNowhereIsHarmless) {
