@@ -1,14 +1,10 @@
 #include "suite/brivel/command_line.h"
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
-#include <algorithm>
-#include <cstddef>
 #include <string_view>
 #include <vector>
 
 #include "suite/args/integer.h"
+#include "suite/brivel/raw_arguments.h"
 #include "suite/connection/values.h"
 #include "suite/log/escape.h"
 
@@ -39,132 +35,94 @@ std::string quoted(const std::string& text) {
   return "'" + logging::escapeControls(text) + "'";
 }
 
-/// The options as the parsing library knows them.
-struct Options {
-  CLI::App app;
-  // The library's own help option makes way for ours.
-  CLI::Option* noHelp = app.set_help_flag();
-  CLI::Option* application = app.add_option("APPLICATION");
-  CLI::Option* command = app.add_option("COMMAND");
-  CLI::Option* bmc = app.add_option("-H,--bmc");
-  CLI::Option* esxi = app.add_option("--esxi");
-  CLI::Option* user = app.add_option("-u,--user");
-  CLI::Option* passwordFile = app.add_option("--password-file");
-  CLI::Option* passwordStdin = app.add_flag("--password-stdin");
-  CLI::Option* caFile = app.add_option("--cacert");
-  CLI::Option* pin = app.add_option("--pin");
-  CLI::Option* insecure = app.add_flag("-k,--insecure");
-  CLI::Option* timeout = app.add_option("--timeout");
-  CLI::Option* deadline = app.add_option("--deadline");
-  CLI::Option* maxConnections = app.add_option("--max-connections");
-  CLI::Option* thorough = app.add_flag("--thorough");
-  CLI::Option* config = app.add_option("--config");
-  CLI::Option* logFile = app.add_option("--log-file");
-  CLI::Option* logLevel = app.add_option("--log-level");
-  CLI::Option* stats = app.add_flag("--stats");
-  CLI::Option* device = app.add_option("--device");
-  CLI::Option* node = app.add_option("--node");
-  CLI::Option* help = app.add_flag("-h,--help");
-  CLI::Option* version = app.add_flag("--version");
+/// The values of the options, each checked as it is taken out.
+class Values {
+ public:
+  explicit Values(const RawArguments& raw) : raw_(raw) {}
 
-  Options() {
-    app.allow_extras();
-    // A slash begins a path, on Windows as well.
-    app.allow_windows_style_options(false);
-    for (CLI::Option* option : app.get_options()) {
-      // Repetitions are told with words of our own.
-      option->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  /// The text of an option; nothing when it is not given.
+  std::optional<std::string> text(const std::string& name) const {
+    const auto found = raw_.options.find(name);
+    if (found == raw_.options.end()) {
+      return std::nullopt;
     }
+    if (found->second.size() > 1) {
+      throw Mistake{name + " is given twice"};
+    }
+    // An option in the place of a value is a value forgotten.
+    if (found->second.front().rfind("--", 0) == 0) {
+      throw Mistake{name + " needs a value"};
+    }
+    return found->second.front();
   }
+
+  /// The same of an option whose text must not be empty.
+  std::optional<std::string> filledText(const std::string& name) const {
+    std::optional<std::string> given = text(name);
+    if (given && given->empty()) {
+      throw Mistake{name + " needs a value"};
+    }
+    return given;
+  }
+
+  std::optional<int> number(const std::string& name, int least,
+                            int most) const {
+    const std::optional<std::string> given = filledText(name);
+    if (!given) {
+      return std::nullopt;
+    }
+    const std::optional<int> value = args::parseInteger(*given);
+    if (!value || *value < least || *value > most) {
+      throw Mistake{name + ": " + quoted(*given) + " is no number from " +
+                    std::to_string(least) + " to " + std::to_string(most)};
+    }
+    return value;
+  }
+
+  std::optional<std::chrono::milliseconds> seconds(
+      const std::string& name) const {
+    const std::optional<std::string> given = filledText(name);
+    if (!given) {
+      return std::nullopt;
+    }
+    const auto limit = connection::timeLimit(*given);
+    if (!limit) {
+      throw Mistake{name + ": " + quoted(*given) +
+                    " is no number of seconds; more than 0, at most 86400"};
+    }
+    return limit;
+  }
+
+  /// True, or nothing when the flag is not given.
+  std::optional<bool> flag(const std::string& name) const {
+    const auto found = raw_.options.find(name);
+    if (found == raw_.options.end()) {
+      return std::nullopt;
+    }
+    for (const std::string& value : found->second) {
+      if (value != "true") {
+        throw Mistake{name + " takes no value"};
+      }
+    }
+    return true;
+  }
+
+ private:
+  const RawArguments& raw_;
 };
 
-/// An option's name as it is written, "--bmc".
-std::string nameOf(const CLI::Option* option) {
-  return option->get_positional() ? option->get_name()
-                                  : "--" + option->get_lnames().front();
-}
-
-/// The text of an option; nothing when it is not given.
-std::optional<std::string> textOf(const CLI::Option* option) {
-  const std::vector<std::string>& texts = option->results();
-  if (texts.empty()) {
-    return std::nullopt;
-  }
-  if (texts.size() > 1) {
-    throw Mistake{nameOf(option) + " is given twice"};
-  }
-  // An option in the place of a value is a value forgotten.
-  if (texts.front().rfind("--", 0) == 0) {
-    throw Mistake{nameOf(option) + " needs a value"};
-  }
-  return texts.front();
-}
-
-/// The same of an option whose text must not be empty.
-std::optional<std::string> filledTextOf(const CLI::Option* option) {
-  std::optional<std::string> text = textOf(option);
-  if (text && text->empty()) {
-    throw Mistake{nameOf(option) + " needs a value"};
-  }
-  return text;
-}
-
-std::optional<int> numberOf(const CLI::Option* option, int least, int most) {
-  const std::optional<std::string> text = filledTextOf(option);
-  if (!text) {
-    return std::nullopt;
-  }
-  const std::optional<int> number = args::parseInteger(*text);
-  if (!number || *number < least || *number > most) {
-    throw Mistake{nameOf(option) + ": " + quoted(*text) +
-                  " is no number from " + std::to_string(least) + " to " +
-                  std::to_string(most)};
-  }
-  return number;
-}
-
-std::optional<std::chrono::milliseconds> secondsOf(const CLI::Option* option) {
-  const std::optional<std::string> text = filledTextOf(option);
-  if (!text) {
-    return std::nullopt;
-  }
-  const auto limit = connection::timeLimit(*text);
-  if (!limit) {
-    throw Mistake{nameOf(option) + ": " + quoted(*text) +
-                  " is no number of seconds; more than 0, at most 86400"};
-  }
-  return limit;
-}
-
-bool isGiven(const CLI::Option* flag) {
-  for (const std::string& value : flag->results()) {
-    if (value != "true") {
-      throw Mistake{nameOf(flag) + " takes no value"};
-    }
-  }
-  return flag->count() > 0;
-}
-
-std::optional<bool> flagOf(const CLI::Option* flag) {
-  return isGiven(flag) ? std::optional(true) : std::nullopt;
-}
-
 /// Refuses what no option took. A value is not repeated: it may be a password.
-void checkExtras(const std::vector<std::string>& extras) {
-  // The mark that ends the options is no argument of its own.
-  const auto first =
-      std::find_if(extras.begin(), extras.end(),
-                   [](const std::string& extra) { return extra != "--"; });
-  if (first == extras.end()) {
+void checkUnknown(const std::vector<std::string>& unknown) {
+  if (unknown.empty()) {
     return;
   }
-  const std::string& extra = *first;
-  const bool isLong = extra.rfind("--", 0) == 0;
-  if (!isLong && extra.rfind('-', 0) != 0) {
+  const std::string& argument = unknown.front();
+  const bool isLong = argument.rfind("--", 0) == 0;
+  if (!isLong && argument.rfind('-', 0) != 0) {
     throw Mistake{"one argument too many after APPLICATION and COMMAND"};
   }
   const std::string name =
-      isLong ? extra.substr(0, extra.find('=')) : extra.substr(0, 2);
+      isLong ? argument.substr(0, argument.find('=')) : argument.substr(0, 2);
   std::string text = "unknown option " + quoted(name);
   if (name.rfind("--pass", 0) == 0 || name == "-p") {
     text +=
@@ -184,15 +142,14 @@ std::int32_t commandOf(const std::string& text) {
   const std::optional<int> number = args::parseInteger(text);
   if (!number) {
     throw Mistake{quoted(text) +
-                  " is no command; known are show, set, or a "
-                  "number"};
+                  " is no command; known are show, set, or a number"};
   }
   return *number;
 }
 
-void readTarget(const Options& options, CommandLine& line) {
-  const auto bmc = filledTextOf(options.bmc);
-  const auto esxi = filledTextOf(options.esxi);
+void readTarget(const Values& values, CommandLine& line) {
+  const auto bmc = values.filledText("--bmc");
+  const auto esxi = values.filledText("--esxi");
   if (bmc && esxi) {
     throw Mistake{"--bmc and --esxi name two targets; give one of them"};
   }
@@ -200,30 +157,31 @@ void readTarget(const Options& options, CommandLine& line) {
               : esxi ? kConnectModeEsxi
                      : kConnectModeInBand;
   line.target.text = bmc ? *bmc : esxi.value_or("");
-  line.target.passwordFromStdin = isGiven(options.passwordStdin);
+  line.target.passwordFromStdin =
+      values.flag("--password-stdin").value_or(false);
 
   connection::TargetSettings& given = line.target.given;
-  given.user = filledTextOf(options.user);
-  given.passwordFile = filledTextOf(options.passwordFile);
-  given.caFile = filledTextOf(options.caFile);
-  given.pin = filledTextOf(options.pin);
+  given.user = values.filledText("--user");
+  given.passwordFile = values.filledText("--password-file");
+  given.caFile = values.filledText("--cacert");
+  given.pin = values.filledText("--pin");
   if (given.pin && !connection::isPin(*given.pin)) {
     throw Mistake{
         "--pin must be sha256// and the digest of a public key in base64"};
   }
-  given.insecure = flagOf(options.insecure);
-  given.timeout = secondsOf(options.timeout);
-  given.deadline = secondsOf(options.deadline);
+  given.insecure = values.flag("--insecure");
+  given.timeout = values.seconds("--timeout");
+  given.deadline = values.seconds("--deadline");
   given.maxConnections =
-      numberOf(options.maxConnections, 1, connection::kMostConnections);
-  given.thorough = flagOf(options.thorough);
+      values.number("--max-connections", 1, connection::kMostConnections);
+  given.thorough = values.flag("--thorough");
 }
 
-void readApplicationOptions(const Options& options, CommandLine& line) {
-  if (const auto device = textOf(options.device)) {
+void readApplicationOptions(const Values& values, CommandLine& line) {
+  if (const auto device = values.text("--device")) {
     line.applicationOptions["device"] = *device;
   }
-  if (const auto node = textOf(options.node)) {
+  if (const auto node = values.text("--node")) {
     if (!args::parseInteger(*node)) {
       throw Mistake{"--node: " + quoted(*node) + " is no number"};
     }
@@ -231,40 +189,19 @@ void readApplicationOptions(const Options& options, CommandLine& line) {
   }
 }
 
-/// The arguments in the order that the library's own parsing takes, last one
-/// first. "--device=" becomes "--device" and an empty value: the library would
-/// take the next argument for the value.
-std::vector<std::string> reversed(int argc, const char* const* argv) {
-  std::vector<std::string> arguments;
-  bool optionsOver = false;
-  for (int index = 1; index < argc; ++index) {
-    const std::string argument = argv[index];
-    optionsOver = optionsOver || argument == "--";
-    const bool emptyValue = !optionsOver && argument.rfind("--", 0) == 0 &&
-                            argument.find('=') == argument.size() - 1;
-    if (emptyValue) {
-      arguments.push_back(argument.substr(0, argument.size() - 1));
-      arguments.emplace_back();
-    } else {
-      arguments.push_back(argument);
-    }
-  }
-  std::reverse(arguments.begin(), arguments.end());
-  return arguments;
-}
-
-CommandLine readOptions(const Options& options) {
+CommandLine readCommandLine(const RawArguments& raw) {
+  const Values values(raw);
   CommandLine line;
-  if (isGiven(options.help)) {
+  if (values.flag("--help")) {
     line.action = CommandLine::Action::kShowHelp;
     return line;
   }
-  if (isGiven(options.version)) {
+  if (values.flag("--version")) {
     line.action = CommandLine::Action::kShowVersion;
     return line;
   }
-  checkExtras(options.app.remaining());
-  const auto application = filledTextOf(options.application);
+  checkUnknown(raw.unknown);
+  const auto application = values.filledText("APPLICATION");
   if (!application) {
     throw Mistake{"no application is named"};
   }
@@ -276,15 +213,15 @@ CommandLine readOptions(const Options& options) {
   if (line.application == kApplicationList) {
     line.action = CommandLine::Action::kListApplications;
   }
-  if (const auto command = filledTextOf(options.command)) {
+  if (const auto command = values.filledText("COMMAND")) {
     line.command = commandOf(*command);
   }
-  readTarget(options, line);
-  readApplicationOptions(options, line);
-  line.settingsFile = filledTextOf(options.config).value_or("");
-  line.logFile = filledTextOf(options.logFile).value_or("");
-  line.logLevel = numberOf(options.logLevel, 0, connection::kHighestLogLevel);
-  line.stats = isGiven(options.stats);
+  readTarget(values, line);
+  readApplicationOptions(values, line);
+  line.settingsFile = values.filledText("--config").value_or("");
+  line.logFile = values.filledText("--log-file").value_or("");
+  line.logLevel = values.number("--log-level", 0, connection::kHighestLogLevel);
+  line.stats = values.flag("--stats").value_or(false);
   return line;
 }
 
@@ -292,18 +229,14 @@ CommandLine readOptions(const Options& options) {
 
 std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv,
                                             std::string& error) {
-  Options options;
+  const std::optional<RawArguments> raw = cutArguments(argc, argv, error);
+  if (!raw) {
+    return std::nullopt;
+  }
   try {
-    options.app.parse(reversed(argc, argv));
-    return readOptions(options);
+    return readCommandLine(*raw);
   } catch (const Mistake& mistake) {
     error = mistake.text;
-  } catch (const CLI::ArgumentMismatch& failure) {
-    // "--node: 1 required missing": the arguments ended behind an option.
-    const std::string text = failure.what();
-    error = text.substr(0, text.find(':')) + " needs a value";
-  } catch (const CLI::ParseError& failure) {
-    error = logging::escapeControls(failure.what());
   }
   return std::nullopt;
 }

@@ -22,7 +22,7 @@ struct TargetSettings {
   std::optional<std::chrono::milliseconds> timeout;   ///< Of one request.
   std::optional<std::chrono::milliseconds> deadline;  ///< Of the whole run.
   std::optional<int> maxConnections;                  ///< 1 to 16.
-  std::optional<int> ipmiPort;  ///< UDP port of IPMI over LAN.
+  std::optional<int> ipmiPort;   ///< UDP port of IPMI over LAN.
   std::optional<bool> thorough;  ///< Read past healthy roll-ups.
 };
 

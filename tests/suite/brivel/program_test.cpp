@@ -294,6 +294,7 @@ TEST_F(Program, StatsAreOnStandardError) {
 
 TEST_F(Program, EsxiTargetMustBeAnAddress) {
   EXPECT_EQ(run({"--esxi", "a/b", "sample"}).status, 2);
+  EXPECT_EQ(run({"--esxi", "file:x", "sample"}).status, 2);
 }
 
 TEST_F(Program, ThisServerWithoutASourceSaysWhatToConfigure) {

@@ -1,0 +1,134 @@
+#include "suite/brivel/connected_run.h"
+
+#include <iostream>
+#include <utility>
+
+#include "suite/args/integer.h"
+#include "suite/brivel/application_run.h"
+#include "suite/brivel/exit_status.h"
+#include "suite/brivel/own_lines.h"
+#include "suite/brivel/progress_line.h"
+#include "suite/brivel/result_line.h"
+#include "suite/brivel/standard_streams.h"
+#include "suite/brivel/stats_lines.h"
+#include "suite/brivel/terminal.h"
+#include "suite/connection/connections.h"
+#include "suite/connection/prefetch.h"
+#include "suite/connection/run_watch.h"
+#include "suite/log/log_file.h"
+#include "syshealth/result/result_codes.h"
+
+namespace brivel {
+namespace {
+
+constexpr int kStandardError = 2;
+
+void warnOfInsecurity(const connection::Target& target) {
+  if (!target.insecure ||
+      target.address.scheme != connection::Address::Scheme::kHttps) {
+    return;
+  }
+  tell("warning: the certificate of " + connection::inWords(target.address) +
+       " is not checked" + (target.pin.empty() ? "" : ", only its pinned key") +
+       " (insecure)");
+}
+
+/// What the options of the application tell of the run.
+connection::RunHints hintsOf(const args::OptionValues& options) {
+  const auto device = options.find("device");
+  const auto node = options.find("node");
+  connection::RunHints hints;
+  hints.wants =
+      connection::wantsOf(device == options.end() ? nullptr : &device->second);
+  if (node != options.end()) {
+    hints.node = args::parseInteger(node->second).value_or(0);
+  }
+  return hints;
+}
+
+/// What a person should know about a run that failed without a cause of its
+/// own; empty when the host does not know it either.
+std::string causeOf(const connection::Connections& connections,
+                    const args::OptionValues& options) {
+  const std::string cause = connections.cause();
+  const auto device = options.find("device");
+  return cause.empty() && device != options.end()
+             ? connection::objectionToItems(device->second)
+             : cause;
+}
+
+/// The exit status of a run that an application made, and what the host has to
+/// say on it.
+int conclude(RunResult result, const connection::Connections& connections,
+             const args::OptionValues& options) {
+  const bool abandoned = outputIsAbandoned();
+  if (result.code == kResultSuccess && !outputIsWhole()) {
+    result.code = kResultWriteFileFailed;
+    result.cause = "standard output cannot be written";
+  } else if (result.code != kResultSuccess && result.cause.empty()) {
+    result.cause = causeOf(connections, options);
+  }
+  if (result.code != kResultSuccess && !abandoned) {
+    std::cerr << resultLine(result, logging::logPath()) << std::endl;
+  }
+  return exitStatusOf(result.code);
+}
+
+}  // namespace
+
+std::optional<connection::Target> targetOf(const CommandLine& line,
+                                           const connection::Settings& settings,
+                                           std::string& error) {
+  if (line.mode != kConnectModeEsxi) {
+    return connection::resolveTarget(line.target, settings, error);
+  }
+  auto address = connection::parseAddress(line.target.text, error);
+  if (!address) {
+    return std::nullopt;
+  }
+  if (address->scheme == connection::Address::Scheme::kDirectory) {
+    error = "--esxi names a host, not a recorded server";
+    return std::nullopt;
+  }
+  connection::Target target;
+  target.user = address->user;
+  target.address = *std::move(address);
+  return target;
+}
+
+int runConnected(const CommandLine& line,
+                 std::optional<connection::Target> target,
+                 std::optional<connection::Secret> environmentPassword,
+                 std::chrono::steady_clock::time_point begun) {
+  if (target) {
+    warnOfInsecurity(*target);
+  }
+  connection::installInterruptHandlers();
+  connection::Connections connections(line.mode, std::move(target),
+                                      std::move(environmentPassword),
+                                      hintsOf(line.applicationOptions));
+  std::optional<ProgressLine> progress;
+  if (isTerminal(kStandardError)) {
+    progress.emplace(kStandardError);
+  }
+  std::string error;
+  std::optional<RunResult> result = runApplication(line, error);
+  progress.reset();
+  connections.close();
+
+  if (!result) {
+    tell(error);
+    return kExitModule;
+  }
+  if (line.stats) {
+    const auto wallTime = std::chrono::steady_clock::now() - begun;
+    std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
+  }
+  if (connection::interrupted()) {
+    tell("interrupted");
+    return kExitInterrupted;
+  }
+  return conclude(*std::move(result), connections, line.applicationOptions);
+}
+
+}  // namespace brivel

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "suite/brivel/command_line.h"
+#include "suite/connection/secret.h"
+#include "suite/connection/settings.h"
+#include "suite/connection/target.h"
+
+namespace brivel {
+
+/// The target of a run; this machine without a source in the settings has
+/// none. Nothing, and the reason in `error`, when the command line and the
+/// settings name one that cannot be served.
+std::optional<connection::Target> targetOf(const CommandLine& line,
+                                           const connection::Settings& settings,
+                                           std::string& error);
+
+/// Runs the application on its target, closes the connections, and tells on
+/// standard error what went wrong. The exit status.
+int runConnected(const CommandLine& line,
+                 std::optional<connection::Target> target,
+                 std::optional<connection::Secret> environmentPassword,
+                 std::chrono::steady_clock::time_point begun);
+
+}  // namespace brivel
