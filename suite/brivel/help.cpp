@@ -11,9 +11,9 @@ Usage: brivel [options] APPLICATION [COMMAND] [application options]
 
 Examples:
   brivel syshealth                                   health of this server
-  brivel syshealth --device all --node 2             inventory of its second node
+  brivel syshealth --device all --node 2             tables of its second node
   brivel --bmc admin@10.0.0.5 syshealth              ask a management controller
-  brivel --bmc rack1-n3 syshealth --device dimm,fan  a target named in the settings
+  brivel --bmc rack1-n3 syshealth --device dimm,fan  a target from the settings
   brivel --bmc file:samples/rack-server syshealth    a recorded server
   brivel applications                                the applications there are
 
@@ -30,19 +30,19 @@ Target (without one: this server itself):
   -H, --bmc TARGET          a management controller: a name from the settings,
                             [https://][user@]host[:port], or file:DIR for a
                             recorded server
-      --esxi HOST           a VMware ESXi host (which syshealth does not support)
+      --esxi HOST           a VMware ESXi host (not supported by syshealth)
 
 Login:
   -u, --user NAME           user at the target
       --password-file FILE  file with the password in its first line; only you
                             may be able to read it
       --password-stdin      the password is the first line of standard input
-  Else the environment's BRIVEL_PASSWORD, the settings' password-file, or you are
-  asked. A password is not taken from the command line, where every user of the
-  machine would see it.
+  Else the environment's BRIVEL_PASSWORD, the settings' password-file, or you
+  are asked. A password is not taken from the command line, where every user of
+  the machine would see it.
 
-Trust (by default the certificate must be good, and from an authority that this
-machine trusts):
+Trust (by default the certificate must be good, and from an authority that
+this machine trusts):
       --cacert FILE         authorities to trust instead, PEM
       --pin sha256//DIGEST  trust the server that has this public key
   -k, --insecure            trust any certificate; warns on every run
@@ -55,7 +55,7 @@ Limits:
                             the server says that all is well
 
 Settings and log:
-      --config FILE         settings, TOML (default ~/.config/brivel/brivel.toml,
+      --config FILE         settings (default ~/.config/brivel/brivel.toml,
                             else /etc/brivel/brivel.toml)
       --log-file FILE       log (default ~/.local/state/brivel/brivel.log)
       --log-level 0..4      0 nothing, 1 errors, 3 information (the default),
