@@ -1,7 +1,6 @@
 #include "suite/redfish/curl_handle.h"
 
-#include <signal.h>
-
+#include <csignal>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -34,12 +33,12 @@ void ignoreBrokenPipes() {
 /// Done with the first handle, and not before: a run on a recorded server
 /// does not pay for it.
 void initialise() {
-  static const CURLcode result = [] {
+  static const CURLcode kResult = [] {
     ignoreBrokenPipes();
     releaseLoaderPages();
     return curl_global_init(CURL_GLOBAL_DEFAULT);
   }();
-  check(result);
+  check(kResult);
 }
 
 }  // namespace

@@ -9,11 +9,11 @@ namespace redfish {
 // Owners of libcurl's handles, and its setting of options with the error
 // turned into an exception: what fails there is memory, or our own mistake.
 
-template <auto function>
+template <auto Function>
 struct CurlDeleter {
   template <typename Handle>
   void operator()(Handle* handle) const {
-    static_cast<void>(function(handle));  // Nobody is left to be told.
+    static_cast<void>(Function(handle));  // Nobody is left to be told.
   }
 };
 

@@ -13,7 +13,7 @@ namespace {
 /// resource that could not be read.
 bool isErrorBody(const std::string& body) {
   // Nearly every body is told apart without being parsed.
-  if (body.find("\"error\"") == body.npos) return false;
+  if (body.find("\"error\"") == std::string_view::npos) return false;
   std::string reason;
   const std::optional<json::object> object = parseObject(body, reason);
   return object && object->contains("error") && !object->contains("@odata.id");

@@ -34,14 +34,28 @@ const json::value* elementAt(const json::array& array, std::string_view token) {
   return array.if_contains(index);
 }
 
+const json::value* memberOf(const json::object& object,
+                            std::string_view token) {
+  const std::optional<std::string> name = unescape(token);
+  return name ? object.if_contains(*name) : nullptr;
+}
+
 const json::value* childOf(const json::value& parent, std::string_view token) {
   if (const json::array* array = parent.if_array()) {
     return elementAt(*array, token);
   }
   const json::object* object = parent.if_object();
-  if (object == nullptr) return nullptr;
-  const std::optional<std::string> name = unescape(token);
-  return name ? object->if_contains(*name) : nullptr;
+  return object == nullptr ? nullptr : memberOf(*object, token);
+}
+
+/// Takes the first reference token off a pointer, with its slash; nothing when
+/// the pointer does not start with one.
+std::optional<std::string_view> takeToken(std::string_view& pointer) {
+  if (pointer.empty() || pointer.front() != '/') return std::nullopt;
+  pointer.remove_prefix(1);
+  const std::string_view token = pointer.substr(0, pointer.find('/'));
+  pointer.remove_prefix(token.size());
+  return token;
 }
 
 /// The object that a JSON pointer leads to; null where it leads nowhere or to
@@ -49,23 +63,13 @@ const json::value* childOf(const json::value& parent, std::string_view token) {
 const json::object* pointAt(const json::object& document,
                             std::string_view pointer) {
   if (pointer.empty()) return &document;
-  const json::object* holder = &document;
-  const json::value* value = nullptr;
-  while (!pointer.empty()) {
-    if (pointer.front() != '/') return nullptr;
-    pointer.remove_prefix(1);
-    const std::string_view token = pointer.substr(0, pointer.find('/'));
-    pointer.remove_prefix(token.size());
-    if (holder != nullptr) {
-      const std::optional<std::string> name = unescape(token);
-      value = name ? holder->if_contains(*name) : nullptr;
-      holder = nullptr;
-    } else {
-      value = childOf(*value, token);
-    }
-    if (value == nullptr) return nullptr;
+  const std::optional<std::string_view> first = takeToken(pointer);
+  const json::value* value = first ? memberOf(document, *first) : nullptr;
+  while (value != nullptr && !pointer.empty()) {
+    const std::optional<std::string_view> token = takeToken(pointer);
+    value = token ? childOf(*value, *token) : nullptr;
   }
-  return value->if_object();
+  return value == nullptr ? nullptr : value->if_object();
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ std::optional<json::object> parseText(std::string_view text,
     error = parserReason(code, skipped + parsed, skipped + text.size());
     return std::nullopt;
   }
-  if (text.find_first_not_of(kWhitespace, parsed) != text.npos) {
+  if (text.find_first_not_of(kWhitespace, parsed) != std::string_view::npos) {
     error = "the JSON is followed by something else at byte " +
             std::to_string(skipped + parsed);
     return std::nullopt;
@@ -98,7 +98,7 @@ const json::value* memberAt(const json::object& object, std::string_view path) {
     const std::size_t slash = path.find('/');
     const json::value* value = holder->if_contains(path.substr(0, slash));
     if (value == nullptr || value->is_null()) return nullptr;
-    if (slash == path.npos) return value;
+    if (slash == std::string_view::npos) return value;
     holder = value->if_object();
     path.remove_prefix(slash + 1);
   }

@@ -11,7 +11,7 @@ namespace {
 std::size_t endOfString(std::string_view text, std::size_t begin) {
   while (true) {
     const std::size_t stop = text.find_first_of("\"\\", begin);
-    if (stop == text.npos) return text.size();
+    if (stop == std::string_view::npos) return text.size();
     if (text[stop] == '"') return stop;
     begin = stop + 2;
     if (begin >= text.size()) return text.size();

@@ -27,11 +27,13 @@ bool isAlnum(char c) {
 bool consistsOf(std::string_view text, std::string_view others) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
     return isAlnum(c) || static_cast<unsigned char>(c) >= 0x80 ||
-           others.find(c) != others.npos;
+           others.find(c) != std::string_view::npos;
   });
 }
 
-bool isIpv6(std::string_view host) { return host.find(':') != host.npos; }
+bool isIpv6(std::string_view host) {
+  return host.find(':') != std::string_view::npos;
+}
 
 }  // namespace
 

@@ -12,7 +12,7 @@ constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == text.npos) return {};
+  if (begin == std::string_view::npos) return {};
   return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
@@ -58,7 +58,7 @@ bool ResponseHeaders::add(std::string_view line) {
     return true;
   }
   const std::size_t colon = text.find(':');
-  if (colon == text.npos) return true;
+  if (colon == std::string_view::npos) return true;
   const std::string_view name = trimmed(text.substr(0, colon));
   const std::string_view value = trimmed(text.substr(colon + 1));
   if (isNamed(name, "location")) {

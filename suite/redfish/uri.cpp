@@ -97,7 +97,7 @@ bool hasDotSegment(std::string_view path) {
 std::optional<std::string_view> withoutAuthority(std::string_view link) {
   const std::size_t scheme = link.find("://");
   const std::size_t path = link.find_first_of("/?#");
-  if (scheme != link.npos && path == scheme + 1) {
+  if (scheme != std::string_view::npos && path == scheme + 1) {
     std::string name(link.substr(0, scheme));
     std::transform(name.begin(), name.end(), name.begin(), [](char c) {
       return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -107,7 +107,7 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
   }
   if (link.substr(0, 2) != "//") return link;
   const std::size_t end = link.find_first_of("/?#", 2);
-  return end == link.npos ? std::string_view() : link.substr(end);
+  return end == std::string_view::npos ? std::string_view() : link.substr(end);
 }
 
 }  // namespace
