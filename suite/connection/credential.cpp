@@ -19,6 +19,12 @@ std::optional<Credential> withOrigin(std::optional<Secret> password,
   return Credential{*std::move(password), origin};
 }
 
+std::optional<Credential> ask(const Target& target, redfish::Failure& failure) {
+  const std::string question =
+      "Password for " + target.user + " at " + inWords(target.address) + ": ";
+  return withOrigin(askPassword(question, failure), "terminal");
+}
+
 }  // namespace
 
 std::optional<Credential> findCredential(const Target& target,
@@ -28,6 +34,10 @@ std::optional<Credential> findCredential(const Target& target,
   if (!sources.optionFile.empty()) {
     return withOrigin(readPasswordFile(sources.optionFile, failure),
                       "file " + sources.optionFile);
+  }
+  // What is typed at a terminal would be shown; the prompt does not show it.
+  if (sources.standardInput && inputIsTerminal()) {
+    return ask(target, failure);
   }
   if (sources.standardInput) {
     return withOrigin(readPasswordLine(STDIN_FILENO, "standard input", failure),
@@ -40,10 +50,7 @@ std::optional<Credential> findCredential(const Target& target,
     return withOrigin(readPasswordFile(sources.settingsFile, failure),
                       "file " + sources.settingsFile);
   }
-  return withOrigin(askPassword("Password for " + target.user + " at " +
-                                    inWords(target.address) + ": ",
-                                failure),
-                    "terminal");
+  return ask(target, failure);
 }
 
 }  // namespace connection

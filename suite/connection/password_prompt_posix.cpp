@@ -47,9 +47,11 @@ void show(int descriptor, const std::string& text) {
 
 }  // namespace
 
+bool inputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
+
 std::optional<Secret> askPassword(const std::string& question,
                                   Failure& failure) {
-  if (isatty(STDIN_FILENO) == 0) {
+  if (!inputIsTerminal()) {
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "no password is given";
     failure.remedy =

@@ -103,11 +103,15 @@ std::optional<Secret> readAnswer(HANDLE input, Failure& failure) {
 
 }  // namespace
 
+bool inputIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
+}
+
 std::optional<Secret> askPassword(const std::string& question,
                                   Failure& failure) {
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-  DWORD mode = 0;
-  if (GetConsoleMode(input, &mode) == 0) {
+  if (!inputIsTerminal()) {
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "no password is given";
     failure.remedy =

@@ -80,6 +80,15 @@ TEST_F(ProgramConnection, AsksAtTheTerminalWithoutAnEcho) {
   EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
 }
 
+TEST_F(ProgramConnection, StandardInputThatIsATerminalIsThePrompt) {
+  options.terminal = true;
+  ChildProcess child(started(trustingLogin({"--password-stdin"})));
+  ASSERT_TRUE(child.await(": "));
+  child.type(std::string(kPassword) + "\n");
+  EXPECT_EQ(child.wait(), 0) << child.errors();
+  EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
+}
+
 TEST_F(ProgramConnection, InterruptAtThePromptEndsTheRun) {
   options.terminal = true;
   ChildProcess child(started(trustingLogin()));
@@ -165,6 +174,20 @@ TEST_F(ProgramConnection, InterruptedRunLogsOut) {
   arguments.back() = "306";
   EXPECT_EQ(run(arguments).status, 130);
   EXPECT_EQ(controller.counters().sessionsDeleted, 1U);
+}
+
+TEST_F(ProgramConnection, OlderControllerIsReached) {
+  const std::string faults =
+      home.write("faults.json", R"({"ipmi": {"channel": "2.0"}})");
+  const bmc::Controller older(
+      {"--tree", SAMPLES "/rack-server", "--faults", faults});
+  ASSERT_TRUE(older.running());
+  // Nobody listens at the first port of all.
+  writeSettings("[targets.old]\naddress = '127.0.0.1:1'\nipmi-port = " +
+                std::to_string(older.ready().ipmiPort) + "\n");
+  const ProgramEnd end = run({"--bmc", "old", "sample", "301"});
+  EXPECT_EQ(end.status, 0) << end.errors;
+  EXPECT_EQ(older.counters().datagrams, 1U);
 }
 
 class ProgramSlowConnection : public ProgramFixture {
