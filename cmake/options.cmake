@@ -30,6 +30,13 @@ target_include_directories(brivel_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(brivel_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
   $<$<BOOL:${SYSHEALTH_WARNINGS_AS_ERRORS}>:-Werror>)
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT WIN32)
+  # A run is short: what counts is how little of the program has to be brought
+  # into memory.
+  target_compile_options(brivel_options INTERFACE
+    -ffunction-sections -fdata-sections)
+  target_link_options(brivel_options INTERFACE LINKER:--gc-sections)
+endif()
 if(SYSHEALTH_SANITIZE)
   target_compile_options(brivel_options INTERFACE
     -fsanitize=${SYSHEALTH_SANITIZE} -fno-sanitize-recover=all
