@@ -121,6 +121,7 @@ WinhttpExchange::WinhttpExchange(std::uint64_t id, Request request,
 }
 
 WinhttpExchange::~WinhttpExchange() {
+  close();
   wipeRequest();
   wipe(request_.body);
   wipe(answer_.authToken);
@@ -128,23 +129,25 @@ WinhttpExchange::~WinhttpExchange() {
 }
 
 void WinhttpExchange::send(std::shared_ptr<WinhttpSession> session) {
-  const Lock lock(mutex_);
-  session_ = std::move(session);
-  started_ = true;
-  startedAt_ = Clock::now();
+  {
+    const Lock lock(mutex_);
+    session_ = std::move(session);
+    started_ = true;
+    startedAt_ = Clock::now();
+  }
   if (!open() || !addHeaders()) return failWith(GetLastError());
   // From here on WinHTTP holds a share of this object, and gives it back with
   // its last word about the handle.
   auto self =
       std::make_unique<std::shared_ptr<WinhttpExchange>>(shared_from_this());
   DWORD_PTR context = reinterpret_cast<DWORD_PTR>(self.get());
-  if (WinHttpSetOption(handle_.get(), WINHTTP_OPTION_CONTEXT_VALUE, &context,
+  if (WinHttpSetOption(handle_, WINHTTP_OPTION_CONTEXT_VALUE, &context,
                        sizeof(context)) == 0) {
     return failWith(GetLastError());
   }
   static_cast<void>(self.release());
   const auto size = static_cast<DWORD>(request_.body.size());
-  if (WinHttpSendRequest(handle_.get(), WINHTTP_NO_ADDITIONAL_HEADERS, 0,
+  if (WinHttpSendRequest(handle_, WINHTTP_NO_ADDITIONAL_HEADERS, 0,
                          size == 0 ? nullptr : request_.body.data(), size, size,
                          context) == 0) {
     failWith(GetLastError());
@@ -155,13 +158,13 @@ bool WinhttpExchange::open() {
   const DWORD flags = WINHTTP_FLAG_ESCAPE_DISABLE |
                       WINHTTP_FLAG_ESCAPE_DISABLE_QUERY |
                       (common_->plainHttp ? 0 : WINHTTP_FLAG_SECURE);
-  handle_.reset(WinHttpOpenRequest(
+  handle_ = WinHttpOpenRequest(
       session_->connection.get(), verbOf(request_.method),
       toUtf16(request_.target).c_str(), nullptr, WINHTTP_NO_REFERER,
-      WINHTTP_DEFAULT_ACCEPT_TYPES, flags));
-  if (!handle_) return false;
+      WINHTTP_DEFAULT_ACCEPT_TYPES, flags);
+  if (handle_ == nullptr) return false;
   setOptions();
-  return WinHttpSetStatusCallback(handle_.get(), &WinhttpExchange::onStatus,
+  return WinHttpSetStatusCallback(handle_, &WinhttpExchange::onStatus,
                                   WINHTTP_CALLBACK_FLAG_ALL_NOTIFICATIONS,
                                   0) != WINHTTP_INVALID_STATUS_CALLBACK;
 }
@@ -169,8 +172,7 @@ bool WinhttpExchange::open() {
 void WinhttpExchange::setOptions() const {
   const auto set = [this](DWORD option, DWORD value) {
     // An option that this version of Windows lacks has its safe value.
-    static_cast<void>(
-        WinHttpSetOption(handle_.get(), option, &value, sizeof(value)));
+    static_cast<void>(WinHttpSetOption(handle_, option, &value, sizeof(value)));
   };
   set(WINHTTP_OPTION_DISABLE_FEATURE, WINHTTP_DISABLE_COOKIES);
   set(WINHTTP_OPTION_DISABLE_FEATURE, WINHTTP_DISABLE_REDIRECTS);
@@ -179,7 +181,7 @@ void WinhttpExchange::setOptions() const {
   if (!common_->plainHttp) {
     set(WINHTTP_OPTION_SECURITY_FLAGS, kIgnoredByTheSystem);
     // A client certificate would tell who the user is.
-    static_cast<void>(WinHttpSetOption(handle_.get(),
+    static_cast<void>(WinHttpSetOption(handle_,
                                        WINHTTP_OPTION_CLIENT_CERT_CONTEXT,
                                        WINHTTP_NO_CLIENT_CERT_CONTEXT, 0));
   }
@@ -188,7 +190,7 @@ void WinhttpExchange::setOptions() const {
   const int connect = millisecondsOf(
       std::min(request_.timeout, common_->connectTimeout) + kGrace);
   static_cast<void>(
-      WinHttpSetTimeouts(handle_.get(), connect, connect, whole, whole));
+      WinHttpSetTimeouts(handle_, connect, connect, whole, whole));
   set(WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, static_cast<DWORD>(whole));
 }
 
@@ -197,7 +199,7 @@ bool WinhttpExchange::addHeaders() {
   std::wstring wide = toUtf16(lines);
   wipe(lines);
   const BOOL added = WinHttpAddRequestHeaders(
-      handle_.get(), wide.c_str(), static_cast<DWORD>(wide.size()),
+      handle_, wide.c_str(), static_cast<DWORD>(wide.size()),
       WINHTTP_ADDREQ_FLAG_ADD | WINHTTP_ADDREQ_FLAG_REPLACE);
   const DWORD error = GetLastError();
   overwrite(wide.data(), wide.size() * sizeof(wchar_t));
@@ -214,7 +216,6 @@ Clock::time_point WinhttpExchange::deadline() const {
 }
 
 void WinhttpExchange::abandon() {
-  WinhttpHandle handle;
   {
     const Lock lock(mutex_);
     if (!ended_) {
@@ -223,15 +224,13 @@ void WinhttpExchange::abandon() {
           started_ ? timeoutFaultOf(progress_) : NetworkFault::kQueueTimeout,
           "", times());
     }
-    handle = std::move(handle_);
   }
-  // Without the lock: closing a handle may call back at once.
+  close();
 }
 
 Answer WinhttpExchange::finish() {
-  WinhttpHandle handle;
+  close();
   const Lock lock(mutex_);
-  handle = std::move(handle_);
   wipeRequest();
   if (!answer_.failure) {
     answer_.location = headers_.location();
@@ -244,6 +243,11 @@ Answer WinhttpExchange::finish() {
   answer_.reusedConnection = progress_.sent && connections_ == 0;
   headers_.clear();
   return std::exchange(answer_, Answer());
+}
+
+void WinhttpExchange::close() noexcept {
+  const HINTERNET handle = handle_.exchange(nullptr);
+  if (handle != nullptr) WinHttpCloseHandle(handle);
 }
 
 void CALLBACK WinhttpExchange::onStatus(HINTERNET /*handle*/, DWORD_PTR context,
@@ -261,31 +265,35 @@ void CALLBACK WinhttpExchange::onStatus(HINTERNET /*handle*/, DWORD_PTR context,
 }
 
 void WinhttpExchange::proceed(DWORD status, const void* info, DWORD size) {
-  const Lock lock(mutex_);
-  if (ended_) return;
   switch (status) {
-    case WINHTTP_CALLBACK_STATUS_NAME_RESOLVED:
+    case WINHTTP_CALLBACK_STATUS_NAME_RESOLVED: {
+      const Lock lock(mutex_);
       progress_.resolved = true;
       break;
-    case WINHTTP_CALLBACK_STATUS_CONNECTED_TO_SERVER:
+    }
+    case WINHTTP_CALLBACK_STATUS_CONNECTED_TO_SERVER: {
+      const Lock lock(mutex_);
       progress_.resolved = progress_.connected = true;
       ++connections_;
       break;
-    case WINHTTP_CALLBACK_STATUS_SENDING_REQUEST:
+    }
+    case WINHTTP_CALLBACK_STATUS_SENDING_REQUEST: {
       // TLS stands, and nothing of the request has left yet.
-      progress_.resolved = progress_.connected = progress_.sent = true;
       if (!common_->plainHttp) checkCertificate();
+      const Lock lock(mutex_);
+      progress_.resolved = progress_.connected = progress_.sent = true;
       break;
+    }
     case WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE:
-      if (WinHttpReceiveResponse(handle_.get(), nullptr) == 0) {
+      if (WinHttpReceiveResponse(handle_, nullptr) == 0) {
         failWith(GetLastError());
       }
       break;
     case WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE:
-      readHeaders();
+      if (readHeaders()) readBody();
       break;
     case WINHTTP_CALLBACK_STATUS_READ_COMPLETE:
-      takeBody(size);
+      if (takeBody(size)) readBody();
       break;
     case WINHTTP_CALLBACK_STATUS_REQUEST_ERROR:
       failWith(static_cast<const WINHTTP_ASYNC_RESULT*>(info)->dwError);
@@ -298,33 +306,40 @@ void WinhttpExchange::proceed(DWORD status, const void* info, DWORD size) {
 void WinhttpExchange::checkCertificate() {
   const CERT_CONTEXT* context = nullptr;
   DWORD size = sizeof(context);
-  if (WinHttpQueryOption(handle_.get(), WINHTTP_OPTION_SERVER_CERT_CONTEXT,
-                         &context, &size) == 0) {
-    return failWith(NetworkFault::kTlsHandshake, wordsOf(GetLastError()));
+  if (WinHttpQueryOption(handle_, WINHTTP_OPTION_SERVER_CERT_CONTEXT, &context,
+                         &size) == 0) {
+    failWith(NetworkFault::kTlsHandshake, wordsOf(GetLastError()));
+    return close();
   }
   const CertificatePtr certificate(context);
   const std::optional<CertificateFault> fault =
       common_->trust.objectionTo(*certificate);
   if (!fault) return;
-  answer_.failure = failureOf(*fault, "");
-  end();
-  // Before a byte of the request is sent.
-  handle_.reset();
+  {
+    const Lock lock(mutex_);
+    if (!ended_) {
+      answer_.failure = failureOf(*fault, "");
+      end();
+    }
+  }
+  close();  // Before a byte of the request is sent.
 }
 
-void WinhttpExchange::readHeaders() {
+bool WinhttpExchange::readHeaders() {
   const auto all = [this](DWORD& size, void* text) {
-    return WinHttpQueryHeaders(handle_.get(), WINHTTP_QUERY_RAW_HEADERS_CRLF,
-                               nullptr, text, &size, nullptr);
+    return WinHttpQueryHeaders(handle_, WINHTTP_QUERY_RAW_HEADERS_CRLF, nullptr,
+                               text, &size, nullptr);
   };
+  const Lock lock(mutex_);
+  if (ended_) return false;
   progress_.answered = true;
   DWORD size = 0;
   all(size, nullptr);
-  if (GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
-    return failWith(GetLastError());
-  }
   std::wstring wide(size / sizeof(wchar_t) + 1, L'\0');
-  if (all(size, wide.data()) == 0) return failWith(GetLastError());
+  if (all(size, wide.data()) == 0) {
+    failWith(GetLastError());
+    return false;
+  }
   std::string text = toUtf8({wide.data(), size / sizeof(wchar_t)});
   bool small = true;
   std::string_view rest = text;
@@ -335,40 +350,44 @@ void WinhttpExchange::readHeaders() {
   }
   overwrite(wide.data(), wide.size() * sizeof(wchar_t));
   wipe(text);
-  if (!small) return failWith(NetworkFault::kHeadersTooLarge);
-  answer_.status = static_cast<int>(
-      numberAt(handle_.get(), WINHTTP_QUERY_STATUS_CODE).value_or(0));
-  announcedBytes_ = numberAt(handle_.get(), WINHTTP_QUERY_CONTENT_LENGTH);
-  if (announcedBytes_.value_or(0) > kMaxBodyBytes) {
-    return failWith(NetworkFault::kBodyTooLarge);
+  if (!small) {
+    failWith(NetworkFault::kHeadersTooLarge);
+    return false;
   }
-  readBody();
+  answer_.status = static_cast<int>(
+      numberAt(handle_, WINHTTP_QUERY_STATUS_CODE).value_or(0));
+  announcedBytes_ = numberAt(handle_, WINHTTP_QUERY_CONTENT_LENGTH);
+  if (announcedBytes_.value_or(0) > kMaxBodyBytes) {
+    failWith(NetworkFault::kBodyTooLarge);
+    return false;
+  }
+  return true;
 }
 
 void WinhttpExchange::readBody() {
-  if (reading_) {
-    readAgain_ = true;
-    return;
-  }
-  reading_ = true;
+  if (reads_.fetch_add(1) > 0) return;
   do {
-    readAgain_ = false;
-    if (WinHttpReadData(handle_.get(), buffer_.data(),
+    if (WinHttpReadData(handle_, buffer_.data(),
                         static_cast<DWORD>(buffer_.size()), nullptr) == 0) {
       failWith(GetLastError());
     }
-  } while (readAgain_ && !ended_);
-  reading_ = false;
+  } while (reads_.fetch_sub(1) > 1);
 }
 
-void WinhttpExchange::takeBody(DWORD size) {
-  if (size == 0) return endBody();
+bool WinhttpExchange::takeBody(DWORD size) {
+  const Lock lock(mutex_);
+  if (ended_) return false;
+  if (size == 0) {
+    endBody();
+    return false;
+  }
   bytes_ += size;
   if (size > kMaxBodyBytes - answer_.body.size()) {
-    return failWith(NetworkFault::kBodyTooLarge);
+    failWith(NetworkFault::kBodyTooLarge);
+    return false;
   }
   answer_.body.append(buffer_.data(), size);
-  readBody();
+  return true;
 }
 
 void WinhttpExchange::endBody() {
@@ -384,10 +403,12 @@ void WinhttpExchange::endBody() {
 }
 
 void WinhttpExchange::failWith(DWORD error) {
+  const Lock lock(mutex_);
   failWith(faultOf(error, progress_), wordsOf(error));
 }
 
 void WinhttpExchange::failWith(NetworkFault fault, const std::string& detail) {
+  const Lock lock(mutex_);
   if (ended_) return;
   answer_.failure = failureOf(fault, detail, times());
   end();

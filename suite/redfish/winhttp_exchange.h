@@ -107,9 +107,10 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   void setOptions() const;
   bool addHeaders();
   void checkCertificate();
-  void readHeaders();
+  bool readHeaders();
+  void close() noexcept;
   void readBody();
-  void takeBody(DWORD size);
+  bool takeBody(DWORD size);
   void endBody();
   void failWith(DWORD error);
   void failWith(NetworkFault fault, const std::string& detail = "");
@@ -123,14 +124,17 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   const Clock::time_point begun_ = Clock::now();
   std::shared_ptr<WinhttpSession> session_;
 
-  /// Guards all that follows. Recursive, because a call of WinHTTP may call
-  /// back before it returns.
+  /// The request's handle while it is open. Not guarded: a call may take long,
+  /// and the handle is closed by the other thread to end it.
+  std::atomic<HINTERNET> handle_{nullptr};
+  /// Reads that were asked for and whose call has not returned; the first one
+  /// makes the calls for all, lest they nest.
+  std::atomic<int> reads_{0};
+
+  /// Guards all that follows; never held during a call that may take long.
   mutable std::recursive_mutex mutex_;
-  WinhttpHandle handle_;
   bool started_ = false;
   bool ended_ = false;
-  bool reading_ = false;    ///< Within the loop of `readBody`.
-  bool readAgain_ = false;  ///< A read was through before its call returned.
   Clock::time_point startedAt_;
   WinhttpProgress progress_;
   ResponseHeaders headers_;

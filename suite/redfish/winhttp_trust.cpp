@@ -16,6 +16,9 @@ namespace {
 
 constexpr std::string_view kPinPrefix = "sha256//";
 constexpr DWORD kEncoding = X509_ASN_ENCODING | PKCS_7_ASN_ENCODING;
+/// A server must not make this machine fetch what its certificate names.
+constexpr DWORD kChainFlags =
+    CERT_CHAIN_CACHE_END_CERT | CERT_CHAIN_DISABLE_AIA;
 constexpr std::size_t kLargestAuthorityFile = std::size_t{4} << 20U;
 
 /// The pin of a certificate's key (RFC 7469, 2.4): the SHA-256 of its
@@ -171,10 +174,16 @@ std::optional<CertificateFault> WinhttpTrust::objectionToChain(
   wanted.RequestedUsage.dwType = USAGE_MATCH_TYPE_OR;
   wanted.RequestedUsage.Usage.cUsageIdentifier = 1;
   wanted.RequestedUsage.Usage.rgpszUsageIdentifier = uses;
+  // Where the links between the server and an authority may lie.
+  const CertificateStore known(
+      CertOpenStore(CERT_STORE_PROV_COLLECTION, 0, 0, 0, nullptr));
+  CertAddStoreToCollection(known.get(), server.hCertStore, 0, 0);
+  if (authorities_) {
+    CertAddStoreToCollection(known.get(), authorities_.get(), 0, 0);
+  }
   const CERT_CHAIN_CONTEXT* built = nullptr;
-  if (CertGetCertificateChain(
-          engine_.get(), &server, nullptr, server.hCertStore, &wanted,
-          CERT_CHAIN_CACHE_END_CERT, nullptr, &built) == 0) {
+  if (CertGetCertificateChain(engine_.get(), &server, nullptr, known.get(),
+                              &wanted, kChainFlags, nullptr, &built) == 0) {
     return CertificateFault::kOther;
   }
   const ChainPtr chain(built);

@@ -1,0 +1,138 @@
+// Takes the place of this system's own transport over the network: each call
+// goes to an agent under Wine, in which the transport of Windows runs.
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <boost/json/serialize.hpp>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+#include "tests/windows/transport_wire.h"
+
+namespace redfish {
+namespace {
+
+namespace json = boost::json;
+
+/// The agent's process; one serves the whole test program.
+class Agent {
+ public:
+  static Agent& instance() {
+    static Agent agent;
+    return agent;
+  }
+
+  json::object ask(const json::object& command) {
+    const std::string line = json::serialize(command) + '\n';
+    if (std::fwrite(line.data(), 1, line.size(), toAgent_.get()) !=
+            line.size() ||
+        std::fflush(toAgent_.get()) != 0) {
+      throw std::runtime_error("the agent cannot be asked");
+    }
+    std::string answer;
+    for (int c = std::getc(fromAgent_.get()); c != '\n';
+         c = std::getc(fromAgent_.get())) {
+      if (c == EOF) throw std::runtime_error("the agent has gone");
+      answer.push_back(static_cast<char>(c));
+    }
+    return wire::parseLine(answer);
+  }
+
+ private:
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  using File = std::unique_ptr<std::FILE, Close>;
+
+  Agent() {
+    std::array<int, 2> commands{};
+    std::array<int, 2> answers{};
+    if (pipe(commands.data()) != 0 || pipe(answers.data()) != 0) {
+      throw std::runtime_error("no pipe");
+    }
+    child_ = fork();
+    if (child_ == 0) {
+      dup2(commands[0], STDIN_FILENO);
+      dup2(answers[1], STDOUT_FILENO);
+      for (const int end : {commands[0], commands[1], answers[0], answers[1]}) {
+        close(end);
+      }
+      setenv("WINE_TIME_LIMIT", "900", 1);
+      execl(WINE_SCRIPT, WINE_SCRIPT, TRANSPORT_AGENT, nullptr);
+      _exit(127);
+    }
+    close(commands[0]);
+    close(answers[1]);
+    toAgent_.reset(fdopen(commands[1], "w"));
+    fromAgent_.reset(fdopen(answers[0], "r"));
+  }
+
+  ~Agent() {
+    toAgent_.reset();  // The agent ends with its input.
+    waitpid(child_, nullptr, 0);
+  }
+
+  pid_t child_ = -1;
+  File toAgent_;
+  File fromAgent_;
+};
+
+class RemoteTransport final : public Transport {
+ public:
+  explicit RemoteTransport(const NetworkTransportOptions& options)
+      : number_(++lastNumber), address_(addressOf(options.origin)) {
+    command("make", {{"options", wire::encode(options)}});
+  }
+  ~RemoteTransport() override { command("drop"); }
+
+  const std::string& address() const override { return address_; }
+  bool live() const override { return true; }
+
+  std::uint64_t start(Request request) override {
+    return command("start", {{"request", wire::encode(request)}})
+        .at("id")
+        .to_number<std::uint64_t>();
+  }
+
+  std::optional<Answer> next(Clock::time_point until) override {
+    const auto time =
+        std::chrono::ceil<std::chrono::microseconds>(until - Clock::now());
+    const json::object told = command("next", {{"time", time.count()}});
+    const json::value* answer = told.if_contains("answer");
+    if (answer == nullptr) return std::nullopt;
+    return wire::answerOf(answer->as_object());
+  }
+
+  void cancelAll() override { command("cancel"); }
+  void disableCompression() override { command("disableCompression"); }
+  TransportStats stats() const override {
+    return wire::statsOf(command("stats"));
+  }
+
+ private:
+  json::object command(const char* verb, json::object more = {}) const {
+    more["transport"] = number_;
+    more["verb"] = verb;
+    return Agent::instance().ask(more);
+  }
+
+  static std::uint64_t lastNumber;
+  std::uint64_t number_;
+  std::string address_;
+};
+
+std::uint64_t RemoteTransport::lastNumber = 0;
+
+}  // namespace
+
+std::unique_ptr<Transport> makeNetworkTransport(
+    NetworkTransportOptions options) {
+  return std::make_unique<RemoteTransport>(options);
+}
+
+}  // namespace redfish
