@@ -10,7 +10,8 @@ namespace {
 /// without a full stop.
 std::string sentence(std::string text) {
   text.erase(text.find_last_not_of(' ') + 1);
-  return text.empty() || text.back() == '.' ? text : text + ".";
+  const bool ends = text.empty() || text.back() == '.' || text.back() == '?';
+  return ends ? text : text + ".";
 }
 
 }  // namespace

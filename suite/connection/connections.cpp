@@ -44,6 +44,23 @@ std::optional<Failure> reach(redfish::Service& service) {
   return failure;
 }
 
+/// Reads what the run is for, ahead of the calls that show it, so that a
+/// failure is told as finely as here. A service without systems, and a
+/// controller without Redfish, are left to those calls.
+std::optional<Failure> readAhead(redfish::Service& service,
+                                 std::uint32_t wants) {
+  if (service.probe().generation != redfish::Generation::kRedfish) {
+    return std::nullopt;
+  }
+  redfish::Selection selection;
+  selection.wants = wants == 0 ? redfish::kWantSystem : wants;
+  if (auto failure = service.read(selection);
+      failure && failure->kind != FailureKind::kNoSystem) {
+    return failure;
+  }
+  return std::nullopt;
+}
+
 /// The node whose parts are read along with the list of nodes.
 std::uint16_t nodeIndexOf(int node) {
   return node >= 1 && node <= std::numeric_limits<std::uint16_t>::max()
@@ -78,6 +95,9 @@ int Connections::tryTarget(ConnectionInfo& info) {
   auto failure = ensureService();
   if (!failure) {
     failure = reach(*pool_.find(0));
+  }
+  if (!failure) {
+    failure = readAhead(*pool_.find(0), hints_.wants);
   }
   info = record();
   return failure ? fail(*std::move(failure)) : 0;

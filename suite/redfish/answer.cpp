@@ -25,6 +25,22 @@ void forEachMessage(const json::object& body, Use use) {
   }
 }
 
+/// What a person can do about an answer of this kind.
+const char* remedyFor(FailureKind kind) {
+  switch (kind) {
+    case FailureKind::kForbidden:
+      return "give the account the privilege to read it";
+    case FailureKind::kBusy:
+      return "try again later, or with --max-connections 1";
+    case FailureKind::kServerError:
+      return "try again later; if it stays so, restart the controller";
+    case FailureKind::kBadContent:
+      return "check the controller's firmware";
+    default:
+      return "";
+  }
+}
+
 FailureKind kindOf(int status) {
   if (status == 401) return FailureKind::kAuthentication;
   if (status == 403) return FailureKind::kForbidden;
@@ -58,14 +74,13 @@ Resource resourceFrom(Answer answer, Uri uri, const std::string& address) {
     failure.cause = "HTTP status " + std::to_string(answer.status);
     const std::string message = firstMessage(answer.body);
     if (!message.empty()) failure.cause += " (" + message + ")";
+    failure.remedy = remedyFor(failure.kind);
     if (answer.status == 403) {
       std::string error;
       const auto body = parseObject(answer.body, error);
       if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
         failure.kind = FailureKind::kPasswordChange;
         failure.remedy = "change the password of this account first";
-      } else {
-        failure.remedy = "give the account the privilege to read it";
       }
     }
     resource.failure = std::move(failure);
@@ -77,6 +92,10 @@ Resource resourceFrom(Answer answer, Uri uri, const std::string& address) {
   if (!body) {
     failure.kind = FailureKind::kBadContent;
     failure.cause = std::move(error);
+    // A recording has no firmware.
+    if (address.rfind("file:", 0) != 0) {
+      failure.remedy = remedyFor(failure.kind);
+    }
     resource.failure = std::move(failure);
     return resource;
   }

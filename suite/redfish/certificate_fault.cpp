@@ -28,7 +28,8 @@ Words wordsOf(CertificateFault fault) {
     case CertificateFault::kExpired:
       return {"the certificate has expired", kCheckClock, false};
     case CertificateFault::kNotYetValid:
-      return {"the certificate is not valid yet", kCheckClock, false};
+      return {"the certificate is not valid yet",
+              "check the clocks of the controller and of this machine", false};
     case CertificateFault::kOtherName:
       return {"the certificate is for another name",
               "use a name that stands in it, or trust its key with --pin",

@@ -481,6 +481,9 @@ std::optional<Failure> Crawl::requirementsMet() const {
   if (systems->failure) return systems->failure;
 
   const auto nodes = eligibleSystems(graph);
+  if (nodes.empty()) {
+    return fail(FailureKind::kNoSystem, "the service lists no systems");
+  }
   if (selection_.nodeIndex >= nodes.size()) {
     return fail(FailureKind::kNoSystem,
                 "the service has " + std::to_string(nodes.size()) +
@@ -490,7 +493,10 @@ std::optional<Failure> Crawl::requirementsMet() const {
   const Resource* system = nodes[selection_.nodeIndex];
   if (system != nullptr && system->failure) return system->failure;
   if (system == nullptr || system->state != ResourceState::kRead) {
-    return fail(FailureKind::kNoSystem, "the node's system does not exist");
+    Failure failure =
+        fail(FailureKind::kNoSystem, "the node's system does not exist");
+    if (system != nullptr) failure.uri = system->uri.target();
+    return failure;
   }
   return std::nullopt;
 }

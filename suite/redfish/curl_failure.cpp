@@ -54,7 +54,8 @@ NetworkFault tlsFault(const CurlOutcome& outcome) {
          : says(outcome, "unsupported protocol") ||
                  says(outcome, "protocol version")
              ? NetworkFault::kOldTls
-             : NetworkFault::kTlsHandshake;
+         : says(outcome, "SSL_ERROR_SYSCALL") ? NetworkFault::kLostInHandshake
+                                              : NetworkFault::kTlsHandshake;
 }
 
 CertificateFault certificateFault(const CurlOutcome& outcome) {

@@ -207,9 +207,13 @@ CurlOutcome CurlTransfer::outcome(
   outcome.text = errorText_.data();
   outcome.verifyResult = infoOf<long>(easy, CURLINFO_SSL_VERIFYRESULT);
   outcome.osError = infoOf<long>(easy, CURLINFO_OS_ERRNO);
-  // libcurl has words for every end that it makes itself.
-  outcome.queued = code == CURLE_OPERATION_TIMEDOUT && outcome.text.empty();
   outcome.resolved = hasCome(easy, CURLINFO_NAMELOOKUP_TIME_T);
+  // libcurl has words for every end that it makes itself. A request that waits
+  // for a connection may get one when its time is over already.
+  outcome.queued = code == CURLE_OPERATION_TIMEDOUT &&
+                   (outcome.text.empty() ||
+                    (!outcome.resolved &&
+                     outcome.text.find("Resolving") == std::string::npos));
   outcome.sent = hasCome(easy, CURLINFO_PRETRANSFER_TIME_T);
   // The time of the connect is known only when TLS stands, too.
   outcome.connected = outcome.sent || connections() > 0;

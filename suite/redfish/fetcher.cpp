@@ -8,6 +8,7 @@
 #include "suite/redfish/redirect.h"
 #include "suite/redfish/retry_after.h"
 #include "suite/redfish/secret.h"
+#include "suite/redfish/text.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int kMaxOverloads = 3;
 constexpr int kMaxRedirects = 3;
+constexpr std::size_t kMaxLocation = 200;  ///< Bytes of it in a message.
 constexpr std::chrono::milliseconds kServerErrorDelay{1000};
 /// HTTP/2 carries all requests over one connection; controllers are small.
 constexpr int kMaxHttp2Streams = 8;
@@ -234,10 +236,17 @@ bool Fetcher::repeated(Job& job, Answer& answer) {
 bool Fetcher::redirected(Job& job, Answer& answer) {
   const auto target = redirectTarget(answer.location, transport_.address());
   std::string cause;
+  std::string remedy = "check the controller's firmware";
   if (answer.status == 303) {
     cause = "answered 303 to a read";
+  } else if (answer.location.empty()) {
+    cause = "redirects without saying where";
   } else if (!target) {
-    cause = "redirects away from the service";
+    cause = "redirects away from the service, to \"" +
+            excerpt(answer.location, kMaxLocation) + '"';
+    if (answer.location.find("//") != std::string::npos) {
+      remedy = "if that is the right address, ask it by --bmc";
+    }
   } else if (job.redirects >= kMaxRedirects) {
     cause = "redirects without end";
   } else {
@@ -251,6 +260,7 @@ bool Fetcher::redirected(Job& job, Answer& answer) {
   failure.address = transport_.address();
   failure.uri = job.fetch.target;
   failure.cause = cause;
+  failure.remedy = remedy;
   answer.failure = std::move(failure);
   answer.status = 0;
   return false;

@@ -19,6 +19,7 @@ struct Words {
 constexpr char kPatience[] = "check the controller, or allow more time";
 constexpr char kFirewall[] =
     "check the address, and that no firewall drops packets";
+constexpr char kFirmware[] = "check the controller's firmware";
 constexpr char kAddress[] = "check the address and the network";
 
 Words wordsOf(NetworkFault fault) {
@@ -61,6 +62,9 @@ Words wordsOf(NetworkFault fault) {
     case NetworkFault::kOldTls:
       return {Kind::kTls, "the server offers no TLS version from 1.2 on",
               Tail::kNone, "update the controller's firmware"};
+    case NetworkFault::kLostInHandshake:
+      return {Kind::kTls, "the connection ended in the TLS handshake",
+              Tail::kNone, "check the port, and the controller"};
     case NetworkFault::kTlsHandshake:
       return {Kind::kTls, "the TLS handshake failed", Tail::kDetail,
               "check the port and the controller's TLS settings"};
@@ -77,15 +81,16 @@ Words wordsOf(NetworkFault fault) {
     case NetworkFault::kHeadersTooLarge:
       return {Kind::kBadContent,
               "the headers of the answer are larger than 64 KiB", Tail::kNone,
-              ""};
+              kFirmware};
     case NetworkFault::kBodyTooLarge:
       return {Kind::kBadContent, "the answer is larger than 16 MiB",
-              Tail::kNone, ""};
+              Tail::kNone, kFirmware};
     case NetworkFault::kBadEncoding:
       return {Kind::kBadContent, "the answer is not compressed as it says",
-              Tail::kNone, ""};
+              Tail::kNone, kFirmware};
     case NetworkFault::kMalformed:
-      return {Kind::kBadContent, "the answer is malformed", Tail::kDetail, ""};
+      return {Kind::kBadContent, "the answer is malformed", Tail::kDetail,
+              kFirmware};
     case NetworkFault::kInternal:
       break;
   }

@@ -22,6 +22,7 @@ enum class NetworkFault {
   kAnswerTimeout,   ///< Sent, but no whole answer.
   kNoTls,
   kOldTls,
+  kLostInHandshake,
   kTlsHandshake,
   kLostBeforeAnswer,
   kLostInAnswer,

@@ -254,6 +254,10 @@ Failure Service::outOfTime(const std::string& target) const {
   failure.uri = target;
   failure.cause =
       interrupted() ? "interrupted by the user" : "no answer in time";
+  if (!interrupted()) {
+    failure.remedy =
+        "raise --timeout or --deadline, or see why the controller is slow";
+  }
   return failure;
 }
 

@@ -241,9 +241,11 @@ Session::Outcome Session::judge(const Answer& answer) {
           << "; its session table may be full";
       return Outcome::kImpossible;
     default:
-      failure_ = fail(answer.status >= 500 ? FailureKind::kServerError
-                                           : FailureKind::kBadContent,
-                      "the login was answered with " + status + told, "");
+      failure_ =
+          fail(answer.status >= 500 ? FailureKind::kServerError
+                                    : FailureKind::kBadContent,
+               "the login was answered with " + status + told,
+               "try again later; if it stays so, restart the controller");
       return Outcome::kFailed;
   }
 }

@@ -14,6 +14,12 @@ TEST(ResultLine, HoldsCodeMessageCauseAndLog) {
             "refused; check the address. Log: /tmp/a.log");
 }
 
+TEST(ResultLine, QuestionEndsItself) {
+  EXPECT_EQ(resultLine({13, "", "x: is this the address?"}, ""),
+            "brivel: result 13: Connection failed. Cause: x: is this the "
+            "address?");
+}
+
 TEST(ResultLine, LeavesOutWhatIsNotKnown) {
   EXPECT_EQ(resultLine({4, "", ""}, ""), "brivel: result 4: Invalid command.");
 }
