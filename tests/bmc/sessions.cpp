@@ -13,7 +13,8 @@ std::string makeToken() {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::array<unsigned char, 16> bytes{};
   if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) return {};
-  std::string token;
+  // A token that is found where it must not be is known by its beginning.
+  std::string token = "bmc-token-";
   for (const unsigned char byte : bytes) {
     token += kDigits[byte >> 4U];
     token += kDigits[byte & 15U];

@@ -1,10 +1,12 @@
 #include "tests/golden/child.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <system_error>
 
 namespace golden {
@@ -29,13 +31,15 @@ bool redirect(const char* file, int flags, int descriptor) {
 
 }  // namespace
 
-int runChild(const Command& command) {
+Outcome runChild(const Command& command,
+                 const std::function<void(pid_t)>& meanwhile) {
   std::vector<std::string> words{command.program.string()};
   words.insert(words.end(), command.arguments.begin(), command.arguments.end());
   std::vector<std::string> settings = command.environment;
   const std::vector<char*> argv = pointersTo(words);
   const std::vector<char*> environment = pointersTo(settings);
 
+  const auto start = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child < 0) {
     throw std::system_error(errno, std::generic_category(), "fork");
@@ -53,15 +57,24 @@ int runChild(const Command& command) {
     _exit(kCannotStart);
   }
 
+  if (meanwhile) meanwhile(child);
   int status = 0;
-  while (waitpid(child, &status, 0) < 0) {
+  rusage used{};
+  while (wait4(child, &status, 0, &used) < 0) {
     if (errno != EINTR) {
-      throw std::system_error(errno, std::generic_category(), "waitpid");
+      throw std::system_error(errno, std::generic_category(), "wait4");
     }
   }
   constexpr int kSignalled = 128;
-  return WIFEXITED(status) ? WEXITSTATUS(status)
-                           : kSignalled + WTERMSIG(status);
+  Outcome outcome;
+  outcome.status =
+      WIFEXITED(status) ? WEXITSTATUS(status) : kSignalled + WTERMSIG(status);
+  outcome.milliseconds = static_cast<std::uint64_t>(
+      std::chrono::duration_cast<std::chrono::milliseconds>(
+          std::chrono::steady_clock::now() - start)
+          .count());
+  outcome.kibibytes = static_cast<std::uint64_t>(used.ru_maxrss);
+  return outcome;
 }
 
 }  // namespace golden

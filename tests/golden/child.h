@@ -1,6 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,8 +21,16 @@ struct Command {
   std::filesystem::path errors;          ///< Receives its standard error.
 };
 
-/// Runs the program to its end, for a minute at most. Its exit status, or 128
-/// and the number of the signal that ended it.
-int runChild(const Command& command);
+/// How a program ended, and what it took.
+struct Outcome {
+  int status = 0;  ///< Its exit status, or 128 and the number of the signal.
+  std::uint64_t milliseconds = 0;  ///< From start to end.
+  std::uint64_t kibibytes = 0;     ///< The most memory that it had resident.
+};
+
+/// Runs the program to its end, for a minute at most. `meanwhile`, if any, is
+/// called once with its process id while it runs.
+Outcome runChild(const Command& command,
+                 const std::function<void(pid_t)>& meanwhile = nullptr);
 
 }  // namespace golden

@@ -3,15 +3,17 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <utility>
 
 #include "tests/bmc/controller.h"
 #include "tests/golden/child.h"
-#include "tests/golden/expected_counters.h"
+#include "tests/golden/expectations.h"
+#include "tests/golden/interruption.h"
+#include "tests/golden/own_network.h"
 #include "tests/golden/text_file.h"
 
 namespace golden {
@@ -83,9 +85,13 @@ void makeTree(const Case& theCase, const Setting& setting,
 
 /// The controller that the file "bmc" asks for; null when there is none.
 std::unique_ptr<bmc::Controller> startController(const Case& theCase,
+                                                 const fs::path& work,
                                                  Places& places) {
-  const std::string options = readText(theCase.folder / "bmc");
+  const std::string options = readText(theCase.inherited("bmc"));
   if (options.empty()) return nullptr;
+  const std::string faults = readText(theCase.file("faults.json"));
+  writeText(work / "faults.json",
+            faults.empty() ? "{}" : theCase.filled(faults));
   auto controller =
       std::make_unique<bmc::Controller>(linesOf(places.here(options)));
   EXPECT_TRUE(controller->running());
@@ -93,6 +99,9 @@ std::unique_ptr<bmc::Controller> startController(const Case& theCase,
   places.add("@BMC-HTTP@", controller->http());
   places.add("@CERTIFICATE@", controller->ready().certificate);
   places.add("@PIN@", controller->ready().pin);
+  if (const int port = controller->ready().ipmiPort; port != 0) {
+    places.add("@IPMI@", std::to_string(port));
+  }
   return controller;
 }
 
@@ -108,7 +117,7 @@ std::vector<std::string> environmentOf(const Case& theCase,
       environment.push_back(std::string(name) + "=" + value);
     }
   }
-  const std::string own = places.here(readText(theCase.folder / "env"));
+  const std::string own = places.here(readText(theCase.inherited("env")));
   for (std::string& line : linesOf(own)) environment.push_back(std::move(line));
   return environment;
 }
@@ -116,18 +125,26 @@ std::vector<std::string> environmentOf(const Case& theCase,
 /// Compares a text with the one that the case keeps, or keeps it.
 void check(const Case& theCase, const Setting& setting, const char* file,
            const std::string& actual) {
-  const fs::path kept = theCase.folder / file;
+  const fs::path kept = theCase.file(file);
+  const std::string expected = theCase.filled(readText(kept));
   if (setting.refresh && theCase.first) {
     writeText(kept, actual);
-    return;
+  } else if (setting.refresh && !theCase.variant.empty()) {
+    if (expected != actual) {
+      // Even if it is empty: it stands before the folder's own.
+      std::ofstream(theCase.folder / (file + ("-" + theCase.variant)))
+          << actual;
+    }
+  } else {
+    EXPECT_EQ(expected, actual) << "differs from " << kept;
   }
-  EXPECT_EQ(readText(kept), actual) << "differs from " << kept;
 }
 
 /// The lines of the file "log" occur in the log, in this order.
 void checkLog(const Case& theCase, const std::string& log) {
   std::size_t at = 0;
-  for (const std::string& line : linesOf(readText(theCase.folder / "log"))) {
+  for (const std::string& line :
+       linesOf(theCase.filled(readText(theCase.file("log"))))) {
     const auto found = log.find(line, at);
     if (found == std::string::npos) {
       ADD_FAILURE() << "not in the log, or not in this order: " << line
@@ -142,7 +159,7 @@ void checkLog(const Case& theCase, const std::string& log) {
 /// The lines of the file "never" occur in nothing that the run wrote.
 void checkNever(const Case& theCase, const Places& places,
                 const std::string& everything) {
-  const std::string kept = places.here(readText(theCase.folder / "never"));
+  const std::string kept = places.here(readText(theCase.inherited("never")));
   for (const std::string& line : linesOf(kept)) {
     EXPECT_EQ(everything.find(line), std::string::npos)
         << "must never be written: " << line;
@@ -151,48 +168,36 @@ void checkNever(const Case& theCase, const Places& places,
 
 /// What the controller counted is what the file "counters" expects.
 void checkCounters(const Case& theCase, const bmc::Controller& controller) {
-  const std::string expected = readText(theCase.folder / "counters");
-  for (const std::string& unmet :
-       unmetCounters(expected, controller.counters())) {
-    ADD_FAILURE() << unmet << "\nthe requests:\n" << controller.log();
+  const std::string expected =
+      theCase.filled(readText(theCase.inherited("counters")));
+  for (const std::string& text :
+       unmet(expected, figuresOf(controller.counters()))) {
+    ADD_FAILURE() << text << "\nthe requests:\n" << controller.log();
   }
 }
 
-std::string nameOf(const fs::path& root, const fs::path& arguments) {
-  constexpr std::string_view kPrefix = "args";
-  std::string name =
-      fs::relative(arguments.parent_path(), root).generic_string();
-  const std::string file = arguments.filename().string();
-  if (file.size() > kPrefix.size()) {
-    name += "/" + file.substr(kPrefix.size() + 1);
+/// The run took no more than the file "limits" allows. Sanitizers take many
+/// times the memory and time, so what they measure says nothing.
+void checkLimits(const Case& theCase, const Outcome& outcome) {
+#if !defined(SYSHEALTH_SANITIZED)
+  const Figures figures{{"milliseconds", outcome.milliseconds},
+                        {"kibibytes", outcome.kibibytes}};
+  for (const std::string& text :
+       unmet(theCase.filled(readText(theCase.inherited("limits"))), figures)) {
+    ADD_FAILURE() << text;
   }
-  std::replace(name.begin(), name.end(), '-', '_');
-  std::replace(name.begin(), name.end(), ' ', '_');
-  return name;
+#else
+  static_cast<void>(theCase);
+  static_cast<void>(outcome);
+#endif
 }
 
 }  // namespace
 
-std::vector<Case> findCases(const fs::path& root) {
-  std::vector<fs::path> files;
-  for (const auto& entry : fs::recursive_directory_iterator(root)) {
-    const std::string file = entry.path().filename().string();
-    if (entry.is_regular_file() &&
-        (file == "args" || file.rfind("args-", 0) == 0)) {
-      files.push_back(entry.path());
-    }
-  }
-  std::sort(files.begin(), files.end());
-  std::vector<Case> cases;
-  for (const fs::path& file : files) {
-    const fs::path folder = file.parent_path();
-    const bool first = cases.empty() || cases.back().folder != folder;
-    cases.push_back({folder, file, nameOf(root, file), first});
-  }
-  return cases;
-}
-
 void runCase(const Case& theCase, const Setting& setting) {
+  if (fs::exists(theCase.file("own-network")) && !enterOwnNetwork()) {
+    GTEST_SKIP() << "the system gives this user no network of its own";
+  }
   const WorkFolder folder;
   const fs::path& work = folder.path();
   Places places;
@@ -202,22 +207,28 @@ void runCase(const Case& theCase, const Setting& setting) {
   places.add("@ROOT@", setting.root.string());
 
   makeTree(theCase, setting, work);
-  const auto controller = startController(theCase, places);
+  const auto controller = startController(theCase, work, places);
   fs::create_directories(work / "config" / "brivel");
   fs::create_directories(work / "home");
   writeText(work / "config" / "brivel" / "brivel.toml",
-            places.here(readText(theCase.folder / "settings.toml")));
+            places.here(readText(theCase.inherited("settings.toml"))));
   const fs::path input = theCase.folder / "stdin";
 
   Command command;
   command.program = setting.program;
-  command.arguments = linesOf(places.here(readText(theCase.arguments)));
+  command.arguments =
+      linesOf(places.here(theCase.filled(readText(theCase.arguments))));
   command.environment = environmentOf(theCase, work, places);
   command.directory = setting.root;
   command.input = fs::exists(input) ? input : fs::path("/dev/null");
   command.output = work / "stdout";
   command.errors = work / "stderr";
-  const int status = runChild(command);
+  const std::string order = readText(theCase.file("interrupt"));
+  const Outcome outcome = runChild(command, [&](pid_t process) {
+    if (!order.empty() && controller) {
+      interrupt(linesOf(theCase.filled(order)).front(), *controller, process);
+    }
+  });
 
   const std::string output = readText(command.output);
   const std::string errors = readText(command.errors);
@@ -225,9 +236,10 @@ void runCase(const Case& theCase, const Setting& setting) {
   check(theCase, setting, "stdout", places.anywhere(output));
   check(theCase, setting, "stderr", places.anywhere(errors));
   check(theCase, setting, "status",
-        status == 0 ? "" : std::to_string(status) + "\n");
+        outcome.status == 0 ? "" : std::to_string(outcome.status) + "\n");
   checkLog(theCase, places.anywhere(log));
   checkNever(theCase, places, output + errors + log);
+  checkLimits(theCase, outcome);
   if (controller) checkCounters(theCase, *controller);
 }
 

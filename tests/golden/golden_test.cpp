@@ -1,4 +1,4 @@
-// Runs the built program on every case below tests/golden/cases.
+// Runs the built program on every case below the folder CASES.
 //
 // With GOLDEN_REFRESH in the environment, what the program writes is kept
 // instead of compared; tests/golden/refresh does that. GOLDEN_PROGRAM names
@@ -33,14 +33,14 @@ int main(int argc, char** argv) {
   const golden::Setting setting{other == nullptr ? BRIVEL_PROGRAM : other,
                                 BRIVEL_SOURCE_ROOT,
                                 std::getenv("GOLDEN_REFRESH") != nullptr};
-  const auto cases = golden::findCases(setting.root / "tests/golden/cases");
+  const auto cases = golden::findCases(setting.root / CASES);
   if (cases.empty()) {
-    std::cerr << "no cases below " << setting.root << "\n";
+    std::cerr << "no cases below " << setting.root / CASES << "\n";
     return EXIT_FAILURE;
   }
   for (const golden::Case& found : cases) {
     testing::RegisterTest(
-        "Golden", found.name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+        SUITE, found.name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
         [found, setting]() -> Golden* { return new Golden(found, setting); });
   }
   return RUN_ALL_TESTS();
