@@ -26,7 +26,9 @@ TEST(ModuleFile, ImportsTheSeamOnly) {
       imports.insert(readable(symbol));
     }
   }
-  EXPECT_EQ(imports, seamNames());
+  std::set<std::string> seam = seamNames();
+  seam.insert("typeinfo for AppBase");  // On Windows each side has its own.
+  EXPECT_EQ(imports, seam);
 }
 
 TEST(ModuleFile, FindsTheSuiteOneFolderUp) {

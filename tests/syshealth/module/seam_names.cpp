@@ -9,7 +9,6 @@ const std::set<std::string>& seamNames() {
   static const std::set<std::string> kNames = {
       "AppBase::AppBase",
       "AppBase::~AppBase",
-      "typeinfo for AppBase",
       "ArgParser::GetInstance",
       "ArgParser::RegisterApp",
       "ArgParser::RegisterOption",
