@@ -162,7 +162,7 @@ TEST_F(ProgramConnection, StatsTellWhatTheRunCost) {
   setPassword(kPassword);
   const ProgramEnd end = run(trustingLogin({"--stats"}));
   EXPECT_EQ(end.errors.rfind("brivel: " + controller.https() +
-                                 ": 1 login, 3 requests, 0 retries, ",
+                                 ": 1 login, 10 requests, 0 retries, ",
                              0),
             0U)
       << end.errors;
