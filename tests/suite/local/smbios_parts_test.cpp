@@ -1,0 +1,233 @@
+#include "suite/local/smbios_parts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/suite/local/table_builder.h"
+
+namespace local {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr unsigned kPopulatedAndEnabled = 0x41;
+
+Structure processor(std::size_t length = 0x30) {
+  Structure structure(4, length);
+  structure.text(0x04, "CPU1")
+      .byte(0x05, 3)
+      .byte(0x06, 0xB3)
+      .text(0x10, "Corvex 9000")
+      .word(0x14, 4000)
+      .word(0x16, 2600)
+      .byte(0x18, kPopulatedAndEnabled);
+  return structure;
+}
+
+TEST(ProcessorFacts, ReadsEveryField) {
+  const ParsedTable table({processor()}, 3, 4);
+  const auto processors = processorFacts(table.tables);
+  ASSERT_THAT(processors, SizeIs(1));
+  EXPECT_EQ(processors[0].socket, "CPU1");
+  EXPECT_EQ(processors[0].version, "Corvex 9000");
+  EXPECT_EQ(processors[0].family, "Intel Xeon");
+  EXPECT_EQ(processors[0].maxMhz, 4000U);
+  EXPECT_EQ(processors[0].currentMhz, 2600U);
+  EXPECT_EQ(processors[0].state, ProcessorState::kEnabled);
+}
+
+TEST(ProcessorFacts, Version24IsLongEnough) {
+  const ParsedTable table({processor(0x23)}, 2, 4);
+  EXPECT_THAT(processorFacts(table.tables), SizeIs(1));
+}
+
+TEST(ProcessorFacts, FamilyFeIsInTheSecondField) {
+  const ParsedTable table({processor().byte(0x06, 0xFE).word(0x28, 0x101)}, 3,
+                          4);
+  EXPECT_EQ(processorFacts(table.tables).at(0).family, "ARMv8");
+}
+
+TEST(ProcessorFacts, SecondFamilyPastTheStructureIsUnknown) {
+  const ParsedTable table({processor(0x28).byte(0x06, 0xFE)}, 2, 6);
+  EXPECT_EQ(processorFacts(table.tables).at(0).family, "");
+}
+
+TEST(ProcessorFacts, EmptySocketsAndOtherProcessorsAreLeftOut) {
+  const ParsedTable table({processor().byte(0x18, 0x01),
+                           processor().byte(0x05, 6), Structure(4, 0x10)},
+                          3, 0);
+  EXPECT_THAT(processorFacts(table.tables), IsEmpty());
+}
+
+TEST(ProcessorFacts, SpeedsOfZeroAreUnknown) {
+  const ParsedTable table({processor().word(0x14, 0).word(0x16, 0)}, 3, 0);
+  const ProcessorFacts facts = processorFacts(table.tables).at(0);
+  EXPECT_FALSE(facts.maxMhz);
+  EXPECT_FALSE(facts.currentMhz);
+}
+
+TEST(ProcessorFacts, StatesFollowTheStatusBits) {
+  const auto state = [](unsigned bits) {
+    const ParsedTable table({processor().byte(0x18, 0x40U | bits)}, 3, 0);
+    return processorFacts(table.tables).at(0).state;
+  };
+  EXPECT_EQ(state(0), ProcessorState::kUnknown);
+  EXPECT_EQ(state(1), ProcessorState::kEnabled);
+  EXPECT_EQ(state(2), ProcessorState::kDisabledByUser);
+  EXPECT_EQ(state(3), ProcessorState::kFailed);
+  EXPECT_EQ(state(4), ProcessorState::kUnknown);
+  EXPECT_EQ(state(7), ProcessorState::kUnknown);
+}
+
+Structure memoryDevice(std::size_t length = 0x5C) {
+  Structure structure(17, length);
+  structure.word(0x0C, 0x7FFF)
+      .text(0x10, "DIMM A1")
+      .text(0x11, "Node 0")
+      .byte(0x12, 0x22)
+      .word(0x15, 4800);
+  if (length > 0x1A) {
+    structure.text(0x17, "Ostrava Memory")
+        .text(0x18, "M-SN-1")
+        .text(0x1A, "OM32G");
+  }
+  return structure;
+}
+
+TEST(MemoryFacts, ReadsEveryField) {
+  const ParsedTable table({memoryDevice()}, 3, 7);
+  const auto modules = memoryFacts(table.tables);
+  ASSERT_THAT(modules, SizeIs(1));
+  EXPECT_EQ(modules[0].locator, "DIMM A1");
+  EXPECT_EQ(modules[0].bank, "Node 0");
+  EXPECT_EQ(modules[0].partNumber, "OM32G");
+  EXPECT_EQ(modules[0].serial, "M-SN-1");
+  EXPECT_EQ(modules[0].manufacturer, "Ostrava Memory");
+  EXPECT_EQ(modules[0].type, "DDR5");
+  EXPECT_EQ(modules[0].maxSpeed, 4800U);
+}
+
+TEST(MemoryFacts, Version24IsLongEnough) {
+  const ParsedTable table({memoryDevice(0x1B)}, 2, 4);
+  const auto modules = memoryFacts(table.tables);
+  ASSERT_THAT(modules, SizeIs(1));
+  EXPECT_EQ(modules[0].partNumber, "OM32G");
+}
+
+TEST(MemoryFacts, Version21HasNoSpeed) {
+  const ParsedTable table({Structure(17, 0x15).word(0x0C, 512).text(0x10, "A")},
+                          2, 1);
+  const auto modules = memoryFacts(table.tables);
+  ASSERT_THAT(modules, SizeIs(1));
+  EXPECT_FALSE(modules[0].maxSpeed);
+}
+
+TEST(MemoryFacts, EmptySocketsAreLeftOut) {
+  const ParsedTable table({memoryDevice().word(0x0C, 0), Structure(17, 0x0C)},
+                          3, 0);
+  EXPECT_THAT(memoryFacts(table.tables), IsEmpty());
+}
+
+TEST(MemoryFacts, SizeUnknownIsAModule) {
+  const ParsedTable table({memoryDevice().word(0x0C, 0xFFFF)}, 3, 0);
+  EXPECT_THAT(memoryFacts(table.tables), SizeIs(1));
+}
+
+TEST(MemoryFacts, SpeedFfffIsInTheExtendedField) {
+  const ParsedTable table(
+      {memoryDevice().word(0x15, 0xFFFF).dword(0x54, 0x80011170)}, 3, 3);
+  EXPECT_EQ(memoryFacts(table.tables).at(0).maxSpeed, 70000U);
+}
+
+TEST(MemoryFacts, ExtendedSpeedPastTheStructureIsUnknown) {
+  const ParsedTable table({memoryDevice(0x28).word(0x15, 0xFFFF)}, 3, 3);
+  EXPECT_FALSE(memoryFacts(table.tables).at(0).maxSpeed);
+}
+
+TEST(MemoryFacts, SpeedZeroIsUnknown) {
+  const ParsedTable table({memoryDevice().word(0x15, 0)}, 3, 0);
+  EXPECT_FALSE(memoryFacts(table.tables).at(0).maxSpeed);
+}
+
+Structure supply(unsigned characteristics) {
+  Structure structure(39, 0x16);
+  structure.text(0x05, "Bay 1")
+      .text(0x06, "PSU1")
+      .word(0x0C, 800)
+      .word(0x0E, characteristics);
+  return structure;
+}
+
+TEST(SupplyFacts, ReadsEveryField) {
+  const ParsedTable table({supply(3U << 7U | 2U)}, 3, 0);
+  const auto supplies = supplyFacts(table.tables);
+  ASSERT_THAT(supplies, SizeIs(1));
+  EXPECT_EQ(supplies[0].location, "Bay 1");
+  EXPECT_EQ(supplies[0].name, "PSU1");
+  EXPECT_EQ(supplies[0].capacityWatts, 800U);
+  EXPECT_EQ(supplies[0].state, SupplyState::kOk);
+}
+
+TEST(SupplyFacts, AbsentSuppliesAreLeftOut) {
+  const ParsedTable table({supply(3U << 7U), Structure(39, 0x0E)}, 3, 0);
+  EXPECT_THAT(supplyFacts(table.tables), IsEmpty());
+}
+
+TEST(SupplyFacts, UnknownCapacityIsNone) {
+  const ParsedTable table({supply(2).word(0x0C, 0x8000)}, 3, 0);
+  EXPECT_FALSE(supplyFacts(table.tables).at(0).capacityWatts);
+}
+
+TEST(SupplyFacts, StatesFollowTheStatusBits) {
+  const auto state = [](unsigned bits) {
+    const ParsedTable table({supply(bits << 7U | 2U)}, 3, 0);
+    return supplyFacts(table.tables).at(0).state;
+  };
+  EXPECT_EQ(state(1), SupplyState::kUnknown);
+  EXPECT_EQ(state(3), SupplyState::kOk);
+  EXPECT_EQ(state(4), SupplyState::kNonCritical);
+  EXPECT_EQ(state(5), SupplyState::kCritical);
+}
+
+TEST(SlotFacts, ReadsDesignationAndAddress) {
+  const ParsedTable table({Structure(9, 0x11)
+                               .text(0x04, "Slot 3")
+                               .word(0x0D, 0x0001)
+                               .byte(0x0F, 0x3B)
+                               .byte(0x10, 0x12)},
+                          3, 0);
+  const auto slots = slotFacts(table.tables);
+  ASSERT_THAT(slots, SizeIs(1));
+  EXPECT_EQ(slots[0].designation, "Slot 3");
+  EXPECT_EQ(slots[0].address, (PciAddress{1, 0x3B, 2, 2}));
+}
+
+TEST(SlotFacts, SlotsWithoutAddressOrNameAreLeftOut) {
+  const ParsedTable table(
+      {Structure(9, 0x0D).text(0x04, "of version 2.4"),
+       Structure(9, 0x11).text(0x04, "no bus").word(0x0D, 0xFFFF),
+       Structure(9, 0x11).text(0x04, "none").byte(0x0F, 0xFF).byte(0x10, 0xFF),
+       Structure(9, 0x11)},
+      3, 0);
+  EXPECT_THAT(slotFacts(table.tables), IsEmpty());
+}
+
+TEST(OnboardFacts, ReadsDesignationAndAddress) {
+  const ParsedTable table({Structure(41, 0x0B)
+                               .text(0x04, "LOM 1")
+                               .byte(0x05, 0x85)
+                               .word(0x07, 0)
+                               .byte(0x09, 2)
+                               .byte(0x0A, 0)},
+                          3, 0);
+  const auto places = onboardFacts(table.tables);
+  ASSERT_THAT(places, SizeIs(1));
+  EXPECT_EQ(places[0].designation, "LOM 1");
+  EXPECT_EQ(places[0].address, (PciAddress{0, 2, 0, 0}));
+}
+
+}  // namespace
+}  // namespace local
