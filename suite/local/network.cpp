@@ -1,0 +1,112 @@
+#include "suite/local/network.h"
+
+#include <arpa/inet.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netinet/in.h>
+
+#include <charconv>
+#include <memory>
+
+#include "suite/local/numbers.h"
+
+namespace local {
+
+namespace {
+
+// An id in an attribute file; 0 when there is none.
+std::uint16_t identity(const Root& root, const std::string& path) {
+  const std::uint32_t value = hexadecimal(root.line(path)).value_or(0);
+  return value <= 0xFFFF ? static_cast<std::uint16_t>(value) : std::uint16_t{0};
+}
+
+bool isUp(const Root& root, const std::string& folder) {
+  const std::uint32_t flags =
+      hexadecimal(root.line(folder + "/flags")).value_or(0);
+  const std::string state = root.line(folder + "/operstate");
+  // Drivers that cannot tell whether there is a link say "unknown".
+  return (flags & IFF_UP) != 0 && (state == "up" || state == "unknown");
+}
+
+struct FreeAddresses {
+  void operator()(ifaddrs* list) const { freeifaddrs(list); }
+};
+
+std::string addressText(const sockaddr* address) {
+  char text[INET6_ADDRSTRLEN] = {};
+  const void* bytes = nullptr;
+  if (address->sa_family == AF_INET) {
+    bytes = &reinterpret_cast<const sockaddr_in*>(address)->sin_addr;
+  } else if (address->sa_family == AF_INET6) {
+    bytes = &reinterpret_cast<const sockaddr_in6*>(address)->sin6_addr;
+  }
+  if (bytes == nullptr ||
+      inet_ntop(address->sa_family, bytes, text, sizeof text) == nullptr) {
+    return "";
+  }
+  return text;
+}
+
+void addFamily(const ifaddrs* list, int family,
+               std::vector<NetworkDevice>& devices) {
+  for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
+    if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != family) {
+      continue;
+    }
+    const std::string text = addressText(entry->ifa_addr);
+    for (NetworkDevice& device : devices) {
+      if (device.name == entry->ifa_name && !text.empty()) {
+        device.addresses.push_back(text);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+std::optional<MacAddress> parseMac(const std::string& text) {
+  MacAddress mac = {};
+  if (text.size() != mac.size() * 3 - 1) return std::nullopt;
+  for (std::size_t i = 0; i < mac.size(); ++i) {
+    const char* begin = text.data() + i * 3;
+    const auto result = std::from_chars(begin, begin + 2, mac[i], 16);
+    if (result.ec != std::errc() || result.ptr != begin + 2) {
+      return std::nullopt;
+    }
+    if (i + 1 < mac.size() && begin[2] != ':') return std::nullopt;
+  }
+  return mac;
+}
+
+std::vector<NetworkDevice> networkDevices(const Root& root) {
+  std::vector<NetworkDevice> devices;
+  const std::string net = "/sys/class/net";
+  for (const std::string& name : root.list(net)) {
+    const std::string folder = net + "/" + name;
+    NetworkDevice device;
+    device.name = name;
+    device.mac = parseMac(root.line(folder + "/address"));
+    // "device" is the function of the card: a PCI function itself, or an
+    // interface of a USB device, whose identity stands one folder above.
+    const std::string behind = folder + "/device";
+    device.usbVendorId = identity(root, behind + "/../idVendor");
+    device.usbProductId = identity(root, behind + "/../idProduct");
+    device.pciVendorId = identity(root, behind + "/vendor");
+    device.pciDeviceId = identity(root, behind + "/device");
+    device.pciSubsystemVendorId = identity(root, behind + "/subsystem_vendor");
+    device.pciSubsystemId = identity(root, behind + "/subsystem_device");
+    device.up = isUp(root, folder);
+    devices.push_back(std::move(device));
+  }
+  return devices;
+}
+
+void addAddresses(std::vector<NetworkDevice>& devices) {
+  ifaddrs* list = nullptr;
+  if (getifaddrs(&list) != 0) return;
+  const std::unique_ptr<ifaddrs, FreeAddresses> owner(list);
+  addFamily(list, AF_INET, devices);
+  addFamily(list, AF_INET6, devices);
+}
+
+}  // namespace local
