@@ -1,0 +1,18 @@
+#pragma once
+
+#include <vector>
+
+#include "suite/local/facts.h"
+#include "suite/local/root.h"
+
+namespace local {
+
+/// The fans that the machine's monitoring chips report: those with a speed,
+/// measured or wished for, under /sys/class/hwmon, by chip and number.
+///
+/// The kernel's folder is read directly, and not through libsensors, because
+/// that library reads "/sys" alone (a recorded machine has another root) and
+/// knows no wished-for speed (fanN_target), which the report shows.
+std::vector<FanFacts> fanFacts(const Root& root);
+
+}  // namespace local

@@ -1,0 +1,104 @@
+#include "suite/local/machine.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "suite/local/cpu_frequency.h"
+#include "suite/local/fans.h"
+#include "suite/local/pci.h"
+#include "suite/local/smbios_parts.h"
+#include "suite/local/smbios_system.h"
+
+namespace local {
+
+namespace {
+
+constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
+// Copies of the texts of types 1 and 2, most of them readable by everyone.
+constexpr char kTexts[] = "/sys/class/dmi/id/";
+constexpr char kChips[] = "/sys/class/hwmon";
+constexpr char kPciBus[] = "/sys/bus/pci/devices";
+
+// Tables of large servers have some hundred kilobytes.
+constexpr std::size_t kTableLimit = 4U * 1024 * 1024;
+constexpr std::size_t kEntryLimit = 4096;
+
+}  // namespace
+
+Machine::Machine(Root root, std::string pciIdsFile)
+    : root_(std::move(root)), pciIdsFile_(std::move(pciIdsFile)) {}
+
+const SmbiosTables& Machine::smbios() {
+  if (!table_) {
+    table_ = root_.read(kSmbiosTable, kTableLimit);
+    if (table_->access == Access::kRead) {
+      const Content entry = root_.read(kEntryPoint, kEntryLimit);
+      smbios_ = parseSmbios(ByteView(entry.bytes), ByteView(table_->bytes));
+    }
+  }
+  return smbios_;
+}
+
+Access Machine::table() {
+  smbios();
+  return table_->access;
+}
+
+const std::vector<std::string>& Machine::defects() { return smbios().defects; }
+
+SystemFacts Machine::system() {
+  if (table() == Access::kRead) return systemFacts(smbios());
+  const auto text = [&](const char* name) {
+    return root_.line(std::string(kTexts) + name);
+  };
+  return {text("sys_vendor"),     text("product_name"), text("product_version"),
+          text("product_serial"), text("product_sku"),  text("product_family"),
+          text("product_uuid")};
+}
+
+BoardFacts Machine::board() {
+  if (table() == Access::kRead) return boardFacts(smbios());
+  const auto text = [&](const char* name) {
+    return root_.line(std::string(kTexts) + name);
+  };
+  return {text("board_vendor"), text("board_name"), text("board_version"),
+          text("board_serial")};
+}
+
+std::vector<ProcessorFacts> Machine::processors() {
+  std::vector<ProcessorFacts> processors = processorFacts(smbios());
+  // Packages have no name in common with sockets: both ascend alike, so they
+  // are paired by order, where there are as many of one as of the other.
+  const std::vector<unsigned> speeds = packageMaxMhz(root_);
+  if (speeds.size() == processors.size()) {
+    for (std::size_t i = 0; i < speeds.size(); ++i) {
+      processors[i].maxMhz = speeds[i];
+    }
+  }
+  return processors;
+}
+
+std::vector<MemoryFacts> Machine::memory() { return memoryFacts(smbios()); }
+
+std::vector<SupplyFacts> Machine::supplies() { return supplyFacts(smbios()); }
+
+std::vector<FanFacts> Machine::fans() { return fanFacts(root_); }
+
+std::vector<PciFacts> Machine::adapters() {
+  PciContext context;
+  context.slots = slotFacts(smbios());
+  context.onboard = onboardFacts(smbios());
+  context.idsFile = pciIdsFile_;
+  return pciFacts(root_, context);
+}
+
+std::vector<HostInterface> Machine::hostInterfaces() {
+  return local::hostInterfaces(smbios());
+}
+
+bool Machine::describesItself() {
+  return table() != Access::kMissing || root_.exists(kTexts) ||
+         root_.exists(kChips) || root_.exists(kPciBus);
+}
+
+}  // namespace local

@@ -1,0 +1,77 @@
+#include "suite/local/pci_ids.h"
+
+#include <gtest/gtest.h>
+
+namespace local {
+namespace {
+
+constexpr char kFile[] =
+    "# A list\n"
+    "#\n"
+    "\n"
+    "10a0  Nordbrenn Networks\n"
+    "\t0001  NB100 chip\n"
+    "\t\t20b0 0007  Dual-port card\n"
+    "\t\t10a0 0007  Own card\n"
+    "\t0002  NB200 chip\n"
+    "20b0  Halvorn\n"
+    "\t0001  Other chip\n"
+    "C 02  Network controller\n"
+    "\t00  Ethernet controller\n"
+    "30c0  Behind the classes\n";
+
+PciNames namesOf(const PciIdentity& identity) {
+  return PciIds(kFile).names(identity);
+}
+
+TEST(PciIdsNames, SubsystemGoesBeforeTheChip) {
+  const PciNames names = namesOf({0x10a0, 1, 0x20b0, 7});
+  EXPECT_EQ(names.manufacturer, "Halvorn");
+  EXPECT_EQ(names.model, "Dual-port card");
+}
+
+TEST(PciIdsNames, ChipServesWhereTheSubsystemIsNotListed) {
+  const PciNames names = namesOf({0x10a0, 1, 0x20b0, 8});
+  EXPECT_EQ(names.manufacturer, "Nordbrenn Networks");
+  EXPECT_EQ(names.model, "NB100 chip");
+}
+
+TEST(PciIdsNames, SubsystemsOfAnotherDeviceDoNotCount) {
+  const PciNames names = namesOf({0x10a0, 2, 0x20b0, 7});
+  EXPECT_EQ(names.model, "NB200 chip");
+}
+
+TEST(PciIdsNames, UnlistedDeviceHasItsVendorAlone) {
+  const PciNames names = namesOf({0x10a0, 0xffff, 0, 0});
+  EXPECT_EQ(names.manufacturer, "Nordbrenn Networks");
+  EXPECT_EQ(names.model, "");
+}
+
+TEST(PciIdsNames, DevicesOfTheNextVendorDoNotCount) {
+  const PciNames names = namesOf({0x20b0, 2, 0, 0});
+  EXPECT_EQ(names.manufacturer, "Halvorn");
+  EXPECT_EQ(names.model, "");
+}
+
+TEST(PciIdsNames, UnlistedVendorHasNone) {
+  EXPECT_EQ(namesOf({0xffff, 1, 0, 0}).manufacturer, "");
+}
+
+TEST(PciIdsNames, ClassesAreNoVendors) {
+  EXPECT_EQ(namesOf({0x30c0, 1, 0, 0}).manufacturer, "");
+}
+
+TEST(PciIdsNames, LinesThatAreNoEntriesAreSkipped) {
+  const PciIds ids(
+      "10\n\t\t\n\tzz\n10a0 one blank\nxyz0  Nobody\n10a0\n\t0001\n"
+      "20b0  Halvorn\n\t\t10a0 0007  without device\n\t0001  Chip");
+  EXPECT_EQ(ids.names({0x20b0, 1, 0x10a0, 7}).model, "Chip");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0, 0}).model, "");
+}
+
+TEST(PciIdsNames, EmptyFileHasNone) {
+  EXPECT_EQ(PciIds("").names({0x10a0, 1, 0, 0}).manufacturer, "");
+}
+
+}  // namespace
+}  // namespace local
