@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "suite/devhealth/ascii.h"
+#include "suite/devhealth/machine_name.h"
 #include "suite/devhealth/value.h"
 
 namespace devhealth {
@@ -12,14 +12,8 @@ namespace {
 namespace json = redfish::json;
 using Tarvex::DeviceHealth::SystemBoard;
 
-/// Maker and model; the model alone when it begins with the maker's name.
 std::string makerAndModel(const json::object& machine) {
-  const std::string maker = textAt(machine, "Manufacturer");
-  std::string model = textAt(machine, "Model");
-  if (model.empty() || maker.empty() || startsIgnoringCase(model, maker)) {
-    return model;
-  }
-  return maker + " " + model;
+  return machineName(textAt(machine, "Manufacturer"), textAt(machine, "Model"));
 }
 
 /// A UUID as served; empty for the two that stand for none.

@@ -1,0 +1,269 @@
+#include "suite/devhealth/local_inventory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace devhealth {
+namespace {
+
+using testing::IsEmpty;
+
+local::SystemFacts system() {
+  return {"Halvorn",
+          "RX 200",
+          "v3",
+          "SN-1",
+          "RX2-SKU",
+          "RX",
+          "01112233-4455-6677-8899-aabbccddeeff"};
+}
+
+local::BoardFacts board() { return {"Boardmaker", "MB-7", "rev B", "BSN-7"}; }
+
+TEST(SystemBoardOf, TakesTheSystem) {
+  const auto record = systemBoardOf(system(), board());
+  EXPECT_EQ(record.machineName, "Halvorn RX 200");
+  EXPECT_EQ(record.machineTypeModel, "RX2-SKU");
+  EXPECT_EQ(record.serialNumber, "SN-1");
+  EXPECT_EQ(record.uuid, "01112233-4455-6677-8899-aabbccddeeff");
+}
+
+TEST(SystemBoardOf, MakerIsNotRepeated) {
+  local::SystemFacts facts = system();
+  facts.product = "HALVORN RX 200";
+  EXPECT_EQ(systemBoardOf(facts, {}).machineName, "HALVORN RX 200");
+}
+
+TEST(SystemBoardOf, PlaceholdersFallBack) {
+  local::SystemFacts facts = system();
+  facts.sku = "Default string";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX");
+  facts.family = "To be filled by O.E.M.";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "v3");
+  facts.version = "Not Specified";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "MB-7");
+  facts.serial = " ";
+  EXPECT_EQ(systemBoardOf(facts, board()).serialNumber, "BSN-7");
+  facts.product = "N/A";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineName, "Boardmaker MB-7");
+}
+
+TEST(SystemBoardOf, NothingKnownIsEmpty) {
+  const auto record = systemBoardOf({}, {});
+  EXPECT_EQ(record.machineName, "");
+  EXPECT_EQ(record.machineTypeModel, "");
+  EXPECT_EQ(record.serialNumber, "");
+  EXPECT_EQ(record.uuid, "");
+}
+
+TEST(ProcessorsOf, TakesEveryField) {
+  local::ProcessorFacts facts;
+  facts.socket = "CPU1";
+  facts.version = "Corvex 9000  ";
+  facts.family = "Intel Xeon";
+  facts.currentMhz = 2600;
+  facts.maxMhz = 4000;
+  facts.state = local::ProcessorState::kEnabled;
+  const auto record = processorsOf({facts}).at(0);
+  EXPECT_EQ(record.name, "CPU1");
+  EXPECT_EQ(record.family, "Corvex 9000");
+  EXPECT_EQ(record.currentClockSpeed, "2600");
+  EXPECT_EQ(record.maxClockSpeed, "4000");
+  EXPECT_EQ(record.healthState, "OK");
+}
+
+TEST(ProcessorsOf, FamilyServesWithoutBrandText) {
+  local::ProcessorFacts facts;
+  facts.family = "ARMv8";
+  EXPECT_EQ(processorsOf({facts}).at(0).family, "ARMv8");
+  EXPECT_EQ(processorsOf({facts}).at(0).currentClockSpeed, "");
+}
+
+TEST(ProcessorsOf, HealthFollowsTheState) {
+  const auto healthWith = [](local::ProcessorState state) {
+    local::ProcessorFacts facts;
+    facts.state = state;
+    return processorsOf({facts}).at(0).healthState;
+  };
+  EXPECT_EQ(healthWith(local::ProcessorState::kDisabledByUser), "OK");
+  EXPECT_EQ(healthWith(local::ProcessorState::kFailed), "Critical");
+  EXPECT_EQ(healthWith(local::ProcessorState::kUnknown), "Unknown");
+}
+
+local::FanFacts fan() {
+  local::FanFacts facts;
+  facts.chip = "fanctl";
+  facts.input = "fan1";
+  facts.label = "Rear";
+  facts.targetRpm = 5000;
+  facts.measuredRpm = 4980;
+  return facts;
+}
+
+TEST(FansOf, TakesTheWishedForSpeed) {
+  const auto record = fansOf({fan()}).at(0);
+  EXPECT_EQ(record.elementName, "Rear");
+  EXPECT_EQ(record.desiredSpeed, "5000 RPM");
+  EXPECT_EQ(record.healthState, "OK");
+}
+
+TEST(FansOf, MeasuredSpeedServesWithoutIt) {
+  local::FanFacts facts = fan();
+  facts.targetRpm.reset();
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "4980 RPM");
+  facts.measuredRpm = 0;
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "0 RPM");
+  facts.measuredRpm = -1;
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "");
+}
+
+TEST(FansOf, ChipAndNumberServeWithoutLabel) {
+  local::FanFacts facts = fan();
+  facts.label = "";
+  EXPECT_EQ(fansOf({facts}).at(0).elementName, "fanctl fan1");
+}
+
+TEST(FansOf, HealthFollowsTheState) {
+  local::FanFacts facts = fan();
+  facts.state = local::FanState::kAlarm;
+  EXPECT_EQ(fansOf({facts}).at(0).healthState, "Warning");
+  facts.state = local::FanState::kFault;
+  EXPECT_EQ(fansOf({facts}).at(0).healthState, "Critical");
+}
+
+local::MemoryFacts module() {
+  local::MemoryFacts facts;
+  facts.locator = "DIMM A1";
+  facts.bank = "Node 0";
+  facts.partNumber = "OM32G   ";
+  facts.serial = "M-1";
+  facts.manufacturer = "Ostrava";
+  facts.type = "DDR5";
+  facts.maxSpeed = 4800;
+  return facts;
+}
+
+TEST(DimmsOf, TakesEveryField) {
+  const auto record = dimmsOf({module()}).at(0);
+  EXPECT_EQ(record.description, "DIMM A1");
+  EXPECT_EQ(record.partNumber, "OM32G");
+  EXPECT_EQ(record.serialNumber, "M-1");
+  EXPECT_EQ(record.manufacturer, "Ostrava");
+  EXPECT_EQ(record.model, "DDR5");
+  EXPECT_EQ(record.maxMemorySpeed, "4800 MT/s");
+}
+
+TEST(DimmsOf, RepeatedPlacesGetTheirBank) {
+  local::MemoryFacts other = module();
+  other.bank = "Node 1";
+  const auto records = dimmsOf({module(), other});
+  EXPECT_EQ(records.at(0).description, "DIMM A1 Node 0");
+  EXPECT_EQ(records.at(1).description, "DIMM A1 Node 1");
+}
+
+TEST(DimmsOf, BankServesWithoutPlace) {
+  local::MemoryFacts facts = module();
+  facts.locator = "Not Specified";
+  EXPECT_EQ(dimmsOf({facts}).at(0).description, "Node 0");
+}
+
+TEST(DimmsOf, UnknownSpeedIsEmpty) {
+  local::MemoryFacts facts = module();
+  facts.maxSpeed.reset();
+  EXPECT_EQ(dimmsOf({facts}).at(0).maxMemorySpeed, "");
+}
+
+TEST(PowersOf, TakesEveryField) {
+  local::SupplyFacts facts;
+  facts.location = "Bay 1";
+  facts.name = "PSU1";
+  facts.capacityWatts = 800;
+  facts.state = local::SupplyState::kOk;
+  const auto record = powersOf({facts}).at(0);
+  EXPECT_EQ(record.elementName, "PSU1");
+  EXPECT_EQ(record.totalOutputPower, "800 W");
+  EXPECT_EQ(record.healthState, "OK");
+}
+
+TEST(PowersOf, LocationServesWithoutName) {
+  local::SupplyFacts facts;
+  facts.location = "Bay 1";
+  const auto record = powersOf({facts}).at(0);
+  EXPECT_EQ(record.elementName, "Bay 1");
+  EXPECT_EQ(record.totalOutputPower, "");
+  EXPECT_EQ(record.healthState, "Unknown");
+}
+
+TEST(PowersOf, HealthFollowsTheState) {
+  local::SupplyFacts facts;
+  facts.state = local::SupplyState::kNonCritical;
+  EXPECT_EQ(powersOf({facts}).at(0).healthState, "Warning");
+  facts.state = local::SupplyState::kCritical;
+  EXPECT_EQ(powersOf({facts}).at(0).healthState, "Critical");
+}
+
+local::PciFacts adapter() {
+  local::PciFacts facts;
+  facts.address = {0, 0x3b, 0, 0};
+  facts.vendorId = 0x10a0;
+  facts.deviceId = 1;
+  facts.manufacturer = "Nordbrenn";
+  facts.model = "NB100";
+  facts.slot = "Slot 3";
+  facts.serial = "SN-9";
+  facts.partNumber = "NB-200";
+  facts.driverBound = true;
+  return facts;
+}
+
+TEST(PciAdaptersOf, TakesEveryField) {
+  const auto record = pciAdaptersOf({adapter()}).at(0);
+  EXPECT_EQ(record.description, "Slot 3 NB100");
+  EXPECT_EQ(record.tag, "0000:3b:00.0");
+  EXPECT_EQ(record.manufacturer, "Nordbrenn");
+  EXPECT_EQ(record.model, "NB100");
+  EXPECT_EQ(record.serialNumber, "SN-9");
+  EXPECT_EQ(record.partNumber, "NB-200");
+  EXPECT_EQ(record.sku, "");
+  EXPECT_EQ(record.operationalStatus, "Enabled");
+}
+
+TEST(PciAdaptersOf, ModelServesWithoutSlot) {
+  local::PciFacts facts = adapter();
+  facts.slot = "";
+  EXPECT_EQ(pciAdaptersOf({facts}).at(0).description, "NB100");
+}
+
+TEST(PciAdaptersOf, IdsServeWithoutAnyName) {
+  local::PciFacts facts = adapter();
+  facts.slot = facts.model = "";
+  facts.driverBound = false;
+  EXPECT_EQ(pciAdaptersOf({facts}).at(0).description, "PCI device 10a0:0001");
+  EXPECT_EQ(pciAdaptersOf({facts}).at(0).operationalStatus, "Disabled");
+}
+
+TEST(PciAdaptersOf, WideSegmentsAreWhole) {
+  local::PciFacts facts = adapter();
+  facts.address.segment = 0x10000;
+  EXPECT_EQ(pciAdaptersOf({facts}).at(0).tag, "10000:3b:00.0");
+}
+
+TEST(LocalInventory, HostileTextsAreCleaned) {
+  local::MemoryFacts facts = module();
+  facts.locator = "A\x1b[2J\n1";
+  facts.manufacturer = "\xff\xfe";
+  const auto record = dimmsOf({facts}).at(0);
+  EXPECT_EQ(record.description, "A [2J 1");
+  EXPECT_EQ(record.manufacturer, "\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST(LocalInventory, NoPartsNoRecords) {
+  EXPECT_THAT(processorsOf({}), IsEmpty());
+  EXPECT_THAT(fansOf({}), IsEmpty());
+  EXPECT_THAT(dimmsOf({}), IsEmpty());
+  EXPECT_THAT(powersOf({}), IsEmpty());
+  EXPECT_THAT(pciAdaptersOf({}), IsEmpty());
+}
+
+}  // namespace
+}  // namespace devhealth
