@@ -1,0 +1,70 @@
+// Firmware tables: the first byte is the length of the entry point, which
+// follows; the rest is the table. Everything is read from it, and mapped to
+// the records.
+#include "suite/local/smbios.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "fuzz/check.h"
+#include "suite/devhealth/local_inventory.h"
+#include "suite/local/controller_path.h"
+#include "suite/local/host_interface.h"
+#include "suite/local/smbios_parts.h"
+#include "suite/local/smbios_system.h"
+
+namespace {
+
+void checkText(std::string_view text) {
+  check(std::none_of(text.begin(), text.end(), [](char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+  }));
+}
+
+void checkRecords(const local::SmbiosTables& tables) {
+  const auto board =
+      devhealth::systemBoardOf(systemFacts(tables), boardFacts(tables));
+  checkText(board.machineName);
+  checkText(board.machineTypeModel);
+  checkText(board.serialNumber);
+  check(board.uuid.empty() || board.uuid.size() == 36);
+  for (const auto& record : devhealth::processorsOf(processorFacts(tables))) {
+    checkText(record.name);
+    checkText(record.family);
+  }
+  for (const auto& record : devhealth::dimmsOf(memoryFacts(tables))) {
+    checkText(record.description);
+    checkText(record.serialNumber);
+  }
+  for (const auto& record : devhealth::powersOf(supplyFacts(tables))) {
+    checkText(record.elementName);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
+                                      std::size_t size) {
+  if (size == 0) return 0;
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const std::string_view entry = bytes.substr(1, data[0]);
+  const std::string_view table = bytes.substr(1 + entry.size());
+  const local::SmbiosTables tables =
+      parseSmbios(local::ByteView(entry), local::ByteView(table));
+  std::size_t formatted = 0;
+  for (const local::SmbiosStructure& structure : tables.structures) {
+    check(structure.formatted.size() >= 4);
+    formatted += structure.formatted.size();
+  }
+  check(formatted <= table.size());
+  checkRecords(tables);
+  slotFacts(tables);
+  onboardFacts(tables);
+  for (const auto& path : controllerPaths(hostInterfaces(tables), {})) {
+    check(path.address.empty());
+    check(!problemText(path).empty());
+  }
+  return 0;
+}
