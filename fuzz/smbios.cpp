@@ -51,8 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const std::string_view entry = bytes.substr(1, data[0]);
   const std::string_view table = bytes.substr(1 + entry.size());
-  const local::SmbiosTables tables =
-      parseSmbios(local::ByteView(entry), local::ByteView(table));
+  const local::SmbiosTables tables = parseSmbios(
+      local::parseSmbiosEntry(local::ByteView(entry)), local::ByteView(table));
   std::size_t formatted = 0;
   for (const local::SmbiosStructure& structure : tables.structures) {
     check(structure.formatted.size() >= 4);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 #include <string_view>
 
 namespace local {
@@ -31,8 +32,10 @@ bool matches(const HostInterface& interface, const NetworkDevice& device) {
 // A MAC address names one device; the ids name a product, of which a machine
 // may have several, and serve where no MAC is stated or it matches nothing
 // (firmware states the controller's end of the cable now and then).
+// Of several devices of one product each interface gets one of its own.
 const NetworkDevice* deviceOf(const HostInterface& interface,
-                              const std::vector<NetworkDevice>& devices) {
+                              const std::vector<NetworkDevice>& devices,
+                              const std::set<std::string>& taken) {
   static constexpr MacAddress kUnset = {};
   if (interface.mac && *interface.mac != kUnset) {
     const auto found = std::find_if(devices.begin(), devices.end(),
@@ -41,10 +44,13 @@ const NetworkDevice* deviceOf(const HostInterface& interface,
                                     });
     if (found != devices.end()) return &*found;
   }
-  const auto found = std::find_if(
-      devices.begin(), devices.end(),
-      [&](const NetworkDevice& device) { return matches(interface, device); });
-  return found != devices.end() ? &*found : nullptr;
+  const NetworkDevice* found = nullptr;
+  for (const NetworkDevice& device : devices) {
+    if (!matches(interface, device)) continue;
+    if (taken.count(device.name) == 0) return &device;
+    if (found == nullptr) found = &device;
+  }
+  return found;
 }
 
 bool isIpv6(std::string_view address) {
@@ -103,9 +109,8 @@ ControllerPath pathOver(const RedfishOverIp& service,
 
 // The first record whose service can be reached, else the first one.
 ControllerPath pathOf(const HostInterface& interface,
-                      const std::vector<NetworkDevice>& devices) {
+                      const NetworkDevice* device) {
   ControllerPath path;
-  const NetworkDevice* device = deviceOf(interface, devices);
   if (interface.services.empty()) {
     path.problem = PathProblem::kNoService;
   } else if (device == nullptr) {
@@ -130,8 +135,11 @@ std::vector<ControllerPath> controllerPaths(
     const std::vector<NetworkDevice>& devices) {
   std::vector<ControllerPath> paths;
   paths.reserve(interfaces.size());
+  std::set<std::string> taken;
   for (const HostInterface& interface : interfaces) {
-    paths.push_back(pathOf(interface, devices));
+    const NetworkDevice* device = deviceOf(interface, devices, taken);
+    if (device != nullptr) taken.insert(device->name);
+    paths.push_back(pathOf(interface, device));
   }
   return paths;
 }

@@ -8,6 +8,10 @@
 
 namespace local {
 
+/// What a Redfish service calls itself in a search (DSP0266).
+inline constexpr std::string_view kRedfishServiceType =
+    "urn:dmtf-org:service:redfish-rest:1";
+
 /// Where a Redfish service answered.
 struct DiscoveredService {
   std::string address;  ///< Of the sender, with the zone where it needs one.

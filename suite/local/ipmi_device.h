@@ -33,7 +33,7 @@ class IpmiDevice {
                                   std::chrono::milliseconds timeout);
 
  private:
-  std::string path_;
+  std::string path_ = "/dev/ipmi0";
   Access access_ = Access::kMissing;
   int file_ = -1;
   long sequence_ = 0;

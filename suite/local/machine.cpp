@@ -1,10 +1,11 @@
 #include "suite/local/machine.h"
 
-#include <cstddef>
+#include <chrono>
 #include <utility>
 
 #include "suite/local/cpu_frequency.h"
 #include "suite/local/fans.h"
+#include "suite/local/ipmi_device.h"
 #include "suite/local/pci.h"
 #include "suite/local/smbios_parts.h"
 #include "suite/local/smbios_system.h"
@@ -13,27 +14,34 @@ namespace local {
 
 namespace {
 
-constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
 // Copies of the texts of types 1 and 2, most of them readable by everyone.
 constexpr char kTexts[] = "/sys/class/dmi/id/";
 constexpr char kChips[] = "/sys/class/hwmon";
 constexpr char kPciBus[] = "/sys/bus/pci/devices";
 
-// Tables of large servers have some hundred kilobytes.
-constexpr std::size_t kTableLimit = 4U * 1024 * 1024;
-constexpr std::size_t kEntryLimit = 4096;
+// A controller answers within milliseconds, one that starts within seconds.
+constexpr std::chrono::milliseconds kIpmiTimeout(5000);
+
+Machine* ofTheRun = nullptr;
 
 }  // namespace
 
 Machine::Machine(Root root, std::string pciIdsFile)
     : root_(std::move(root)), pciIdsFile_(std::move(pciIdsFile)) {}
 
+Machine::~Machine() {
+  if (ofTheRun == this) ofTheRun = nullptr;
+}
+
+Machine* Machine::current() { return ofTheRun; }
+
+void Machine::makeCurrent() { ofTheRun = this; }
+
 const SmbiosTables& Machine::smbios() {
   if (!table_) {
-    table_ = root_.read(kSmbiosTable, kTableLimit);
+    table_ = root_.recorded() ? tableInFolders(root_) : runningTable();
     if (table_->access == Access::kRead) {
-      const Content entry = root_.read(kEntryPoint, kEntryLimit);
-      smbios_ = parseSmbios(ByteView(entry.bytes), ByteView(table_->bytes));
+      smbios_ = parseSmbios(table_->entry, ByteView(table_->bytes));
     }
   }
   return smbios_;
@@ -42,6 +50,11 @@ const SmbiosTables& Machine::smbios() {
 Access Machine::table() {
   smbios();
   return table_->access;
+}
+
+const std::string& Machine::tableName() {
+  smbios();
+  return table_->name;
 }
 
 const std::vector<std::string>& Machine::defects() { return smbios().defects; }
@@ -94,6 +107,16 @@ std::vector<PciFacts> Machine::adapters() {
 
 std::vector<HostInterface> Machine::hostInterfaces() {
   return local::hostInterfaces(smbios());
+}
+
+const IpmiFinding& Machine::ipmi() {
+  if (!ipmi_) {
+    IpmiDevice device(root_);
+    ipmi_ = {device.access(), device.path(), std::nullopt};
+    const auto answer = device.ask(getDeviceIdRequest(), kIpmiTimeout);
+    if (answer) ipmi_->version = ipmiVersion(*answer);
+  }
+  return *ipmi_;
 }
 
 bool Machine::describesItself() {

@@ -1,18 +1,28 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "suite/local/facts.h"
+#include "suite/local/firmware_table.h"
 #include "suite/local/host_interface.h"
 #include "suite/local/root.h"
 #include "suite/local/smbios.h"
 
 namespace local {
 
-/// Where the kernel shows the firmware's structure table; root's alone.
-inline constexpr char kSmbiosTable[] = "/sys/firmware/dmi/tables/DMI";
+/// Handle (`ConnectionInfo::service`) of the machine itself as a target, where
+/// no service stands for it.
+inline constexpr std::int64_t kThisMachine = -2;
+
+/// What became of asking the machine's IPMI device for its version.
+struct IpmiFinding {
+  Access access = Access::kMissing;
+  std::string path;            ///< The device that was tried.
+  std::optional<int> version;  ///< 20 for 2.0; nothing: no sound answer.
+};
 
 /// One machine, as its own operating system shows it: the running one, or a
 /// recorded one. The firmware's table is read once; the rest is read at each
@@ -24,6 +34,16 @@ class Machine {
   /// `pciIdsFile`: the file with the names of PCI devices; empty: where
   /// systems keep it.
   explicit Machine(Root root, std::string pciIdsFile = "");
+  ~Machine();
+
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+
+  /// The machine of the run; null when there is none.
+  static Machine* current();
+
+  /// Makes this the machine of the run, for as long as it lives.
+  void makeCurrent();
 
   const Root& root() const { return root_; }
 
@@ -31,6 +51,10 @@ class Machine {
   /// processors, modules, supplies and host interfaces, and the system has
   /// what the kernel shows everyone.
   Access table();
+
+  /// What to call the table in messages: the file that holds it, where there
+  /// is one.
+  const std::string& tableName();
 
   /// What is wrong with the firmware's table, in words for the log.
   const std::vector<std::string>& defects();
@@ -44,6 +68,9 @@ class Machine {
   std::vector<PciFacts> adapters();
   std::vector<HostInterface> hostInterfaces();
 
+  /// Asks the IPMI device, once.
+  const IpmiFinding& ipmi();
+
   /// Whether the kernel shows any of its sources of inventory: the table,
   /// the copy of its texts, fans, or a PCI bus. A container may have none.
   bool describesItself();
@@ -53,8 +80,9 @@ class Machine {
 
   Root root_;
   std::string pciIdsFile_;
-  std::optional<Content> table_;  // Held, because smbios_ refers to it.
+  std::optional<FirmwareTable> table_;  // Held, because smbios_ refers to it.
   SmbiosTables smbios_;
+  std::optional<IpmiFinding> ipmi_;
 };
 
 }  // namespace local

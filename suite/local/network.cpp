@@ -1,12 +1,8 @@
 #include "suite/local/network.h"
 
-#include <arpa/inet.h>
-#include <ifaddrs.h>
-#include <net/if.h>
-#include <netinet/in.h>
-
 #include <charconv>
-#include <memory>
+#include <cstddef>
+#include <system_error>
 
 #include "suite/local/numbers.h"
 
@@ -20,46 +16,15 @@ std::uint16_t identity(const Root& root, const std::string& path) {
   return value <= 0xFFFF ? static_cast<std::uint16_t>(value) : std::uint16_t{0};
 }
 
+// The kernel's IFF_UP.
+constexpr std::uint32_t kSwitchedOn = 1;
+
 bool isUp(const Root& root, const std::string& folder) {
   const std::uint32_t flags =
       hexadecimal(root.line(folder + "/flags")).value_or(0);
   const std::string state = root.line(folder + "/operstate");
   // Drivers that cannot tell whether there is a link say "unknown".
-  return (flags & IFF_UP) != 0 && (state == "up" || state == "unknown");
-}
-
-struct FreeAddresses {
-  void operator()(ifaddrs* list) const { freeifaddrs(list); }
-};
-
-std::string addressText(const sockaddr* address) {
-  char text[INET6_ADDRSTRLEN] = {};
-  const void* bytes = nullptr;
-  if (address->sa_family == AF_INET) {
-    bytes = &reinterpret_cast<const sockaddr_in*>(address)->sin_addr;
-  } else if (address->sa_family == AF_INET6) {
-    bytes = &reinterpret_cast<const sockaddr_in6*>(address)->sin6_addr;
-  }
-  if (bytes == nullptr ||
-      inet_ntop(address->sa_family, bytes, text, sizeof text) == nullptr) {
-    return "";
-  }
-  return text;
-}
-
-void addFamily(const ifaddrs* list, int family,
-               std::vector<NetworkDevice>& devices) {
-  for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
-    if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != family) {
-      continue;
-    }
-    const std::string text = addressText(entry->ifa_addr);
-    for (NetworkDevice& device : devices) {
-      if (device.name == entry->ifa_name && !text.empty()) {
-        device.addresses.push_back(text);
-      }
-    }
-  }
+  return (flags & kSwitchedOn) != 0 && (state == "up" || state == "unknown");
 }
 
 }  // namespace
@@ -99,14 +64,6 @@ std::vector<NetworkDevice> networkDevices(const Root& root) {
     devices.push_back(std::move(device));
   }
   return devices;
-}
-
-void addAddresses(std::vector<NetworkDevice>& devices) {
-  ifaddrs* list = nullptr;
-  if (getifaddrs(&list) != 0) return;
-  const std::unique_ptr<ifaddrs, FreeAddresses> owner(list);
-  addFamily(list, AF_INET, devices);
-  addFamily(list, AF_INET6, devices);
 }
 
 }  // namespace local

@@ -29,8 +29,8 @@ struct NetworkDevice {
 /// The network devices under /sys/class/net, by name, without addresses.
 std::vector<NetworkDevice> networkDevices(const Root& root);
 
-/// Fills in the addresses that the devices have in the running system.
-void addAddresses(std::vector<NetworkDevice>& devices);
+/// The network devices of the running system, with their addresses.
+std::vector<NetworkDevice> runningDevices();
 
 /// Reads six hexadecimal bytes between colons.
 std::optional<MacAddress> parseMac(const std::string& text);

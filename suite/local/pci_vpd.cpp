@@ -1,11 +1,9 @@
 #include "suite/local/pci_vpd.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -41,19 +39,25 @@ void readFields(ByteView resource, VitalProductData& data) {
   }
 }
 
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
 VitalProductData readVpd(const std::string& path) {
-  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return {};
+  const std::unique_ptr<std::FILE, CloseFile> file(
+      std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) return {};
+  // No byte ahead of those that are asked for.
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);
   std::string bytes;
   VitalProductData data;
   while (!data.complete && bytes.size() < kLongest) {
     char chunk[kChunk];
-    const ssize_t count = read(file, chunk, sizeof chunk);
-    if (count <= 0) break;
-    bytes.append(chunk, static_cast<std::size_t>(count));
+    const std::size_t count = std::fread(chunk, 1, sizeof chunk, file.get());
+    if (count == 0) break;
+    bytes.append(chunk, count);
     data = parseVpd(ByteView(bytes));
   }
-  close(file);
   return data;
 }
 

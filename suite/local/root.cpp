@@ -1,12 +1,10 @@
 #include "suite/local/root.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -34,32 +32,33 @@ Access accessOf(int error) {
   }
 }
 
-Content readAll(int file, std::size_t limit) {
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+Content readAll(const std::string& path, std::size_t limit) {
+  // A pipe in a recorded folder must not stop the run.
+  std::error_code error;
+  const fs::file_status status = fs::status(fs::u8path(path), error);
+  if (status.type() == fs::file_type::none)
+    return {accessOf(error.value()), ""};
+  if (!fs::exists(status)) return {Access::kMissing, ""};
+  if (!fs::is_regular_file(status)) return {Access::kFailed, ""};
+  const std::unique_ptr<std::FILE, CloseFile> file(
+      std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) return {accessOf(errno), ""};
+  // The kernel makes its files up as they are read: in one go, if possible.
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);
+  // The sizes that it states for them are often wrong (0, or a page), so
+  // reading goes on until there is no more.
   Content content;
-  struct stat status = {};
-  if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
-    content.access = Access::kFailed;
-    return content;
-  }
-  // The sizes that the kernel states for its files are often wrong (0, or a
-  // page), so reading goes on until there is no more.
   char chunk[16384];
-  while (true) {
-    const ssize_t count = ::read(file, chunk, sizeof chunk);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) {
-      content.access = accessOf(errno);
-      content.bytes.clear();
-      return content;
-    }
-    if (count == 0) break;
-    content.bytes.append(chunk, static_cast<std::size_t>(count));
-    if (content.bytes.size() > limit) {
-      content.access = Access::kFailed;
-      content.bytes.clear();
-      return content;
-    }
+  while (const std::size_t count =
+             std::fread(chunk, 1, sizeof chunk, file.get())) {
+    content.bytes.append(chunk, count);
+    if (content.bytes.size() > limit) return {Access::kFailed, ""};
   }
+  if (std::ferror(file.get()) != 0) return {accessOf(errno), ""};
   content.access = Access::kRead;
   return content;
 }
@@ -70,14 +69,15 @@ Root::Root(std::string folder) : prefix_(std::move(folder)) {
   while (!prefix_.empty() && prefix_.back() == '/') prefix_.pop_back();
   if (prefix_.empty()) return;
   std::error_code error;
-  canonical_ = fs::canonical(prefix_, error).string();
+  canonical_ = fs::canonical(fs::u8path(prefix_), error).generic_u8string();
   if (error) canonical_ = prefix_;
 }
 
 bool Root::within(const std::string& hostPath) const {
   if (!recorded()) return true;
   std::error_code error;
-  const std::string real = fs::canonical(hostPath, error).string();
+  const std::string real =
+      fs::canonical(fs::u8path(hostPath), error).generic_u8string();
   if (error) return true;  // Opening it will tell what is wrong.
   return real == canonical_ ||
          real.compare(0, canonical_.size() + 1, canonical_ + "/") == 0;
@@ -86,18 +86,13 @@ bool Root::within(const std::string& hostPath) const {
 bool Root::exists(const std::string& path) const {
   const std::string hostPath = this->path(path);
   std::error_code error;
-  return within(hostPath) && fs::exists(hostPath, error);
+  return within(hostPath) && fs::exists(fs::u8path(hostPath), error);
 }
 
 Content Root::read(const std::string& path, std::size_t limit) const {
   const std::string hostPath = this->path(path);
   if (!within(hostPath)) return {Access::kMissing, ""};
-  // O_NONBLOCK: a pipe in a recorded folder must not stop the run.
-  const int file = open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) return {accessOf(errno), ""};
-  Content content = readAll(file, limit);
-  close(file);
-  return content;
+  return readAll(hostPath, limit);
 }
 
 std::string Root::line(const std::string& path) const {
@@ -113,9 +108,9 @@ std::vector<std::string> Root::list(const std::string& path) const {
   const std::string hostPath = this->path(path);
   if (!within(hostPath)) return names;
   std::error_code error;
-  for (fs::directory_iterator entry(hostPath, error), end;
+  for (fs::directory_iterator entry(fs::u8path(hostPath), error), end;
        !error && entry != end; entry.increment(error)) {
-    names.push_back(entry->path().filename().string());
+    names.push_back(entry->path().filename().u8string());
   }
   std::sort(names.begin(), names.end());
   return names;
@@ -123,8 +118,8 @@ std::vector<std::string> Root::list(const std::string& path) const {
 
 std::string Root::link(const std::string& path) const {
   std::error_code error;
-  const fs::path target = fs::read_symlink(this->path(path), error);
-  return error ? std::string() : target.string();
+  const fs::path target = fs::read_symlink(fs::u8path(this->path(path)), error);
+  return error ? std::string() : target.generic_u8string();
 }
 
 }  // namespace local

@@ -1,7 +1,6 @@
 #include "suite/local/smbios.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace local {
 
@@ -58,10 +57,10 @@ std::vector<const SmbiosStructure*> SmbiosTables::ofType(
   return found;
 }
 
-SmbiosTables parseSmbios(ByteView entryPoint, ByteView table) {
+SmbiosTables parseSmbios(const std::optional<SmbiosEntry>& entry,
+                         ByteView table) {
   SmbiosTables tables;
   tables.version = {3, 0};
-  const auto entry = parseSmbiosEntry(entryPoint);
   if (entry) {
     tables.version = entry->version;
     if (!entry->checksumRight) {

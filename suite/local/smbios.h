@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,10 +50,11 @@ struct SmbiosTables {
   std::vector<const SmbiosStructure*> ofType(SmbiosType type) const;
 };
 
-/// Reads a structure table with its entry point. Never fails: a table that
-/// lies gives the structures up to the lie. Without a usable entry point the
-/// version is taken as 3.0, which every machine of today follows.
-/// The result refers to `table`, which must outlive it.
-SmbiosTables parseSmbios(ByteView entryPoint, ByteView table);
+/// Reads a structure table. Never fails: a table that lies gives the
+/// structures up to the lie. Without a usable entry point the version is taken
+/// as 3.0, which every machine of today follows. The result refers to `table`,
+/// which must outlive it.
+SmbiosTables parseSmbios(const std::optional<SmbiosEntry>& entry,
+                         ByteView table);
 
 }  // namespace local

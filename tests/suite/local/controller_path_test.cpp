@@ -96,6 +96,25 @@ TEST(ControllerPaths, ZeroMacMatchesNothing) {
   EXPECT_EQ(pathOf(interface, {loopback, usbCard()}).device, "usb0");
 }
 
+TEST(ControllerPaths, TwinsWithoutMacGetADeviceEach) {
+  HostInterface interface = usbInterface();
+  interface.mac.reset();
+  NetworkDevice twin = usbCard();
+  twin.name = "usb1";
+  const auto paths = controllerPaths({interface, interface}, {usbCard(), twin});
+  ASSERT_THAT(paths, SizeIs(2));
+  EXPECT_EQ(paths[0].device, "usb0");
+  EXPECT_EQ(paths[1].device, "usb1");
+}
+
+TEST(ControllerPaths, TwoInterfacesMayShareTheOnlyDevice) {
+  HostInterface interface = usbInterface();
+  interface.mac.reset();
+  const auto paths = controllerPaths({interface, interface}, {usbCard()});
+  ASSERT_THAT(paths, SizeIs(2));
+  EXPECT_EQ(paths[1].device, "usb0");
+}
+
 TEST(ControllerPaths, PciIdsIncludeTheSubsystem) {
   HostInterface interface = usbInterface();
   interface.device = InterfaceDevice::kPci;

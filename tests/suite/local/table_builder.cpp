@@ -96,7 +96,7 @@ ParsedTable::ParsedTable(const std::vector<Structure>& structures,
                          unsigned major, unsigned minor)
     : bytes(tableOf(structures)) {
   const std::string entry = entryPoint64(major, minor, bytes.size());
-  tables = parseSmbios(ByteView(entry), ByteView(bytes));
+  tables = parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(bytes));
 }
 
 }  // namespace local

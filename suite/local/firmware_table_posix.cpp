@@ -1,0 +1,7 @@
+#include "suite/local/firmware_table.h"
+
+namespace local {
+
+FirmwareTable runningTable() { return tableInFolders(Root()); }
+
+}  // namespace local

@@ -1,0 +1,16 @@
+#include "suite/local/ipmi_device.h"
+
+namespace local {
+
+// Windows keeps its controller behind a driver of its own, which has no device
+// node to open: there is no such device for us.
+IpmiDevice::IpmiDevice(const Root& /*root*/) {}
+
+IpmiDevice::~IpmiDevice() = default;
+
+std::optional<IpmiResponse> IpmiDevice::ask(
+    const IpmiRequest& /*request*/, std::chrono::milliseconds /*timeout*/) {
+  return std::nullopt;
+}
+
+}  // namespace local
