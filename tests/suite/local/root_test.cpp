@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <string>
 
 #include "tests/suite/local/folder.h"
+#include "tests/suite/local/ordinary_user.h"
 
 namespace local {
 namespace {
@@ -39,24 +39,6 @@ TEST(RootRead, MissingFileIsMissing) {
   EXPECT_EQ(folder.root().read("/sys/a", 100).access, Access::kMissing);
   EXPECT_EQ(Root("/nowhere").read("/sys/a", 100).access, Access::kMissing);
 }
-
-// The rights of an ordinary user for as long as it lives, where the tests run
-// as root.
-class OrdinaryUser {
- public:
-  OrdinaryUser() {
-    constexpr uid_t kNobody = 65534;
-    if (before_ == 0 && seteuid(kNobody) != 0) ADD_FAILURE();
-  }
-  ~OrdinaryUser() {
-    if (before_ == 0 && seteuid(before_) != 0) ADD_FAILURE();
-  }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
- private:
-  const uid_t before_ = geteuid();
-};
 
 TEST(RootRead, FileThatMayNotBeReadIsDenied) {
   Folder folder;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "suite/local/root.h"
+#include "tools/record_local/masking.h"
+
+namespace record {
+
+/// Copies what the suite reads of a machine, and nothing else, into a folder
+/// that `brivel --local-root` reads afterwards.
+class Recorder {
+ public:
+  /// `folder` is made where it is missing. `mask`: see masking.h.
+  Recorder(local::Root from, std::string folder, bool mask);
+
+  /// Records everything. What is there and cannot be read, or cannot be
+  /// written, is told by `problems`; the rest is recorded all the same.
+  void record();
+
+  const std::vector<std::string>& problems() const { return problems_; }
+
+ private:
+  void recordTable();
+  void recordTexts();
+  void recordFans();
+  void recordProcessors();
+  void recordAdapters();
+  void recordNames();
+  void recordNetwork();
+
+  void copy(const std::string& path);
+  void copyLink(const std::string& path);
+  void write(const std::string& path, const std::string& bytes);
+  std::string folderOf(const std::string& path);
+
+  local::Root from_;
+  std::string folder_;
+  bool mask_;
+  MacMask macs_;
+  std::vector<std::string> problems_;
+};
+
+}  // namespace record
