@@ -84,11 +84,14 @@ redfish::Health healthOf(local::SupplyState state) {
   return redfish::Health::kUnknown;
 }
 
-/// The speed that is wished for, else the measured one. Chips without a
-/// reading state a negative one.
+/// The speed that is wished for, else the measured one. A wish of 0 is that
+/// of a chip which leaves the speed to others; a negative reading is none.
 std::string fanSpeed(const local::FanFacts& fan) {
-  for (const auto& speed : {fan.targetRpm, fan.measuredRpm}) {
-    if (speed && *speed >= 0) return std::to_string(*speed) + " RPM";
+  if (fan.targetRpm && *fan.targetRpm > 0) {
+    return std::to_string(*fan.targetRpm) + " RPM";
+  }
+  if (fan.measuredRpm && *fan.measuredRpm >= 0) {
+    return std::to_string(*fan.measuredRpm) + " RPM";
   }
   return {};
 }

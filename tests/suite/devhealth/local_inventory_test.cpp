@@ -111,6 +111,8 @@ TEST(FansOf, MeasuredSpeedServesWithoutIt) {
   local::FanFacts facts = fan();
   facts.targetRpm.reset();
   EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "4980 RPM");
+  facts.targetRpm = 0;
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "4980 RPM");
   facts.measuredRpm = 0;
   EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "0 RPM");
   facts.measuredRpm = -1;
