@@ -79,8 +79,8 @@ int run(const CommandLine& line, const connection::Settings& settings,
     return usageError((line.target.text.empty() ? "this server: " : "") +
                       error);
   }
-  return runConnected(line, std::move(target), std::move(environmentPassword),
-                      begun);
+  return runConnected(line, std::move(target), inBandOf(line, settings),
+                      std::move(environmentPassword), begun);
 }
 
 int brivel(int argc, char** argv) {

@@ -153,6 +153,12 @@ void readTarget(const Values& values, CommandLine& line) {
   if (bmc && esxi) {
     throw Mistake{"--bmc and --esxi name two targets; give one of them"};
   }
+  line.localRoot = values.filledText("--local-root").value_or("");
+  if (!line.localRoot.empty() && (bmc || esxi)) {
+    throw Mistake{
+        "--local-root stands for this server, --bmc and --esxi for "
+        "others; give one of them"};
+  }
   line.mode = bmc    ? kConnectModeOutOfBand
               : esxi ? kConnectModeEsxi
                      : kConnectModeInBand;

@@ -1,6 +1,8 @@
 #include "suite/brivel/connected_run.h"
 
+#include <filesystem>
 #include <iostream>
+#include <system_error>
 #include <utility>
 
 #include "suite/args/integer.h"
@@ -23,14 +25,14 @@ namespace {
 
 constexpr int kStandardError = 2;
 
-void warnOfInsecurity(const connection::Target& target) {
+void warnOfInsecurity(const connection::Target& target,
+                      const std::string& name) {
   if (!target.insecure ||
       target.address.scheme != connection::Address::Scheme::kHttps) {
     return;
   }
-  tell("warning: the certificate of " + connection::inWords(target.address) +
-       " is not checked" + (target.pin.empty() ? "" : ", only its pinned key") +
-       " (insecure)");
+  tell("warning: the certificate of " + name + " is not checked" +
+       (target.pin.empty() ? "" : ", only its pinned key") + " (insecure)");
 }
 
 /// What the options of the application tell of the run.
@@ -68,6 +70,11 @@ int conclude(RunResult result, const connection::Connections& connections,
   } else if (result.code != kResultSuccess && result.cause.empty()) {
     result.cause = causeOf(connections, options);
   }
+  if (result.code == kResultSuccess) {
+    for (const std::string& notice : connections.notices()) {
+      tell("note: " + notice);
+    }
+  }
   if (result.code != kResultSuccess && !abandoned) {
     std::cerr << resultLine(result, logging::logPath()) << std::endl;
   }
@@ -79,6 +86,15 @@ int conclude(RunResult result, const connection::Connections& connections,
 std::optional<connection::Target> targetOf(const CommandLine& line,
                                            const connection::Settings& settings,
                                            std::string& error) {
+  // The command line goes before what the settings ask in this server's place.
+  if (!line.localRoot.empty()) {
+    std::error_code failure;
+    if (!std::filesystem::is_directory(std::filesystem::u8path(line.localRoot),
+                                       failure)) {
+      error = "--local-root: '" + line.localRoot + "' is no folder";
+    }
+    return std::nullopt;
+  }
   if (line.mode != kConnectModeEsxi) {
     return connection::resolveTarget(line.target, settings, error);
   }
@@ -96,17 +112,30 @@ std::optional<connection::Target> targetOf(const CommandLine& line,
   return target;
 }
 
+connection::InBandOptions inBandOf(const CommandLine& line,
+                                   const connection::Settings& settings) {
+  connection::InBandOptions options;
+  options.controller = connection::controllerTarget(line.target, settings);
+  options.bootstrapCredentials = settings.inband.bootstrapCredentials;
+  options.root = line.localRoot.empty() ? "/" : line.localRoot;
+  options.pciIdsFile = settings.inband.pciIdsFile;
+  return options;
+}
+
 int runConnected(const CommandLine& line,
                  std::optional<connection::Target> target,
+                 connection::InBandOptions inBand,
                  std::optional<connection::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun) {
   if (target) {
-    warnOfInsecurity(*target);
+    warnOfInsecurity(*target, connection::inWords(target->address));
+  } else if (line.localRoot.empty()) {
+    warnOfInsecurity(inBand.controller, "this server's controller");
   }
   connection::installInterruptHandlers();
-  connection::Connections connections(line.mode, std::move(target),
-                                      std::move(environmentPassword),
-                                      hintsOf(line.applicationOptions));
+  connection::Connections connections(
+      line.mode, std::move(target), std::move(environmentPassword),
+      hintsOf(line.applicationOptions), std::move(inBand));
   std::optional<ProgressLine> progress;
   if (isTerminal(kStandardError)) {
     progress.emplace(kStandardError);

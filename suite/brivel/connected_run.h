@@ -5,6 +5,7 @@
 #include <string>
 
 #include "suite/brivel/command_line.h"
+#include "suite/connection/in_band.h"
 #include "suite/connection/secret.h"
 #include "suite/connection/settings.h"
 #include "suite/connection/target.h"
@@ -18,10 +19,15 @@ std::optional<connection::Target> targetOf(const CommandLine& line,
                                            const connection::Settings& settings,
                                            std::string& error);
 
+/// How this server's own parts and controllers are read.
+connection::InBandOptions inBandOf(const CommandLine& line,
+                                   const connection::Settings& settings);
+
 /// Runs the application on its target, closes the connections, and tells on
 /// standard error what went wrong. The exit status.
 int runConnected(const CommandLine& line,
                  std::optional<connection::Target> target,
+                 connection::InBandOptions inBand,
                  std::optional<connection::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun);
 

@@ -31,6 +31,8 @@ Target (without one: this server itself):
                             [https://][user@]host[:port], or file:DIR for a
                             recorded server
       --esxi HOST           a VMware ESXi host (not supported by syshealth)
+      --local-root FOLDER   a recorded machine, in the place of this server's
+                            own parts; for tests and support
 
 Login:
   -u, --user NAME           user at the target

@@ -17,6 +17,7 @@ constexpr const char* kTexts[] = {
     "COMMAND",
     "-H,--bmc",
     "--esxi",
+    "--local-root",
     "-u,--user",
     "--password-file",
     "--cacert",

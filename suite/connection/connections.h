@@ -1,12 +1,19 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "suite/connection/credential.h"
+#include "suite/connection/in_band.h"
 #include "suite/connection/secret.h"
+#include "suite/connection/service_nodes.h"
 #include "suite/connection/target.h"
+#include "suite/local/machine.h"
 #include "suite/redfish/pool.h"
 #include "syshealth/host/connect_info.h"
 
@@ -38,9 +45,11 @@ struct TargetCost {
 class Connections {
  public:
   /// The connections of a mode. Without a target, which only the in-band mode
-  /// allows, every question is answered with the failure that says so.
+  /// allows, this machine's own controllers are looked for, and where there is
+  /// none the machine itself is the target.
   Connections(ConnectMode mode, std::optional<Target> target,
-              std::optional<Secret> environmentPassword, RunHints hints);
+              std::optional<Secret> environmentPassword, RunHints hints,
+              InBandOptions inBand = {});
   ~Connections();  ///< Closes.
 
   Connections(const Connections&) = delete;
@@ -52,12 +61,15 @@ class Connections {
   ConnectMode mode() const { return mode_; }
 
   /// Whether the target can be reached: reads its service root and logs in.
-  /// A result code, 0 when it can. `info` becomes the record of the target.
+  /// Of this machine's own controllers one suffices, and without any a working
+  /// IPMI device. A result code, 0 when it can. `info` becomes the record of
+  /// the target.
   int tryTarget(Tarvex::TarvexConnection::ConnectionInfo& info);
 
-  /// The targets of the mode: in-band one record per node of the service;
-  /// out-of-band and for an ESXi host one record, without contacting it. 0, or
-  /// the result code of the failure; `list` then stays empty.
+  /// The targets of the mode: in-band one record per node of the services, or
+  /// one for the machine itself; out-of-band and for an ESXi host one record,
+  /// without contacting it. 0, or the result code of the failure; `list` then
+  /// stays empty.
   int listTargets(std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
 
   /// Logs out and closes. Never throws.
@@ -67,23 +79,50 @@ class Connections {
   /// empty when none was met.
   std::string cause() const;
 
+  /// What a person should know of a run that ended well: ways that were
+  /// barred, files that this user may not read. A line each.
+  const std::vector<std::string>& notices() const { return notices_; }
+
   /// Of each target that was contacted.
   std::vector<TargetCost> costs() const;
 
  private:
   std::optional<redfish::Failure> ensureService();
+  std::optional<redfish::Failure> ensureControllers();
+  std::optional<redfish::Failure> addService(
+      Target target, const std::string& serviceUuid = "");
+  std::optional<redfish::Failure> takeCredential(const Target& target);
+  std::optional<redfish::Failure> makeAccount(FoundController& controller);
+  std::optional<redfish::Failure> reachAny(std::int64_t& handle);
   std::optional<redfish::Failure> nodes(
       std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
-  Tarvex::TarvexConnection::ConnectionInfo record() const;
+  void logNode(std::size_t number, const std::string& address,
+               const ServiceNode& node);
+  void notice(const std::string& text);
+  Tarvex::TarvexConnection::ConnectionInfo record(std::int64_t handle) const;
   int fail(redfish::Failure failure);
+
+  /// A service of the pool, by its handle.
+  struct Known {
+    Target target;
+    std::string serviceUuid;  ///< That it must have; empty: any.
+  };
 
   ConnectMode mode_;
   std::optional<Target> target_;
   std::optional<Secret> environmentPassword_;
   RunHints hints_;
-  std::string credentialOrigin_;
+  InBandOptions inBand_;
+  std::optional<Credential> credential_;
   redfish::Pool pool_;
+  std::map<std::int64_t, Known> known_;
+  std::unique_ptr<local::Machine> machine_;  ///< Without a target alone.
+  bool alone_ = false;   ///< No controller was found: the machine itself is
+                         ///< the target.
+  bool barred_ = false;  ///< A way that the firmware names leads nowhere.
   std::optional<redfish::Failure> unusable_;  ///< Why there is no service.
+  std::vector<std::string> notices_;
+  std::size_t nodesLogged_ = 0;
 };
 
 }  // namespace connection

@@ -30,6 +30,10 @@ int resultOf(redfish::FailureKind kind) {
     case Kind::kDirectoryMissing: return kResultLocalFileMissing;
     case Kind::kFileUnreadable:   return kResultReadFileFailed;
     case Kind::kNoHostInterface:  return kResultLanOverUsbNotDetected;
+    case Kind::kNoHostAddress:    return kResultUsbLanUnavailable;
+    case Kind::kNotPermitted:     return kResultRootRequired;
+    case Kind::kNoBootstrapAccount: return kResultKcsAccountFailed;
+    case Kind::kIpmiDevice:       return kResultKcsConnectionFailed;
     case Kind::kInterrupted:      return kResultInterrupted;
     case Kind::kInternal:         return kResultInternalError;
   }

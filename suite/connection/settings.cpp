@@ -142,22 +142,26 @@ class SettingsReader {
   }
 
   void readInband(const toml::table& entries) {
-    std::optional<NamedTarget> source;
-    TargetSettings own;
-    Keys keys = targetKeys(own);
+    InBandSettings& inband = settings_.inband;
+    TargetSettings ofSource;
+    Keys keys = targetKeys(inband.settings);
     keys.emplace_back("source", [&](const SettingsValue& value) {
       const auto named = settings_.targets.find(readText(value));
-      source = named != settings_.targets.end()
-                   ? named->second
-                   : NamedTarget{readAddress(value), {}};
+      if (named != settings_.targets.end()) {
+        inband.source = named->second.address;
+        ofSource = named->second.settings;
+      } else {
+        inband.source = readAddress(value);
+      }
+    });
+    keys.emplace_back("bootstrap-credentials", [&](const SettingsValue& value) {
+      inband.bootstrapCredentials = readFlag(value);
+    });
+    keys.emplace_back("pci-ids", [&](const SettingsValue& value) {
+      inband.pciIdsFile = readPath(value);
     });
     readKeys(entries, "inband", keys);
-    if (!source) {
-      throw SettingsMistake{entries.source().begin.line,
-                            "[inband] has no source"};
-    }
-    source->settings = overlay(own, source->settings);
-    settings_.inband = std::move(source);
+    inband.settings = overlay(inband.settings, ofSource);
   }
 
   std::string directory_;

@@ -36,13 +36,24 @@ struct NamedTarget {
   TargetSettings settings;
 };
 
+/// How this machine itself is read when no target is named.
+struct InBandSettings {
+  /// What is asked in the place of the machine's own controllers.
+  std::optional<Address> source;
+  /// For the source, or for the controllers that the machine finds.
+  TargetSettings settings;
+  /// Let a controller make an account, where no user is named.
+  bool bootstrapCredentials = false;
+  /// Names of PCI devices; empty: where systems keep them.
+  std::string pciIdsFile;
+};
+
 /// The settings file, read.
 struct Settings {
   std::string file;  ///< Empty: there is none.
   TargetSettings defaults;
   std::map<std::string, NamedTarget, std::less<>> targets;
-  /// What stands for this machine when no target is named.
-  std::optional<NamedTarget> inband;
+  InBandSettings inband;
   std::optional<std::string> logFile;
   std::optional<int> logLevel;  ///< 0 to 4.
 };

@@ -10,7 +10,9 @@ std::optional<NamedTarget> find(const TargetChoice& choice,
   std::optional<NamedTarget> found;
   const auto named = settings.targets.find(choice.text);
   if (choice.text.empty()) {
-    found = settings.inband;
+    if (settings.inband.source) {
+      found = NamedTarget{*settings.inband.source, settings.inband.settings};
+    }
   } else if (named != settings.targets.end()) {
     found = named->second;
   } else if (auto address = parseAddress(choice.text, error)) {
@@ -40,7 +42,7 @@ std::string settingsPasswordFile(const std::string& user,
 }
 
 /// What speaks against talking to the target so; empty when nothing does.
-std::string objection(const Target& target, bool plainHttpAllowed) {
+std::string objection(const Target& target) {
   const bool passwordGiven =
       target.password.standardInput || !target.password.optionFile.empty();
   if (target.address.scheme != Address::Scheme::kDirectory &&
@@ -51,7 +53,7 @@ std::string objection(const Target& target, bool plainHttpAllowed) {
       isLoopback(target.address)) {
     return "";
   }
-  if (!plainHttpAllowed) {
+  if (!target.plainHttp) {
     return "http:// is not encrypted, and meant for this machine itself; use "
            "https://, or allow it by plain-http = true in the settings";
   }
@@ -60,6 +62,29 @@ std::string objection(const Target& target, bool plainHttpAllowed) {
            "or name no user";
   }
   return "";
+}
+
+/// The target with all that the sources say of it.
+Target merge(const TargetChoice& choice, const NamedTarget& found,
+             const Settings& settings) {
+  const TargetSettings merged =
+      overlay(overlay(choice.given, found.settings), settings.defaults);
+  Target target;
+  target.address = found.address;
+  target.user = merged.user.value_or("");
+  target.password = {choice.given.passwordFile.value_or(""),
+                     choice.passwordFromStdin,
+                     settingsPasswordFile(target.user, found, settings)};
+  target.caFile = merged.caFile.value_or("");
+  target.pin = merged.pin.value_or("");
+  target.insecure = merged.insecure.value_or(target.insecure);
+  target.timeout = merged.timeout.value_or(target.timeout);
+  target.deadline = merged.deadline.value_or(target.deadline);
+  target.maxConnections = merged.maxConnections.value_or(target.maxConnections);
+  target.ipmiPort = merged.ipmiPort.value_or(target.ipmiPort);
+  target.thorough = merged.thorough.value_or(target.thorough);
+  target.plainHttp = merged.plainHttp.value_or(target.plainHttp);
+  return target;
 }
 
 }  // namespace
@@ -71,29 +96,17 @@ std::optional<Target> resolveTarget(const TargetChoice& choice,
   if (!found) {
     return std::nullopt;
   }
-  const TargetSettings merged =
-      overlay(overlay(choice.given, found->settings), settings.defaults);
-  Target target;
-  target.address = found->address;
-  target.user = merged.user.value_or("");
-  target.password = {choice.given.passwordFile.value_or(""),
-                     choice.passwordFromStdin,
-                     settingsPasswordFile(target.user, *found, settings)};
-  target.caFile = merged.caFile.value_or("");
-  target.pin = merged.pin.value_or("");
-  target.insecure = merged.insecure.value_or(target.insecure);
-  target.timeout = merged.timeout.value_or(target.timeout);
-  target.deadline = merged.deadline.value_or(target.deadline);
-  target.maxConnections = merged.maxConnections.value_or(target.maxConnections);
-  target.ipmiPort = merged.ipmiPort.value_or(target.ipmiPort);
-  target.thorough = merged.thorough.value_or(target.thorough);
-  const std::string reason =
-      objection(target, merged.plainHttp.value_or(false));
+  Target target = merge(choice, *found, settings);
+  const std::string reason = objection(target);
   if (!reason.empty()) {
     error = reason;
     return std::nullopt;
   }
   return target;
+}
+
+Target controllerTarget(const TargetChoice& choice, const Settings& settings) {
+  return merge(choice, {{}, settings.inband.settings}, settings);
 }
 
 }  // namespace connection

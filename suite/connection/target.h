@@ -32,6 +32,7 @@ struct Target {
   std::string caFile;  ///< Empty: the system's authorities.
   std::string pin;     ///< Empty: none.
   bool insecure = false;
+  bool plainHttp = false;  ///< http:// is allowed beyond this machine.
   std::chrono::milliseconds timeout{30000};
   std::chrono::milliseconds deadline{120000};
   int maxConnections = 4;
@@ -49,5 +50,10 @@ struct Target {
 std::optional<Target> resolveTarget(const TargetChoice& choice,
                                     const Settings& settings,
                                     std::string& error);
+
+/// How a controller that this machine finds by itself is to be treated: a
+/// target without an address, put together likewise from the command line,
+/// [inband] and the defaults.
+Target controllerTarget(const TargetChoice& choice, const Settings& settings);
 
 }  // namespace connection

@@ -30,6 +30,10 @@ int statusOf(redfish::FailureKind kind, Moment moment) {
     case Kind::kDirectoryMissing:  return kStatusNoConnection;
     case Kind::kFileUnreadable:    return kStatusUnreadable;
     case Kind::kNoHostInterface:   return kStatusNoConnection;
+    case Kind::kNoHostAddress:     return kStatusNoConnection;
+    case Kind::kNotPermitted:      return kStatusNotSupported;
+    case Kind::kNoBootstrapAccount: return kStatusRefused;
+    case Kind::kIpmiDevice:        return kStatusRefused;
     case Kind::kInterrupted:       return kStatusInternal;
     case Kind::kInternal:          return kStatusInternal;
   }

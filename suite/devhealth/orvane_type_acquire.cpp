@@ -1,6 +1,8 @@
+#include <optional>
 #include <utility>
 
 #include "suite/devhealth/failure_status.h"
+#include "suite/local/machine.h"
 #include "suite/redfish/generation.h"
 #include "suite/redfish/pool.h"
 #include "suite/redfish/service.h"
@@ -39,6 +41,23 @@ Failure notOfTheNewest(redfish::Service& service, Generation generation) {
   return failure;
 }
 
+/// The controller that the machine itself reaches over its IPMI device alone.
+int typeOfOwnController(OrvaneTypeValue& type) {
+  local::Machine* machine = local::Machine::current();
+  const auto version =
+      machine == nullptr ? std::nullopt : machine->ipmi().version;
+  if (!version) return devhealth::kStatusNoConnection;
+  constexpr int kVersion20 = 20;
+  type = *version >= kVersion20 ? kOrvaneType2 : kOrvaneType1;
+  if (redfish::Pool* pool = redfish::Pool::current()) {
+    pool->report({FailureKind::kNotRedfish, "this server", "",
+                  "its controller speaks IPMI over " + machine->ipmi().path +
+                      ", and the firmware names no Redfish host interface",
+                  "if it serves Redfish elsewhere, name it by --bmc"});
+  }
+  return devhealth::kStatusSuccess;
+}
+
 }  // namespace
 
 // The module calls this very signature, here and below.
@@ -56,6 +75,9 @@ int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   if (connection_.service == redfish::kNoService) {
     type = kOrvaneTypeDravik;
     return devhealth::kStatusSuccess;
+  }
+  if (connection_.service == local::kThisMachine) {
+    return typeOfOwnController(type);
   }
   redfish::Pool* pool = redfish::Pool::current();
   redfish::Service* service =

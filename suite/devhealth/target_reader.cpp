@@ -34,7 +34,9 @@ TargetReader::TargetReader(
                    ? nullptr
                    : Pool::current()->find(connection.service)),
       address_(connection.address),
-      nodeIndex_(connection.nodeIndex) {}
+      // Nodes count on over the services of a run.
+      nodeIndex_(static_cast<std::uint16_t>(connection.nodeIndex -
+                                            connection.options)) {}
 
 int TargetReader::read(redfish::Selection selection) {
   if (service_ == nullptr) {

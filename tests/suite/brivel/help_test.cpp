@@ -9,17 +9,15 @@ namespace {
 
 TEST(HelpText, NamesEveryOption) {
   const std::string help = brivel::helpText();
-  for (const char* option : {"-H, --bmc",        "--esxi",
-                             "-u, --user",       "--password-file",
-                             "--password-stdin", "BRIVEL_PASSWORD",
-                             "--cacert",         "--pin",
-                             "-k, --insecure",   "--timeout",
-                             "--deadline",       "--max-connections",
-                             "--thorough",       "--config",
-                             "--log-file",       "--log-level",
-                             "--stats",          "--device",
-                             "--node",           "-h, --help",
-                             "--version"}) {
+  for (const char* option :
+       {"-H, --bmc",         "--esxi",          "--local-root",
+        "-u, --user",        "--password-file", "--password-stdin",
+        "BRIVEL_PASSWORD",   "--cacert",        "--pin",
+        "-k, --insecure",    "--timeout",       "--deadline",
+        "--max-connections", "--thorough",      "--config",
+        "--log-file",        "--log-level",     "--stats",
+        "--device",          "--node",          "-h, --help",
+        "--version"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
 }

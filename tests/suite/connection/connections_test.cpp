@@ -233,18 +233,6 @@ TEST(InBandList, FailureToReadIsTold) {
   EXPECT_TRUE(list.empty());
 }
 
-TEST(InBandWithoutSource, FailsAndSaysWhatToConfigure) {
-  Connections run(kConnectModeInBand, std::nullopt, std::nullopt, {});
-  ConnectionInfo info;
-  EXPECT_EQ(ConnectInfo::Getinstance()->TryCimCon(info), 26);
-  EXPECT_NE(run.cause().find("[inband]"), std::string::npos);
-  EXPECT_NE(run.cause().find("--bmc"), std::string::npos);
-  std::vector<ConnectionInfo> list;
-  EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 26);
-  EXPECT_EQ(ConnectInfo::Getinstance()->GetIpmiConnectInfo(list), 26);
-  EXPECT_TRUE(list.empty());
-}
-
 TEST(EsxiMode, ReachesAndListsOneRecordWithoutContact) {
   Connections run(kConnectModeEsxi, targetAt("admin@127.0.0.1:1"), std::nullopt,
                   {});

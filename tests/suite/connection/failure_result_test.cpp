@@ -46,6 +46,10 @@ constexpr Row kRows[] = {
     {"DirectoryMissing",  FailureKind::kDirectoryMissing,  6},
     {"FileUnreadable",    FailureKind::kFileUnreadable,    10},
     {"NoHostInterface",   FailureKind::kNoHostInterface,   26},
+    {"NoHostAddress",     FailureKind::kNoHostAddress,     33},
+    {"NotPermitted",      FailureKind::kNotPermitted,      30},
+    {"NoBootstrapAccount", FailureKind::kNoBootstrapAccount, 19},
+    {"IpmiDevice",        FailureKind::kIpmiDevice,        50},
     {"Interrupted",       FailureKind::kInterrupted,       47},
     {"Internal",          FailureKind::kInternal,          17},
 };

@@ -41,7 +41,7 @@ TEST_F(LoadSettings, EmptyFileSaysNothing) {
   ASSERT_TRUE(settings) << error_;
   EXPECT_EQ(settings->file, file_);
   EXPECT_FALSE(settings->defaults.user);
-  EXPECT_FALSE(settings->inband);
+  EXPECT_FALSE(settings->inband.source);
   EXPECT_TRUE(settings->targets.empty());
 }
 
@@ -100,8 +100,8 @@ TEST_F(LoadSettings, TargetsAreRead) {
 TEST_F(LoadSettings, InbandSourceIsAnAddress) {
   const auto settings = load("[inband]\nsource = 'file:/srv/lab'\n");
   ASSERT_TRUE(settings) << error_;
-  ASSERT_TRUE(settings->inband);
-  EXPECT_EQ(settings->inband->address.directory, "/srv/lab");
+  ASSERT_TRUE(settings->inband.source);
+  EXPECT_EQ(settings->inband.source->directory, "/srv/lab");
 }
 
 TEST_F(LoadSettings, InbandSourceMayBeANamedTarget) {
@@ -109,10 +109,10 @@ TEST_F(LoadSettings, InbandSourceMayBeANamedTarget) {
       "[inband]\nsource = 'self'\ntimeout = 5\n"
       "[targets.self]\naddress = '169.254.0.17'\nuser = 'host'\ntimeout = 9\n");
   ASSERT_TRUE(settings) << error_;
-  ASSERT_TRUE(settings->inband);
-  EXPECT_EQ(settings->inband->address.host, "169.254.0.17");
-  EXPECT_EQ(settings->inband->settings.user, "host");
-  EXPECT_EQ(settings->inband->settings.timeout, std::chrono::seconds(5));
+  ASSERT_TRUE(settings->inband.source);
+  EXPECT_EQ(settings->inband.source->host, "169.254.0.17");
+  EXPECT_EQ(settings->inband.settings.user, "host");
+  EXPECT_EQ(settings->inband.settings.timeout, std::chrono::seconds(5));
 }
 
 TEST_F(LoadSettings, PathsAreRelativeToTheFileOrTheHome) {
@@ -129,7 +129,7 @@ TEST_F(LoadSettings, PathsAreRelativeToTheFileOrTheHome) {
   EXPECT_EQ(settings->defaults.caFile, "/home/ada/ca.pem");
   EXPECT_EQ(settings->targets.at("lab").address.directory,
             directory_.path("lab"));
-  EXPECT_EQ(settings->inband->address.directory, "/home/ada/lab");
+  EXPECT_EQ(settings->inband.source->directory, "/home/ada/lab");
 }
 
 TEST_F(LoadSettings, UnknownKeyIsNamedWithItsLine) {
@@ -198,8 +198,21 @@ TEST_F(LoadSettings, TargetWithoutAddressIsRefused) {
             "address");
 }
 
-TEST_F(LoadSettings, InbandWithoutSourceIsRefused) {
-  EXPECT_EQ(errorOf("[inband]\nuser = 'b'\n"), "1: [inband] has no source");
+TEST_F(LoadSettings, InbandNeedsNoSource) {
+  const auto settings = load(
+      "[inband]\nuser = 'b'\nbootstrap-credentials = true\n"
+      "pci-ids = 'names/pci.ids'\n");
+  ASSERT_TRUE(settings) << error_;
+  EXPECT_FALSE(settings->inband.source);
+  EXPECT_EQ(settings->inband.settings.user, "b");
+  EXPECT_TRUE(settings->inband.bootstrapCredentials);
+  EXPECT_EQ(settings->inband.pciIdsFile, directory_.path("names/pci.ids"));
+}
+
+TEST_F(LoadSettings, AccountsAreNotMadeUnlessAskedFor) {
+  const auto settings = load("[inband]\nuser = 'b'\n");
+  ASSERT_TRUE(settings) << error_;
+  EXPECT_FALSE(settings->inband.bootstrapCredentials);
 }
 
 TEST_F(LoadSettings, TablesMustBeTables) {

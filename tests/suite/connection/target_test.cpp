@@ -177,7 +177,8 @@ TEST_F(ResolveTarget, PlainHttpElsewhereCarriesNoPassword) {
 TEST_F(ResolveTarget, ThisMachineIsTheInbandSource) {
   TargetSettings own;
   own.user = "host";
-  settings_.inband = NamedTarget{parsed("169.254.0.17"), own};
+  settings_.inband.source = parsed("169.254.0.17");
+  settings_.inband.settings = own;
   const Target target = resolved("");
   EXPECT_EQ(target.address.host, "169.254.0.17");
   EXPECT_EQ(target.user, "host");

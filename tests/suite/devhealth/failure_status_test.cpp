@@ -37,6 +37,10 @@ constexpr Row kRows[] = {
     {Kind::kDirectoryMissing,  -1, -1},
     {Kind::kFileUnreadable,    -3, -3},
     {Kind::kNoHostInterface,   -1, -1},
+    {Kind::kNoHostAddress,     -1, -1},
+    {Kind::kNotPermitted,      -4, -4},
+    {Kind::kNoBootstrapAccount, -2, -2},
+    {Kind::kIpmiDevice,        -2, -2},
     {Kind::kInterrupted,       -5, -5},
     {Kind::kInternal,          -5, -5},
 };

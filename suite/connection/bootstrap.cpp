@@ -1,0 +1,80 @@
+#include "suite/connection/bootstrap.h"
+
+#include <chrono>
+#include <utility>
+
+#include "suite/local/ipmi_device.h"
+#include "suite/redfish/secret.h"
+
+namespace connection {
+namespace {
+
+using local::Access;
+using redfish::Failure;
+using redfish::FailureKind;
+
+// Making an account takes a controller a moment.
+constexpr std::chrono::milliseconds kTimeout(10000);
+constexpr std::uint8_t kDisabled = 0x80;
+
+constexpr const char* kOtherLogin =
+    "name a user in [inband] of the settings, or by --user";
+
+Failure failureOf(FailureKind kind, std::string cause) {
+  return {kind, "this server", "", std::move(cause), kOtherLogin};
+}
+
+}  // namespace
+
+std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
+                                       const std::string& device,
+                                       Failure& failure) {
+  auto account = local::bootstrapAccount(response);
+  const std::uint8_t completion = response.completion;
+  redfish::wipe(response.data);
+  if (!account) {
+    failure =
+        failureOf(FailureKind::kNoBootstrapAccount,
+                  completion == kDisabled
+                      ? "the controller does not make accounts: credential "
+                        "bootstrapping is disabled in it"
+                      : "the controller makes no account: its answer over " +
+                            device + " is not understood (completion code " +
+                            std::to_string(completion) + ")");
+    return std::nullopt;
+  }
+  return MadeAccount{
+      std::move(account->user),
+      {Secret(std::move(account->password)), "the controller, over " + device}};
+}
+
+std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
+                                            const FoundController& controller,
+                                            Failure& failure) {
+  if (!controller.bootstrapsCredentials) {
+    failure = failureOf(FailureKind::kNoBootstrapAccount,
+                        "the controller does not make accounts, as the "
+                        "firmware says of its host interface");
+    return std::nullopt;
+  }
+  local::IpmiDevice device(machine.root());
+  if (device.access() == Access::kDenied) {
+    failure = {FailureKind::kNotPermitted, "this server", "",
+               device.path() + " may be opened by root only",
+               "run brivel as root"};
+    return std::nullopt;
+  }
+  auto response = device.ask(local::bootstrapRequest(), kTimeout);
+  if (!response) {
+    failure = failureOf(
+        FailureKind::kIpmiDevice,
+        device.access() == Access::kMissing
+            ? "there is no IPMI device (" + device.path() +
+                  ") to have an account made over"
+            : "the IPMI device " + device.path() + " does not answer");
+    return std::nullopt;
+  }
+  return madeAccount(*std::move(response), device.path(), failure);
+}
+
+}  // namespace connection

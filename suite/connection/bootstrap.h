@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "suite/connection/credential.h"
+#include "suite/connection/in_band.h"
+#include "suite/local/ipmi_message.h"
+#include "suite/local/machine.h"
+#include "suite/redfish/failure.h"
+
+namespace connection {
+
+/// An account that a controller made for this machine, and its password.
+struct MadeAccount {
+  std::string user;
+  Credential credential;
+};
+
+/// Has the machine's controller make an account, over the local IPMI device
+/// (DSP0270, credential bootstrapping). The account is good on the host
+/// interface alone and goes with the next reset of the controller or the
+/// machine. Nothing, and why in `failure`, when there is none to be had.
+std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
+                                            const FoundController& controller,
+                                            redfish::Failure& failure);
+
+/// What the answer to the request says; `device` is named in the failure.
+std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
+                                       const std::string& device,
+                                       redfish::Failure& failure);
+
+}  // namespace connection

@@ -1,0 +1,166 @@
+#include "suite/connection/in_band.h"
+
+#include <utility>
+
+#include "suite/local/controller_path.h"
+#include "suite/local/discovery.h"
+#include "suite/local/network.h"
+#include "syshealth/host/log.h"
+
+namespace connection {
+namespace {
+
+using local::Access;
+using local::ControllerPath;
+using local::PathProblem;
+using redfish::Failure;
+using redfish::FailureKind;
+
+constexpr const char* kOtherWays =
+    "name a controller by --bmc, or in the settings "
+    "(~/.config/brivel/brivel.toml) by source in [inband]";
+
+Failure failureOf(FailureKind kind, std::string cause, std::string remedy) {
+  return {kind, "this server", "", std::move(cause), std::move(remedy)};
+}
+
+/// What else there is for a person to do.
+std::string otherWays(local::Machine& machine) {
+  std::string ways = kOtherWays;
+  if (machine.describesItself()) {
+    ways += "; --device shows what this machine says of itself";
+  }
+  return ways;
+}
+
+/// Why the firmware's table tells of no host interface.
+Failure noInterface(local::Machine& machine) {
+  const std::string& table = machine.tableName();
+  switch (machine.table()) {
+    case Access::kDenied:
+      return failureOf(
+          FailureKind::kNotPermitted,
+          table +
+              ", which lists the parts of this machine and the way to its "
+              "controller, may be read by root only",
+          "run brivel as root");
+    case Access::kMissing:
+      return failureOf(FailureKind::kNoHostInterface,
+                       "there is no Redfish host interface and no SMBIOS at "
+                       "all (" +
+                           table + " does not exist)",
+                       otherWays(machine));
+    case Access::kFailed:
+      return failureOf(FailureKind::kFileUnreadable, table + " cannot be read",
+                       otherWays(machine));
+    case Access::kRead:
+      break;
+  }
+  return failureOf(FailureKind::kNoHostInterface,
+                   "the firmware names no Redfish host interface",
+                   otherWays(machine));
+}
+
+FailureKind kindOf(PathProblem problem) {
+  switch (problem) {
+    case PathProblem::kDown:
+    case PathProblem::kNoAddress:
+      return FailureKind::kNoHostAddress;
+    case PathProblem::kUndiscovered:
+      return FailureKind::kUnreachable;
+    case PathProblem::kNone:
+    case PathProblem::kNoService:
+    case PathProblem::kNoDevice:
+      break;
+  }
+  return FailureKind::kNoHostInterface;
+}
+
+/// Completes a way whose end has to be asked for.
+void discover(ControllerPath& path) {
+  if (path.problem != PathProblem::kUndiscovered) {
+    return;
+  }
+  if (const auto found =
+          local::discoverService(path.device, path.serviceUuid)) {
+    path.problem = PathProblem::kNone;
+    path.address = found->address;
+    path.port = found->port;
+  }
+}
+
+FoundController controllerAt(const ControllerPath& path, const Target& base) {
+  FoundController found;
+  found.target = base;
+  found.target.address.host = path.address;
+  found.target.address.port = path.port;
+  found.serviceUuid = path.serviceUuid;
+  found.bootstrapsCredentials = path.bootstrapsCredentials;
+  return found;
+}
+
+}  // namespace
+
+FoundControllers findControllers(local::Machine& machine, const Target& base) {
+  FoundControllers found;
+  for (const std::string& defect : machine.defects()) {
+    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+        << "this server: " << machine.tableName() << ": " << defect;
+  }
+  const auto interfaces = machine.hostInterfaces();
+  if (interfaces.empty()) {
+    found.failure = noInterface(machine);
+    return found;
+  }
+  if (machine.root().recorded()) {
+    found.failure =
+        failureOf(FailureKind::kNoHostInterface,
+                  "the controller of a recorded machine is not asked",
+                  otherWays(machine));
+    return found;
+  }
+  const auto devices = local::runningDevices();
+  for (ControllerPath& path : controllerPaths(interfaces, devices)) {
+    discover(path);
+    if (path.problem == PathProblem::kNone) {
+      Tarvex::Log(3, __FILE__, __LINE__).Stream()
+          << "this server: its network device " << path.device
+          << " leads to a controller at " << path.address;
+      found.controllers.push_back(controllerAt(path, base));
+      continue;
+    }
+    Failure failure = failureOf(kindOf(path.problem), problemText(path), "");
+    Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
+    if (!found.failure) {
+      found.failure = std::move(failure);
+      found.barred = true;
+    }
+  }
+  return found;
+}
+
+Failure withIpmi(Failure failure, const local::IpmiFinding& ipmi) {
+  if (failure.kind != FailureKind::kNoHostInterface) {
+    return failure;
+  }
+  switch (ipmi.access) {
+    case Access::kMissing:
+      failure.cause += ", and there is no IPMI device (" + ipmi.path + ")";
+      break;
+    case Access::kDenied:
+      failure = failureOf(FailureKind::kNotPermitted,
+                          ipmi.path + " may be opened by root only",
+                          "run brivel as root");
+      break;
+    case Access::kRead:
+    case Access::kFailed:
+      failure = failureOf(FailureKind::kIpmiDevice,
+                          failure.cause + ", and the IPMI device " + ipmi.path +
+                              " does not answer",
+                          kOtherWays);
+      break;
+  }
+  return failure;
+}
+
+}  // namespace connection

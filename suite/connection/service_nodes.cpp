@@ -1,0 +1,84 @@
+#include "suite/connection/service_nodes.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+#include "suite/redfish/json.h"
+#include "suite/redfish/topology.h"
+
+namespace connection {
+namespace {
+
+constexpr std::size_t kMostNodes = std::numeric_limits<std::uint16_t>::max();
+
+ServiceNode nodeOf(const redfish::Resource* system) {
+  if (system == nullptr) {
+    return {};
+  }
+  return {system->uri.target(),
+          lowerCase(redfish::stringAt(system->body, "UUID"))};
+}
+
+}  // namespace
+
+ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
+                       std::uint16_t index) {
+  redfish::Selection selection;
+  selection.nodeIndex = index;
+  selection.wants = wants == 0 ? redfish::kWantSystem : wants;
+  auto failure = service.read(selection);
+  const std::vector<const redfish::Resource*> systems =
+      redfish::eligibleSystems(service.graph());
+  const bool allKnown =
+      !systems.empty() &&
+      std::find(systems.begin(), systems.end(), nullptr) == systems.end();
+  ServiceNodes found;
+  // A node that cannot be read is a node still, and a service without any was
+  // reached all the same: the calls that read them tell what is wrong.
+  if (failure && !allKnown &&
+      failure->kind != redfish::FailureKind::kNoSystem) {
+    found.failure = std::move(failure);
+    return found;
+  }
+  for (const redfish::Resource* system : systems) {
+    if (found.nodes.size() < kMostNodes) {
+      found.nodes.push_back(nodeOf(system));
+    }
+  }
+  if (found.nodes.empty()) {
+    found.nodes.emplace_back();
+  }
+  return found;
+}
+
+std::optional<redfish::Failure> foreign(const redfish::Service& service,
+                                        const std::string& expectedUuid) {
+  const redfish::Resource* const root = redfish::serviceRoot(service.graph());
+  if (expectedUuid.empty() || root == nullptr) {
+    return std::nullopt;
+  }
+  const std::string uuid = lowerCase(redfish::stringAt(root->body, "UUID"));
+  if (uuid.empty() || uuid == expectedUuid) {
+    return std::nullopt;
+  }
+  return redfish::Failure{
+      redfish::FailureKind::kNotRedfish, service.address(), "",
+      "this is not the controller's service that the firmware names: its UUID "
+      "is another one",
+      "check the host interface in the controller, or name the service by "
+      "source in [inband] of the settings"};
+}
+
+std::string lowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') {
+      c = static_cast<char>(c - 'A' + 'a');
+    }
+  }
+  return lower;
+}
+
+}  // namespace connection

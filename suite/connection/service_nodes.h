@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "suite/redfish/failure.h"
+#include "suite/redfish/service.h"
+
+namespace connection {
+
+/// One node of a service, as far as it was read.
+struct ServiceNode {
+  std::string uri;   ///< Of its system; empty: not read.
+  std::string uuid;  ///< Of its system, in lower case; empty: not told.
+};
+
+/// The nodes of a service by their index in it, or why they are not known.
+struct ServiceNodes {
+  std::vector<ServiceNode> nodes;
+  std::optional<redfish::Failure> failure;
+};
+
+/// Reads the nodes of a service, and along with them what the run will ask of
+/// one of them: `wants` of the node `index`. A service without any has one
+/// node: the calls that read it tell what is wrong.
+ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
+                       std::uint16_t index);
+
+/// Whether a service that was read is another one than the firmware names:
+/// both may state a UUID, and must mean the same one then. `expectedUuid` in
+/// lower case; empty: any service will do.
+std::optional<redfish::Failure> foreign(const redfish::Service& service,
+                                        const std::string& expectedUuid);
+
+/// A UUID, or any text, with its capital letters made small.
+std::string lowerCase(std::string_view text);
+
+}  // namespace connection

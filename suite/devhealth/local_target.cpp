@@ -1,0 +1,121 @@
+#include "suite/devhealth/local_target.h"
+
+#include <string>
+#include <utility>
+
+#include "suite/devhealth/failure_status.h"
+#include "suite/devhealth/local_inventory.h"
+#include "suite/redfish/failure.h"
+#include "suite/redfish/pool.h"
+#include "syshealth/host/log.h"
+
+namespace devhealth {
+namespace {
+
+using local::Access;
+using redfish::Failure;
+using redfish::FailureKind;
+
+int fail(FailureKind kind, int status, std::string cause, std::string remedy) {
+  Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};
+  Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
+  if (redfish::Pool* pool = redfish::Pool::current()) {
+    pool->report(std::move(failure));
+  }
+  return status;
+}
+
+}  // namespace
+
+bool LocalTarget::is(
+    const Tarvex::TarvexConnection::ConnectionInfo& connection) {
+  return connection.service == local::kThisMachine;
+}
+
+LocalTarget::LocalTarget() : machine_(local::Machine::current()) {}
+
+int LocalTarget::requireMachine() {
+  if (machine_ != nullptr) return kStatusSuccess;
+  return fail(FailureKind::kUnreachable, kStatusNoConnection,
+              "there is no connection to this target", "");
+}
+
+int LocalTarget::requireTable() {
+  if (const int status = requireMachine()) return status;
+  const std::string& table = machine_->tableName();
+  switch (machine_->table()) {
+    case Access::kRead:
+      return kStatusSuccess;
+    case Access::kDenied:
+      return fail(FailureKind::kNotPermitted, kStatusNotSupported,
+                  table +
+                      ", which lists the parts of this machine and the way to "
+                      "its controller, may be read by root only",
+                  "run brivel as root");
+    case Access::kMissing:
+      return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+                  "neither a controller nor SMBIOS (" + table +
+                      " does not exist) tells of its system board, "
+                      "processors, memory modules and power supplies; "
+                      "containers and some boards have none",
+                  "name a controller by --bmc");
+    case Access::kFailed:
+      break;
+  }
+  return fail(FailureKind::kFileUnreadable, kStatusUnreadable,
+              table + ", which lists the parts of this machine, cannot be read",
+              "");
+}
+
+int LocalTarget::system(Tarvex::DeviceHealth::SystemBoard& system) {
+  if (const int status = requireMachine()) return status;
+  system = systemBoardOf(machine_->system(), machine_->board());
+  const bool known = !system.machineName.empty() ||
+                     !system.machineTypeModel.empty() ||
+                     !system.serialNumber.empty() || !system.uuid.empty();
+  return known ? kStatusSuccess : requireTable();
+}
+
+int LocalTarget::processors(
+    std::vector<Tarvex::DeviceHealth::Processor>& processors) {
+  const int status = requireTable();
+  if (status == kStatusSuccess) {
+    processors = processorsOf(machine_->processors());
+  }
+  return status;
+}
+
+int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
+  const int status = requireMachine();
+  if (status == kStatusSuccess) fans = fansOf(machine_->fans());
+  return status;
+}
+
+int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {
+  const int status = requireTable();
+  if (status == kStatusSuccess) dimms = dimmsOf(machine_->memory());
+  return status;
+}
+
+int LocalTarget::powers(std::vector<Tarvex::DeviceHealth::Power>& powers) {
+  const int status = requireTable();
+  if (status == kStatusSuccess) powers = powersOf(machine_->supplies());
+  return status;
+}
+
+int LocalTarget::pciAdapters(
+    std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) {
+  const int status = requireMachine();
+  if (status == kStatusSuccess) {
+    adapters = pciAdaptersOf(machine_->adapters());
+  }
+  return status;
+}
+
+int LocalTarget::health() {
+  return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+              "only a management controller keeps a list of active events",
+              "name one by --bmc");
+}
+
+}  // namespace devhealth
