@@ -23,8 +23,11 @@ bool isUp(const Root& root, const std::string& folder) {
   const std::uint32_t flags =
       hexadecimal(root.line(folder + "/flags")).value_or(0);
   const std::string state = root.line(folder + "/operstate");
-  // Drivers that cannot tell whether there is a link say "unknown".
-  return (flags & kSwitchedOn) != 0 && (state == "up" || state == "unknown");
+  // Drivers that do not keep a state say "unknown", and tell of the link all
+  // the same where they know of it.
+  const bool linked = state == "up" || (state == "unknown" &&
+                                        root.line(folder + "/carrier") != "0");
+  return (flags & kSwitchedOn) != 0 && linked;
 }
 
 }  // namespace

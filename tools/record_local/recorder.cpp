@@ -199,6 +199,7 @@ void Recorder::recordNetwork() {
     }
     copy(folder + "/flags");
     copy(folder + "/operstate");
+    copy(folder + "/carrier");
     for (const char* file :
          {"/vendor", "/device", "/subsystem_vendor", "/subsystem_device"}) {
       copy(folder + "/device" + file);

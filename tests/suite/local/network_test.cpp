@@ -65,6 +65,20 @@ TEST(NetworkDevices, UpMeansSwitchedOnWithALink) {
   EXPECT_FALSE(upWith("", "up"));
 }
 
+TEST(NetworkDevices, LinkDecidesWhereTheStateIsNotKept) {
+  Folder folder;
+  folder.file("/sys/class/net/usb0/flags", "0x1003\n");
+  folder.file("/sys/class/net/usb0/operstate", "unknown\n");
+  folder.file("/sys/class/net/usb0/carrier", "0\n");
+  folder.file("/sys/class/net/usb1/flags", "0x1003\n");
+  folder.file("/sys/class/net/usb1/operstate", "unknown\n");
+  folder.file("/sys/class/net/usb1/carrier", "1\n");
+  const auto devices = networkDevices(folder.root());
+  ASSERT_THAT(devices, SizeIs(2));
+  EXPECT_FALSE(devices[0].up);
+  EXPECT_TRUE(devices[1].up);
+}
+
 TEST(NetworkDevices, NoneWithoutTheFolder) {
   const Folder folder;
   EXPECT_THAT(networkDevices(folder.root()), IsEmpty());
