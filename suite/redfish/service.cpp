@@ -102,7 +102,7 @@ std::optional<Failure> Service::read(const Selection& selection) {
     return failure;
   }
   Tarvex::Log(3, __FILE__, __LINE__).Stream()
-      << address() << ": node " << selection.nodeIndex + 1 << " is "
+      << address() << ": read "
       << nodeAt(knowledge_.graph, selection.nodeIndex).system->uri.target();
   return std::nullopt;
 }
