@@ -142,6 +142,7 @@ int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
                                char* /*localAddress*/, int /*remotePort*/,
                                int /*localPort*/) {
   auto& transfer = *static_cast<CurlTransfer*>(self);
+  transfer.connected_ = true;
   transfer.speaksHttp2_ = isHttp2(transfer.easy_.get());
   return CURL_PREREQFUNC_OK;
 }
@@ -237,6 +238,7 @@ void CurlTransfer::reset() noexcept {
   headerLines_ = CurlHeaders();
   headers_.clear();
   body_ = std::string();
+  connected_ = false;
   speaksHttp2_ = false;
   bodyTooLarge_ = false;
   exception_ = nullptr;

@@ -40,7 +40,12 @@ class CurlTransfer {
   /// Forgets the request, with its secrets.
   void reset() noexcept;
 
+  std::uint64_t id() const { return id_; }
   const Request& request() const { return request_; }
+
+  /// Whether it has its connection, handshake included, so that the request
+  /// may be on its way.
+  bool connected() const { return connected_; }
 
   /// When the request is over at the latest. libcurl itself does not watch
   /// the time of requests that wait for a connection to become free.
@@ -74,6 +79,7 @@ class CurlTransfer {
   CurlHeaders headerLines_;
   ResponseHeaders headers_;
   std::string body_;
+  bool connected_ = false;
   bool speaksHttp2_ = false;
   bool bodyTooLarge_ = false;
   std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.

@@ -42,6 +42,7 @@ class CurlTransport final : public Transport {
   std::uint64_t start(Request request) override;
   std::optional<Answer> next(Clock::time_point until) override;
   void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
+  bool mayHaveArrived(std::uint64_t id) const override;
   void cancelAll() override;
   void disableCompression() override { identity_ = true; }
   void disableHttp2() override {
@@ -270,6 +271,13 @@ void CurlTransport::wait(Clock::duration time) {
       !interruptSeen_ && !interruptDeferred_ && interrupt.fd >= 0;
   check(curl_multi_poll(multi_.get(), &interrupt, watch ? 1U : 0U,
                         static_cast<int>(wanted.count()), nullptr));
+}
+
+bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
+  return std::none_of(active_.begin(), active_.end(),
+                      [id](const TransferPtr& transfer) {
+                        return transfer->id() == id && !transfer->connected();
+                      });
 }
 
 void CurlTransport::cancelAll() {

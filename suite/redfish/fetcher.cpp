@@ -113,6 +113,13 @@ std::optional<Answer> Fetcher::wait(std::uint64_t ticket,
   return std::nullopt;
 }
 
+bool Fetcher::mayHaveArrived(std::uint64_t ticket) const {
+  const auto sent =
+      std::find_if(sends_.begin(), sends_.end(),
+                   [&](const auto& entry) { return entry.second == ticket; });
+  return sent == sends_.end() || transport_.mayHaveArrived(sent->first);
+}
+
 bool Fetcher::idle() const {
   const bool queued =
       std::any_of(queue_.begin(), queue_.end(),

@@ -75,6 +75,10 @@ class Fetcher {
   /// request stays under way.
   std::optional<Answer> wait(std::uint64_t ticket, Clock::time_point until);
 
+  /// Whether the service may have seen a request that was sent; false only
+  /// while it still waits for its connection.
+  bool mayHaveArrived(std::uint64_t ticket) const;
+
   /// While set, an interrupt by the user ends no wait.
   void deferInterrupt(bool defer) { transport_.deferInterrupt(defer); }
 

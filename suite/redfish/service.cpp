@@ -129,8 +129,12 @@ std::optional<Failure> Service::openOnce() {
   std::optional<Answer> root;
   bool loggingIn = session_.wanted();
   while (!root || loggingIn) {
-    auto fetched = fetcher_.next(until);
-    if (!fetched) return outOfTime(kRootTarget);
+    const bool loginOnly = root && session_.loginEnd() < until;
+    auto fetched = fetcher_.next(loginOnly ? session_.loginEnd() : until);
+    if (!fetched) {
+      return loginOnly && !interrupted() ? session_.late()
+                                         : outOfTime(kRootTarget);
+    }
     if (session_.takes(*fetched)) {
       loggingIn = false;
     } else if (fetched->ticket == ticket) {

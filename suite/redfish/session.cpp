@@ -6,6 +6,7 @@
 
 #include "suite/redfish/answer.h"
 #include "suite/redfish/interrupt.h"
+#include "suite/redfish/network_fault.h"
 #include "suite/redfish/secret.h"
 #include "suite/redfish/uri.h"
 #include "syshealth/host/log.h"
@@ -56,7 +57,7 @@ Session::~Session() {
 }
 
 void Session::begin(std::chrono::milliseconds timeout) {
-  if (wanted()) ticket_ = fetcher_.send(loginRequest(timeout));
+  if (wanted()) sendLogin(timeout);
 }
 
 bool Session::takes(const Fetched& fetched) {
@@ -64,6 +65,16 @@ bool Session::takes(const Fetched& fetched) {
   ticket_.reset();
   answer_ = fetched.answer;
   return true;
+}
+
+Failure Session::late() const {
+  Failure failure = failureOf(ticket_ && !fetcher_.mayHaveArrived(*ticket_)
+                                  ? NetworkFault::kConnectTimeout
+                                  : NetworkFault::kAnswerTimeout,
+                              "", {patience_, patience_});
+  failure.address = address_;
+  failure.uri = loginTarget_;
+  return failure;
 }
 
 std::optional<Failure> Session::conclude(const json::object& root,
@@ -108,12 +119,19 @@ std::string Session::scrub(std::string text) const {
 void Session::logout() noexcept {
   try {
     fetcher_.deferInterrupt(true);
-    if (ticket_) {
+    // A login that the service has never seen grants nothing.
+    if (ticket_ && fetcher_.mayHaveArrived(*ticket_)) {
       const auto answer =
           fetcher_.wait(*ticket_, Clock::now() + kLogoutTimeout);
-      if (answer) adopt(*answer);
-      ticket_.reset();
+      if (answer) {
+        adopt(*answer);
+      } else {
+        Tarvex::Log(1, __FILE__, __LINE__).Stream()
+            << address_ << ": the login was never answered; if it made a "
+            << "session, that stays open until it times out there";
+      }
     }
+    ticket_.reset();
     if (answer_) adopt(*answer_);
     answer_.reset();
     fetcher_.cancelAll();
@@ -146,7 +164,13 @@ void Session::logout() noexcept {
   }
 }
 
-Request Session::loginRequest(std::chrono::milliseconds timeout) const {
+void Session::sendLogin(std::chrono::milliseconds timeout) {
+  patience_ = timeout;
+  loginEnd_ = Clock::now() + timeout;
+  ticket_ = fetcher_.send(loginRequest());
+}
+
+Request Session::loginRequest() const {
   json::object body;
   body["UserName"] = user_;
   body["Password"] = password_;
@@ -154,7 +178,8 @@ Request Session::loginRequest(std::chrono::milliseconds timeout) const {
   request.method = Method::kPost;
   request.target = loginTarget_;
   request.body = json::serialize(body);
-  request.timeout = timeout;
+  // Longer than we wait for it: what it grants late is taken back by `logout`.
+  request.timeout = patience_ + kLogoutTimeout;
   if (json::value* secret = body.if_contains("Password")) {
     json::string& text = secret->as_string();
     std::fill(text.begin(), text.end(), '\0');
@@ -164,12 +189,14 @@ Request Session::loginRequest(std::chrono::milliseconds timeout) const {
 
 Session::Outcome Session::login(std::chrono::milliseconds timeout,
                                 Clock::time_point until) {
-  ticket_ = fetcher_.send(loginRequest(timeout));
-  const auto answer = fetcher_.wait(*ticket_, until);
+  sendLogin(timeout);
+  const auto answer = fetcher_.wait(*ticket_, std::min(until, loginEnd_));
   if (!answer) {
     // It stays under way: what it may yet grant is taken back by `logout`.
-    failure_ = interrupted() ? fail(FailureKind::kInterrupted,
-                                    "interrupted by the user", "")
+    failure_ =
+        interrupted()
+            ? fail(FailureKind::kInterrupted, "interrupted by the user", "")
+        : loginEnd_ <= until ? late()
                              : fail(FailureKind::kDeadline,
                                     "no answer to the login in time", "");
     return Outcome::kFailed;

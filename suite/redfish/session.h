@@ -34,6 +34,12 @@ class Session {
   /// Whether an answer fetched belongs to `begin`; if so it is taken in.
   bool takes(const Fetched& fetched);
 
+  /// When the login under way has had its time, as `begin` was told. What it
+  /// still grants later is taken back by `logout`.
+  Clock::time_point loginEnd() const { return loginEnd_; }
+  /// What it means that no answer came by then.
+  Failure late() const;
+
   /// Ends the login once the service root is known: tries the URI that the
   /// root names where the standard one was none, or falls to Basic. Requires
   /// that the answer to `begin` was taken. Nothing on success.
@@ -70,7 +76,8 @@ class Session {
   /// What the answer to a login means.
   enum class Outcome { kSession, kWrongPlace, kImpossible, kFailed };
 
-  Request loginRequest(std::chrono::milliseconds timeout) const;
+  void sendLogin(std::chrono::milliseconds timeout);
+  Request loginRequest() const;
   /// Sends the login and judges its answer; kFailed when none came in time.
   Outcome login(std::chrono::milliseconds timeout, Clock::time_point until);
   Outcome judge(const Answer& answer);
@@ -92,8 +99,10 @@ class Session {
   std::string user_;
   std::string password_;
   std::string loginTarget_ = "/redfish/v1/SessionService/Sessions";
-  std::optional<std::uint64_t> ticket_;  ///< Of a login under way.
-  std::optional<Answer> answer_;         ///< To `begin`, not yet judged.
+  std::optional<std::uint64_t> ticket_;    ///< Of a login under way.
+  std::chrono::milliseconds patience_{0};  ///< With it.
+  Clock::time_point loginEnd_;             ///< When that ends.
+  std::optional<Answer> answer_;           ///< To `begin`, not yet judged.
   std::string token_;
   bool granted_ = false;       ///< A session is there to be deleted.
   std::string sessionTarget_;  ///< Where to delete it.

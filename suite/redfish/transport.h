@@ -91,6 +91,10 @@ class Transport {
   /// the answer of a login that must be undone, and for a logout.
   virtual void deferInterrupt(bool /*defer*/) {}
 
+  /// Whether the service may have seen a request: false only while one that
+  /// is under way still waits for its connection.
+  virtual bool mayHaveArrived(std::uint64_t /*id*/) const { return true; }
+
   /// Abandons everything under way.
   virtual void cancelAll() = 0;
 
