@@ -6,6 +6,7 @@
 #include "suite/redfish/answer.h"
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/progress.h"
+#include "suite/redfish/text.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
@@ -17,6 +18,7 @@ constexpr std::size_t kMaxPages = 64;        ///< Of one collection.
 /// Connections that fail one after another before the controller is given up.
 constexpr int kMaxUnreachable = 3;
 constexpr std::chrono::milliseconds kProgressStep{250};
+constexpr std::size_t kQuotedLink = 120;  ///< Bytes of it in a message.
 
 std::size_t index(Kind kind) { return static_cast<std::size_t>(kind); }
 
@@ -42,6 +44,16 @@ json::value* valueAt(json::object& object, std::string_view path) {
 bool isWhole(const json::object& object) {
   return object.contains("@odata.type") && object.contains("Id") &&
          object.contains("Name");
+}
+
+/// Takes the collection itself out of its members.
+void dropSelf(json::array& members, const std::string& document) {
+  members.erase(std::remove_if(members.begin(), members.end(),
+                               [&](const json::value& member) {
+                                 const auto link = linkOf(member);
+                                 return link && link->document() == document;
+                               }),
+                members.end());
 }
 
 bool isWholeCollection(const json::object& object) {
@@ -338,12 +350,15 @@ void Crawl::admit(Resource resource) {
     }
   });
   if (kept.state != ResourceState::kRead) return;
+  tellRefusedLinks(kept);
   if (collection) {
-    const json::array* members = arrayAt(kept.body, "Members");
+    json::value* all = kept.body.if_contains("Members");
+    json::array* members = all == nullptr ? nullptr : all->if_array();
     if (members != nullptr && members->size() > kMaxMembers) {
       spoil(document, FailureKind::kBadContent, "more than 4096 members");
       return;
     }
+    if (members != nullptr) dropSelf(*members, document);
   }
   forEachKind(kinds, [&](Kind kind) {
     takeExpanded(kept, kind);
@@ -352,6 +367,22 @@ void Crawl::admit(Resource resource) {
   if (collection) {
     pages_[document].insert(document);
     askNextPage(document, kept.body);
+  }
+}
+
+void Crawl::tellRefusedLinks(const Resource& resource) const {
+  constexpr std::size_t kMaxTold = 8;
+  const auto refused = refusedLinks(resource.body);
+  for (std::size_t i = 0; i < std::min(refused.size(), kMaxTold); ++i) {
+    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        << address_ << ": " << resource.uri.target()
+        << ": refused a link that does not stay below /redfish/: \""
+        << session_.scrub(refused[i]) << "\"";
+  }
+  if (refused.size() > kMaxTold) {
+    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        << address_ << ": " << resource.uri.target() << ": refused "
+        << refused.size() - kMaxTold << " more links";
   }
 }
 
@@ -428,6 +459,7 @@ void Crawl::takePage(const std::string& head, Resource page) {
               (page.failure ? " (" + page.failure->cause + ")" : ""));
     return;
   }
+  tellRefusedLinks(page);
   Resource& collection = knowledge_.graph.insert(*found);
   json::array members;
   if (const json::value* more = page.body.if_contains("Members")) {
@@ -435,6 +467,7 @@ void Crawl::takePage(const std::string& head, Resource page) {
     if (more->is_object()) members.push_back(*more);
   }
   if (members.empty()) return;  // An empty page ends the list.
+  dropSelf(members, head);
   json::value& all = collection.body["Members"];
   if (!all.is_array()) {
     all = all.is_object() ? json::array{all} : json::array();
@@ -473,6 +506,16 @@ std::optional<Failure> Crawl::requirementsMet() const {
   const Resource* root = serviceRoot(graph);
   const auto systemsLink =
       root == nullptr ? std::nullopt : linkAt(root->body, "Systems");
+  const std::string_view text =
+      root == nullptr ? "" : stringAt(root->body, "Systems/@odata.id");
+  if (!systemsLink && !text.empty()) {
+    Failure failure =
+        fail(FailureKind::kRefusedLink,
+             "its link to the systems does not stay below /redfish/: \"" +
+                 excerpt(text, kQuotedLink) + '"');
+    failure.uri = root->uri.target();
+    return failure;
+  }
   const Resource* systems =
       systemsLink ? graph.find(systemsLink->document()) : nullptr;
   if (systems == nullptr || systems->state == ResourceState::kAbsent) {

@@ -83,6 +83,7 @@ class Crawl {
                     Clock::time_point until);
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);
+  void tellRefusedLinks(const Resource& resource) const;
   void takeExpanded(Resource& resource, Kind kind);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);

@@ -29,7 +29,8 @@ Probed probeGeneration(Service& service, const LanAddress& lan,
   Probed probed;
   probed.failure = service.open();
   const Resource* root = serviceRoot(service.graph());
-  if (root != nullptr && linkAt(root->body, "Systems")) {
+  // A link that is refused is no sign of another generation.
+  if (root != nullptr && !stringAt(root->body, "Systems/@odata.id").empty()) {
     if (!probed.failure) probed.generation = Generation::kRedfish;
     return probed;
   }

@@ -7,7 +7,6 @@
 
 #include "suite/redfish/json_limits.h"
 #include "suite/redfish/text.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -16,8 +15,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kWhitespace = " \t\r\n";
 constexpr std::string_view kLinkName = "@odata.id";
 
-constexpr unsigned int kLogError = 1;
-constexpr std::size_t kLoggedLinkBytes = 120;
+constexpr std::size_t kQuotedLinkBytes = 120;
 
 /// What a body is that does not start with an object.
 std::string notAnObject(std::string_view text) {
@@ -74,6 +72,35 @@ std::optional<json::object> parseText(std::string_view text,
   return std::move(parser.release().as_object());
 }
 
+/// The text of a reference, an object with a link; null when there is none.
+const json::string* linkTextOf(const json::object& object) {
+  const json::value* link = object.if_contains(kLinkName);
+  return link == nullptr ? nullptr : link->if_string();
+}
+
+void collectRefusedLinks(const json::object& object,
+                         std::vector<std::string>& refused);
+
+void collectRefusedLinks(const json::value& value,
+                         std::vector<std::string>& refused) {
+  if (const json::object* object = value.if_object()) {
+    collectRefusedLinks(*object, refused);
+  } else if (const json::array* array = value.if_array()) {
+    for (const json::value& entry : *array) collectRefusedLinks(entry, refused);
+  }
+}
+
+void collectRefusedLinks(const json::object& object,
+                         std::vector<std::string>& refused) {
+  const json::string* text = linkTextOf(object);
+  if (text != nullptr && !Uri::parse({text->data(), text->size()})) {
+    refused.push_back(excerpt({text->data(), text->size()}, kQuotedLinkBytes));
+  }
+  for (const auto& member : object) {
+    collectRefusedLinks(member.value(), refused);
+  }
+}
+
 }  // namespace
 
 std::optional<json::object> parseObject(std::string_view body,
@@ -125,17 +152,15 @@ std::string_view stringAt(const json::object& object, std::string_view path) {
 
 std::optional<Uri> linkOf(const json::value& value) {
   const json::object* object = value.if_object();
-  const json::value* link =
-      object == nullptr ? nullptr : object->if_contains(kLinkName);
-  const json::string* text = link == nullptr ? nullptr : link->if_string();
+  const json::string* text = object == nullptr ? nullptr : linkTextOf(*object);
   if (text == nullptr) return std::nullopt;
-  std::optional<Uri> uri = Uri::parse({text->data(), text->size()});
-  if (!uri && Tarvex::Log::GetMinLogLevel() >= kLogError) {
-    Tarvex::Log(kLogError, __FILE__, __LINE__).Stream()
-        << "Refused a link that does not stay below /redfish/: \""
-        << excerpt({text->data(), text->size()}, kLoggedLinkBytes) << "\"";
-  }
-  return uri;
+  return Uri::parse({text->data(), text->size()});
+}
+
+std::vector<std::string> refusedLinks(const json::object& object) {
+  std::vector<std::string> refused;
+  collectRefusedLinks(object, refused);
+  return refused;
 }
 
 std::optional<Uri> linkAt(const json::object& object, std::string_view path) {

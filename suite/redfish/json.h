@@ -34,7 +34,7 @@ const json::array* arrayAt(const json::object& object, std::string_view path);
 std::string_view stringAt(const json::object& object, std::string_view path);
 
 /// The link that a value is: an object with a string "@odata.id" that passes
-/// the rules for links. A refused link is logged and counts as none.
+/// the rules for links. A refused link counts as none.
 std::optional<Uri> linkOf(const json::value& value);
 
 /// The link at a path of an object.
@@ -43,5 +43,9 @@ std::optional<Uri> linkAt(const json::object& object, std::string_view path);
 /// All links at a path: an array's entries, or a single object as an array of
 /// one. Bad entries are skipped. Order as served, repeats kept.
 std::vector<Uri> linksAt(const json::object& object, std::string_view path);
+
+/// The links anywhere in an object that break the rules, for messages: clean,
+/// and cut to 120 bytes.
+std::vector<std::string> refusedLinks(const json::object& object);
 
 }  // namespace redfish
