@@ -16,6 +16,7 @@
 #include "suite/brivel/own_lines.h"
 #include "suite/brivel/standard_streams.h"
 #include "suite/brivel/user_paths.h"
+#include "suite/connection/run_watch.h"
 #include "suite/connection/settings.h"
 #include "suite/connection/target.h"
 #include "suite/log/log_file.h"
@@ -100,6 +101,7 @@ int brivel(int argc, char** argv) {
   if (line->action == CommandLine::Action::kShowVersion) {
     return show(versionText());
   }
+  connection::installInterruptHandlers();
   const std::optional<connection::Settings> settings =
       readSettings(*line, error);
   if (!settings) {

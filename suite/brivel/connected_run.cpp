@@ -132,7 +132,6 @@ int runConnected(const CommandLine& line,
   } else if (line.localRoot.empty()) {
     warnOfInsecurity(inBand.controller, "this server's controller");
   }
-  connection::installInterruptHandlers();
   connection::Connections connections(
       line.mode, std::move(target), std::move(environmentPassword),
       hintsOf(line.applicationOptions), std::move(inBand));

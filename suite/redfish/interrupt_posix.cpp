@@ -36,6 +36,13 @@ bool handle(int signalNumber) {
   return sigaction(signalNumber, &action, nullptr) == 0;
 }
 
+/// A run under nohup(1) outlives its terminal.
+bool handleHangUp() {
+  struct sigaction before = {};
+  return sigaction(SIGHUP, nullptr, &before) == 0 &&
+         (before.sa_handler == SIG_IGN || handle(SIGHUP));
+}
+
 }  // namespace
 
 bool installInterruptHandlers() {
@@ -50,7 +57,7 @@ bool installInterruptHandlers() {
   writeEnd.store(ends[1]);
   const bool onInterrupt = handle(SIGINT);
   const bool onTerminate = handle(SIGTERM);
-  return onInterrupt && onTerminate;
+  return onInterrupt && onTerminate && handleHangUp();
 }
 
 bool interrupted() { return mark.load(); }

@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <csignal>
+#include <map>
+#include <string>
 #include <thread>
 
 #include "tests/golden/expectations.h"
@@ -17,7 +19,11 @@ void interrupt(const std::string& order, const bmc::Controller& controller,
   const auto blank = order.find(' ');
   ASSERT_NE(blank, std::string::npos) << order;
   const std::string name = order.substr(0, blank);
-  ASSERT_TRUE(name == "SIGINT" || name == "SIGTERM") << order;
+  static const std::map<std::string, int> kSignals{{"SIGHUP", SIGHUP},
+                                                   {"SIGINT", SIGINT},
+                                                   {"SIGQUIT", SIGQUIT},
+                                                   {"SIGTERM", SIGTERM}};
+  ASSERT_EQ(kSignals.count(name), 1U) << order;
   const std::string condition = order.substr(blank + 1);
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (!unmet(condition, figuresOf(controller.counters())).empty()) {
@@ -25,7 +31,7 @@ void interrupt(const std::string& order, const bmc::Controller& controller,
         << "never came about: " << condition;
     std::this_thread::sleep_for(kPause);
   }
-  kill(process, name == "SIGINT" ? SIGINT : SIGTERM);
+  kill(process, kSignals.at(name));
 }
 
 }  // namespace golden

@@ -57,6 +57,28 @@ TEST(Interrupt, TerminateSetsTheMarkAndTheDescriptor) {
       testing::ExitedWithCode(0), "");
 }
 
+TEST(Interrupt, HangUpSetsTheMark) {
+  EXPECT_EXIT(
+      {
+        signal(SIGHUP, SIG_DFL);
+        installInterruptHandlers();
+        raise(SIGHUP);
+        _exit(interrupted() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST(Interrupt, IgnoredHangUpStaysIgnored) {
+  EXPECT_EXIT(
+      {
+        signal(SIGHUP, SIG_IGN);
+        installInterruptHandlers();
+        raise(SIGHUP);
+        _exit(interrupted() ? 1 : 0);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
 TEST(Interrupt, InterruptEndsAWait) {
   EXPECT_EXIT(_exit(waitIsEnded() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
