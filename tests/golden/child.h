@@ -24,6 +24,7 @@ struct Command {
 /// How a program ended, and what it took.
 struct Outcome {
   int status = 0;  ///< Its exit status, or 128 and the number of the signal.
+  bool dumpedCore = false;         ///< It left a picture of its memory.
   std::uint64_t milliseconds = 0;  ///< From start to end.
   std::uint64_t kibibytes = 0;     ///< The most memory that it had resident.
 };

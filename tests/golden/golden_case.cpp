@@ -75,8 +75,9 @@ void makeTree(const Case& theCase, const Setting& setting,
               const fs::path& work) {
   const auto names = linesOf(readText(theCase.folder / "sample"));
   if (names.empty()) return;
-  const auto options =
-      fs::copy_options::recursive | fs::copy_options::overwrite_existing;
+  const auto options = fs::copy_options::recursive |
+                       fs::copy_options::copy_symlinks |
+                       fs::copy_options::overwrite_existing;
   fs::copy(setting.root / "samples" / names.front(), work / "tree", options);
   if (fs::exists(theCase.folder / "overlay")) {
     fs::copy(theCase.folder / "overlay", work / "tree", options);
@@ -240,6 +241,7 @@ void runCase(const Case& theCase, const Setting& setting) {
   checkLog(theCase, places.anywhere(log));
   checkNever(theCase, places, output + errors + log);
   checkLimits(theCase, outcome);
+  EXPECT_FALSE(outcome.dumpedCore);
   if (controller) checkCounters(theCase, *controller);
 }
 
