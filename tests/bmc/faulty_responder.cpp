@@ -5,7 +5,12 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
+#include <chrono>
+#include <ctime>
+#include <iomanip>
+#include <locale>
 #include <memory>
+#include <sstream>
 #include <utility>
 
 #include "tests/bmc/error_body.h"
@@ -16,6 +21,19 @@ namespace bmc {
 namespace {
 
 namespace json = boost::json;
+
+/// How far ahead the mark "soon" is.
+constexpr std::chrono::seconds kSoon{3};
+
+std::string httpDate(std::chrono::system_clock::time_point when) {
+  const std::time_t time = std::chrono::system_clock::to_time_t(when);
+  std::tm parts{};
+  gmtime_r(&time, &parts);
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text << std::put_time(&parts, "%a, %d %b %Y %H:%M:%S GMT");
+  return text.str();
+}
 
 bool matches(const std::optional<std::string>& pattern,
              const std::string& text) {
@@ -114,6 +132,7 @@ std::string FaultyResponder::withMarks(std::string text, const Rule& rule,
   };
   replace("nth", std::to_string(rule.fitted));
   replace("target", request.target);
+  replace("soon", httpDate(std::chrono::system_clock::now() + kSoon));
   for (const auto& [name, value] : marks_) replace(name, value);
   return text;
 }
