@@ -3,62 +3,17 @@
 #include <algorithm>
 #include <utility>
 
-#include "suite/redfish/answer.h"
 #include "suite/redfish/interrupt.h"
+#include "suite/redfish/kind_set.h"
 #include "suite/redfish/progress.h"
 #include "suite/redfish/text.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
 constexpr std::size_t kMaxResources = 2000;  ///< Asked for in one crawl.
-constexpr std::size_t kMaxMembers = 4096;    ///< Of one collection.
-constexpr std::size_t kMaxPages = 64;        ///< Of one collection.
-/// Connections that fail one after another before the controller is given up.
-constexpr int kMaxUnreachable = 3;
 constexpr std::chrono::milliseconds kProgressStep{250};
 constexpr std::size_t kQuotedLink = 120;  ///< Bytes of it in a message.
-
-std::size_t index(Kind kind) { return static_cast<std::size_t>(kind); }
-
-/// Calls `use` with each kind in a set.
-template <typename Use>
-void forEachKind(const Knowledge::Kinds& kinds, Use use) {
-  for (std::size_t i = 0; i < kinds.size(); ++i) {
-    if (kinds.test(i)) use(static_cast<Kind>(i));
-  }
-}
-
-/// The object at a path of names, to be changed; null where a step is none.
-json::value* valueAt(json::object& object, std::string_view path) {
-  const std::size_t slash = path.find('/');
-  json::value* value = object.if_contains(path.substr(0, slash));
-  if (slash == path.npos || value == nullptr) return value;
-  json::object* inner = value->if_object();
-  return inner == nullptr ? nullptr : valueAt(*inner, path.substr(slash + 1));
-}
-
-/// Whether an embedded object is the whole resource rather than a link or an
-/// extract: every resource has these properties.
-bool isWhole(const json::object& object) {
-  return object.contains("@odata.type") && object.contains("Id") &&
-         object.contains("Name");
-}
-
-/// Takes the collection itself out of its members.
-void dropSelf(json::array& members, const std::string& document) {
-  members.erase(std::remove_if(members.begin(), members.end(),
-                               [&](const json::value& member) {
-                                 const auto link = linkOf(member);
-                                 return link && link->document() == document;
-                               }),
-                members.end());
-}
-
-bool isWholeCollection(const json::object& object) {
-  return object.contains("@odata.type") && object.contains("Members");
-}
 
 }  // namespace
 
@@ -101,7 +56,7 @@ std::optional<Failure> Crawl::run(const Selection& selection,
 
 void Crawl::ask(const Uri& link, Kind kind) {
   const std::string& document = link.document();
-  Knowledge::Kinds& kinds = knowledge_.kinds[document];
+  KindSet& kinds = knowledge_.kinds[document];
   if (kinds.test(index(kind))) return;
   kinds.set(index(kind));
   if (knowledge_.graph.find(document) != nullptr) {
@@ -234,85 +189,6 @@ std::optional<Fetched> Crawl::nextAnswer(Clock::time_point until) {
   }
 }
 
-void Crawl::arrive(Fetched fetched, Clock::time_point until) {
-  const auto found = pending_.find(fetched.ticket);
-  if (found == pending_.end()) return;
-  Pending pending = std::move(found->second);
-  pending_.erase(found);
-  level_ = std::max(level_, pending.level);
-  knowledge_.levels = std::max(knowledge_.levels, pending.level);
-  if (!reauthorized(fetched, pending, until)) return;
-
-  Resource resource =
-      resourceFrom(std::move(fetched.answer), pending.uri, address_);
-  if (refusedExpansion(pending, resource)) return;
-  countTrouble(resource);
-  if (fatal_) return;
-  if (!pending.head.empty()) {
-    takePage(pending.head, std::move(resource));
-  } else {
-    admit(std::move(resource));
-  }
-}
-
-bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
-                         Clock::time_point until) {
-  if (fetched.answer.failure || fetched.answer.status != 401) return true;
-  const bool stale = fetched.generation != fetcher_.generation();
-  if (!stale) {
-    if (!session_.renewable() || renewed_) {
-      end(session_.refusal());
-      return false;
-    }
-    renewed_ = true;
-    if (auto failure = session_.renew(requestTimeout_, until)) {
-      end(std::move(*failure));
-      return false;
-    }
-  }
-  fetchAgain(pending);
-  return false;
-}
-
-bool Crawl::refusedExpansion(const Pending& pending, const Resource& resource) {
-  if (!pending.expanded || resource.state == ResourceState::kRead) return false;
-  // Busy is no refusal: a plain request would fare no better.
-  if (resource.failure && (resource.failure->kind == FailureKind::kBusy ||
-                           resource.failure->kind == FailureKind::kForbidden)) {
-    return false;
-  }
-  if (knowledge_.expand.usable()) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
-        << address_ << ": " << pending.uri.target()
-        << ": no answer to $expand, asking plainly from now on";
-    knowledge_.expand.giveUp();
-  }
-  Pending again = pending;
-  again.plain = true;
-  fetchAgain(std::move(again));
-  return true;
-}
-
-void Crawl::countTrouble(const Resource& resource) {
-  if (!resource.failure) {
-    unreachableInRow_ = 0;
-    return;
-  }
-  switch (resource.failure->kind) {
-    case FailureKind::kUnreachable:
-    case FailureKind::kConnectTimeout:
-    case FailureKind::kNameNotResolved:
-      if (++unreachableInRow_ >= kMaxUnreachable) end(*resource.failure);
-      break;
-    case FailureKind::kCertificate:
-    case FailureKind::kPasswordChange:
-      end(*resource.failure);
-      break;
-    default:
-      unreachableInRow_ = 0;
-  }
-}
-
 void Crawl::end(Failure failure) {
   failure.cause = session_.scrub(std::move(failure.cause));
   fatal_ = std::move(failure);
@@ -324,181 +200,6 @@ Failure Crawl::fail(FailureKind kind, std::string cause) const {
   failure.address = address_;
   failure.cause = std::move(cause);
   return failure;
-}
-
-void Crawl::admit(Resource resource) {
-  const std::string document = resource.uri.document();
-  const Knowledge::Kinds kinds = knowledge_.kinds[document];
-  underWay_.erase(document);
-  if (resource.failure) {
-    resource.failure->cause =
-        session_.scrub(std::move(resource.failure->cause));
-    Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*resource.failure);
-  } else if (resource.state == ResourceState::kAbsent) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
-        << address_ << ": " << resource.uri.target() << ": does not exist";
-  }
-  Resource& kept = knowledge_.graph.insert(std::move(resource));
-  bool collection = false;
-  forEachKind(kinds, [&](Kind kind) {
-    --waiting_[index(kind)];
-    collection = collection || isCollection(kind);
-    if (kind == Kind::kSystems || kind == Kind::kSystem ||
-        kind == Kind::kChassisCollection || kind == Kind::kChassis ||
-        kind == Kind::kManagers || kind == Kind::kManager) {
-      node_.reset();
-    }
-  });
-  if (kept.state != ResourceState::kRead) return;
-  tellRefusedLinks(kept);
-  if (collection) {
-    json::value* all = kept.body.if_contains("Members");
-    json::array* members = all == nullptr ? nullptr : all->if_array();
-    if (members != nullptr && members->size() > kMaxMembers) {
-      spoil(document, FailureKind::kBadContent, "more than 4096 members");
-      return;
-    }
-    if (members != nullptr) dropSelf(*members, document);
-  }
-  forEachKind(kinds, [&](Kind kind) {
-    takeExpanded(kept, kind);
-    openRules(document, kind);
-  });
-  if (collection) {
-    pages_[document].insert(document);
-    askNextPage(document, kept.body);
-  }
-}
-
-void Crawl::tellRefusedLinks(const Resource& resource) const {
-  constexpr std::size_t kMaxTold = 8;
-  const auto refused = refusedLinks(resource.body);
-  for (std::size_t i = 0; i < std::min(refused.size(), kMaxTold); ++i) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream()
-        << address_ << ": " << resource.uri.target()
-        << ": refused a link that does not stay below /redfish/: \""
-        << session_.scrub(refused[i]) << "\"";
-  }
-  if (refused.size() > kMaxTold) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream()
-        << address_ << ": " << resource.uri.target() << ": refused "
-        << refused.size() - kMaxTold << " more links";
-  }
-}
-
-void Crawl::takeExpanded(Resource& resource, Kind kind) {
-  for (const Rule& rule : rulesFrom(kind)) {
-    json::value* value = valueAt(resource.body, rule.path);
-    if (value == nullptr) continue;
-    const auto take = [&](json::value& candidate) {
-      json::object* object = candidate.if_object();
-      if (object == nullptr ||
-          !(isCollection(rule.to) ? isWholeCollection(*object)
-                                  : isWhole(*object))) {
-        return;
-      }
-      const auto link = linkOf(candidate);
-      if (!link || !link->fragment().empty()) return;
-      const std::string& document = link->document();
-      if (document == resource.uri.document() ||
-          knowledge_.graph.find(document) != nullptr ||
-          underWay_.count(document) > 0) {
-        return;
-      }
-      Resource embedded;
-      embedded.uri = *link;
-      embedded.state = ResourceState::kRead;
-      embedded.body = std::move(*object);
-      json::object reference;
-      reference["@odata.id"] = link->target();
-      candidate = std::move(reference);
-      Knowledge::Kinds& kinds = knowledge_.kinds[document];
-      forEachKind(kinds, [&](Kind known) { ++waiting_[index(known)]; });
-      if (!kinds.test(index(rule.to))) {
-        kinds.set(index(rule.to));
-        ++waiting_[index(rule.to)];
-      }
-      admit(std::move(embedded));
-    };
-    if (json::array* array = value->if_array()) {
-      for (json::value& element : *array) take(element);
-    } else {
-      take(*value);
-    }
-  }
-}
-
-void Crawl::askNextPage(const std::string& head, const json::object& page) {
-  const std::string_view text = stringAt(page, "Members@odata.nextLink");
-  if (text.empty()) return;
-  const auto link = Uri::parse(text);
-  if (!link) {
-    spoil(head, FailureKind::kRefusedLink, "its next page is not a valid link");
-    return;
-  }
-  auto& seen = pages_[head];
-  if (!seen.insert(link->document()).second) return;
-  if (seen.size() > kMaxPages) {
-    spoil(head, FailureKind::kBadContent, "more than 64 pages");
-    return;
-  }
-  Pending pending;
-  pending.uri = *link;
-  pending.level = level_ + 1;
-  pending.head = head;
-  pending.plain = true;
-  fetch(std::move(pending));
-}
-
-void Crawl::takePage(const std::string& head, Resource page) {
-  const Resource* found = knowledge_.graph.find(head);
-  if (found == nullptr || found->state != ResourceState::kRead) return;
-  if (page.state != ResourceState::kRead) {
-    spoil(head, page.failure ? page.failure->kind : FailureKind::kBadContent,
-          "its page " + page.uri.target() + " cannot be read" +
-              (page.failure ? " (" + page.failure->cause + ")" : ""));
-    return;
-  }
-  tellRefusedLinks(page);
-  Resource& collection = knowledge_.graph.insert(*found);
-  json::array members;
-  if (const json::value* more = page.body.if_contains("Members")) {
-    if (more->is_array()) members = more->get_array();
-    if (more->is_object()) members.push_back(*more);
-  }
-  if (members.empty()) return;  // An empty page ends the list.
-  dropSelf(members, head);
-  json::value& all = collection.body["Members"];
-  if (!all.is_array()) {
-    all = all.is_object() ? json::array{all} : json::array();
-  }
-  json::array& list = all.get_array();
-  if (list.size() + members.size() > kMaxMembers) {
-    spoil(head, FailureKind::kBadContent, "more than 4096 members");
-    return;
-  }
-  list.insert(list.end(), members.begin(), members.end());
-  node_.reset();
-  const Knowledge::Kinds kinds = knowledge_.kinds[head];
-  forEachKind(kinds, [&](Kind kind) {
-    takeExpanded(collection, kind);
-    openRules(head, kind);
-  });
-  askNextPage(head, page.body);
-}
-
-void Crawl::spoil(const std::string& document, FailureKind kind,
-                  std::string cause) {
-  const Resource* found = knowledge_.graph.find(document);
-  if (found == nullptr) return;
-  Resource spoilt;
-  spoilt.uri = found->uri;
-  spoilt.state = ResourceState::kUnreadable;
-  spoilt.failure = fail(kind, session_.scrub(std::move(cause)));
-  spoilt.failure->uri = spoilt.uri.target();
-  Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*spoilt.failure);
-  knowledge_.graph.insert(std::move(spoilt));
-  node_.reset();
 }
 
 std::optional<Failure> Crawl::requirementsMet() const {

@@ -37,6 +37,9 @@ class Crawl {
                              Clock::time_point until);
 
  private:
+  /// Most members of one collection, and links in one list.
+  static constexpr std::size_t kMaxMembers = 4096;
+
   enum class Decision { kEnter, kSkip, kWait };
 
   /// A resource under way.
@@ -84,6 +87,8 @@ class Crawl {
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);
   void tellRefusedLinks(const Resource& resource) const;
+  /// Checks a collection's members; false when there are too many of them.
+  bool takeMembers(Resource& collection);
   void takeExpanded(Resource& resource, Kind kind);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);

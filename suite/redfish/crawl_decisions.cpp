@@ -195,9 +195,8 @@ const Node& Crawl::node() {
 }
 
 bool Crawl::waitingFor(std::initializer_list<Kind> kinds) const {
-  return std::any_of(kinds.begin(), kinds.end(), [this](Kind kind) {
-    return waiting_[static_cast<std::size_t>(kind)] > 0;
-  });
+  return std::any_of(kinds.begin(), kinds.end(),
+                     [this](Kind kind) { return waiting_[index(kind)] > 0; });
 }
 
 }  // namespace redfish

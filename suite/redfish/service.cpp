@@ -224,7 +224,7 @@ std::optional<Failure> Service::takeRoot(Answer answer,
     return notRedfish("its Redfish version is not 1.x");
   }
   knowledge_.graph.insert(std::move(root));
-  knowledge_.kinds[uri->document()].set(static_cast<std::size_t>(Kind::kRoot));
+  knowledge_.kinds[uri->document()].set(index(Kind::kRoot));
   return std::nullopt;
 }
 
