@@ -64,8 +64,8 @@ Run medianOf(const std::vector<Run>& runs) {
 }
 
 std::vector<std::string> controllerArguments(const Job& job) {
-  std::vector<std::string> arguments{"--tree", RACK_SERVER, "--delay-ms",
-                                     std::to_string(job.delayMs)};
+  std::vector<std::string> arguments{"--tree", SAMPLES "/" + job.sample,
+                                     "--delay-ms", std::to_string(job.delayMs)};
   if (job.expand) arguments.insert(arguments.end(), {"--expand", "6"});
   return arguments;
 }

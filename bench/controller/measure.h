@@ -16,6 +16,7 @@ struct Job {
   unsigned delayMs = 0;                ///< Of each answer.
   bool expand = false;                 ///< The controller offers `$expand`.
   unsigned connections = 4;            ///< At most.
+  std::string sample = "rack-server";  ///< What the controller serves.
 };
 
 /// What it took.

@@ -38,10 +38,11 @@ void printCells(const std::vector<std::string>& cells) {
 
 void printHead() {
   const std::vector<std::string> head{
-      "job",       "delay",        "`$expand`", "connections",
-      "requests",  "levels",       "wall ms",   "per levels x delay",
-      "per bound", "processor ms", "MiB",       "curl ms",
-      "curl MiB"};
+      "job",       "server",       "delay",
+      "`$expand`", "connections",  "requests",
+      "levels",    "wall ms",      "per levels x delay",
+      "per bound", "processor ms", "MiB",
+      "curl ms",   "curl MiB"};
   printCells(head);
   printCells(std::vector<std::string>(head.size(), "---"));
 }
@@ -50,7 +51,8 @@ void printRow(const Job& job, const Outcome& outcome) {
   const double wall = outcome.brivel.milliseconds;
   const auto chain = static_cast<double>(outcome.levels * job.delayMs);
   printCells(
-      {job.name, std::to_string(job.delayMs), job.expand ? "yes" : "no",
+      {job.name, job.sample, std::to_string(job.delayMs),
+       job.expand ? "yes" : "no",
        std::to_string(outcome.connections) + " of " +
            std::to_string(job.connections),
        std::to_string(outcome.requests), std::to_string(outcome.levels),

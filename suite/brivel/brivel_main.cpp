@@ -121,10 +121,15 @@ int brivel(int argc, char** argv) {
 }  // namespace brivel
 
 int brivelMain(int argc, char** argv) {
+  // The start of the process has walked through all libraries, and its end
+  // does so once more, on top of what the run has touched.
+  connection::releaseLoaderPages();
+  int status = kResultInternalError;
   try {
-    return brivel::brivel(argc, argv);
+    status = brivel::brivel(argc, argv);
   } catch (const std::exception& failure) {
     brivel::tell(std::string("internal error: ") + failure.what());
   }
-  return kResultInternalError;
+  connection::releaseLoaderPages();
+  return status;
 }

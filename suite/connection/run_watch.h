@@ -1,6 +1,7 @@
 #pragma once
 
 #include "suite/redfish/interrupt.h"
+#include "suite/redfish/loader_pages.h"
 #include "suite/redfish/progress.h"
 
 namespace connection {
@@ -9,6 +10,7 @@ namespace connection {
 // far the reading of a target has come.
 
 using redfish::installInterruptHandlers;
+using redfish::releaseLoaderPages;
 using redfish::interrupted;
 using redfish::Progress;
 using redfish::setProgress;

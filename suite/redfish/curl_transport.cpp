@@ -105,12 +105,7 @@ CurlTransport::CurlTransport(NetworkTransportOptions options)
   check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
 }
 
-CurlTransport::~CurlTransport() {
-  cancelAll();
-  // The end of the process walks through all libraries once more, on top of
-  // what the run has touched.
-  releaseLoaderPages();
-}
+CurlTransport::~CurlTransport() { cancelAll(); }
 
 std::optional<Failure> CurlTransport::optionFault() const {
   if (url_.empty()) {

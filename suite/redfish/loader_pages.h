@@ -6,7 +6,7 @@ namespace redfish {
 /// disk; those that are needed again come back from the system's cache.
 /// Starting a program with libcurl walks through the symbol tables and
 /// constructors of some 35 libraries, which leaves 6 MB of pages that a run
-/// never touches again: a quarter of what it would take at its peak.
+/// never touches again: a third of what it would take at its peak.
 ///
 /// Does nothing in debug builds, because a debugger's breakpoints are changes
 /// to such pages that would be lost, and on systems without ELF.
