@@ -1,5 +1,8 @@
 #include "suite/redfish/certificate_fault.h"
 
+#include <string_view>
+#include <utility>
+
 #include "suite/redfish/text.h"
 
 namespace redfish {
@@ -7,8 +10,10 @@ namespace {
 
 constexpr std::size_t kDetailBytes = 200;
 
+constexpr std::string_view kPinOption = "--pin";
 constexpr char kTrustIt[] =
-    "trust its key with --pin, or its authority with --cacert";
+    "if this is the right server, trust its key with --pin, or its authority "
+    "with --cacert";
 constexpr char kCheckClock[] =
     "renew the certificate at the controller, and check this machine's clock";
 
@@ -61,13 +66,22 @@ Words wordsOf(CertificateFault fault) {
 
 }  // namespace
 
-Failure failureOf(CertificateFault fault, const std::string& detail) {
+Failure failureOf(CertificateFault fault, const std::string& detail,
+                  const std::string& pin) {
   const Words words = wordsOf(fault);
   std::string cause = words.cause;
   if (words.withDetail && !detail.empty()) {
     cause += " (" + excerpt(detail, kDetailBytes) + ')';
   }
-  return {FailureKind::kCertificate, "", "", std::move(cause), words.remedy};
+  std::string remedy = words.remedy;
+  if (!pin.empty() && fault == CertificateFault::kWrongPin) {
+    cause += " but " + pin;
+  } else if (const std::size_t option = remedy.find(kPinOption);
+             !pin.empty() && option != std::string::npos) {
+    remedy.insert(option + kPinOption.size(), ' ' + pin);
+  }
+  return {FailureKind::kCertificate, "", "", std::move(cause),
+          std::move(remedy)};
 }
 
 }  // namespace redfish

@@ -23,7 +23,9 @@ enum class CertificateFault {
 
 /// The failure in words that a person can act on; address and URI are left
 /// empty. `detail` is what the library says; it is told for the faults whose
-/// own words do not say enough.
-Failure failureOf(CertificateFault fault, const std::string& detail);
+/// own words do not say enough. `pin` is that of the key which the server
+/// showed ("sha256//BASE64"), told where it helps; empty: unknown.
+Failure failureOf(CertificateFault fault, const std::string& detail,
+                  const std::string& pin = "");
 
 }  // namespace redfish

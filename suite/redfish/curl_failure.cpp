@@ -88,13 +88,15 @@ CertificateFault certificateFault(const CurlOutcome& outcome) {
 Failure certificateFailure(const CurlOutcome& outcome) {
   switch (outcome.code) {
     case CURLE_SSL_PINNEDPUBKEYNOTMATCH:
-      return failureOf(CertificateFault::kWrongPin, "");
+      return failureOf(CertificateFault::kWrongPin, "", outcome.presentedPin);
     case CURLE_SSL_CACERT_BADFILE:
       return failureOf(CertificateFault::kAuthorityFile, detail(outcome));
     case CURLE_PEER_FAILED_VERIFICATION:
-      return failureOf(certificateFault(outcome), detail(outcome));
+      return failureOf(certificateFault(outcome), detail(outcome),
+                       outcome.presentedPin);
     default:
-      return failureOf(CertificateFault::kOther, detail(outcome));
+      return failureOf(CertificateFault::kOther, detail(outcome),
+                       outcome.presentedPin);
   }
 }
 

@@ -13,14 +13,15 @@ namespace redfish {
 /// it had come.
 struct CurlOutcome {
   CURLcode code = CURLE_OK;
-  std::string text;        ///< libcurl's words, the server's among them.
-  long verifyResult = 0;   ///< OpenSSL's verdict on the chain.
-  long osError = 0;        ///< errno of the failed connect; 0: none.
-  bool queued = false;     ///< It was still waiting for a free connection.
-  bool resolved = false;   ///< The name had an address.
-  bool connected = false;  ///< TCP was established, or the connection reused.
-  bool sent = false;       ///< The request was on its way.
-  bool answered = false;   ///< The headers of an answer had begun.
+  std::string text;          ///< libcurl's words, the server's among them.
+  long verifyResult = 0;     ///< OpenSSL's verdict on the chain.
+  std::string presentedPin;  ///< Of the server's key; empty: unknown.
+  long osError = 0;          ///< errno of the failed connect; 0: none.
+  bool queued = false;       ///< It was still waiting for a free connection.
+  bool resolved = false;     ///< The name had an address.
+  bool connected = false;    ///< TCP was established, or the connection reused.
+  bool sent = false;         ///< The request was on its way.
+  bool answered = false;     ///< The headers of an answer had begun.
   bool headersTooLarge = false;
   bool bodyTooLarge = false;
   std::chrono::milliseconds connectTimeout{0};

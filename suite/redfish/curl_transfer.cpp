@@ -177,7 +177,8 @@ std::size_t CurlTransfer::onHeader(char* data, std::size_t size,
 }
 
 Answer CurlTransfer::finish(CURLcode code, const std::string& address,
-                            std::chrono::milliseconds connectTimeout) {
+                            std::chrono::milliseconds connectTimeout,
+                            const std::string& presentedPin) {
   if (exception_ != nullptr) std::rethrow_exception(exception_);
   CURL* easy = easy_.get();
   Answer answer;
@@ -187,7 +188,9 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   answer.badEncoding = code == CURLE_BAD_CONTENT_ENCODING;
   answer.http2Error = isFraming(code) || (speaksHttp2_ && isLoss(code));
   if (code != CURLE_OK) {
-    answer.failure = failureOf(outcome(code, connectTimeout));
+    CurlOutcome end = outcome(code, connectTimeout);
+    end.presentedPin = presentedPin;
+    answer.failure = failureOf(end);
     answer.failure->address = address;
     answer.failure->uri = request_.target;
     return answer;

@@ -33,9 +33,11 @@ class CurlTransfer {
                bool identity);
 
   /// What became of the request. Rethrows what was thrown while the answer
-  /// came in. Address and URI of a failure are filled in.
+  /// came in. Address and URI of a failure are filled in. `presentedPin` is
+  /// that of the key that the server showed last.
   Answer finish(CURLcode code, const std::string& address,
-                std::chrono::milliseconds connectTimeout);
+                std::chrono::milliseconds connectTimeout,
+                const std::string& presentedPin);
 
   /// Forgets the request, with its secrets.
   void reset() noexcept;

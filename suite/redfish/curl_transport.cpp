@@ -9,6 +9,7 @@
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/loader_pages.h"
 #include "suite/redfish/network_transport.h"
+#include "suite/redfish/presented_key.h"
 #include "suite/redfish/secret.h"
 #include "syshealth/host/log.h"
 
@@ -80,6 +81,7 @@ class CurlTransport final : public Transport {
   std::uint64_t lastId_ = 0;
   TransportStats stats_;
   std::deque<Answer> ready_;
+  std::string presentedPin_;  ///< Of the key that the server showed last.
   // Destroyed in the reverse order: the transfers go first, for their handles
   // use the others.
   CurlShare share_;
@@ -161,7 +163,9 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   // Waiting to see whether the first connection can be shared costs round
   // trips on every controller that speaks HTTP/1.1, which most do.
   setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
-  if (!plain) trust_.apply(easy);
+  if (plain) return;
+  trust_.apply(easy);
+  notePresentedKey(easy, presentedPin_);
 }
 
 std::optional<Answer> CurlTransport::next(Clock::time_point until) {
@@ -224,7 +228,8 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   stats_.connections += owner->connections();
   stats_.bytes += owner->bytes();
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
-  Answer answer = owner->finish(code, address_, options_.connectTimeout);
+  Answer answer =
+      owner->finish(code, address_, options_.connectTimeout, presentedPin_);
   if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
     Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
         << address_ << ": " << nameOf(owner->request().method) << ' '

@@ -318,7 +318,7 @@ void WinhttpExchange::checkCertificate() {
   {
     const Lock lock(mutex_);
     if (!ended_) {
-      answer_.failure = failureOf(*fault, "");
+      answer_.failure = failureOf(*fault, "", pinOf(*certificate));
       end();
     }
   }

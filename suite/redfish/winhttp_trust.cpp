@@ -21,9 +21,9 @@ constexpr DWORD kChainFlags =
     CERT_CHAIN_CACHE_END_CERT | CERT_CHAIN_DISABLE_AIA;
 constexpr std::size_t kLargestAuthorityFile = std::size_t{4} << 20U;
 
-/// The pin of a certificate's key (RFC 7469, 2.4): the SHA-256 of its
-/// SubjectPublicKeyInfo, in base 64. Empty when it cannot be made.
-std::string pinOf(const CERT_CONTEXT& certificate) {
+/// The digest of a certificate's key that pins hold, in base 64. Empty when it
+/// cannot be made.
+std::string digestOf(const CERT_CONTEXT& certificate) {
   DWORD size = 0;
   CERT_PUBLIC_KEY_INFO* const key =
       &certificate.pCertInfo->SubjectPublicKeyInfo;
@@ -156,10 +156,15 @@ void WinhttpTrust::readAuthorities(const std::string& file) {
   engine_.reset(engine);
 }
 
+std::string pinOf(const CERT_CONTEXT& certificate) {
+  const std::string digest = digestOf(certificate);
+  return digest.empty() ? "" : std::string(kPinPrefix) + digest;
+}
+
 std::optional<CertificateFault> WinhttpTrust::objectionTo(
     const CERT_CONTEXT& server) const {
   if (!pins_.empty() &&
-      std::find(pins_.begin(), pins_.end(), pinOf(server)) == pins_.end()) {
+      std::find(pins_.begin(), pins_.end(), digestOf(server)) == pins_.end()) {
     return CertificateFault::kWrongPin;
   }
   return verify_ ? objectionToChain(server) : std::nullopt;

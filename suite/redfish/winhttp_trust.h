@@ -11,6 +11,10 @@
 
 namespace redfish {
 
+/// The pin of a certificate's key (RFC 7469, 2.4), "sha256//BASE64"; empty when
+/// it cannot be made.
+std::string pinOf(const CERT_CONTEXT& certificate);
+
 /// What a service's certificate is measured by. WinHTTP's own checks are
 /// switched off, because they know neither pins nor files of authorities, and
 /// tell one fault from another only in part. Safe for use by several threads.

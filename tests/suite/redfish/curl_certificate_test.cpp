@@ -190,18 +190,21 @@ TEST_F(CurlCertificateTest, OneOfSeveralPinsIsEnough) {
 }
 
 TEST_F(CurlCertificateTest, WrongPinIsRefused) {
-  EXPECT_EQ(
-      verdictOn(selfSigned(), pinning(bmc::pinOf(authority().certificate))),
-      "the server's key is not the pinned one");
+  const bmc::Identity identity = selfSigned();
+  EXPECT_EQ(verdictOn(identity, pinning(bmc::pinOf(authority().certificate))),
+            "the server's key is not the pinned one but " +
+                bmc::pinOf(identity.certificate));
 }
 
 TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
-  EXPECT_EQ(verdictOn(selfSigned(),
+  const bmc::Identity identity = selfSigned();
+  EXPECT_EQ(verdictOn(identity,
                       [](NetworkTransportOptions& options) {
                         options.pin = bmc::pinOf(authority().certificate);
                         options.insecure = true;
                       }),
-            "the server's key is not the pinned one");
+            "the server's key is not the pinned one but " +
+                bmc::pinOf(identity.certificate));
 }
 
 TEST_F(CurlCertificateTest, PinDoesNotReplaceAConfiguredAuthority) {
