@@ -73,6 +73,10 @@ class Session {
   std::uint64_t logouts() const { return logouts_; }
 
  private:
+  /// How long an end of the run may wait for a login under way, and for the
+  /// logout.
+  static constexpr std::chrono::milliseconds kLogoutTimeout{5000};
+
   /// What the answer to a login means.
   enum class Outcome { kSession, kWrongPlace, kImpossible, kFailed };
 
