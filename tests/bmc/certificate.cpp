@@ -24,6 +24,7 @@ struct Deleter {
 using Key = std::unique_ptr<EVP_PKEY, Deleter<EVP_PKEY_free>>;
 using Certificate = std::unique_ptr<X509, Deleter<X509_free>>;
 using Memory = std::unique_ptr<BIO, Deleter<BIO_free_all>>;
+using Signature = std::unique_ptr<ECDSA_SIG, Deleter<ECDSA_SIG_free>>;
 using Extension = std::unique_ptr<X509_EXTENSION, Deleter<X509_EXTENSION_free>>;
 
 Memory readable(const std::string& text) {
@@ -92,6 +93,24 @@ bool fill(X509* certificate, EVP_PKEY* key,
                                     0) == 1;
 }
 
+/// Signs; again while one of the signature's two numbers has less than 32
+/// bytes, which 1 of 128 has: Wine 8 takes such a signature for wrong.
+bool sign(X509* certificate, EVP_PKEY* key) {
+  constexpr int kNumberBytes = 32;
+  while (X509_sign(certificate, key, EVP_sha256()) != 0) {
+    const ASN1_BIT_STRING* bits = nullptr;
+    X509_get0_signature(&bits, nullptr, certificate);
+    const unsigned char* bytes = bits->data;
+    const Signature signature(d2i_ECDSA_SIG(nullptr, &bytes, bits->length));
+    if (!signature) return false;
+    if (BN_num_bytes(ECDSA_SIG_get0_r(signature.get())) == kNumberBytes &&
+        BN_num_bytes(ECDSA_SIG_get0_s(signature.get())) == kNumberBytes) {
+      return true;
+    }
+  }
+  return false;
+}
+
 Identity toPem(X509* certificate, EVP_PKEY* key) {
   const Memory certificateText(BIO_new(BIO_s_mem()));
   const Memory keyText(BIO_new(BIO_s_mem()));
@@ -122,7 +141,7 @@ Identity makeCertificate(const CertificateSettings& settings,
   const bool made = X509_set_issuer_name(certificate.get(),
                                          X509_get_subject_name(holder)) == 1 &&
                     addExtensions(certificate.get(), holder, settings) &&
-                    X509_sign(certificate.get(), signingKey, EVP_sha256()) != 0;
+                    sign(certificate.get(), signingKey);
   return made ? toPem(certificate.get(), key.get()) : Identity{};
 }
 
