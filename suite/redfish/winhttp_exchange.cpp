@@ -308,21 +308,27 @@ void WinhttpExchange::checkCertificate() {
   DWORD size = sizeof(context);
   if (WinHttpQueryOption(handle_, WINHTTP_OPTION_SERVER_CERT_CONTEXT, &context,
                          &size) == 0) {
-    failWith(NetworkFault::kTlsHandshake, wordsOf(GetLastError()));
-    return close();
+    return refuse(failureOf(NetworkFault::kTlsHandshake,
+                            wordsOf(GetLastError()), times()));
   }
   const CertificatePtr certificate(context);
-  const std::optional<CertificateFault> fault =
-      common_->trust.objectionTo(*certificate);
-  if (!fault) return;
+  if (const auto fault = common_->trust.objectionTo(*certificate)) {
+    refuse(failureOf(*fault, "", pinOf(*certificate)));
+  }
+}
+
+void WinhttpExchange::refuse(Failure failure) {
   {
     const Lock lock(mutex_);
     if (!ended_) {
-      answer_.failure = failureOf(*fault, "", pinOf(*certificate));
+      answer_.failure = std::move(failure);
       end();
     }
   }
-  close();  // Before a byte of the request is sent.
+  // Closed before a byte of the request is sent. Should the request go out all
+  // the same, as under Wine, it is without the password in its body.
+  overwrite(request_.body.data(), request_.body.size());
+  close();
 }
 
 bool WinhttpExchange::readHeaders() {

@@ -107,6 +107,7 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   void setOptions() const;
   bool addHeaders();
   void checkCertificate();
+  void refuse(Failure failure);
   bool readHeaders();
   void close() noexcept;
   void readBody();
