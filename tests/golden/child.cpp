@@ -1,6 +1,7 @@
 #include "tests/golden/child.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -57,6 +58,8 @@ Outcome runChild(const Command& command,
     // The alarm outlives exec and ends a program that hangs.
     alarm(kTimeLimitSeconds);
     allowCores();
+    // A shell has it ignored in what it runs in the background.
+    signal(SIGINT, SIG_DFL);
     constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
     if (redirect(command.input.c_str(), O_RDONLY, STDIN_FILENO) &&
         redirect(command.output.c_str(), kWrite, STDOUT_FILENO) &&
