@@ -40,6 +40,15 @@ TEST(CurlTls, Version12IsAccepted) {
   EXPECT_EQ(told(ask(*makeNetworkTransport(options), get())), "no failure");
 }
 
+TEST(CurlTls, Version13AloneIsEnough) {
+  TlsWish tls = tlsWith(bmc::makeCertificate({}));
+  tls.lowestVersion = TLS1_3_VERSION;
+  ScriptedServer server(serving(), tls);
+  NetworkTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  EXPECT_EQ(told(ask(*makeNetworkTransport(options), get())), "no failure");
+}
+
 TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
   ScriptedServer server([](Peer& peer) {
     peer.read(1);

@@ -123,7 +123,14 @@ TEST_F(GenerationProbe, NobodyListensEndsAtOnce) {
   rootFails(FailureKind::kUnreachable);
   const auto begin = redfish::Clock::now();
   EXPECT_EQ(probe(free).failure->kind, FailureKind::kUnreachable);
-  EXPECT_LT(redfish::Clock::now() - begin, std::chrono::seconds(1));
+  // The whole conversation takes 5 s. Wine tells of a closed port only when
+  // the second question is sent.
+#if defined(_WIN32)
+  constexpr std::chrono::milliseconds kAtOnce{1900};
+#else
+  constexpr std::chrono::milliseconds kAtOnce{1000};
+#endif
+  EXPECT_LT(redfish::Clock::now() - begin, kAtOnce);
 }
 
 TEST_F(GenerationProbe, HttpWithoutIpmiIsUnknown) {

@@ -17,12 +17,20 @@ bool signalled() {
   return WaitForSingleObject(interruptEvent(), 0) == WAIT_OBJECT_0;
 }
 
-/// Presses Ctrl+Break, at a console of the process's own if it has none, and
-/// waits for the handlers, which run in another thread.
-void pressBreak() {
-  AllocConsole();
-  EXPECT_NE(GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0), 0);
+/// Presses Ctrl+C or Ctrl+Break, at a console of the process's own, and waits
+/// for the handlers, which run in another thread. Whether the mark is left.
+bool leavesTheMark(DWORD key) {
+  FreeConsole();  // Not at one that others share.
+  if (AllocConsole() == 0 || GenerateConsoleCtrlEvent(key, 0) == 0) {
+    return false;
+  }
   WaitForSingleObject(interruptEvent(), 5000);
+  return interrupted() && signalled();
+}
+
+bool underWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") !=
+         nullptr;
 }
 
 TEST(Interrupt, IsQuietBeforeAnyKey) {
@@ -34,12 +42,39 @@ TEST(Interrupt, IsQuietBeforeAnyKey) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST(Interrupt, BreakSetsTheMarkAndTheEvent) {
+TEST(Interrupt, ControlCSetsTheMarkAndTheEvent) {
   EXPECT_EXIT(
       {
         installInterruptHandlers();
-        pressBreak();
-        _exit(interrupted() && signalled() ? 0 : 1);
+        _exit(leavesTheMark(CTRL_C_EVENT) ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST(Interrupt, SecondControlCEndsTheProcess) {
+  EXPECT_EXIT(
+      {
+        installInterruptHandlers();
+        if (leavesTheMark(CTRL_C_EVENT)) {
+          GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+          Sleep(5000);
+        }
+        _exit(1);
+      },
+      [](int status) {
+        // The system's status; Wine gives 0.
+        return static_cast<DWORD>(status) == STATUS_CONTROL_C_EXIT ||
+               status == 0;
+      },
+      "");
+}
+
+TEST(Interrupt, BreakSetsTheMarkAndTheEvent) {
+  if (underWine()) GTEST_SKIP() << "Wine has no Ctrl+Break";
+  EXPECT_EXIT(
+      {
+        installInterruptHandlers();
+        _exit(leavesTheMark(CTRL_BREAK_EVENT) ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
 }
