@@ -215,6 +215,11 @@ Clock::time_point WinhttpExchange::deadline() const {
              : whole;
 }
 
+bool WinhttpExchange::sent() const {
+  const Lock lock(mutex_);
+  return progress_.sent;
+}
+
 void WinhttpExchange::abandon() {
   {
     const Lock lock(mutex_);

@@ -86,6 +86,9 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   /// When the request fails for want of time, as things stand.
   Clock::time_point deadline() const;
 
+  /// Whether any of it may have been sent.
+  bool sent() const;
+
   /// Gives the request up; nothing is posted any more.
   void abandon();
 

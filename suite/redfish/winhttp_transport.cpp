@@ -43,6 +43,7 @@ class WinhttpTransport final : public Transport {
   std::uint64_t start(Request request) override;
   std::optional<Answer> next(Clock::time_point until) override;
   void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
+  bool mayHaveArrived(std::uint64_t id) const override;
   void cancelAll() override;
   TransportStats stats() const override { return stats_; }
 
@@ -255,6 +256,14 @@ void WinhttpTransport::wait(Clock::time_point until) {
       !interruptSeen_ && !interruptDeferred_ && events[1] != nullptr;
   WaitForMultipleObjects(watch ? 2 : 1, events.data(), FALSE,
                          static_cast<DWORD>(wanted.count()));
+}
+
+bool WinhttpTransport::mayHaveArrived(std::uint64_t id) const {
+  const auto found = active_.find(id);
+  if (found != active_.end()) return found->second->sent();
+  return std::none_of(
+      waiting_.begin(), waiting_.end(),
+      [id](const ExchangePtr& exchange) { return exchange->id() == id; });
 }
 
 void WinhttpTransport::cancelAll() {
