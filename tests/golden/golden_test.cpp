@@ -30,9 +30,9 @@ class Golden : public testing::Test {
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   const char* const other = std::getenv("GOLDEN_PROGRAM");
-  const golden::Setting setting{other == nullptr ? BRIVEL_PROGRAM : other,
-                                BRIVEL_SOURCE_ROOT,
-                                std::getenv("GOLDEN_REFRESH") != nullptr};
+  const golden::Setting setting{
+      other == nullptr ? BRIVEL_PROGRAM : other, BRIVEL_SOURCE_ROOT,
+      std::getenv("GOLDEN_REFRESH") != nullptr, other != nullptr};
   const auto cases = golden::findCases(setting.root / CASES);
   if (cases.empty()) {
     std::cerr << "no cases below " << setting.root / CASES << "\n";
