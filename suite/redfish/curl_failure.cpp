@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "suite/redfish/certificate_fault.h"
+#include "suite/redfish/curl_library.h"
 #include "suite/redfish/network_fault.h"
 #include "suite/redfish/text.h"
 
@@ -21,7 +22,7 @@ bool says(const CurlOutcome& outcome, std::string_view words) {
 /// What libcurl says, its code's general words when it says nothing.
 std::string detail(const CurlOutcome& outcome) {
   const std::string text = excerpt(outcome.text, kDetailBytes);
-  return text.empty() ? curl_easy_strerror(outcome.code) : text;
+  return text.empty() ? curl().easyStrerror(outcome.code) : text;
 }
 
 NetworkFault connectFault(long osError) {

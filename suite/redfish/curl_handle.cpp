@@ -6,7 +6,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "suite/redfish/loader_pages.h"
 #include "suite/redfish/secret.h"
 
 namespace redfish {
@@ -35,8 +34,7 @@ void ignoreBrokenPipes() {
 void initialise() {
   static const CURLcode kResult = [] {
     ignoreBrokenPipes();
-    releaseLoaderPages();
-    return curl_global_init(CURL_GLOBAL_DEFAULT);
+    return curl().globalInit(CURL_GLOBAL_DEFAULT);
   }();
   check(kResult);
 }
@@ -45,39 +43,39 @@ void initialise() {
 
 CurlEasy makeCurlEasy() {
   initialise();
-  return owned<CurlEasy>(curl_easy_init());
+  return owned<CurlEasy>(curl().easyInit());
 }
 
 CurlMulti makeCurlMulti() {
   initialise();
-  return owned<CurlMulti>(curl_multi_init());
+  return owned<CurlMulti>(curl().multiInit());
 }
 
 CurlShare makeCurlShare() {
   initialise();
-  return owned<CurlShare>(curl_share_init());
+  return owned<CurlShare>(curl().shareInit());
 }
 
 void check(CURLcode code) {
   if (code == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
-  if (code != CURLE_OK) throw std::runtime_error(curl_easy_strerror(code));
+  if (code != CURLE_OK) throw std::runtime_error(curl().easyStrerror(code));
 }
 
 void check(CURLMcode code) {
   if (code == CURLM_OUT_OF_MEMORY) throw std::bad_alloc();
-  if (code != CURLM_OK) throw std::runtime_error(curl_multi_strerror(code));
+  if (code != CURLM_OK) throw std::runtime_error(curl().multiStrerror(code));
 }
 
 void check(CURLSHcode code) {
   if (code == CURLSHE_NOMEM) throw std::bad_alloc();
-  if (code != CURLSHE_OK) throw std::runtime_error(curl_share_strerror(code));
+  if (code != CURLSHE_OK) throw std::runtime_error(curl().shareStrerror(code));
 }
 
 CurlHeaders::~CurlHeaders() {
   for (curl_slist* line = list_; line != nullptr; line = line->next) {
     overwrite(line->data, std::strlen(line->data));
   }
-  curl_slist_free_all(list_);
+  curl().slistFreeAll(list_);
 }
 
 CurlHeaders& CurlHeaders::operator=(CurlHeaders&& other) noexcept {
@@ -86,7 +84,7 @@ CurlHeaders& CurlHeaders::operator=(CurlHeaders&& other) noexcept {
 }
 
 void CurlHeaders::append(const char* line) {
-  curl_slist* longer = curl_slist_append(list_, line);
+  curl_slist* longer = curl().slistAppend(list_, line);
   if (longer == nullptr) throw std::bad_alloc();
   list_ = longer;
 }

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "suite/redfish/curl_library.h"
+
 namespace redfish {
 
 // Owners of libcurl's handles, and its setting of options with the error
@@ -13,13 +15,16 @@ template <auto Function>
 struct CurlDeleter {
   template <typename Handle>
   void operator()(Handle* handle) const {
-    static_cast<void>(Function(handle));  // Nobody is left to be told.
+    static_cast<void>(
+        (curl().*Function)(handle));  // Nobody is left to be told.
   }
 };
 
-using CurlEasy = std::unique_ptr<CURL, CurlDeleter<curl_easy_cleanup>>;
-using CurlMulti = std::unique_ptr<CURLM, CurlDeleter<curl_multi_cleanup>>;
-using CurlShare = std::unique_ptr<CURLSH, CurlDeleter<curl_share_cleanup>>;
+using CurlEasy = std::unique_ptr<CURL, CurlDeleter<&CurlLibrary::easyCleanup>>;
+using CurlMulti =
+    std::unique_ptr<CURLM, CurlDeleter<&CurlLibrary::multiCleanup>>;
+using CurlShare =
+    std::unique_ptr<CURLSH, CurlDeleter<&CurlLibrary::shareCleanup>>;
 
 /// New handles; libcurl is made ready for use before the first one. Throw
 /// when there is no memory for them.
@@ -34,7 +39,7 @@ void check(CURLSHcode code);
 
 template <typename Value>
 void setOption(CURL* easy, CURLoption option, Value value) {
-  check(curl_easy_setopt(easy, option, value));
+  check(curl().easySetopt(easy, option, value));
 }
 
 /// A list of header lines whose text is overwritten when it dies.

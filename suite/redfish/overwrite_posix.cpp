@@ -1,11 +1,11 @@
-#include <openssl/crypto.h>
+#include <string.h>  // For explicit_bzero, which is no C++.
 
 #include "suite/redfish/secret.h"
 
 namespace redfish {
 
 void overwrite(void* bytes, std::size_t size) noexcept {
-  OPENSSL_cleanse(bytes, size);
+  explicit_bzero(bytes, size);
 }
 
 }  // namespace redfish
