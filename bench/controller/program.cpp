@@ -27,8 +27,8 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
 
 Run runProgram(std::vector<std::string> words, const std::string& home,
                const std::string& errorFile) {
-  std::vector<std::string> settings{"LC_ALL=C", "PATH=/usr/bin:/bin",
-                                    "HOME=" + home};
+  std::vector<std::string> settings{
+      "LC_ALL=C", "PATH=/usr/sbin:/usr/bin:/sbin:/bin", "HOME=" + home};
   const std::vector<char*> argv = pointersTo(words);
   const std::vector<char*> environment = pointersTo(settings);
   posix_spawn_file_actions_t actions;
