@@ -27,10 +27,11 @@ std::string_view header(std::string_view answer, std::string_view name) {
     std::string_view line = answer.substr(0, end);
     answer.remove_prefix(std::min(end + 1, answer.size()));
     const std::size_t colon = line.find(':');
-    if (colon == line.npos || lower(line.substr(0, colon)) != name) continue;
+    if (colon == std::string_view::npos || lower(line.substr(0, colon)) != name)
+      continue;
     line.remove_prefix(colon + 1);
     const std::size_t first = line.find_first_not_of(" \t");
-    if (first == line.npos) return {};
+    if (first == std::string_view::npos) return {};
     return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
   }
   return {};

@@ -24,10 +24,10 @@ constexpr unsigned kBootstrapByIpmi = 0x01;
 constexpr SmbiosVersion kMixedOrder = {2, 6};
 
 // Bytes that the caller has checked to be there.
-template <std::size_t kCount>
-std::array<std::uint8_t, kCount> bytesOf(ByteView view) {
-  std::array<std::uint8_t, kCount> bytes = {};
-  for (std::size_t i = 0; i < kCount; ++i) {
+template <std::size_t Count>
+std::array<std::uint8_t, Count> bytesOf(ByteView view) {
+  std::array<std::uint8_t, Count> bytes = {};
+  for (std::size_t i = 0; i < Count; ++i) {
     bytes[i] = view.byte(i).value_or(0);
   }
   return bytes;

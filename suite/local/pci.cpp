@@ -160,6 +160,7 @@ std::vector<PciFacts> pciFacts(const Root& root, const PciContext& context) {
   if (functions.empty()) return {};
   const PciIds ids = readIds(root, context.idsFile);
   std::vector<std::string> folders;
+  folders.reserve(functions.size());
   for (const PciFunction& function : functions) {
     folders.push_back(function.folder);
   }

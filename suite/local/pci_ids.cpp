@@ -61,7 +61,8 @@ std::string_view PciIds::section(std::uint16_t vendor) const {
       vendors_.begin(), vendors_.end(), vendor,
       [](const auto& entry, std::uint16_t id) { return entry.first < id; });
   if (found == vendors_.end() || found->first != vendor) return {};
-  return std::string_view(text_).substr(found->second);
+  const std::string_view text = text_;
+  return text.substr(found->second);
 }
 
 std::string_view PciIds::vendorName(std::uint16_t vendor) const {

@@ -193,8 +193,8 @@ constexpr Name kMemoryTypes[] = {
 };
 // clang-format on
 
-template <std::size_t kCount>
-std::string_view find(const Name (&names)[kCount], unsigned number) {
+template <std::size_t Count>
+std::string_view find(const Name (&names)[Count], unsigned number) {
   const Name* found = std::lower_bound(
       std::begin(names), std::end(names), number,
       [](const Name& name, unsigned value) { return name.number < value; });
