@@ -120,15 +120,15 @@ Structure onboard(const std::string& designation, unsigned bus,
 
 // A USB network card that leads to a service at 169.254.NETWORK.17.
 Structure controller(const std::string& mac, char network, unsigned port,
-                     const std::string& uuid) {
+                     const std::string& uuid, bool makesAccounts = false) {
   std::string record = local::serviceRecord();
   record.replace(0, uuid.size(), uuid);
   record[20] = network;
   record[54] = network;
   record[84] = static_cast<char>(port & 0xFFU);
   record[85] = static_cast<char>(port >> 8U);
-  return local::hostInterface(local::usbV2Device(0x0525, 0xa4a2, mac),
-                              {record});
+  return local::hostInterface(
+      local::usbV2Device(0x0525, 0xa4a2, mac, makesAccounts ? 1 : 0), {record});
 }
 
 class Folder {
@@ -184,6 +184,8 @@ int main(int argc, char** argv) {
   folder.write("slot2", slot("Slot 2", 0, 4U << 3U));
   folder.write("onboard", onboard("LAN 1", 0, 2U << 3U));
   folder.write("controller1", controller(kUsbMac, 0, *first, kServiceUuid));
+  folder.write("bootstrapping",
+               controller(kUsbMac, 0, *first, kServiceUuid, true));
   folder.write("controller2",
                controller(kSecondUsbMac, 1, *second, std::string(16, '\0')));
   return folder.good() ? 0 : 1;
