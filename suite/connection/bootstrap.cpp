@@ -48,6 +48,12 @@ std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
       {Secret(std::move(account->password)), "the controller, over " + device}};
 }
 
+std::string namedCertificate(const local::Machine& machine) {
+  local::IpmiDevice device(machine.root());
+  const auto response = device.ask(local::fingerprintRequest(), kTimeout);
+  return response ? local::certificateDigest(*response).value_or("") : "";
+}
+
 std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
                                             const FoundController& controller,
                                             Failure& failure) {

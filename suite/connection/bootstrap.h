@@ -30,4 +30,8 @@ std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
                                        const std::string& device,
                                        redfish::Failure& failure);
 
+/// The SHA-256 digest of the certificate of the machine's controller, as it
+/// tells it over the local IPMI device (DSP0270); empty when it does not.
+std::string namedCertificate(const local::Machine& machine);
+
 }  // namespace connection

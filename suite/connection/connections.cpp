@@ -183,6 +183,9 @@ std::optional<Failure> Connections::ensureControllers() {
     return found.failure;
   }
   for (FoundController& controller : found.controllers) {
+    if (controller.bootstrapsCredentials && inBand_.bootstrapCredentials) {
+      trustOverIpmi(controller.target);
+    }
     if (controller.target.user.empty() && inBand_.bootstrapCredentials) {
       if (auto failure = makeAccount(controller)) {
         return failure;
@@ -214,6 +217,21 @@ std::optional<Failure> Connections::takeCredential(const Target& target) {
       << inWords(target.address) << ": password of user " << target.user
       << " from " << credential_->origin;
   return std::nullopt;
+}
+
+/// Trusts the certificate that the controller names over the IPMI device,
+/// unless something else is to be trusted.
+void Connections::trustOverIpmi(Target& target) {
+  if (target.insecure || !target.pin.empty() || !target.caFile.empty()) {
+    return;
+  }
+  target.certificate = namedCertificate(*machine_);
+  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+      << inWords(target.address)
+      << (target.certificate.empty()
+              ? ": the controller names no certificate over IPMI"
+              : ": trusting the certificate that the controller names over "
+                "IPMI");
 }
 
 /// Has the controller make an account for us.

@@ -92,6 +92,7 @@ class Connections {
   std::optional<redfish::Failure> addService(
       Target target, const std::string& serviceUuid = "");
   std::optional<redfish::Failure> takeCredential(const Target& target);
+  void trustOverIpmi(Target& target);
   std::optional<redfish::Failure> makeAccount(FoundController& controller);
   std::optional<redfish::Failure> reachAny(std::int64_t& handle);
   std::optional<redfish::Failure> nodes(

@@ -19,6 +19,7 @@ std::unique_ptr<redfish::Transport> makeTransport(const Target& target) {
   options.caFile = target.caFile;
   options.pin = target.pin;
   options.insecure = target.insecure;
+  options.certificate = target.certificate;
   return redfish::makeNetworkTransport(std::move(options));
 }
 

@@ -32,7 +32,8 @@ struct Target {
   std::string caFile;  ///< Empty: the system's authorities.
   std::string pin;     ///< Empty: none.
   bool insecure = false;
-  bool plainHttp = false;  ///< http:// is allowed beyond this machine.
+  std::string certificate;  ///< Digest of the one to trust; empty: any.
+  bool plainHttp = false;   ///< http:// is allowed beyond this machine.
   std::chrono::milliseconds timeout{30000};
   std::chrono::milliseconds deadline{120000};
   int maxConnections = 4;

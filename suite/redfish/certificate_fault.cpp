@@ -44,6 +44,13 @@ Words wordsOf(CertificateFault fault) {
               "make sure that this is the right server before the pin is "
               "changed",
               false};
+    case CertificateFault::kNotTheNamedOne:
+      return {
+          "the certificate is not the one that the controller names over "
+          "IPMI",
+          "make sure that this is the right controller, and trust its key "
+          "with --pin",
+          false};
     case CertificateFault::kRevoked:
       return {"the certificate was revoked",
               "renew the certificate at the controller", false};

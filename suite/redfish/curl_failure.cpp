@@ -79,6 +79,8 @@ CertificateFault certificateFault(const CurlOutcome& outcome) {
     case X509_V_ERR_CA_KEY_TOO_SMALL:
     case X509_V_ERR_CA_MD_TOO_WEAK:
       return CertificateFault::kWeak;
+    case X509_V_ERR_APPLICATION_VERIFICATION:
+      return CertificateFault::kNotTheNamedOne;
     default:
       // The name is compared by libcurl itself, which has only words for it.
       return says(outcome, "subject name") ? CertificateFault::kOtherName

@@ -79,6 +79,8 @@ OpensslLibrary opensslFunctions(void* library) {
        ssl.sslCtxSetCertVerifyCallback);
   find(library, "SSL_get0_alpn_selected", ssl.sslGet0AlpnSelected);
   find(library, "X509_STORE_CTX_get0_cert", ssl.x509StoreCtxGet0Cert);
+  find(library, "X509_STORE_CTX_set_error", ssl.x509StoreCtxSetError);
+  find(library, "X509_digest", ssl.x509Digest);
   find(library, "X509_get_X509_PUBKEY", ssl.x509GetX509Pubkey);
   find(library, "X509_verify_cert", ssl.x509VerifyCert);
   find(library, "i2d_X509_PUBKEY", ssl.i2dX509Pubkey);

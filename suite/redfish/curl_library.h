@@ -50,6 +50,8 @@ struct OpensslLibrary {
       nullptr;
   decltype(&SSL_get0_alpn_selected) sslGet0AlpnSelected = nullptr;
   decltype(&X509_STORE_CTX_get0_cert) x509StoreCtxGet0Cert = nullptr;
+  decltype(&X509_STORE_CTX_set_error) x509StoreCtxSetError = nullptr;
+  decltype(&X509_digest) x509Digest = nullptr;
   decltype(&X509_get_X509_PUBKEY) x509GetX509Pubkey = nullptr;
   decltype(&X509_verify_cert) x509VerifyCert = nullptr;
   decltype(&i2d_X509_PUBKEY) i2dX509Pubkey = nullptr;

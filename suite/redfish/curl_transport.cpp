@@ -81,7 +81,7 @@ class CurlTransport final : public Transport {
   std::uint64_t lastId_ = 0;
   TransportStats stats_;
   std::deque<Answer> ready_;
-  std::string presentedPin_;  ///< Of the key that the server showed last.
+  PresentedKey presentedKey_;
   // Destroyed in the reverse order: the transfers go first, for their handles
   // use the others.
   CurlShare share_;
@@ -94,7 +94,9 @@ CurlTransport::CurlTransport(NetworkTransportOptions options)
     : options_(std::move(options)),
       address_(addressOf(options_.origin)),
       url_(urlOf(options_.origin).value_or("")),
-      trust_(options_.caFile, options_.pin, options_.insecure),
+      trust_(options_.caFile, options_.pin, options_.insecure,
+             !options_.certificate.empty()),
+      presentedKey_{"", options_.certificate},
       share_(makeCurlShare()),
       multi_(makeCurlMulti()) {
   options_.maxConnections = std::max(options_.maxConnections, 1);
@@ -165,7 +167,7 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
   if (plain) return;
   trust_.apply(easy);
-  notePresentedKey(easy, presentedPin_);
+  notePresentedKey(easy, presentedKey_);
 }
 
 std::optional<Answer> CurlTransport::next(Clock::time_point until) {
@@ -230,7 +232,7 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   stats_.bytes += owner->bytes();
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer =
-      owner->finish(code, address_, options_.connectTimeout, presentedPin_);
+      owner->finish(code, address_, options_.connectTimeout, presentedKey_.pin);
   if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
     Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
         << address_ << ": " << nameOf(owner->request().method) << ' '

@@ -22,10 +22,13 @@ std::string hashedSystemDirectory() {
 
 }  // namespace
 
-CurlTrust::CurlTrust(std::string caFile, std::string pin, bool insecure)
+CurlTrust::CurlTrust(std::string caFile, std::string pin, bool insecure,
+                     bool oneCertificate)
     : caFile_(std::move(caFile)),
       pin_(std::move(pin)),
-      verify_(!insecure && (pin_.empty() || !caFile_.empty())) {
+      verify_(!oneCertificate && !insecure &&
+              (pin_.empty() || !caFile_.empty())),
+      oneCertificate_(oneCertificate) {
   if (verify_ && caFile_.empty()) caDirectory_ = hashedSystemDirectory();
 }
 
@@ -41,7 +44,7 @@ void CurlTrust::apply(CURL* easy) const {
   setOption(easy, CURLOPT_SSLVERSION,
             static_cast<long>(CURL_SSLVERSION_TLSv1_2));
   if (!pin_.empty()) setOption(easy, CURLOPT_PINNEDPUBLICKEY, pin_.c_str());
-  setOption(easy, CURLOPT_SSL_VERIFYPEER, verify_ ? 1L : 0L);
+  setOption(easy, CURLOPT_SSL_VERIFYPEER, verify_ || oneCertificate_ ? 1L : 0L);
   setOption(easy, CURLOPT_SSL_VERIFYHOST, verify_ ? 2L : 0L);
   // The system's authorities as one file are parsed whole, 10 ms and several
   // megabytes, for each connection; in a hashed directory only the one that

@@ -9,11 +9,14 @@
 
 namespace redfish {
 
-/// Whom a connection trusts. See NetworkTransportOptions for what the three
-/// mean together.
+/// Whom a connection trusts. See NetworkTransportOptions for what they mean
+/// together.
 class CurlTrust {
  public:
-  CurlTrust(std::string caFile, std::string pin, bool insecure);
+  /// `oneCertificate`: the certificate is compared with one that is known, by
+  /// the handle's user (presented_key.h).
+  CurlTrust(std::string caFile, std::string pin, bool insecure,
+            bool oneCertificate);
 
   /// What is wrong with the options, so that no connection can be made;
   /// address and URI are left empty.
@@ -27,6 +30,7 @@ class CurlTrust {
   std::string caDirectory_;  ///< Empty: libcurl's own default.
   std::string pin_;
   bool verify_;
+  bool oneCertificate_;
 };
 
 }  // namespace redfish

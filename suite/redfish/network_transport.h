@@ -25,6 +25,10 @@ struct NetworkTransportOptions {
   /// Chain, name and validity of the certificate are not checked. A pin still
   /// is.
   bool insecure = false;
+  /// SHA-256 digest, 32 bytes, of the one certificate that is trusted, whatever
+  /// it says and whoever has signed it; a pin is checked beside it. Empty: as
+  /// above. Not on Windows.
+  std::string certificate;
 };
 
 /// A transport over HTTP and TLS 1.2 or newer: by libcurl, on Windows by

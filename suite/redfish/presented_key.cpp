@@ -32,28 +32,45 @@ std::string pinOf(const X509* certificate) {
   return "sha256//" + std::string(text.begin(), text.begin() + length);
 }
 
-/// OpenSSL's own check of a chain, and a note of whose it is.
-int verify(X509_STORE_CTX* chain, void* pin) {
-  try {
-    *static_cast<std::string*>(pin) =
-        pinOf(openssl().x509StoreCtxGet0Cert(chain));
-  } catch (...) {
-    static_cast<std::string*>(pin)->clear();
-  }
-  return openssl().x509VerifyCert(chain);
+bool isTrusted(const X509* certificate, const std::string& digest) {
+  const OpensslLibrary& ssl = openssl();
+  std::array<unsigned char, EVP_MAX_MD_SIZE> own{};
+  unsigned int size = 0;
+  return certificate != nullptr &&
+         ssl.x509Digest(certificate, ssl.evpSha256(), own.data(), &size) == 1 &&
+         digest == std::string(own.begin(), own.begin() + size);
 }
 
-CURLcode prepare(CURL* /*easy*/, void* context, void* pin) {
+/// The check of a chain, OpenSSL's own unless one certificate is to be
+/// trusted, and a note of whose it is.
+int verify(X509_STORE_CTX* chain, void* presented) {
+  auto& key = *static_cast<PresentedKey*>(presented);
+  const OpensslLibrary& ssl = openssl();
+  const X509* const certificate = ssl.x509StoreCtxGet0Cert(chain);
+  bool trusted = false;
+  try {
+    key.pin = pinOf(certificate);
+    trusted = !key.trusted.empty() && isTrusted(certificate, key.trusted);
+  } catch (...) {
+    key.pin.clear();
+  }
+  if (key.trusted.empty()) return ssl.x509VerifyCert(chain);
+  ssl.x509StoreCtxSetError(
+      chain, trusted ? X509_V_OK : X509_V_ERR_APPLICATION_VERIFICATION);
+  return trusted ? 1 : 0;
+}
+
+CURLcode prepare(CURL* /*easy*/, void* context, void* key) {
   openssl().sslCtxSetCertVerifyCallback(static_cast<SSL_CTX*>(context), verify,
-                                        pin);
+                                        key);
   return CURLE_OK;
 }
 
 }  // namespace
 
-void notePresentedKey(CURL* easy, std::string& pin) {
+void notePresentedKey(CURL* easy, PresentedKey& key) {
   setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &prepare);
-  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&pin));
+  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&key));
 }
 
 }  // namespace redfish

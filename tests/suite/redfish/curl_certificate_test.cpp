@@ -1,9 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <openssl/evp.h>
+#include <openssl/pem.h>
+#include <openssl/x509.h>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <future>
+#include <memory>
+#include <string>
 
 #include "suite/redfish/network_transport.h"
 #include "tests/bmc/certificate.h"
@@ -52,6 +58,19 @@ Settings validFor(hours from, hours to) {
   settings.validFromSeconds = std::chrono::seconds(from).count();
   settings.validToSeconds = std::chrono::seconds(to).count();
   return settings;
+}
+
+/// The SHA-256 digest of a certificate's DER form.
+std::string digestOf(const std::string& pem) {
+  const std::unique_ptr<BIO, decltype(&BIO_free)> text(
+      BIO_new_mem_buf(pem.data(), static_cast<int>(pem.size())), &BIO_free);
+  const std::unique_ptr<X509, decltype(&X509_free)> certificate(
+      PEM_read_bio_X509(text.get(), nullptr, nullptr, nullptr), &X509_free);
+  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+  unsigned int size = 0;
+  EXPECT_EQ(X509_digest(certificate.get(), EVP_sha256(), digest.data(), &size),
+            1);
+  return std::string(digest.begin(), digest.begin() + size);
 }
 
 /// What the client is told to trust: the authority alone, unless it is changed.
@@ -132,6 +151,28 @@ TEST_F(CurlCertificateTest, SelfSignedIsRefusedWithAWayOut) {
   const Answer answer = answerOf(selfSigned(), trusting(""));
   EXPECT_EQ(told(answer), "the certificate is self-signed");
   EXPECT_THAT(answer.failure->remedy, HasSubstr("--pin"));
+}
+
+Change trustingOne(const std::string& digest) {
+  return [digest](NetworkTransportOptions& options) {
+    options.caFile.clear();
+    options.certificate = digest;
+  };
+}
+
+TEST_F(CurlCertificateTest, TheOneToTrustIsAcceptedWhateverItSays) {
+  const bmc::Identity identity = selfSigned(namedOnly("DNS:other.example"));
+  EXPECT_EQ(verdictOn(identity, trustingOne(digestOf(identity.certificate))),
+            "no failure");
+}
+
+TEST_F(CurlCertificateTest, AnotherThanTheOneToTrustIsRefused) {
+  const Answer answer =
+      answerOf(issued(), trustingOne(digestOf(selfSigned().certificate)));
+  EXPECT_EQ(
+      told(answer),
+      "the certificate is not the one that the controller names over IPMI");
+  EXPECT_THAT(answer.failure->remedy, HasSubstr("--pin sha256//"));
 }
 
 TEST_F(CurlCertificateTest, SelfSignedMayBeTheAuthority) {
