@@ -13,15 +13,24 @@ namespace {
 /// the system itself ends it a second later.
 constexpr DWORD kMillisecondsToEnd = 4000;
 
+/// A second event within this time belongs to the same key: some consoles tell
+/// of its way down and of its way up.
+constexpr ULONGLONG kMillisecondsOfAKey = 300;
+
 std::atomic<bool> mark{false};
+std::atomic<ULONGLONG> markedAt{0};  // By the system's clock; 0: not yet.
 HANDLE event = nullptr;
 HANDLE installer = nullptr;
 
 /// Runs in a thread of its own, which the system makes.
 BOOL WINAPI onControl(DWORD kind) {
-  if (mark.exchange(true)) {
-    return FALSE;  // The next handler is the system's: it ends the process.
+  const ULONGLONG now = GetTickCount64();
+  ULONGLONG first = 0;
+  if (!markedAt.compare_exchange_strong(first, now)) {
+    // The next handler is the system's: it ends the process.
+    return now - first < kMillisecondsOfAKey ? TRUE : FALSE;
   }
+  mark.store(true);
   SetEvent(event);
   // A thread that waits for input must come back, too.
   CancelSynchronousIo(installer);

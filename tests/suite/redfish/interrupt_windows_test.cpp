@@ -56,6 +56,7 @@ TEST(Interrupt, SecondControlCEndsTheProcess) {
       {
         installInterruptHandlers();
         if (leavesTheMark(CTRL_C_EVENT)) {
+          Sleep(500);  // Time between two presses of a key.
           GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
           Sleep(5000);
         }
@@ -67,6 +68,18 @@ TEST(Interrupt, SecondControlCEndsTheProcess) {
                status == 0;
       },
       "");
+}
+
+TEST(Interrupt, SamePressToldTwiceIsOne) {
+  EXPECT_EXIT(
+      {
+        installInterruptHandlers();
+        const bool first = leavesTheMark(CTRL_C_EVENT);
+        GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+        Sleep(500);
+        _exit(first ? 7 : 1);
+      },
+      testing::ExitedWithCode(7), "");
 }
 
 TEST(Interrupt, BreakSetsTheMarkAndTheEvent) {
