@@ -86,9 +86,14 @@ int LocalTarget::processors(
 }
 
 int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
-  const int status = requireMachine();
-  if (status == kStatusSuccess) fans = fansOf(machine_->fans());
-  return status;
+  if (const int status = requireMachine()) return status;
+  if (!machine_->tellsOfFans()) {
+    return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+                "this operating system tells programs nothing of its fans",
+                "name a controller by --bmc");
+  }
+  fans = fansOf(machine_->fans());
+  return kStatusSuccess;
 }
 
 int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {

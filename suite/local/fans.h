@@ -15,4 +15,7 @@ namespace local {
 /// knows no wished-for speed (fanN_target), which the report shows.
 std::vector<FanFacts> fanFacts(const Root& root);
 
+/// Whether the running system tells programs of fans at all.
+bool systemTellsOfFans();
+
 }  // namespace local

@@ -97,12 +97,16 @@ std::vector<SupplyFacts> Machine::supplies() { return supplyFacts(smbios()); }
 
 std::vector<FanFacts> Machine::fans() { return fanFacts(root_); }
 
+bool Machine::tellsOfFans() const {
+  return root_.recorded() || systemTellsOfFans();
+}
+
 std::vector<PciFacts> Machine::adapters() {
   PciContext context;
   context.slots = slotFacts(smbios());
   context.onboard = onboardFacts(smbios());
   context.idsFile = pciIdsFile_;
-  return pciFacts(root_, context);
+  return root_.recorded() ? pciFacts(root_, context) : runningAdapters(context);
 }
 
 std::vector<HostInterface> Machine::hostInterfaces() {

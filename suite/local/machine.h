@@ -65,6 +65,10 @@ class Machine {
   std::vector<MemoryFacts> memory();
   std::vector<SupplyFacts> supplies();
   std::vector<FanFacts> fans();
+
+  /// Whether there is a source that could tell of fans.
+  bool tellsOfFans() const;
+
   std::vector<PciFacts> adapters();
   std::vector<HostInterface> hostInterfaces();
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "suite/local/network.h"
+#include "suite/local/utf8_windows.h"
 
 namespace local {
 
@@ -29,13 +30,6 @@ const IP_ADAPTER_ADDRESSES* read(std::vector<unsigned char>& buffer) {
     buffer.resize(size);
   }
   return nullptr;
-}
-
-std::string utf8(const wchar_t* text) {
-  char bytes[1024] = {};
-  const int length = WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes,
-                                         sizeof bytes, nullptr, nullptr);
-  return length > 0 ? bytes : "";
 }
 
 void addFamily(const IP_ADAPTER_ADDRESSES& adapter, int family,

@@ -71,9 +71,6 @@ std::vector<PciFunction> adapters(const Root& root) {
                          identity(root, function.folder + "/subsystem_device")};
     found.push_back(std::move(function));
   }
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
-    return key(a.address) < key(b.address);
-  });
   return found;
 }
 
@@ -85,22 +82,9 @@ std::string designationAt(const std::vector<SlotFacts>& places,
   return "";
 }
 
-// The slot or place that names the function itself, else the slot that names
-// the nearest port above it.
-std::string slotOf(const PciFunction& function, const PciContext& context) {
-  std::string slot = designationAt(context.slots, function.address);
-  if (slot.empty()) slot = designationAt(context.onboard, function.address);
-  for (const PciAddress& port : function.above) {
-    if (!slot.empty()) break;
-    slot = designationAt(context.slots, port);
-  }
-  return slot;
-}
-
 PciIds readIds(const Root& root, const std::string& configured) {
   if (!configured.empty()) {
-    // The setting names a file of this system, also for a recorded machine.
-    return PciIds(Root().read(configured, kIdsLimit).bytes);
+    return configuredIds(configured);  // Also for a recorded machine.
   }
   for (const char* path :
        {"/usr/share/hwdata/pci.ids", "/usr/share/misc/pci.ids"}) {
@@ -113,6 +97,29 @@ PciIds readIds(const Root& root, const std::string& configured) {
 }
 
 }  // namespace
+
+PciIds configuredIds(const std::string& file) {
+  return PciIds(Root().read(file, kIdsLimit).bytes);
+}
+
+void sortByAddress(std::vector<PciFacts>& facts) {
+  std::stable_sort(facts.begin(), facts.end(),
+                   [](const PciFacts& a, const PciFacts& b) {
+                     return key(a.address) < key(b.address);
+                   });
+}
+
+std::string designationOf(const PciAddress& address,
+                          const std::vector<PciAddress>& above,
+                          const PciContext& context) {
+  std::string slot = designationAt(context.slots, address);
+  if (slot.empty()) slot = designationAt(context.onboard, address);
+  for (const PciAddress& port : above) {
+    if (!slot.empty()) break;
+    slot = designationAt(context.slots, port);
+  }
+  return slot;
+}
 
 std::optional<PciAddress> parsePciAddress(std::string_view text) {
   // Segments have four digits or more: "0000:3b:00.0", "10000:01:00.0".
@@ -175,7 +182,7 @@ std::vector<PciFacts> pciFacts(const Root& root, const PciContext& context) {
     fact.deviceId = function.identity.device;
     fact.manufacturer = names.manufacturer;
     fact.model = names.model;
-    fact.slot = slotOf(function, context);
+    fact.slot = designationOf(function.address, function.above, context);
     fact.driverBound = !root.link(function.folder + "/driver").empty();
     const auto vital = vitals.find(function.folder);
     if (vital != vitals.end()) {
@@ -184,6 +191,7 @@ std::vector<PciFacts> pciFacts(const Root& root, const PciContext& context) {
     }
     facts.push_back(std::move(fact));
   }
+  sortByAddress(facts);
   return facts;
 }
 

@@ -30,6 +30,23 @@ struct PciContext {
 /// machine has another root), and gives no vital product data.
 std::vector<PciFacts> pciFacts(const Root& root, const PciContext& context);
 
+/// The same of the running machine, by address; where the system has no such
+/// folders, as its registry of devices knows them.
+std::vector<PciFacts> runningAdapters(const PciContext& context);
+
+/// The designation of the slot or on-board place that names a function itself,
+/// else of the slot that names the nearest port above it; `above` holds these,
+/// the nearest first.
+std::string designationOf(const PciAddress& address,
+                          const std::vector<PciAddress>& above,
+                          const PciContext& context);
+
+/// Sorts by segment, bus, device and function.
+void sortByAddress(std::vector<PciFacts>& facts);
+
+/// The list of names that a setting asks for, a file of this system.
+PciIds configuredIds(const std::string& file);
+
 /// Reads an address as the kernel writes it: "0000:3b:00.0".
 std::optional<PciAddress> parsePciAddress(std::string_view text);
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "suite/local/plug_and_play.h"
-#include "suite/redfish/utf16_windows.h"
+#include "suite/local/utf8_windows.h"
 
 namespace local {
 
@@ -71,11 +71,11 @@ std::vector<std::string> texts(const std::vector<unsigned char>& value) {
     if (unit != L'\0') {
       text.push_back(unit);
     } else if (!text.empty()) {
-      found.push_back(redfish::toUtf8(text));
+      found.push_back(utf8(text));
       text.clear();
     }
   }
-  if (!text.empty()) found.push_back(redfish::toUtf8(text));
+  if (!text.empty()) found.push_back(utf8(text));
   return found;
 }
 

@@ -36,29 +36,37 @@ struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+std::FILE* openToRead(const fs::path& path) {
+#if defined(_WIN32)
+  return _wfopen(path.c_str(), L"rb");
+#else
+  return std::fopen(path.c_str(), "rb");
+#endif
+}
+
 Content readAll(const std::string& path, std::size_t limit) {
   // A pipe in a recorded folder must not stop the run.
   std::error_code error;
-  const fs::file_status status = fs::status(fs::u8path(path), error);
+  const fs::path file = fs::u8path(path);
+  const fs::file_status status = fs::status(file, error);
   if (status.type() == fs::file_type::none)
     return {accessOf(error.value()), ""};
   if (!fs::exists(status)) return {Access::kMissing, ""};
   if (!fs::is_regular_file(status)) return {Access::kFailed, ""};
-  const std::unique_ptr<std::FILE, CloseFile> file(
-      std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) return {accessOf(errno), ""};
+  const std::unique_ptr<std::FILE, CloseFile> stream(openToRead(file));
+  if (stream == nullptr) return {accessOf(errno), ""};
   // The kernel makes its files up as they are read: in one go, if possible.
-  std::setvbuf(file.get(), nullptr, _IONBF, 0);
+  std::setvbuf(stream.get(), nullptr, _IONBF, 0);
   // The sizes that it states for them are often wrong (0, or a page), so
   // reading goes on until there is no more.
   Content content;
   char chunk[16384];
   while (const std::size_t count =
-             std::fread(chunk, 1, sizeof chunk, file.get())) {
+             std::fread(chunk, 1, sizeof chunk, stream.get())) {
     content.bytes.append(chunk, count);
     if (content.bytes.size() > limit) return {Access::kFailed, ""};
   }
-  if (std::ferror(file.get()) != 0) return {accessOf(errno), ""};
+  if (std::ferror(stream.get()) != 0) return {accessOf(errno), ""};
   content.access = Access::kRead;
   return content;
 }
