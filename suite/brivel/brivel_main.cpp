@@ -5,6 +5,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,7 +32,7 @@ int usageError(const std::string& text) {
   return kExitUsage;
 }
 
-int show(const char* text) {
+int show(std::string_view text) {
   std::cout << text << std::flush;
   return outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
 }

@@ -1,10 +1,12 @@
 #include "suite/brivel/help.h"
 
+#include "suite/brivel/user_paths.h"
+
 namespace brivel {
+namespace {
 
 // clang-format off
-const char* helpText() {
-  return
+constexpr const char* kUsage =
 R"(brivel - health and hardware inventory of a server, on the console
 
 Usage: brivel [options] APPLICATION [COMMAND] [application options]
@@ -57,10 +59,10 @@ Limits:
                             the server says that all is well
 
 Settings and log:
-      --config FILE         settings (default ~/.config/brivel/brivel.toml,
-                            else /etc/brivel/brivel.toml)
-      --log-file FILE       log (default ~/.local/state/brivel/brivel.log)
-      --log-level 0..4      0 nothing, 1 errors, 3 information (the default),
+)";
+
+constexpr const char* kRest =
+R"(      --log-level 0..4      0 nothing, 1 errors, 3 information (the default),
                             4 everything
       --stats               what the run cost, on standard error
 
@@ -70,8 +72,11 @@ Settings and log:
 Exit status: 0 success; 1 to 63 the result code; 64 any other result; 2 wrong
 usage; 3 no such application, or it cannot be loaded; 130 interrupted.
 )";
-}
 // clang-format on
+
+}  // namespace
+
+std::string helpText() { return std::string(kUsage) + placesHelp() + kRest; }
 
 const char* versionText() { return "brivel " BRIVEL_VERSION "\n"; }
 

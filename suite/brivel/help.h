@@ -1,9 +1,11 @@
 #pragma once
 
+#include <string>
+
 namespace brivel {
 
 /// The text of --help.
-const char* helpText();
+std::string helpText();
 
 /// The text of --version: program and version.
 const char* versionText();

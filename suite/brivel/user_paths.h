@@ -20,4 +20,7 @@ std::string settingsFile();
 /// brivel/brivel.log; empty without a home.
 std::string logFile();
 
+/// The lines of the help that name the places of settings and log.
+const char* placesHelp();
+
 }  // namespace brivel

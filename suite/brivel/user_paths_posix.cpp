@@ -53,4 +53,14 @@ std::string logFile() {
   return base.empty() ? "" : base + "/brivel/brivel.log";
 }
 
+// clang-format off
+const char* placesHelp() {
+  return
+R"(      --config FILE         settings (default ~/.config/brivel/brivel.toml,
+                            else /etc/brivel/brivel.toml)
+      --log-file FILE       log (default ~/.local/state/brivel/brivel.log)
+)";
+}
+// clang-format on
+
 }  // namespace brivel

@@ -57,4 +57,14 @@ std::string logFile() {
   return base.empty() ? "" : (base / "brivel" / "brivel.log").u8string();
 }
 
+// clang-format off
+const char* placesHelp() {
+  return
+R"(      --config FILE         settings (default %APPDATA%\brivel\brivel.toml,
+                            else %ProgramData%\brivel\brivel.toml)
+      --log-file FILE       log (default %LOCALAPPDATA%\brivel\brivel.log)
+)";
+}
+// clang-format on
+
 }  // namespace brivel

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "suite/connection/settings_place.h"
 #include "suite/local/controller_path.h"
 #include "suite/local/discovery.h"
 #include "suite/local/network.h"
@@ -16,9 +17,10 @@ using local::PathProblem;
 using redfish::Failure;
 using redfish::FailureKind;
 
-constexpr const char* kOtherWays =
-    "name a controller by --bmc, or in the settings "
-    "(~/.config/brivel/brivel.toml) by source in [inband]";
+std::string nameAController() {
+  return std::string("name a controller by --bmc, or in the settings (") +
+         usersSettings() + ") by source in [inband]";
+}
 
 Failure failureOf(FailureKind kind, std::string cause, std::string remedy) {
   return {kind, "this server", "", std::move(cause), std::move(remedy)};
@@ -26,7 +28,7 @@ Failure failureOf(FailureKind kind, std::string cause, std::string remedy) {
 
 /// What else there is for a person to do.
 std::string otherWays(local::Machine& machine) {
-  std::string ways = kOtherWays;
+  std::string ways = nameAController();
   if (machine.describesItself()) {
     ways += "; --device shows what this machine says of itself";
   }
@@ -157,7 +159,7 @@ Failure withIpmi(Failure failure, const local::IpmiFinding& ipmi) {
       failure = failureOf(FailureKind::kIpmiDevice,
                           failure.cause + ", and the IPMI device " + ipmi.path +
                               " does not answer",
-                          kOtherWays);
+                          nameAController());
       break;
   }
   return failure;
