@@ -82,6 +82,7 @@ std::string maskStructure(const local::SmbiosStructure& structure,
                           const std::vector<std::size_t>& offsets,
                           MacMask& macs) {
   std::vector<std::size_t> numbers;
+  numbers.reserve(offsets.size());
   for (const std::size_t offset : offsets) {
     numbers.push_back(structure.formatted.byte(offset).value_or(0));
   }
