@@ -107,7 +107,8 @@ TEST_F(ProgramConnection, MissingPasswordIsToldWithoutATerminal) {
 }
 
 TEST_F(ProgramConnection, OpenPasswordFileIsRefusedWithTheRemedy) {
-  const std::string file = home.write("pw", kPassword, 0644);
+  const std::string file =
+      home.write("pw", kPassword, std::filesystem::perms(0644));
   const ProgramEnd end = run(trustingLogin({"--password-file", file}));
   EXPECT_EQ(end.status, 10);
   EXPECT_NE(end.errors.find("chmod 600 " + file), std::string::npos)

@@ -155,7 +155,8 @@ TEST_F(FindCredential, LongerOnesAndNulBytesAreRefused) {
 
 TEST_F(FindCredential, FileThatOthersCanReadIsRefusedWithTheRemedy) {
   for (const mode_t rights : {0640U, 0604U, 0660U}) {
-    const std::string file = directory_.write("a", "hunter2\n", rights);
+    const std::string file =
+        directory_.write("a", "hunter2\n", std::filesystem::perms(rights));
     target_.password.optionFile = file;
     EXPECT_FALSE(find()) << rights;
     EXPECT_EQ(failure_.kind, FailureKind::kFileUnreadable);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -22,6 +23,11 @@ class LoadSettings : public testing::Test {
   std::optional<Settings> load(const std::string& text) {
     file_ = directory_.write("brivel.toml", text);
     return loadSettings(file_, "/home/ada", error_);
+  }
+
+  /// A path as a setting gives it: Windows adds the drive of the file.
+  std::string absolute(const std::string& path) const {
+    return std::filesystem::path(file_).root_name().string() + path;
   }
 
   /// The error of a file that is refused, without the file's name.
@@ -67,8 +73,8 @@ TEST_F(LoadSettings, DefaultsAreRead) {
   ASSERT_TRUE(settings) << error_;
   const TargetSettings& defaults = settings->defaults;
   EXPECT_EQ(defaults.user, "admin");
-  EXPECT_EQ(defaults.passwordFile, "/etc/brivel/secret");
-  EXPECT_EQ(defaults.caFile, "/etc/brivel/ca.pem");
+  EXPECT_EQ(defaults.passwordFile, absolute("/etc/brivel/secret"));
+  EXPECT_EQ(defaults.caFile, absolute("/etc/brivel/ca.pem"));
   EXPECT_EQ(defaults.pin, pin);
   EXPECT_EQ(defaults.insecure, true);
   EXPECT_EQ(defaults.plainHttp, false);
@@ -77,7 +83,7 @@ TEST_F(LoadSettings, DefaultsAreRead) {
   EXPECT_EQ(defaults.maxConnections, 8);
   EXPECT_EQ(defaults.ipmiPort, 6230);
   EXPECT_EQ(defaults.thorough, true);
-  EXPECT_EQ(settings->logFile, "/var/log/brivel.log");
+  EXPECT_EQ(settings->logFile, absolute("/var/log/brivel.log"));
   EXPECT_EQ(settings->logLevel, 4);
 }
 
@@ -94,14 +100,15 @@ TEST_F(LoadSettings, TargetsAreRead) {
   EXPECT_EQ(target.address.host, "10.0.0.5");
   EXPECT_EQ(target.address.user, "admin");
   EXPECT_EQ(target.settings.insecure, true);
-  EXPECT_EQ(settings->targets.at("lab").address.directory, "/srv/lab");
+  EXPECT_EQ(settings->targets.at("lab").address.directory,
+            absolute("/srv/lab"));
 }
 
 TEST_F(LoadSettings, InbandSourceIsAnAddress) {
   const auto settings = load("[inband]\nsource = 'file:/srv/lab'\n");
   ASSERT_TRUE(settings) << error_;
   ASSERT_TRUE(settings->inband.source);
-  EXPECT_EQ(settings->inband.source->directory, "/srv/lab");
+  EXPECT_EQ(settings->inband.source->directory, absolute("/srv/lab"));
 }
 
 TEST_F(LoadSettings, InbandSourceMayBeANamedTarget) {

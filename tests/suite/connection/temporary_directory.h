@@ -1,20 +1,20 @@
 #pragma once
 
-#include <sys/stat.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 /// A directory of a test's own, removed with all that is in it.
 class TemporaryDirectory {
  public:
   TemporaryDirectory() {
-    std::string name =
-        (std::filesystem::temp_directory_path() / "brivel_test.XXXXXX")
-            .string();
-    path_ = mkdtemp(name.data());
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() /
+              ("brivel_test." + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
   }
   ~TemporaryDirectory() { std::filesystem::remove_all(path_); }
 
@@ -25,13 +25,16 @@ class TemporaryDirectory {
     return name.empty() ? path_.string() : (path_ / name).string();
   }
 
+  static constexpr std::filesystem::perms kOwnersAlone =
+      std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+
   /// Writes a file with these rights, and the directories above it. Its path.
   std::string write(const std::string& name, const std::string& text,
-                    mode_t rights = 0600) const {
+                    std::filesystem::perms rights = kOwnersAlone) const {
     const std::filesystem::path file = path_ / name;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << text;
-    chmod(file.c_str(), rights);
+    std::filesystem::permissions(file, rights);
     return file.string();
   }
 
