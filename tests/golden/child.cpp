@@ -33,6 +33,14 @@ void allowCores() {
   static_cast<void>(setrlimit(RLIMIT_CORE, &limit));
 }
 
+/// Signals mean what they mean to a program at a terminal, also where the tests
+/// run under nohup, or in the background of a shell, which has them ignored.
+void heedSignals() {
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+    static_cast<void>(signal(number, SIG_DFL));
+  }
+}
+
 bool redirect(const char* file, int flags, int descriptor) {
   constexpr mode_t kMode = 0600;
   const int opened = open(file, flags, kMode);
@@ -58,8 +66,7 @@ Outcome runChild(const Command& command,
     // The alarm outlives exec and ends a program that hangs.
     alarm(kTimeLimitSeconds);
     allowCores();
-    // A shell has it ignored in what it runs in the background.
-    signal(SIGINT, SIG_DFL);
+    heedSignals();
     constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
     if (redirect(command.input.c_str(), O_RDONLY, STDIN_FILENO) &&
         redirect(command.output.c_str(), kWrite, STDOUT_FILENO) &&
