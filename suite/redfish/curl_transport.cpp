@@ -8,30 +8,17 @@
 #include "suite/redfish/curl_trust.h"
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/loader_pages.h"
+#include "suite/redfish/network_fault.h"
 #include "suite/redfish/network_transport.h"
 #include "suite/redfish/presented_key.h"
+#include "suite/redfish/request_trace.h"
 #include "suite/redfish/secret.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
-constexpr unsigned int kLogTrace = 4;
-
 /// Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
-
-const char* nameOf(Method method) {
-  switch (method) {
-    case Method::kGet:
-      return "GET";
-    case Method::kPost:
-      return "POST";
-    case Method::kDelete:
-      break;
-  }
-  return "DELETE";
-}
 
 class CurlTransport final : public Transport {
  public:
@@ -113,9 +100,7 @@ CurlTransport::~CurlTransport() { cancelAll(); }
 
 std::optional<Failure> CurlTransport::optionFault() const {
   if (url_.empty()) {
-    return Failure{FailureKind::kNameNotResolved, "", "",
-                   "this is neither a host name nor an address",
-                   "check its spelling"};
+    return failureOf(NetworkFault::kNoHostName, "");
   }
   return options_.origin.plainHttp ? std::nullopt : trust_.fault();
 }
@@ -233,14 +218,7 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer =
       owner->finish(code, address_, options_.connectTimeout, presentedKey_.pin);
-  if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
-    Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
-        << address_ << ": " << nameOf(owner->request().method) << ' '
-        << owner->request().target << ": "
-        << (answer.failure ? answer.failure->cause
-                           : std::to_string(answer.status))
-        << ", " << owner->bytes() << " bytes";
-  }
+  traceAnswer(address_, owner->request(), answer, owner->bytes());
   ready_.push_back(std::move(answer));
   release(std::move(owner));
 }

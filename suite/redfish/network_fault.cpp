@@ -26,6 +26,10 @@ Words wordsOf(NetworkFault fault) {
   using Kind = FailureKind;
   using Tail = Words::Tail;
   switch (fault) {
+    case NetworkFault::kNoHostName:
+      return {Kind::kNameNotResolved,
+              "this is neither a host name nor an address", Tail::kNone,
+              "check its spelling"};
     case NetworkFault::kNameUnknown:
       return {Kind::kNameNotResolved, "the host name cannot be resolved",
               Tail::kNone, "check its spelling and the name server"};

@@ -10,6 +10,7 @@ namespace redfish {
 /// How a request over the network fails, whatever the library says; what is
 /// wrong with a certificate stands in certificate_fault.h.
 enum class NetworkFault {
+  kNoHostName,  ///< What should be a host is neither name nor address.
   kNameUnknown,
   kRefused,
   kNoWay,

@@ -6,32 +6,20 @@
 
 #include "suite/redfish/interrupt.h"
 #include "suite/redfish/interrupt_windows.h"
+#include "suite/redfish/network_fault.h"
 #include "suite/redfish/network_transport.h"
+#include "suite/redfish/request_trace.h"
 #include "suite/redfish/secret.h"
 #include "suite/redfish/utf16_windows.h"
 #include "suite/redfish/winhttp_exchange.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
-constexpr unsigned int kLogTrace = 4;
 constexpr wchar_t kUserAgent[] = L"brivel/1.0";
 
 /// Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
-
-const char* nameOf(Method method) {
-  switch (method) {
-    case Method::kGet:
-      return "GET";
-    case Method::kPost:
-      return "POST";
-    case Method::kDelete:
-      break;
-  }
-  return "DELETE";
-}
 
 class WinhttpTransport final : public Transport {
  public:
@@ -83,9 +71,7 @@ WinhttpTransport::WinhttpTransport(NetworkTransportOptions options)
 
 std::optional<Failure> WinhttpTransport::optionFault() const {
   if (!urlOf(options_.origin)) {
-    return Failure{FailureKind::kNameNotResolved, "", "",
-                   "this is neither a host name nor an address",
-                   "check its spelling"};
+    return failureOf(NetworkFault::kNoHostName, "");
   }
   return options_.origin.plainHttp ? std::nullopt : common_->trust.fault();
 }
@@ -220,14 +206,7 @@ void WinhttpTransport::complete(const ExchangePtr& exchange) {
     answer.failure->address = address_;
     answer.failure->uri = request.target;
   }
-  if (Tarvex::Log::GetMinLogLevel() >= kLogTrace) {
-    Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
-        << address_ << ": " << nameOf(request.method) << ' ' << request.target
-        << ": "
-        << (answer.failure ? answer.failure->cause
-                           : std::to_string(answer.status))
-        << ", " << exchange->bytes() << " bytes";
-  }
+  traceAnswer(address_, request, answer, exchange->bytes());
   ready_.push_back(std::move(answer));
 }
 
