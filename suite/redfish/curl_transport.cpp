@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "suite/redfish/certificate_check.h"
 #include "suite/redfish/curl_handle.h"
 #include "suite/redfish/curl_transfer.h"
 #include "suite/redfish/curl_trust.h"
@@ -10,7 +11,6 @@
 #include "suite/redfish/loader_pages.h"
 #include "suite/redfish/network_fault.h"
 #include "suite/redfish/network_transport.h"
-#include "suite/redfish/presented_key.h"
 #include "suite/redfish/request_trace.h"
 #include "suite/redfish/secret.h"
 
@@ -68,7 +68,7 @@ class CurlTransport final : public Transport {
   std::uint64_t lastId_ = 0;
   TransportStats stats_;
   std::deque<Answer> ready_;
-  PresentedKey presentedKey_;
+  CertificateCheck certificateCheck_;
   // Destroyed in the reverse order: the transfers go first, for their handles
   // use the others.
   CurlShare share_;
@@ -83,7 +83,7 @@ CurlTransport::CurlTransport(NetworkTransportOptions options)
       url_(urlOf(options_.origin).value_or("")),
       trust_(options_.caFile, options_.pin, options_.insecure,
              !options_.certificate.empty()),
-      presentedKey_{"", options_.certificate},
+      certificateCheck_{"", options_.certificate},
       share_(makeCurlShare()),
       multi_(makeCurlMulti()) {
   options_.maxConnections = std::max(options_.maxConnections, 1);
@@ -152,7 +152,7 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
   if (plain) return;
   trust_.apply(easy);
-  notePresentedKey(easy, presentedKey_);
+  installCertificateCheck(easy, certificateCheck_);
 }
 
 std::optional<Answer> CurlTransport::next(Clock::time_point until) {
@@ -216,8 +216,8 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   stats_.connections += owner->connections();
   stats_.bytes += owner->bytes();
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
-  Answer answer =
-      owner->finish(code, address_, options_.connectTimeout, presentedKey_.pin);
+  Answer answer = owner->finish(code, address_, options_.connectTimeout,
+                                certificateCheck_.pin);
   traceAnswer(address_, owner->request(), answer, owner->bytes());
   ready_.push_back(std::move(answer));
   release(std::move(owner));

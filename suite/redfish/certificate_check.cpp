@@ -1,4 +1,4 @@
-#include "suite/redfish/presented_key.h"
+#include "suite/redfish/certificate_check.h"
 
 #include <array>
 #include <cstddef>
@@ -43,34 +43,34 @@ bool isTrusted(const X509* certificate, const std::string& digest) {
 
 /// The check of a chain, OpenSSL's own unless one certificate is to be
 /// trusted, and a note of whose it is.
-int verify(X509_STORE_CTX* chain, void* presented) {
-  auto& key = *static_cast<PresentedKey*>(presented);
+int verify(X509_STORE_CTX* chain, void* data) {
+  auto& check = *static_cast<CertificateCheck*>(data);
   const OpensslLibrary& ssl = openssl();
   const X509* const certificate = ssl.x509StoreCtxGet0Cert(chain);
   bool trusted = false;
   try {
-    key.pin = pinOf(certificate);
-    trusted = !key.trusted.empty() && isTrusted(certificate, key.trusted);
+    check.pin = pinOf(certificate);
+    trusted = !check.trusted.empty() && isTrusted(certificate, check.trusted);
   } catch (...) {
-    key.pin.clear();
+    check.pin.clear();
   }
-  if (key.trusted.empty()) return ssl.x509VerifyCert(chain);
+  if (check.trusted.empty()) return ssl.x509VerifyCert(chain);
   ssl.x509StoreCtxSetError(
       chain, trusted ? X509_V_OK : X509_V_ERR_APPLICATION_VERIFICATION);
   return trusted ? 1 : 0;
 }
 
-CURLcode prepare(CURL* /*easy*/, void* context, void* key) {
+CURLcode prepare(CURL* /*easy*/, void* context, void* check) {
   openssl().sslCtxSetCertVerifyCallback(static_cast<SSL_CTX*>(context), verify,
-                                        key);
+                                        check);
   return CURLE_OK;
 }
 
 }  // namespace
 
-void notePresentedKey(CURL* easy, PresentedKey& key) {
+void installCertificateCheck(CURL* easy, CertificateCheck& check) {
   setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &prepare);
-  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&key));
+  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&check));
 }
 
 }  // namespace redfish
