@@ -12,7 +12,9 @@ void crawlRecordedServer(benchmark::State& state) {
   std::size_t documents = 0;
   for (auto _ : state) {
     redfish::Service service = bench::sampleService();
-    if (service.read(bench::wholeNode())) state.SkipWithError("unreadable");
+    if (service.read(bench::wholeNode())) {
+      state.SkipWithError("unreadable");
+    }
     documents = service.graph().resources().size();
   }
   state.SetItemsProcessed(state.iterations() *

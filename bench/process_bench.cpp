@@ -14,15 +14,19 @@ namespace {
 
 const std::string kTarget = "file:" RACK_SERVER;
 
-/// Runs a program with its output thrown away. Its exit status; -1 when it
-/// cannot be started or a signal ended it.
+// Runs a program with its output thrown away. Its exit status; -1 when it
+// cannot be started or a signal ended it.
 int run(std::vector<std::string> words) {
   std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(word.data());
+  for (std::string& word : words) {
+    argv.push_back(word.data());
+  }
   argv.push_back(nullptr);
   std::vector<std::string> settings{"LC_ALL=C", "HOME=/nonexistent"};
   std::vector<char*> environment;
-  for (std::string& setting : settings) environment.push_back(setting.data());
+  for (std::string& setting : settings) {
+    environment.push_back(setting.data());
+  }
   environment.push_back(nullptr);
 
   posix_spawn_file_actions_t actions;
@@ -36,7 +40,9 @@ int run(std::vector<std::string> words) {
                                 argv.data(), environment.data());
   posix_spawn_file_actions_destroy(&actions);
   int status = 0;
-  if (error != 0 || waitpid(process, &status, 0) != process) return -1;
+  if (error != 0 || waitpid(process, &status, 0) != process) {
+    return -1;
+  }
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

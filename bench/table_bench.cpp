@@ -30,7 +30,9 @@ void tableOfDimms(benchmark::State& state) {
       modules(static_cast<std::size_t>(state.range(0)));
   SystemHealth application;
   const bench::SilentConsole silence;
-  for (auto _ : state) application.showDIMMs(dimms);
+  for (auto _ : state) {
+    application.showDIMMs(dimms);
+  }
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(tableOfDimms)->Arg(24)->Arg(10000)->Unit(benchmark::kMicrosecond);

@@ -32,7 +32,9 @@ void readIpmi(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  if (size == 0) return 0;
+  if (size == 0) {
+    return 0;
+  }
   const std::string_view bytes(reinterpret_cast<const char*>(data + 1),
                                size - 1);
   switch (data[0] % 5) {

@@ -50,6 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     check(!error.empty());
   }
   error.clear();
-  if (!redfish::parseObject(text, error)) check(!error.empty());
+  if (!redfish::parseObject(text, error)) {
+    check(!error.empty());
+  }
   return 0;
 }

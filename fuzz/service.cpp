@@ -48,14 +48,18 @@ class FuzzTransport : public redfish::Transport {
     const auto found = answers_.find(method + request.target);
     Answer answer;
     answer.status = 404;
-    if (found != answers_.end()) answer = found->second;
+    if (found != answers_.end()) {
+      answer = found->second;
+    }
     answer.id = ++last_;
     ready_.push_back(std::move(answer));
     return last_;
   }
 
   std::optional<Answer> next(redfish::Clock::time_point) override {
-    if (ready_.empty()) return std::nullopt;
+    if (ready_.empty()) {
+      return std::nullopt;
+    }
     Answer answer = std::move(ready_.front());
     ready_.pop_front();
     return answer;
@@ -69,16 +73,22 @@ class FuzzTransport : public redfish::Transport {
     const std::size_t lineEnd = std::min(text.find('\n'), text.size());
     const std::string_view line = text.substr(0, lineEnd);
     const std::size_t blank = line.find(' ');
-    if (line.empty() || line.front() != '@' || blank == line.npos) return;
+    if (line.empty() || line.front() != '@' || blank == line.npos) {
+      return;
+    }
     Answer answer;
     for (const char digit :
          line.substr(1, std::min<std::size_t>(blank, 4) - 1)) {
       answer.status = answer.status * 10 + (digit & 7);
     }
     // Statuses that are waited for before they are repeated say nothing new.
-    if (answer.status == 429 || answer.status >= 500) answer.status = 501;
+    if (answer.status == 429 || answer.status >= 500) {
+      answer.status = 501;
+    }
     const std::string_view target = line.substr(blank + 1);
-    if (target.compare(0, 5, "POST ") == 0) answer.authToken = "token";
+    if (target.compare(0, 5, "POST ") == 0) {
+      answer.authToken = "token";
+    }
     answer.body = text.substr(std::min(lineEnd + 1, text.size()));
     answer.location = answer.status < 400
                           ? answer.body.substr(0, answer.body.find('\n'))
@@ -92,7 +102,7 @@ class FuzzTransport : public redfish::Transport {
   std::uint64_t last_ = 0;
 };
 
-/// Texts that reach the console are clean: cleaning them changes nothing.
+// Texts that reach the console are clean: cleaning them changes nothing.
 template <typename... Text>
 void checkTexts(const Text&... texts) {
   (check(redfish::cleanText(texts) == texts), ...);
@@ -109,7 +119,7 @@ void checkAlerts(const std::vector<Tarvex::DeviceHealth::Alert>& alerts) {
   }
 }
 
-/// Reads a node in every way that the module does.
+// Reads a node in every way that the module does.
 void readNode(std::uint16_t nodeIndex) {
   using namespace Tarvex::DeviceHealth;
   Tarvex::TarvexConnection::ConnectionInfo connection;

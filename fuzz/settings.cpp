@@ -25,7 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     check(!target.timeout || target.timeout->count() > 0);
   };
   sane(settings->defaults);
-  for (const auto& [name, target] : settings->targets) sane(target.settings);
+  for (const auto& [name, target] : settings->targets) {
+    sane(target.settings);
+  }
   check(!settings->logLevel ||
         (*settings->logLevel >= 0 && *settings->logLevel <= 4));
   return 0;

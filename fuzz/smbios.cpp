@@ -47,7 +47,9 @@ void checkRecords(const local::SmbiosTables& tables) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  if (size == 0) return 0;
+  if (size == 0) {
+    return 0;
+  }
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const std::string_view entry = bytes.substr(1, data[0]);
   const std::string_view table = bytes.substr(1 + entry.size());

@@ -18,12 +18,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder for the files of one measurement; goes away with it.
+// A folder for the files of one measurement; goes away with it.
 class Folder {
  public:
   Folder() {
     std::string pattern = fs::temp_directory_path() / "bench-XXXXXX";
-    if (mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+    if (mkdtemp(pattern.data()) != nullptr) {
+      path_ = pattern;
+    }
   }
   ~Folder() {
     std::error_code ignored;
@@ -47,12 +49,14 @@ std::string readText(const std::string& path) {
 
 double median(const std::vector<Run>& runs, double Run::*figure) {
   std::vector<double> values;
-  for (const Run& run : runs) values.push_back(run.*figure);
+  for (const Run& run : runs) {
+    values.push_back(run.*figure);
+  }
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
 
-/// At least one run is given.
+// At least one run is given.
 Run medianOf(const std::vector<Run>& runs) {
   Run middle;
   middle.status = runs.front().status;
@@ -66,7 +70,9 @@ Run medianOf(const std::vector<Run>& runs) {
 std::vector<std::string> controllerArguments(const Job& job) {
   std::vector<std::string> arguments{"--tree", SAMPLES "/" + job.sample,
                                      "--delay-ms", std::to_string(job.delayMs)};
-  if (job.expand) arguments.insert(arguments.end(), {"--expand", "6"});
+  if (job.expand) {
+    arguments.insert(arguments.end(), {"--expand", "6"});
+  }
   return arguments;
 }
 
@@ -97,7 +103,7 @@ void writePassword(const Folder& folder) {
   static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
 }
 
-/// Lets curl fetch what brivel has fetched, from the same controller.
+// Lets curl fetch what brivel has fetched, from the same controller.
 Run runCurl(const Job& job, const bmc::Controller& controller,
             const std::vector<bmc::LoggedRequest>& requests,
             const Folder& folder) {
@@ -105,7 +111,9 @@ Run runCurl(const Job& job, const bmc::Controller& controller,
   config << "user = \"" << bmc::kDefaultUser << ':' << bmc::kDefaultPassword
          << "\"\ncacert = \"" << controller.ready().certificate << "\"\n";
   for (const bmc::LoggedRequest& request : requests) {
-    if (request.method != "GET") continue;
+    if (request.method != "GET") {
+      continue;
+    }
     config << "url = \"https://" << controller.https() << request.target
            << "\"\noutput = \"/dev/null\"\n";
   }
@@ -116,7 +124,7 @@ Run runCurl(const Job& job, const bmc::Controller& controller,
                     folder.path(), folder.file("errors"));
 }
 
-/// One run of a job on a controller of its own.
+// One run of a job on a controller of its own.
 struct Measured {
   Run brivel;
   Run curl;
@@ -125,8 +133,8 @@ struct Measured {
   std::size_t levels = 0;
 };
 
-/// The number before the word "level" in what --stats has written; 0 when it
-/// is not there.
+// The number before the word "level" in what --stats has written; 0 when it
+// is not there.
 std::size_t levelsIn(const std::string& statistics) {
   std::smatch found;
   const std::regex pattern("([0-9]+) level");
@@ -170,7 +178,9 @@ std::optional<Outcome> measure(const Job& job, unsigned runs,
   std::vector<Run> curl;
   for (unsigned i = 0; i < runs; ++i) {
     const auto measured = runOnce(job, error);
-    if (!measured) return std::nullopt;
+    if (!measured) {
+      return std::nullopt;
+    }
     brivel.push_back(measured->brivel);
     curl.push_back(measured->curl);
     outcome.requests = measured->requests.size();

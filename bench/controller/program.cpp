@@ -18,7 +18,9 @@ double toMilliseconds(const timeval& time) {
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
-  for (std::string& text : texts) pointers.push_back(text.data());
+  for (std::string& text : texts) {
+    pointers.push_back(text.data());
+  }
   pointers.push_back(nullptr);
   return pointers;
 }
@@ -48,7 +50,9 @@ Run runProgram(std::vector<std::string> words, const std::string& home,
   posix_spawn_file_actions_destroy(&actions);
   int status = 0;
   rusage usage{};
-  if (error != 0 || wait4(process, &status, 0, &usage) != process) return run;
+  if (error != 0 || wait4(process, &status, 0, &usage) != process) {
+    return run;
+  }
   run.milliseconds = std::chrono::duration<double, std::milli>(
                          std::chrono::steady_clock::now() - start)
                          .count();

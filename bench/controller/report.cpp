@@ -16,21 +16,23 @@ std::string fixed(double value, int digits) {
   return text.str();
 }
 
-/// What no client can beat: the levels one after another, or the requests
-/// through the connections, each at the controller's delay.
+// What no client can beat: the levels one after another, or the requests
+// through the connections, each at the controller's delay.
 double boundOf(const Job& job, const Outcome& outcome) {
   const std::size_t rounds =
       (outcome.requests + job.connections - 1) / job.connections;
   return static_cast<double>(std::max(outcome.levels, rounds) * job.delayMs);
 }
 
-/// How often a time holds another one; nothing where that one is 0.
+// How often a time holds another one; nothing where that one is 0.
 std::string ratio(double time, double ideal) {
   return ideal > 0 ? fixed(time / ideal, 2) : "";
 }
 
 void printCells(const std::vector<std::string>& cells) {
-  for (const std::string& cell : cells) std::cout << "| " << cell << ' ';
+  for (const std::string& cell : cells) {
+    std::cout << "| " << cell << ' ';
+  }
   std::cout << '|' << std::endl;
 }
 

@@ -18,7 +18,7 @@ void putNumber(std::string& bytes, std::size_t offset, std::size_t number) {
   }
 }
 
-/// A 64-bit entry point (DSP0134, 5.2.2).
+// A 64-bit entry point (DSP0134, 5.2.2).
 std::string entryFor(const local::FirmwareTable& table) {
   const local::SmbiosVersion version =
       table.entry ? table.entry->version : local::SmbiosVersion{3, 0};
@@ -31,7 +31,9 @@ std::string entryFor(const local::FirmwareTable& table) {
   putNumber(entry, 0x0C, table.bytes.size());
   putNumber(entry, 0x10, kTableAt);
   unsigned sum = 0;
-  for (const char byte : entry) sum += static_cast<unsigned char>(byte);
+  for (const char byte : entry) {
+    sum += static_cast<unsigned char>(byte);
+  }
   entry[0x05] = static_cast<char>(0x100U - (sum & 0xFFU));
   return entry;
 }
@@ -41,7 +43,9 @@ std::string entryFor(const local::FirmwareTable& table) {
 bool writeDump(const std::string& recordedMachine, const std::string& file) {
   const local::FirmwareTable table =
       local::tableInFolders(local::Root(recordedMachine));
-  if (table.access != local::Access::kRead) return false;
+  if (table.access != local::Access::kRead) {
+    return false;
+  }
   std::string dump = entryFor(table);
   dump.resize(kTableAt);
   dump += table.bytes;

@@ -92,7 +92,9 @@ int main(int argc, char** argv) {
   }
   std::puts("| run | exit status | wall ms | processor ms | MiB |");
   std::puts("|---|---|---|---|---|");
-  for (const Job& job : jobs) printRow(job);
+  for (const Job& job : jobs) {
+    printRow(job);
+  }
   fs::remove_all(work);
   return EXIT_SUCCESS;
 }

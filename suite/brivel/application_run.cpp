@@ -12,8 +12,8 @@
 namespace brivel {
 namespace {
 
-/// Lets a module register itself. False, and the reason in `error`, when it
-/// does not register under the name of its file.
+// Lets a module register itself. False, and the reason in `error`, when it
+// does not register under the name of its file.
 bool registerModule(const Module& module, const args::ParserScope& parser,
                     std::string& error) {
   module.init();

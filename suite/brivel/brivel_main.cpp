@@ -37,8 +37,8 @@ int show(std::string_view text) {
   return outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
 }
 
-/// The settings of the run; nothing, and the reason in `error`, when they
-/// cannot be read.
+// The settings of the run; nothing, and the reason in `error`, when they
+// cannot be read.
 std::optional<connection::Settings> readSettings(const CommandLine& line,
                                                  std::string& error) {
   const std::string file =
@@ -71,7 +71,7 @@ int list() {
   return errors.empty() ? kExitSuccess : kExitModule;
 }
 
-/// Runs what the command line asks for on its target.
+// Runs what the command line asks for on its target.
 int run(const CommandLine& line, const connection::Settings& settings,
         std::optional<connection::Secret> environmentPassword,
         std::chrono::steady_clock::time_point begun) {

@@ -11,7 +11,7 @@
 namespace brivel {
 namespace {
 
-/// What is wrong with the command line; caught where it is parsed.
+// What is wrong with the command line; caught where it is parsed.
 struct Mistake {
   std::string text;
 };
@@ -35,12 +35,12 @@ std::string quoted(const std::string& text) {
   return "'" + logging::escapeControls(text) + "'";
 }
 
-/// The values of the options, each checked as it is taken out.
+// The values of the options, each checked as it is taken out.
 class Values {
  public:
   explicit Values(const RawArguments& raw) : raw_(raw) {}
 
-  /// The text of an option; nothing when it is not given.
+  // The text of an option; nothing when it is not given.
   std::optional<std::string> text(const std::string& name) const {
     const auto found = raw_.options.find(name);
     if (found == raw_.options.end()) {
@@ -56,7 +56,7 @@ class Values {
     return found->second.front();
   }
 
-  /// The same of an option whose text must not be empty.
+  // The same of an option whose text must not be empty.
   std::optional<std::string> filledText(const std::string& name) const {
     std::optional<std::string> given = text(name);
     if (given && given->empty()) {
@@ -93,7 +93,7 @@ class Values {
     return limit;
   }
 
-  /// True, or nothing when the flag is not given.
+  // True, or nothing when the flag is not given.
   std::optional<bool> flag(const std::string& name) const {
     const auto found = raw_.options.find(name);
     if (found == raw_.options.end()) {
@@ -111,7 +111,7 @@ class Values {
   const RawArguments& raw_;
 };
 
-/// Refuses what no option took. A value is not repeated: it may be a password.
+// Refuses what no option took. A value is not repeated: it may be a password.
 void checkUnknown(const std::vector<std::string>& unknown) {
   if (unknown.empty()) {
     return;

@@ -35,7 +35,7 @@ void warnOfInsecurity(const connection::Target& target,
        (target.pin.empty() ? "" : ", only its pinned key") + " (insecure)");
 }
 
-/// What the options of the application tell of the run.
+// What the options of the application tell of the run.
 connection::RunHints hintsOf(const args::OptionValues& options) {
   const auto device = options.find("device");
   const auto node = options.find("node");
@@ -48,8 +48,8 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   return hints;
 }
 
-/// What a person should know about a run that failed without a cause of its
-/// own; empty when the host does not know it either.
+// What a person should know about a run that failed without a cause of its
+// own; empty when the host does not know it either.
 std::string causeOf(const connection::Connections& connections,
                     const args::OptionValues& options) {
   const std::string cause = connections.cause();
@@ -59,8 +59,8 @@ std::string causeOf(const connection::Connections& connections,
              : cause;
 }
 
-/// The exit status of a run that an application made, and what the host has to
-/// say on it.
+// The exit status of a run that an application made, and what the host has to
+// say on it.
 int conclude(RunResult result, const connection::Connections& connections,
              const args::OptionValues& options) {
   const bool abandoned = outputIsAbandoned();

@@ -21,7 +21,7 @@ constexpr std::uint16_t kMachine = EM_AARCH64;
 #error "name this machine's ELF type"
 #endif
 
-/// Whether `count` entries of `size` bytes from `offset` on lie in the file.
+// Whether `count` entries of `size` bytes from `offset` on lie in the file.
 bool fits(std::uint64_t offset, std::uint64_t count, std::uint64_t size,
           std::uint64_t fileSize) {
   return offset <= fileSize &&
@@ -35,8 +35,8 @@ bool readAt(std::istream& stream, std::uint64_t offset, Record& record) {
       stream.read(reinterpret_cast<char*>(&record), sizeof record));
 }
 
-/// Whether all parts of the library that are loaded, and its table of
-/// sections, lie in the file.
+// Whether all parts of the library that are loaded, and its table of
+// sections, lie in the file.
 bool isWhole(std::istream& stream, const Elf64_Ehdr& header,
              std::uint64_t fileSize) {
   if (!fits(header.e_phoff, header.e_phnum, header.e_phentsize, fileSize) ||

@@ -23,7 +23,7 @@ bool readAt(std::istream& stream, std::uint64_t offset, Record& record) {
       stream.read(reinterpret_cast<char*>(&record), sizeof record));
 }
 
-/// Whether all sections lie in the file.
+// Whether all sections lie in the file.
 bool isWhole(std::istream& stream, std::uint64_t sections,
              const IMAGE_FILE_HEADER& header, std::uint64_t fileSize) {
   for (std::uint64_t index = 0; index < header.NumberOfSections; ++index) {

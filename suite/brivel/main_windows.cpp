@@ -7,8 +7,8 @@
 #include "suite/brivel/brivel_main.h"
 #include "suite/connection/utf16_windows.h"
 
-/// The arguments come from the system, because the C library has them in the
-/// code page of the machine, in which not every file name can be written.
+// The arguments come from the system, because the C library has them in the
+// code page of the machine, in which not every file name can be written.
 int main() {
   int count = 0;
   LPWSTR* const wide = CommandLineToArgvW(GetCommandLineW(), &count);

@@ -18,7 +18,7 @@ struct Module::Library {
 
 namespace {
 
-/// The address of an entry point, by its plain name; null when it is missing.
+// The address of an entry point, by its plain name; null when it is missing.
 template <typename Function>
 Function* entryPoint(const boost::dll::shared_library& library,
                      const char* name) {

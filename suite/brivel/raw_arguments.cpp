@@ -11,7 +11,7 @@ namespace brivel {
 namespace {
 
 // clang-format off
-/// Arguments and options that take a text.
+// Arguments and options that take a text.
 constexpr const char* kTexts[] = {
     "APPLICATION",
     "COMMAND",
@@ -42,9 +42,9 @@ constexpr const char* kFlags[] = {
 };
 // clang-format on
 
-/// The arguments in the order that the parsing library takes, last one first.
-/// "--device=" becomes "--device" and an empty value: the library would take
-/// the next argument for the value.
+// The arguments in the order that the parsing library takes, last one first.
+// "--device=" becomes "--device" and an empty value: the library would take
+// the next argument for the value.
 std::vector<std::string> reversed(int argc, const char* const* argv) {
   std::vector<std::string> arguments;
   bool optionsOver = false;

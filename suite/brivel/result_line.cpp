@@ -6,8 +6,8 @@
 namespace brivel {
 namespace {
 
-/// A text as a sentence: some messages of the catalogue end in a blank, some
-/// without a full stop.
+// A text as a sentence: some messages of the catalogue end in a blank, some
+// without a full stop.
 std::string sentence(std::string text) {
   text.erase(text.find_last_not_of(' ') + 1);
   const bool ends = text.empty() || text.back() == '.' || text.back() == '?';

@@ -14,7 +14,7 @@ UINT codePageBefore = 0;
 
 void restoreCodePage() { SetConsoleOutputCP(codePageBefore); }
 
-/// A stream that the program was started without goes to the null device.
+// A stream that the program was started without goes to the null device.
 void replaceMissing(std::FILE* stream, const char* mode) {
   if (_fileno(stream) < 0) {
     static_cast<void>(std::freopen("NUL", mode, stream));

@@ -15,8 +15,8 @@ std::string absoluteFrom(const char* variable) {
   return value != nullptr && *value == '/' ? value : "";
 }
 
-/// A base directory of the user's, by its variable or below the home; empty
-/// when there is neither.
+// A base directory of the user's, by its variable or below the home; empty
+// when there is neither.
 std::string baseDirectory(const char* variable, const char* belowHome) {
   const std::string base = absoluteFrom(variable);
   if (!base.empty()) {

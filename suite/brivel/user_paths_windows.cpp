@@ -16,9 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// One of the user's or the machine's folders: where its variable says, as
-/// other programs have it, else where the system has it; empty when there is
-/// none.
+// One of the user's or the machine's folders: where its variable says, as
+// other programs have it, else where the system has it; empty when there is
+// none.
 fs::path folder(const char* variable, const KNOWNFOLDERID& known) {
   const fs::path named = fs::u8path(environmentValue(variable));
   if (named.is_absolute()) {
@@ -31,7 +31,7 @@ fs::path folder(const char* variable, const KNOWNFOLDERID& known) {
   return result;
 }
 
-/// The settings below a folder, if they are there.
+// The settings below a folder, if they are there.
 std::string settingsBelow(const fs::path& base) {
   const fs::path file = base / "brivel" / "brivel.toml";
   std::error_code error;

@@ -8,7 +8,7 @@
 namespace connection {
 namespace {
 
-/// Frees what the system allocated.
+// Frees what the system allocated.
 class LocalMemory {
  public:
   ~LocalMemory() { LocalFree(memory_); }
@@ -22,7 +22,7 @@ class LocalMemory {
   void* memory_ = nullptr;
 };
 
-/// The user as whom this process runs; its SID lies in the buffer.
+// The user as whom this process runs; its SID lies in the buffer.
 PSID ownUser(std::vector<unsigned char>& buffer) {
   HANDLE token = nullptr;
   if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) {

@@ -43,8 +43,8 @@ bool isIpv6(const std::string& host) {
   return boost::urls::parse_ipv6_address(host).has_value();
 }
 
-/// Host names as they are met in practice: labels of letters, digits, hyphens
-/// and underscores. Digits and dots alone must be an IPv4 address.
+// Host names as they are met in practice: labels of letters, digits, hyphens
+// and underscores. Digits and dots alone must be an IPv4 address.
 bool isHostName(const std::string& host) {
   if (host.empty() || host.size() > kLongestHost || host.front() == '.' ||
       host.front() == '-' || host.find("..") != std::string::npos) {
@@ -59,7 +59,7 @@ bool isHostName(const std::string& host) {
                });
 }
 
-/// Reads "fe80::1", "fe80::1%eth0" or "fe80::1%25eth0" (RFC 6874).
+// Reads "fe80::1", "fe80::1%eth0" or "fe80::1%25eth0" (RFC 6874).
 std::optional<std::string> readIpv6(std::string_view literal) {
   const std::size_t percent = literal.find('%');
   std::string host(literal.substr(0, percent));
@@ -86,7 +86,7 @@ bool readPort(std::string_view text, std::uint16_t& port) {
   return failure == std::errc{} && stop == end && port != 0;
 }
 
-/// Reads "host", "host:port", "[address]" or "[address]:port".
+// Reads "host", "host:port", "[address]" or "[address]:port".
 bool readHostAndPort(std::string_view text, Address& address,
                      std::string& error) {
   std::string_view rest;

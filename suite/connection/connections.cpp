@@ -20,8 +20,8 @@ using Tarvex::TarvexConnection::ConnectionInfo;
 
 Connections* living = nullptr;
 
-/// Whether a service can be reached, in its own way: an older controller that
-/// only speaks IPMI is reached, too, and turned away later for its generation.
+// Whether a service can be reached, in its own way: an older controller that
+// only speaks IPMI is reached, too, and turned away later for its generation.
 std::optional<Failure> reach(redfish::Service& service) {
   auto failure = service.open();
   if (failure) {
@@ -33,9 +33,9 @@ std::optional<Failure> reach(redfish::Service& service) {
   return failure;
 }
 
-/// Reads what the run is for, ahead of the calls that show it, so that a
-/// failure is told as finely as here. A service without systems, and a
-/// controller without Redfish, are left to those calls.
+// Reads what the run is for, ahead of the calls that show it, so that a
+// failure is told as finely as here. A service without systems, and a
+// controller without Redfish, are left to those calls.
 std::optional<Failure> readAhead(redfish::Service& service,
                                  std::uint32_t wants) {
   if (service.probe().generation != redfish::Generation::kRedfish) {
@@ -50,8 +50,8 @@ std::optional<Failure> readAhead(redfish::Service& service,
   return std::nullopt;
 }
 
-/// The index in a service of the node that a run asks for by its number among
-/// all, where `before` nodes belong to other services; 0 for one of those.
+// The index in a service of the node that a run asks for by its number among
+// all, where `before` nodes belong to other services; 0 for one of those.
 std::uint16_t nodeBehind(int number, std::size_t before) {
   const std::int64_t index =
       static_cast<std::int64_t>(number) - 1 - static_cast<std::int64_t>(before);
@@ -60,8 +60,8 @@ std::uint16_t nodeBehind(int number, std::size_t before) {
              : std::uint16_t{0};
 }
 
-/// Whether a run asks a machine for nothing but what its firmware's table
-/// alone tells.
+// Whether a run asks a machine for nothing but what its firmware's table
+// alone tells.
 bool restsOnTable(std::uint32_t wants) {
   constexpr std::uint32_t kOfTable =
       redfish::kWantProcessors | redfish::kWantDimms | redfish::kWantPowers;
@@ -156,7 +156,7 @@ std::vector<TargetCost> Connections::costs() const {
   return costs;
 }
 
-/// Makes the target's services with their credential, once per run.
+// Makes the target's services with their credential, once per run.
 std::optional<Failure> Connections::ensureService() {
   if (!unusable_ && known_.empty()) {
     unusable_ = target_ ? addService(*target_) : ensureControllers();
@@ -164,7 +164,7 @@ std::optional<Failure> Connections::ensureService() {
   return unusable_;
 }
 
-/// Makes a service of each controller that this machine leads to.
+// Makes a service of each controller that this machine leads to.
 std::optional<Failure> Connections::ensureControllers() {
   machine_ = std::make_unique<local::Machine>(local::Root(inBand_.root),
                                               inBand_.pciIdsFile);
@@ -199,8 +199,8 @@ std::optional<Failure> Connections::ensureControllers() {
   return std::nullopt;
 }
 
-/// Takes the password of a target's user, once per run: the controllers of a
-/// machine have one between them.
+// Takes the password of a target's user, once per run: the controllers of a
+// machine have one between them.
 std::optional<Failure> Connections::takeCredential(const Target& target) {
   if (credential_ || !needsPassword(target)) {
     return std::nullopt;
@@ -219,8 +219,8 @@ std::optional<Failure> Connections::takeCredential(const Target& target) {
   return std::nullopt;
 }
 
-/// Trusts the certificate that the controller names over the IPMI device,
-/// unless something else is to be trusted.
+// Trusts the certificate that the controller names over the IPMI device,
+// unless something else is to be trusted.
 void Connections::trustOverIpmi(Target& target) {
   if (target.insecure || !target.pin.empty() || !target.caFile.empty()) {
     return;
@@ -234,7 +234,7 @@ void Connections::trustOverIpmi(Target& target) {
                 "IPMI");
 }
 
-/// Has the controller make an account for us.
+// Has the controller make an account for us.
 std::optional<Failure> Connections::makeAccount(FoundController& controller) {
   Failure failure;
   auto account = bootstrapAccount(*machine_, controller, failure);
@@ -264,8 +264,8 @@ std::optional<Failure> Connections::addService(Target target,
   return std::nullopt;
 }
 
-/// Reaches the first service that can be; its handle. The failure of the last
-/// one when none can.
+// Reaches the first service that can be; its handle. The failure of the last
+// one when none can.
 std::optional<Failure> Connections::reachAny(std::int64_t& handle) {
   std::optional<Failure> failure;
   for (const auto& [candidate, known] : known_) {
@@ -285,8 +285,8 @@ std::optional<Failure> Connections::reachAny(std::int64_t& handle) {
   return failure;
 }
 
-/// One record per node of each service that can be read. The failure of the
-/// last one when none can.
+// One record per node of each service that can be read. The failure of the
+// last one when none can.
 std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
   std::optional<Failure> lost;
   std::set<std::string> seen;
@@ -320,7 +320,7 @@ std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
   return list.empty() ? lost : std::nullopt;
 }
 
-/// Tells which system a number of the option "node" stands for, once per run.
+// Tells which system a number of the option "node" stands for, once per run.
 void Connections::logNode(std::size_t number, const std::string& address,
                           const ServiceNode& node) {
   if (number <= nodesLogged_) {
@@ -359,7 +359,7 @@ ConnectionInfo Connections::record(std::int64_t handle) const {
   return info;
 }
 
-/// Keeps the failure for the run's end; its result code.
+// Keeps the failure for the run's end; its result code.
 int Connections::fail(Failure failure) {
   const int result = resultOf(failure.kind);
   if (result != 0) {

@@ -26,7 +26,7 @@ Failure failureOf(FailureKind kind, std::string cause, std::string remedy) {
   return {kind, "this server", "", std::move(cause), std::move(remedy)};
 }
 
-/// What else there is for a person to do.
+// What else there is for a person to do.
 std::string otherWays(local::Machine& machine) {
   std::string ways = nameAController();
   if (machine.describesItself()) {
@@ -35,7 +35,7 @@ std::string otherWays(local::Machine& machine) {
   return ways;
 }
 
-/// Why the firmware's table tells of no host interface.
+// Why the firmware's table tells of no host interface.
 Failure noInterface(local::Machine& machine) {
   const std::string& table = machine.tableName();
   switch (machine.table()) {
@@ -78,7 +78,7 @@ FailureKind kindOf(PathProblem problem) {
   return FailureKind::kNoHostInterface;
 }
 
-/// Completes a way whose end has to be asked for.
+// Completes a way whose end has to be asked for.
 void discover(ControllerPath& path) {
   if (path.problem != PathProblem::kUndiscovered) {
     return;

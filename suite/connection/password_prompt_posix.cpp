@@ -13,7 +13,7 @@ namespace {
 using redfish::Failure;
 using redfish::FailureKind;
 
-/// Keeps a terminal from showing what is typed.
+// Keeps a terminal from showing what is typed.
 class SilentTerminal {
  public:
   explicit SilentTerminal(int descriptor) : descriptor_(descriptor) {

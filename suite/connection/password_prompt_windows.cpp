@@ -19,11 +19,11 @@ using redfish::FailureKind;
 
 constexpr std::size_t kMostTyped = 1026;  // With the line end.
 
-/// Time in which the interrupt that ended a wait for input leaves its mark:
-/// the two come in different threads.
+// Time in which the interrupt that ended a wait for input leaves its mark:
+// the two come in different threads.
 constexpr DWORD kMillisecondsForMark = 200;
 
-/// A file that is closed at the end of its scope.
+// A file that is closed at the end of its scope.
 class File {
  public:
   explicit File(HANDLE handle) : handle_(handle) {}
@@ -42,7 +42,7 @@ class File {
   HANDLE handle_;
 };
 
-/// Keeps a console from showing what is typed.
+// Keeps a console from showing what is typed.
 class SilentConsole {
  public:
   explicit SilentConsole(HANDLE input) : input_(input) {

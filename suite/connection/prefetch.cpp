@@ -29,7 +29,7 @@ constexpr Item kItems[] = {
 
 constexpr std::string_view kAll = "all";
 
-/// The names in a list with commas between, empty ones included.
+// The names in a list with commas between, empty ones included.
 std::vector<std::string_view> namesIn(std::string_view list) {
   std::vector<std::string_view> names;
   while (true) {
@@ -42,7 +42,7 @@ std::vector<std::string_view> namesIn(std::string_view list) {
   }
 }
 
-/// The item of a name; null when there is none.
+// The item of a name; null when there is none.
 const Item* itemOf(std::string_view name) {
   const Item* const found =
       std::find_if(std::begin(kItems), std::end(kItems),

@@ -19,7 +19,7 @@
 namespace connection {
 namespace {
 
-/// A limit of size is not heeded by every program that systems hand dumps to.
+// A limit of size is not heeded by every program that systems hand dumps to.
 void forbidTracing() {
   // The search for leaks at the end of a sanitized build is a trace, too.
 #if !defined(BRIVEL_IS_TRACED)

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
 
-/// Keys that a table may hold, each with what becomes of its value.
+// Keys that a table may hold, each with what becomes of its value.
 using Keys = std::vector<
     std::pair<std::string_view, std::function<void(const SettingsValue&)>>>;
 
@@ -44,7 +44,7 @@ Keys targetKeys(TargetSettings& target) {
   // clang-format on
 }
 
-/// Reads one file; its life is the reading.
+// Reads one file; its life is the reading.
 class SettingsReader {
  public:
   SettingsReader(const std::string& file, const std::string& home)
@@ -169,7 +169,7 @@ class SettingsReader {
   Settings settings_;
 };
 
-/// The whole file; nothing, and the reason in `error`, when it cannot be read.
+// The whole file; nothing, and the reason in `error`, when it cannot be read.
 std::optional<std::string> readFile(const std::string& file,
                                     std::string& error) {
   std::error_code failure;

@@ -3,8 +3,8 @@
 namespace connection {
 namespace {
 
-/// The choice's address with what the settings, or the address itself, say
-/// about it.
+// The choice's address with what the settings, or the address itself, say
+// about it.
 std::optional<NamedTarget> find(const TargetChoice& choice,
                                 const Settings& settings, std::string& error) {
   std::optional<NamedTarget> found;
@@ -41,7 +41,7 @@ std::string settingsPasswordFile(const std::string& user,
   return "";
 }
 
-/// What speaks against talking to the target so; empty when nothing does.
+// What speaks against talking to the target so; empty when nothing does.
 std::string objection(const Target& target) {
   const bool passwordGiven =
       target.password.standardInput || !target.password.optionFile.empty();
@@ -64,7 +64,7 @@ std::string objection(const Target& target) {
   return "";
 }
 
-/// The target with all that the sources say of it.
+// The target with all that the sources say of it.
 Target merge(const TargetChoice& choice, const NamedTarget& found,
              const Settings& settings) {
   const TargetSettings merged =

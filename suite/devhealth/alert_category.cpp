@@ -140,7 +140,9 @@ constexpr std::array<std::string_view, 8> kNames = {
 template <std::size_t Size>
 std::optional<Category> find(const Row (&rows)[Size], std::string_view name) {
   for (const Row& row : rows) {
-    if (row.name == name) return row.category;
+    if (row.name == name) {
+      return row.category;
+    }
   }
   return std::nullopt;
 }
@@ -152,20 +154,24 @@ Category sensorCategory(const redfish::json::object& sensor) {
         .value_or(Category::kSystem);
   }
   for (const Row& row : kReadingTypes) {
-    if (startsWith(type, row.name)) return row.category;
+    if (startsWith(type, row.name)) {
+      return row.category;
+    }
   }
   return Category::kSystem;
 }
 
 std::optional<Category> categoryOfType(const redfish::json::object& resource) {
   const OdataType type = odataTypeOf(resource);
-  if (type.type == "Sensor") return sensorCategory(resource);
+  if (type.type == "Sensor") {
+    return sensorCategory(resource);
+  }
   const auto category = find(kTypes, type.type);
   return category ? category : find(kTypes, type.schema);
 }
 
-/// The path below the instance of /redfish/v1/{Systems|Chassis|Managers}/{id},
-/// without query, followed by the fragment; nothing for other roots.
+// The path below the instance of /redfish/v1/{Systems|Chassis|Managers}/{id},
+// without query, followed by the fragment; nothing for other roots.
 std::optional<std::string> pathInInstance(const Uri& origin) {
   const std::string_view document = origin.document();
   const std::string_view root = redfish::segmentOf(document, 2);
@@ -187,13 +193,17 @@ struct SegmentMatch {
   bool sensor = false;
 };
 
-/// The first segment of a path that belongs to an area.
+// The first segment of a path that belongs to an area.
 SegmentMatch firstMatch(std::string_view path) {
   for (unsigned int index = 0;; ++index) {
     const std::string_view segment = redfish::segmentOf(path, index);
-    if (segment.empty()) return {};
+    if (segment.empty()) {
+      return {};
+    }
     const auto category = find(kSegments, segment);
-    if (category) return {*category, segment == "Sensors"};
+    if (category) {
+      return {*category, segment == "Sensors"};
+    }
   }
 }
 
@@ -205,14 +215,18 @@ std::string_view categoryName(AlertCategory category) {
 
 AlertCategory categoryOf(const Graph& graph, const Uri& origin) {
   if (const auto* resource = graph.resolve(origin).object) {
-    if (const auto category = categoryOfType(*resource)) return *category;
+    if (const auto category = categoryOfType(*resource)) {
+      return *category;
+    }
   }
   const auto path = pathInInstance(origin);
   return path ? firstMatch(*path).category : Category::kOther;
 }
 
 bool isUnreadSensor(const Graph& graph, const Uri& origin) {
-  if (graph.find(origin.document()) != nullptr) return false;
+  if (graph.find(origin.document()) != nullptr) {
+    return false;
+  }
   const auto path = pathInInstance(origin);
   return path && firstMatch(*path).sensor;
 }

@@ -23,22 +23,28 @@ using redfish::Health;
 using redfish::Uri;
 using Tarvex::DeviceHealth::Alert;
 
-/// Further resources asked for at once. Real services need a handful.
+// Further resources asked for at once. Real services need a handful.
 constexpr std::size_t kMaxWanted = 64;
 
-/// Gives an event what only its registry knows: severity and text. A text of
-/// the service's own that still holds placeholders gets its arguments.
+// Gives an event what only its registry knows: severity and text. A text of
+// the service's own that still holds placeholders gets its arguments.
 void complete(Event& event, MessageRegistries& registries) {
   const bool lacks =
       event.severity == Health::kUnknown || event.message.empty();
   const json::object* entry = lacks ? registries.find(event.id) : nullptr;
   if (event.severity == Health::kUnknown) {
     for (const std::string_view name : {"MessageSeverity", "Severity"}) {
-      if (entry == nullptr || event.severity != Health::kUnknown) break;
+      if (entry == nullptr || event.severity != Health::kUnknown) {
+        break;
+      }
       event.severity = redfish::healthFromText(redfish::stringAt(*entry, name));
     }
-    if (event.severity == Health::kUnknown) event.severity = Health::kWarning;
-    if (event.severity == Health::kOk) event.dropped = true;
+    if (event.severity == Health::kUnknown) {
+      event.severity = Health::kWarning;
+    }
+    if (event.severity == Health::kOk) {
+      event.dropped = true;
+    }
   }
   if (!event.message.empty()) {
     if (!event.arguments.empty()) {
@@ -62,7 +68,9 @@ void complete(Event& event, MessageRegistries& registries) {
 Alert alertOf(const Event& event, AlertCategory category) {
   Alert alert{};
   alert.extra = recordText(event.origin.identity());
-  if (!event.timestamp.empty()) alert.extra += " " + event.timestamp;
+  if (!event.timestamp.empty()) {
+    alert.extra += " " + event.timestamp;
+  }
   alert.messageId = event.messageId;
   alert.severity = event.severity == Health::kCritical ? 2 : 1;
   alert.category = categoryName(category);
@@ -100,13 +108,17 @@ std::vector<Alert> inOrder(const Graph& graph,
   return alerts;
 }
 
-/// The first of each place, up to the limit.
+// The first of each place, up to the limit.
 std::vector<Uri> eachOnce(std::vector<Uri> links) {
   std::unordered_set<std::string> seen;
   std::vector<Uri> once;
   for (Uri& link : links) {
-    if (once.size() == kMaxWanted) break;
-    if (seen.insert(link.document()).second) once.push_back(std::move(link));
+    if (once.size() == kMaxWanted) {
+      break;
+    }
+    if (seen.insert(link.document()).second) {
+      once.push_back(std::move(link));
+    }
   }
   return once;
 }
@@ -125,12 +137,20 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
   FoundSeverities found;
   std::vector<const Event*> kept;
   for (Event& event : conditions.events()) {
-    if (event.dropped) continue;
+    if (event.dropped) {
+      continue;
+    }
     const bool own = scope.holds(event.origin.document());
-    if (own) complete(event, registries);
-    if (event.dropped) continue;
+    if (own) {
+      complete(event, registries);
+    }
+    if (event.dropped) {
+      continue;
+    }
     found.add(event.origin, std::max(event.severity, Health::kWarning));
-    if (own) kept.push_back(&event);
+    if (own) {
+      kept.push_back(&event);
+    }
   }
   for (const auto& [index, holder] : conditions.holders()) {
     const Event& event = conditions.events()[index];
@@ -145,8 +165,12 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
     reading.failure = walkFailure(graph, node);
     holders = holderEvents(graph, node, found, reading.unexplained);
   }
-  for (const Event& event : parts) kept.push_back(&event);
-  for (const Event& event : holders) kept.push_back(&event);
+  for (const Event& event : parts) {
+    kept.push_back(&event);
+  }
+  for (const Event& event : holders) {
+    kept.push_back(&event);
+  }
 
   reading.alerts = inOrder(graph, kept);
   reading.wanted.insert(reading.wanted.end(), registries.wanted().begin(),

@@ -43,10 +43,10 @@ class Collector {
   Collector(const Graph& graph, const PartSchema& schema, ReadTally& tally)
       : graph_(graph), schema_(schema), tally_(tally), siblings_(graph) {}
 
-  /// Asks one place, whatever it is.
+  // Asks one place, whatever it is.
   void ask(const Uri& place);
 
-  /// Asks a chassis that was read.
+  // Asks a chassis that was read.
   void askChassis(const Resource& chassis);
 
   bool empty() const { return rows_.empty(); }
@@ -70,7 +70,7 @@ class Collector {
   SiblingNames siblings_;
   std::vector<ChassisPart> rows_;
   std::unordered_set<std::string> seen_;
-  /// The model that a chassis was read in: the two list the same parts.
+  // The model that a chassis was read in: the two list the same parts.
   std::map<std::string, Model, std::less<>> models_;
 };
 
@@ -85,8 +85,12 @@ void Collector::ask(const Uri& place) {
       resource == nullptr ? OdataType{} : odataTypeOf(resource->body);
   const std::string_view folder = lastOf(redfish::parentOf(document));
   if (type.schema == "Chassis" || folder == "Chassis") {
-    if (const auto failure = unreadableFailure(resource)) tally_.fail(*failure);
-    if (resource != nullptr) askChassis(*resource);
+    if (const auto failure = unreadableFailure(resource)) {
+      tally_.fail(*failure);
+    }
+    if (resource != nullptr) {
+      askChassis(*resource);
+    }
   } else if (type.type == schema_.type || folder == schema_.collection) {
     askMember(place);
   }
@@ -96,13 +100,17 @@ void Collector::askChassis(const Resource& chassis) {
   const std::string& key = chassis.uri.document();
   const LinkedList members = fromSubsystem(chassis);
   if (anyPresent(members.list)) {
-    if (allows(key, Model::kSubsystem)) commit(members, Model::kSubsystem);
+    if (allows(key, Model::kSubsystem)) {
+      commit(members, Model::kSubsystem);
+    }
     return;
   }
   const bool required = members.list.parts().empty();
   const LinkedList entries = fromDocument(chassis, required);
   if (anyPresent(entries.list)) {
-    if (allows(key, Model::kDocument)) commit(entries, Model::kDocument);
+    if (allows(key, Model::kDocument)) {
+      commit(entries, Model::kDocument);
+    }
     return;
   }
   commit(members, Model::kSubsystem);
@@ -112,14 +120,18 @@ void Collector::askChassis(const Resource& chassis) {
 LinkedList Collector::fromSubsystem(const Resource& chassis) const {
   LinkedList result;
   const auto link = redfish::linkAt(chassis.body, schema_.subsystem);
-  if (!link) return result;
+  if (!link) {
+    return result;
+  }
   const Resource* subsystem = graph_.find(link->document());
   if (subsystem == nullptr) {
     result.failure = failureOf(*link, nullptr);
     return result;
   }
   result.failure = unreadableFailure(subsystem);
-  if (result.failure) return result;
+  if (result.failure) {
+    return result;
+  }
   return membersAt(graph_, subsystem->body, schema_.collection);
 }
 
@@ -127,12 +139,16 @@ LinkedList Collector::fromDocument(const Resource& chassis,
                                    bool required) const {
   LinkedList result;
   const auto link = redfish::linkAt(chassis.body, schema_.document);
-  if (!link) return result;
+  if (!link) {
+    return result;
+  }
   const Resource* document = graph_.find(link->document());
   if (document == nullptr) {
     // It is not asked for where the subsystem has listed parts, absent ones
     // included.
-    if (required) result.failure = failureOf(*link, nullptr);
+    if (required) {
+      result.failure = failureOf(*link, nullptr);
+    }
     return result;
   }
   result.failure = unreadableFailure(document);
@@ -142,7 +158,9 @@ LinkedList Collector::fromDocument(const Resource& chassis,
 
 void Collector::askEntry(const Uri& place) {
   const std::string folder = "/" + std::string(schema_.array) + "/";
-  if (place.fragment().compare(0, folder.size(), folder) != 0) return;
+  if (place.fragment().compare(0, folder.size(), folder) != 0) {
+    return;
+  }
   askSinglePart(place, redfish::parentOf(place.document()), Model::kDocument);
 }
 
@@ -155,7 +173,9 @@ void Collector::askMember(const Uri& place) {
 
 void Collector::askSinglePart(const Uri& place, std::string_view chassis,
                               Model model) {
-  if (!allows(chassis, model)) return;
+  if (!allows(chassis, model)) {
+    return;
+  }
   PartList single;
   single.addLinked(graph_, place);
   for (const Part& part : single.parts()) {
@@ -169,14 +189,18 @@ bool Collector::allows(std::string_view chassis, Model model) {
 }
 
 void Collector::commit(const LinkedList& list, Model model) {
-  if (list.failure) tally_.fail(*list.failure);
+  if (list.failure) {
+    tally_.fail(*list.failure);
+  }
   for (const Part& part : list.list.parts()) {
     addRow(part, list.list.names(), model);
   }
 }
 
 void Collector::addRow(const Part& part, const NameCounts& names, Model model) {
-  if (!seen_.insert(part.uri.identity()).second) return;
+  if (!seen_.insert(part.uri.identity()).second) {
+    return;
+  }
   ChassisPart row;
   row.part = part;
   row.entry = model == Model::kDocument;
@@ -185,7 +209,9 @@ void Collector::addRow(const Part& part, const NameCounts& names, Model model) {
     row.name = recordText(part.uri.lastSegment());
   } else {
     tally_.read();
-    if (!isPresent(part)) return;
+    if (!isPresent(part)) {
+      return;
+    }
     row.name = displayName(*part.object, part.uri, names,
                            row.entry ? schema_.locator : std::string_view());
   }
@@ -199,15 +225,23 @@ std::vector<ChassisPart> chassisParts(const Graph& graph,
                                       const std::vector<Uri>& places,
                                       const PartSchema& schema,
                                       ReadTally& tally) {
-  if (const auto failure = chassisFailure(graph, node)) tally.fail(*failure);
+  if (const auto failure = chassisFailure(graph, node)) {
+    tally.fail(*failure);
+  }
   Collector collector(graph, schema, tally);
-  for (const Uri& place : places) collector.ask(place);
+  for (const Uri& place : places) {
+    collector.ask(place);
+  }
   if (collector.empty()) {
     for (const Uri& place : redfish::enclosingChassis(graph, node)) {
       const Resource* chassis = graph.find(place.document());
-      if (chassis == nullptr) break;
+      if (chassis == nullptr) {
+        break;
+      }
       collector.askChassis(*chassis);
-      if (!collector.empty()) break;
+      if (!collector.empty()) {
+        break;
+      }
     }
   }
   return collector.take();
@@ -217,14 +251,22 @@ std::optional<redfish::Failure> chassisFailure(const Graph& graph,
                                                const redfish::Node& node) {
   for (const Uri& link : redfish::linksAt(node.system->body, "Links/Chassis")) {
     auto failure = unreadableFailure(graph.find(link.document()));
-    if (failure) return failure;
+    if (failure) {
+      return failure;
+    }
   }
   const Resource* root = redfish::serviceRoot(graph);
-  if (!node.chassis.empty() || root == nullptr) return std::nullopt;
+  if (!node.chassis.empty() || root == nullptr) {
+    return std::nullopt;
+  }
   const LinkedList all = membersAt(graph, root->body, "Chassis");
-  if (all.failure) return all.failure;
+  if (all.failure) {
+    return all.failure;
+  }
   for (const Part& part : all.list.parts()) {
-    if (part.object == nullptr) return failureOf(part.uri, part.failure);
+    if (part.object == nullptr) {
+      return failureOf(part.uri, part.failure);
+    }
   }
   return std::nullopt;
 }

@@ -23,7 +23,9 @@ void addListed(const Graph& graph, EventList& list) {
   const json::object* document = redfish::serviceConditions(graph);
   const json::array* conditions =
       document == nullptr ? nullptr : redfish::arrayAt(*document, "Conditions");
-  if (conditions == nullptr) return;
+  if (conditions == nullptr) {
+    return;
+  }
   const Resource& root = *redfish::serviceRoot(graph);
   const auto link = redfish::linkAt(root.body, "ServiceConditions");
   list.addConditions(*conditions, *link, EventSource::kServiceConditions);
@@ -39,23 +41,29 @@ void addHeld(const Graph& graph, EventList& list) {
   }
 }
 
-/// Follows conditions that only point elsewhere.
+// Follows conditions that only point elsewhere.
 class Pointers {
  public:
   explicit Pointers(const Graph& graph) : graph_(graph) {}
 
-  /// Whether a place holds a condition that is more than a pointer, or a
-  /// pointer that leads to one. Each place is looked at once, so that pointers
-  /// in a circle end.
+  // Whether a place holds a condition that is more than a pointer, or a
+  // pointer that leads to one. Each place is looked at once, so that pointers
+  // in a circle end.
   bool leadToEvent(const Uri& place, int depth = 0) {
     constexpr int kMaxDepth = 8;
-    if (depth > kMaxDepth) return false;
+    if (depth > kMaxDepth) {
+      return false;
+    }
     const auto [entry, isNew] = known_.try_emplace(place.identity(), false);
-    if (!isNew) return entry->second;
+    if (!isNew) {
+      return entry->second;
+    }
     const json::object* part = graph_.resolve(place).object;
     const json::array* conditions =
         part == nullptr ? nullptr : redfish::arrayAt(*part, kConditions);
-    if (conditions == nullptr) return false;
+    if (conditions == nullptr) {
+      return false;
+    }
     EventList held;
     held.addConditions(*conditions, place, EventSource::kResource);
     const auto& events = held.events();
@@ -64,7 +72,9 @@ class Pointers {
       return !isPointer(event.id);
     });
     for (const Event& event : events) {
-      if (leads) break;
+      if (leads) {
+        break;
+      }
       leads = leadToEvent(event.origin, depth + 1);
     }
     return leads;
@@ -75,7 +85,7 @@ class Pointers {
   std::unordered_map<std::string, bool> known_;
 };
 
-/// Drops the pointers that lead to events, and takes those in.
+// Drops the pointers that lead to events, and takes those in.
 void followPointers(const Graph& graph, const NodeScope& scope, EventList& list,
                     std::vector<Uri>& wanted) {
   Pointers pointers(graph);
@@ -83,15 +93,23 @@ void followPointers(const Graph& graph, const NodeScope& scope, EventList& list,
   // Events that are added on the way are looked at in their turn.
   for (std::size_t index = 0; index < list.events().size(); ++index) {
     Event& event = list.events()[index];
-    if (!isPointer(event.id)) continue;
-    const Uri origin = event.origin;
-    if (graph.find(origin.document()) == nullptr) {
-      if (scope.holds(origin.document())) wanted.push_back(origin);
+    if (!isPointer(event.id)) {
       continue;
     }
-    if (!pointers.leadToEvent(origin)) continue;
+    const Uri origin = event.origin;
+    if (graph.find(origin.document()) == nullptr) {
+      if (scope.holds(origin.document())) {
+        wanted.push_back(origin);
+      }
+      continue;
+    }
+    if (!pointers.leadToEvent(origin)) {
+      continue;
+    }
     event.dropped = true;
-    if (!followed.insert(origin.identity()).second) continue;
+    if (!followed.insert(origin.identity()).second) {
+      continue;
+    }
     const json::object* part = graph.resolve(origin).object;
     list.addConditions(*redfish::arrayAt(*part, kConditions), origin,
                        EventSource::kResource);

@@ -12,10 +12,14 @@ namespace {
 namespace json = redfish::json;
 using Tarvex::DeviceHealth::DIMM;
 
-/// Whether the member is a slot without a module, or no module at all.
+// Whether the member is a slot without a module, or no module at all.
 bool isNoModule(const json::object& memory) {
-  if (redfish::isAbsent(memory)) return true;
-  if (redfish::stringAt(memory, "MemoryType") == "Cache") return true;
+  if (redfish::isAbsent(memory)) {
+    return true;
+  }
+  if (redfish::stringAt(memory, "MemoryType") == "Cache") {
+    return true;
+  }
   // Services without a Status for empty slots tell them by their capacity.
   return redfish::objectAt(memory, "Status") == nullptr &&
          numberAt(memory, "CapacityMiB") == 0.0;
@@ -24,16 +28,22 @@ bool isNoModule(const json::object& memory) {
 std::optional<double> fastestAllowed(const json::object& memory) {
   const json::array* speeds = redfish::arrayAt(memory, "AllowedSpeedsMHz");
   std::optional<double> fastest;
-  if (speeds == nullptr) return fastest;
+  if (speeds == nullptr) {
+    return fastest;
+  }
   for (const json::value& entry : *speeds) {
     const std::optional<double> speed = numberOf(entry);
-    if (speed && *speed > 0) fastest = std::max(fastest, speed);
+    if (speed && *speed > 0) {
+      fastest = std::max(fastest, speed);
+    }
   }
   return fastest;
 }
 
 std::optional<double> speedOf(const json::object& memory) {
-  if (const auto speed = fastestAllowed(memory)) return speed;
+  if (const auto speed = fastestAllowed(memory)) {
+    return speed;
+  }
   if (const auto speed =
           positiveAt(memory, "OperatingSpeedRangeMHz/AllowableMax")) {
     return speed;
@@ -69,13 +79,17 @@ Mapped<DIMM> mapDimms(const redfish::Graph& graph, const redfish::Node& node) {
   std::vector<DIMM> rows;
   ReadTally tally;
   const LinkedList modules = membersAt(graph, node.system->body, "Memory");
-  if (modules.failure) tally.fail(*modules.failure);
+  if (modules.failure) {
+    tally.fail(*modules.failure);
+  }
   for (const Part& part : modules.list.parts()) {
     if (part.object == nullptr) {
       tally.unreadable(part);
     } else {
       tally.read();
-      if (isNoModule(*part.object)) continue;
+      if (isNoModule(*part.object)) {
+        continue;
+      }
     }
     rows.push_back(dimmOf(part, modules.list.names()));
   }

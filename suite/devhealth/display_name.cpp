@@ -23,7 +23,9 @@ bool isClassWord(std::string_view name) {
 
 void NameCounts::add(const redfish::json::object& part) {
   std::string name = textAt(part, "Name");
-  if (!name.empty()) ++counts_[std::move(name)];
+  if (!name.empty()) {
+    ++counts_[std::move(name)];
+  }
 }
 
 bool NameCounts::unique(const std::string& name) const {
@@ -39,10 +41,16 @@ std::string displayName(const redfish::json::object& part,
     return name;
   }
   std::string place = textAt(part, "Location/PartLocation/ServiceLabel");
-  if (place.empty() && !locator.empty()) place = textAt(part, locator);
-  if (!place.empty()) return place;
+  if (place.empty() && !locator.empty()) {
+    place = textAt(part, locator);
+  }
+  if (!place.empty()) {
+    return place;
+  }
   const std::string id = firstTextAt(part, {"Id", "MemberId"});
-  if (!id.empty()) return name.empty() ? id : name + " " + id;
+  if (!id.empty()) {
+    return name.empty() ? id : name + " " + id;
+  }
   return recordText(uri.lastSegment());
 }
 

@@ -13,11 +13,13 @@ namespace json = redfish::json;
 using redfish::Health;
 using redfish::Uri;
 
-/// Arguments in order. A placeholder is an argument like any other.
+// Arguments in order. A placeholder is an argument like any other.
 std::vector<std::string> argumentsOf(const json::object& condition) {
   std::vector<std::string> arguments;
   const json::array* values = redfish::arrayAt(condition, "MessageArgs");
-  if (values == nullptr) return arguments;
+  if (values == nullptr) {
+    return arguments;
+  }
   for (const json::value& value : *values) {
     const json::string* text = value.if_string();
     arguments.push_back(
@@ -36,7 +38,9 @@ std::string keyOf(const Event& event) {
     return key;
   }
   key += event.id.prefix + '.' + event.id.key;
-  for (const std::string& argument : event.arguments) key += '\n' + argument;
+  for (const std::string& argument : event.arguments) {
+    key += '\n' + argument;
+  }
   return key;
 }
 
@@ -47,7 +51,9 @@ void EventList::addCondition(const json::object& condition, const Uri& holder,
   Event event;
   event.severity =
       redfish::healthFromText(redfish::stringAt(condition, "Severity"));
-  if (event.severity == Health::kOk) return;
+  if (event.severity == Health::kOk) {
+    return;
+  }
   event.origin =
       redfish::linkAt(condition, "OriginOfCondition").value_or(holder);
   event.source = source;
@@ -65,8 +71,12 @@ void EventList::addCondition(const json::object& condition, const Uri& holder,
   }
   Event& first = events_[entry->second];
   first.severity = std::max(first.severity, event.severity);
-  if (first.message.empty()) first.message = std::move(event.message);
-  if (first.timestamp.empty()) first.timestamp = std::move(event.timestamp);
+  if (first.message.empty()) {
+    first.message = std::move(event.message);
+  }
+  if (first.timestamp.empty()) {
+    first.timestamp = std::move(event.timestamp);
+  }
 }
 
 void EventList::addConditions(const json::array& conditions, const Uri& holder,

@@ -12,15 +12,15 @@ namespace {
 namespace json = redfish::json;
 using Tarvex::DeviceHealth::Fan;
 
-/// A speed as served; a negative one means that it is not known, 0 that the
-/// fan stands still.
+// A speed as served; a negative one means that it is not known, 0 that the
+// fan stands still.
 std::optional<double> speedAt(const json::object& fan, std::string_view path) {
   const std::optional<double> speed = numberAt(fan, path);
   return speed && *speed >= 0 ? speed : std::nullopt;
 }
 
-/// Speed of a Fan resource. The excerpt of its sensor stands in the resource;
-/// some services give the bare percentage instead.
+// Speed of a Fan resource. The excerpt of its sensor stands in the resource;
+// some services give the bare percentage instead.
 std::string speedOfResource(const json::object& fan) {
   if (const auto speed = speedAt(fan, "SpeedPercent/SpeedRPM")) {
     return quantity(speed, "RPM");
@@ -31,14 +31,20 @@ std::string speedOfResource(const json::object& fan) {
   return quantity(speedAt(fan, "SpeedPercent"), "%");
 }
 
-/// Speed of an entry of the older document.
+// Speed of an entry of the older document.
 std::string speedOfEntry(const json::object& fan) {
   constexpr double kLargestPercentage = 100;
   const auto reading = speedAt(fan, "Reading");
-  if (!reading) return quantity(speedAt(fan, "ReadingRPM"), "RPM");
+  if (!reading) {
+    return quantity(speedAt(fan, "ReadingRPM"), "RPM");
+  }
   const std::string units = textAt(fan, "ReadingUnits");
-  if (equalIgnoringCase(units, "RPM")) return quantity(reading, "RPM");
-  if (equalIgnoringCase(units, "Percent")) return quantity(reading, "%");
+  if (equalIgnoringCase(units, "RPM")) {
+    return quantity(reading, "RPM");
+  }
+  if (equalIgnoringCase(units, "Percent")) {
+    return quantity(reading, "%");
+  }
   return quantity(reading, *reading > kLargestPercentage ? "RPM" : "%");
 }
 

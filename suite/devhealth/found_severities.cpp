@@ -10,16 +10,18 @@ using redfish::Health;
 
 namespace {
 
-/// Segments below which places are not told apart from one another: twice as
-/// many as the deepest resource of the schemas has.
+// Segments below which places are not told apart from one another: twice as
+// many as the deepest resource of the schemas has.
 constexpr int kMaxSegments = 24;
 
-/// The start of a key, of so many segments at most.
+// The start of a key, of so many segments at most.
 std::string_view top(std::string_view document) {
   std::size_t end = 0;
   for (int segments = 0; segments < kMaxSegments; ++segments) {
     end = document.find('/', end + 1);
-    if (end == std::string_view::npos) return document;
+    if (end == std::string_view::npos) {
+      return document;
+    }
   }
   return document.substr(0, end);
 }

@@ -10,18 +10,20 @@
 namespace devhealth {
 namespace {
 
-/// Readings of one call. Pointers, sensors and the three steps to a registry
-/// need five after the walk.
+// Readings of one call. Pointers, sensors and the three steps to a registry
+// need five after the walk.
 constexpr int kMaxRounds = 8;
 
-/// Adds what a reading wants and what was not asked for before. False when
-/// there is none: another reading would tell the same.
+// Adds what a reading wants and what was not asked for before. False when
+// there is none: another reading would tell the same.
 bool extend(redfish::Selection& selection, HealthReading& reading,
             std::unordered_set<std::string>& asked) {
   bool extended = false;
   selection.extras.clear();
   for (redfish::Uri& link : reading.wanted) {
-    if (!asked.insert(link.document()).second) continue;
+    if (!asked.insert(link.document()).second) {
+      continue;
+    }
     selection.extras.push_back(std::move(link));
     extended = true;
   }
@@ -42,12 +44,18 @@ int readHealth(TargetReader& reader,
   HealthReading reading;
   for (int round = 0; round < kMaxRounds; ++round) {
     const int status = reader.read(selection);
-    if (status != kStatusSuccess) return status;
+    if (status != kStatusSuccess) {
+      return status;
+    }
     options.thorough = reader.thorough();
     reading = readAlerts(reader.graph(), reader.node(), options);
-    if (reading.failure || !extend(selection, reading, asked)) break;
+    if (reading.failure || !extend(selection, reading, asked)) {
+      break;
+    }
   }
-  if (reading.failure) return reader.fail(std::move(*reading.failure));
+  if (reading.failure) {
+    return reader.fail(std::move(*reading.failure));
+  }
   alerts = std::move(reading.alerts);
   return kStatusSuccess;
 }

@@ -6,7 +6,9 @@ using redfish::Health;
 
 Health partHealth(const redfish::json::object& part) {
   const Health own = redfish::ownHealth(part, "Status");
-  if (own != Health::kUnknown) return own;
+  if (own != Health::kUnknown) {
+    return own;
+  }
   return redfish::healthFromText(
       redfish::stringAt(part, "Status/HealthRollup"));
 }

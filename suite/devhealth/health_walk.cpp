@@ -23,11 +23,13 @@ bool allAskedFor(const Graph& graph, const std::vector<Uri>& links) {
   });
 }
 
-/// Whether the collection at a path was asked for, with all its members.
+// Whether the collection at a path was asked for, with all its members.
 bool isEntered(const Graph& graph, const json::object& holder,
                std::string_view path) {
   const auto link = redfish::linkAt(holder, path);
-  if (!link) return true;
+  if (!link) {
+    return true;
+  }
   const Resource* collection = graph.find(link->document());
   return collection != nullptr &&
          allAskedFor(graph, redfish::linksAt(collection->body, "Members"));
@@ -39,13 +41,17 @@ bool isStorageEntered(const Graph& graph, const json::object& storage) {
          allAskedFor(graph, redfish::linksAt(storage, "Drives"));
 }
 
-/// Tells a tally what became of the resources behind some links.
+// Tells a tally what became of the resources behind some links.
 void count(const Graph& graph, const std::vector<Uri>& links,
            ReadTally& tally) {
   for (const Uri& link : links) {
     const Resource* resource = graph.find(link.document());
-    if (resource == nullptr) continue;
-    if (resource->state == ResourceState::kRead) tally.read();
+    if (resource == nullptr) {
+      continue;
+    }
+    if (resource->state == ResourceState::kRead) {
+      tally.read();
+    }
     if (resource->state == ResourceState::kUnreadable) {
       const auto& failure = resource->failure;
       tally.unreadable({link, nullptr, failure ? &*failure : nullptr});
@@ -53,17 +59,19 @@ void count(const Graph& graph, const std::vector<Uri>& links,
   }
 }
 
-/// Collects the first failure of the lists that a walk needs.
+// Collects the first failure of the lists that a walk needs.
 class Check {
  public:
   explicit Check(const Graph& graph) : graph_(graph) {}
 
-  /// The resource behind a link; null when it was not read. One that cannot be
-  /// read is a failure.
+  // The resource behind a link; null when it was not read. One that cannot be
+  // read is a failure.
   const json::object* document(const json::object& holder,
                                std::string_view path) {
     const Resource* resource = graph_.follow(holder, path).document;
-    if (resource == nullptr) return nullptr;
+    if (resource == nullptr) {
+      return nullptr;
+    }
     if (resource->state == ResourceState::kUnreadable) {
       const auto& failure = resource->failure;
       fail(failureOf(resource->uri, failure ? &*failure : nullptr));
@@ -74,7 +82,9 @@ class Check {
   void links(const json::object& holder, std::string_view path) {
     ReadTally tally;
     count(graph_, redfish::linksAt(holder, path), tally);
-    if (const auto failure = tally.verdict()) fail(*failure);
+    if (const auto failure = tally.verdict()) {
+      fail(*failure);
+    }
   }
 
   void collection(const json::object& holder, std::string_view path) {
@@ -83,20 +93,26 @@ class Check {
     }
   }
 
-  /// A subsystem and the older document that stands in for it.
+  // A subsystem and the older document that stands in for it.
   void subsystem(const json::object& chassis, const PartSchema& schema,
                  std::string_view more) {
     const Resource* old = graph_.follow(chassis, schema.document).document;
-    if (old != nullptr && old->state == ResourceState::kRead) return;
+    if (old != nullptr && old->state == ResourceState::kRead) {
+      return;
+    }
     static_cast<void>(document(chassis, schema.document));
     if (const json::object* body = document(chassis, schema.subsystem)) {
       collection(*body, schema.collection);
-      if (!more.empty()) collection(*body, more);
+      if (!more.empty()) {
+        collection(*body, more);
+      }
     }
   }
 
   void fail(Failure failure) {
-    if (!failure_) failure_ = std::move(failure);
+    if (!failure_) {
+      failure_ = std::move(failure);
+    }
   }
 
   std::optional<Failure> take() { return std::move(failure_); }
@@ -115,7 +131,9 @@ void addSkippedOfSystem(const Graph& graph, const Resource& system,
     skipped.insert(system.uri.document());
   }
   const json::object* all = graph.follow(system.body, "Storage").object;
-  if (all == nullptr) return;
+  if (all == nullptr) {
+    return;
+  }
   for (const Uri& link : redfish::linksAt(*all, "Members")) {
     const json::object* storage = graph.resolve(link).object;
     if (storage != nullptr && !isStorageEntered(graph, *storage)) {
@@ -142,7 +160,9 @@ void addSkippedOfChassis(const Graph& graph, const Resource& chassis,
 
 std::optional<Failure> walkFailure(const Graph& graph, const Node& node) {
   Check check(graph);
-  if (auto failure = chassisFailure(graph, node)) check.fail(*failure);
+  if (auto failure = chassisFailure(graph, node)) {
+    check.fail(*failure);
+  }
   const json::object& system = node.system->body;
   check.collection(system, "Processors");
   check.collection(system, "Memory");
@@ -151,7 +171,9 @@ std::optional<Failure> walkFailure(const Graph& graph, const Node& node) {
     check.links(*all, "Members");
     for (const Uri& link : redfish::linksAt(*all, "Members")) {
       const json::object* storage = graph.resolve(link).object;
-      if (storage == nullptr) continue;
+      if (storage == nullptr) {
+        continue;
+      }
       check.collection(*storage, "Controllers");
       check.collection(*storage, "Volumes");
       check.links(*storage, "Drives");

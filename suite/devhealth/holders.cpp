@@ -33,11 +33,15 @@ Holders::Holders(const Graph& graph, const Node& node)
   }
   systemPlaces_.push_back(node.system->uri);
   const json::object* all = graph.follow(node.system->body, "Storage").object;
-  if (all == nullptr) return;
+  if (all == nullptr) {
+    return;
+  }
   for (const Uri& link : redfish::linksAt(*all, "Members")) {
     systemPlaces_.push_back(link);
     const json::object* storage = graph.resolve(link).object;
-    if (storage == nullptr) continue;
+    if (storage == nullptr) {
+      continue;
+    }
     const auto drives = redfish::linksAt(*storage, "Drives");
     systemPlaces_.insert(systemPlaces_.end(), drives.begin(), drives.end());
   }
@@ -45,7 +49,9 @@ Holders::Holders(const Graph& graph, const Node& node)
 
 std::vector<Uri> Holders::inSystem() const {
   std::vector<Uri> places = systemPlaces_;
-  for (const Resource* chassis : node_.chassis) places.push_back(chassis->uri);
+  for (const Resource* chassis : node_.chassis) {
+    places.push_back(chassis->uri);
+  }
   return places;
 }
 
@@ -56,7 +62,9 @@ std::vector<Uri> Holders::inChassis(const Resource& chassis) const {
     const auto links = redfish::linksAt(chassis.body, path);
     places.insert(places.end(), links.begin(), links.end());
   }
-  for (const Resource* card : inner(chassis)) places.push_back(card->uri);
+  for (const Resource* card : inner(chassis)) {
+    places.push_back(card->uri);
+  }
   if (holdsSystem(chassis)) {
     places.insert(places.end(), systemPlaces_.begin(), systemPlaces_.end());
   }
@@ -76,15 +84,19 @@ void Holders::skippedInChassis(const Resource& chassis,
   for (const Resource* card : inner(chassis)) {
     addSkippedOfChassis(graph_, *card, skipped);
   }
-  if (holdsSystem(chassis)) addSkippedOfSystem(graph_, *node_.system, skipped);
+  if (holdsSystem(chassis)) {
+    addSkippedOfSystem(graph_, *node_.system, skipped);
+  }
 }
 
-/// The chassis of the node directly inside one of them.
+// The chassis of the node directly inside one of them.
 std::vector<const Resource*> Holders::inner(const Resource& chassis) const {
   std::vector<const Resource*> inside;
   for (const Uri& link : redfish::linksAt(chassis.body, "Links/Contains")) {
     const auto card = chassis_.find(link.document());
-    if (card != chassis_.end()) inside.push_back(card->second);
+    if (card != chassis_.end()) {
+      inside.push_back(card->second);
+    }
   }
   const auto more = containedBy_.find(chassis.uri.document());
   if (more != containedBy_.end()) {

@@ -12,7 +12,6 @@
 #include "suite/devhealth/value.h"
 
 namespace devhealth {
-
 namespace {
 
 using Tarvex::DeviceHealth::DIMM;
@@ -22,16 +21,18 @@ using Tarvex::DeviceHealth::Power;
 using Tarvex::DeviceHealth::Processor;
 using Tarvex::DeviceHealth::SystemBoard;
 
-/// The first text that is a value.
+// The first text that is a value.
 std::string firstText(std::initializer_list<std::string_view> texts) {
   for (const std::string_view text : texts) {
     std::string value = recordText(text);
-    if (!value.empty()) return value;
+    if (!value.empty()) {
+      return value;
+    }
   }
   return {};
 }
 
-/// Two texts with a blank between, or the one that is not empty.
+// Two texts with a blank between, or the one that is not empty.
 std::string joined(const std::string& first, const std::string& second) {
   return first.empty() || second.empty() ? first + second
                                          : first + " " + second;
@@ -84,8 +85,8 @@ redfish::Health healthOf(local::SupplyState state) {
   return redfish::Health::kUnknown;
 }
 
-/// The speed that is wished for, else the measured one. A wish of 0 is that
-/// of a chip which leaves the speed to others; a negative reading is none.
+// The speed that is wished for, else the measured one. A wish of 0 is that
+// of a chip which leaves the speed to others; a negative reading is none.
 std::string fanSpeed(const local::FanFacts& fan) {
   if (fan.targetRpm && *fan.targetRpm > 0) {
     return std::to_string(*fan.targetRpm) + " RPM";
@@ -210,7 +211,9 @@ std::vector<PCIAdapter> pciAdaptersOf(
     record.manufacturer = recordText(adapter.manufacturer);
     record.model = recordText(adapter.model);
     record.description = joined(recordText(adapter.slot), record.model);
-    if (record.description.empty()) record.description = idsText(adapter);
+    if (record.description.empty()) {
+      record.description = idsText(adapter);
+    }
     record.serialNumber = recordText(adapter.serial);
     record.partNumber = recordText(adapter.partNumber);
     record.operationalStatus = adapter.driverBound ? "Enabled" : "Disabled";

@@ -35,13 +35,17 @@ bool LocalTarget::is(
 LocalTarget::LocalTarget() : machine_(local::Machine::current()) {}
 
 int LocalTarget::requireMachine() {
-  if (machine_ != nullptr) return kStatusSuccess;
+  if (machine_ != nullptr) {
+    return kStatusSuccess;
+  }
   return fail(FailureKind::kUnreachable, kStatusNoConnection,
               "there is no connection to this target", "");
 }
 
 int LocalTarget::requireTable() {
-  if (const int status = requireMachine()) return status;
+  if (const int status = requireMachine()) {
+    return status;
+  }
   const std::string& table = machine_->tableName();
   switch (machine_->table()) {
     case Access::kRead:
@@ -68,7 +72,9 @@ int LocalTarget::requireTable() {
 }
 
 int LocalTarget::system(Tarvex::DeviceHealth::SystemBoard& system) {
-  if (const int status = requireMachine()) return status;
+  if (const int status = requireMachine()) {
+    return status;
+  }
   system = systemBoardOf(machine_->system(), machine_->board());
   const bool known = !system.machineName.empty() ||
                      !system.machineTypeModel.empty() ||
@@ -86,7 +92,9 @@ int LocalTarget::processors(
 }
 
 int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
-  if (const int status = requireMachine()) return status;
+  if (const int status = requireMachine()) {
+    return status;
+  }
   if (!machine_->tellsOfFans()) {
     return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
                 "this operating system tells programs nothing of its fans",
@@ -98,13 +106,17 @@ int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
 
 int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {
   const int status = requireTable();
-  if (status == kStatusSuccess) dimms = dimmsOf(machine_->memory());
+  if (status == kStatusSuccess) {
+    dimms = dimmsOf(machine_->memory());
+  }
   return status;
 }
 
 int LocalTarget::powers(std::vector<Tarvex::DeviceHealth::Power>& powers) {
   const int status = requireTable();
-  if (status == kStatusSuccess) powers = powersOf(machine_->supplies());
+  if (status == kStatusSuccess) {
+    powers = powersOf(machine_->supplies());
+  }
   return status;
 }
 

@@ -8,8 +8,12 @@ using redfish::Failure;
 using redfish::FailureKind;
 
 std::optional<Failure> ReadTally::verdict() const {
-  if (failure_) return failure_;
-  if (read_ > 0 || unreadable_ == 0) return std::nullopt;
+  if (failure_) {
+    return failure_;
+  }
+  if (read_ > 0 || unreadable_ == 0) {
+    return std::nullopt;
+  }
   Failure failure = first_;
   // Whatever kept the first part from being read, it is the content of the
   // list that is missing now. The user's own interrupt stays one.

@@ -28,12 +28,16 @@ class ReadTally {
 
   /// A part could not be read. It has a row all the same, which says so.
   void unreadable(const Part& part) {
-    if (unreadable_++ == 0) first_ = failureOf(part.uri, part.failure);
+    if (unreadable_++ == 0) {
+      first_ = failureOf(part.uri, part.failure);
+    }
   }
 
   /// A list of parts could not be read. The first one tells the cause.
   void fail(const redfish::Failure& failure) {
-    if (!failure_) failure_ = failure;
+    if (!failure_) {
+      failure_ = failure;
+    }
   }
 
   /// Why the table cannot be had; nothing when it can.

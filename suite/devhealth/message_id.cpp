@@ -17,7 +17,9 @@ std::vector<std::string_view> splitAtDots(std::string_view text) {
   while (true) {
     const std::size_t dot = text.find('.');
     parts.push_back(text.substr(0, dot));
-    if (dot == std::string_view::npos) return parts;
+    if (dot == std::string_view::npos) {
+      return parts;
+    }
     text.remove_prefix(dot + 1);
   }
 }
@@ -29,17 +31,23 @@ MessageId parseMessageId(std::string_view text) {
   MessageId id;
   id.key = parts.back();
   std::size_t version = 1;
-  while (version < parts.size() && !isNumber(parts[version])) ++version;
+  while (version < parts.size() && !isNumber(parts[version])) {
+    ++version;
+  }
   // What stands before the version, or before the key where there is none, is
   // the prefix; makers put dots into it.
   const std::size_t end = std::min(version, parts.size() - 1);
   for (std::size_t index = 0; index < end; ++index) {
-    if (index > 0) id.prefix += '.';
+    if (index > 0) {
+      id.prefix += '.';
+    }
     id.prefix += parts[index];
   }
   if (version + 1 < parts.size()) {
     id.major = parts[version];
-    if (isNumber(parts[version + 1])) id.minor = parts[version + 1];
+    if (isNumber(parts[version + 1])) {
+      id.minor = parts[version + 1];
+    }
   }
   return id;
 }

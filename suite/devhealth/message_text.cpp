@@ -7,8 +7,8 @@
 namespace devhealth {
 namespace {
 
-/// Beyond this length a text is cut anyway; a hostile message could multiply
-/// its arguments without end.
+// Beyond this length a text is cut anyway; a hostile message could multiply
+// its arguments without end.
 constexpr std::size_t kEnough = 4 * kMaxTextBytes;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -23,7 +23,9 @@ std::string substituteArguments(std::string_view message,
     text += message.substr(0, percent);
     message.remove_prefix(percent == std::string_view::npos ? message.size()
                                                             : percent);
-    if (message.empty()) break;
+    if (message.empty()) {
+      break;
+    }
     std::size_t number = 0;
     std::size_t length = 1;
     while (length < message.size() && length < 3 && isDigit(message[length])) {
@@ -45,7 +47,9 @@ std::string keyWithArguments(std::string_view key,
   std::string text(key);
   const char* separator = ": ";
   for (const std::string& argument : arguments) {
-    if (text.size() >= kEnough) break;
+    if (text.size() >= kEnough) {
+      break;
+    }
     text += separator;
     text += argument;
     separator = ", ";

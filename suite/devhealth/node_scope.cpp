@@ -13,7 +13,7 @@ using redfish::Resource;
 using redfish::Uri;
 using Keys = std::unordered_set<std::string>;
 
-/// Chassis inside chassis deeper than this are not followed.
+// Chassis inside chassis deeper than this are not followed.
 constexpr int kMaxContainment = 8;
 
 Keys keysOf(const std::vector<const Resource*>& resources) {
@@ -30,30 +30,38 @@ void addLinks(const Resource& holder, std::string_view path, Keys& keys) {
   }
 }
 
-/// The chassis around a chassis, the nearest first.
+// The chassis around a chassis, the nearest first.
 std::vector<std::string> enclosures(const Graph& graph,
                                     const Resource& chassis) {
   std::vector<std::string> keys;
   const Resource* inner = &chassis;
   for (int depth = 0; depth < kMaxContainment && inner != nullptr; ++depth) {
     const auto outer = redfish::linkAt(inner->body, "Links/ContainedBy");
-    if (!outer) break;
+    if (!outer) {
+      break;
+    }
     keys.push_back(outer->document());
     inner = graph.find(outer->document());
   }
   return keys;
 }
 
-/// The members of the service's collection of chassis, as far as read.
+// The members of the service's collection of chassis, as far as read.
 std::vector<const Resource*> allChassis(const Graph& graph) {
   std::vector<const Resource*> all;
   const Resource* root = redfish::serviceRoot(graph);
-  if (root == nullptr) return all;
+  if (root == nullptr) {
+    return all;
+  }
   const auto* collection = graph.follow(root->body, "Chassis").object;
-  if (collection == nullptr) return all;
+  if (collection == nullptr) {
+    return all;
+  }
   for (const Uri& link : redfish::linksAt(*collection, "Members")) {
     const Resource* chassis = graph.find(link.document());
-    if (chassis != nullptr) all.push_back(chassis);
+    if (chassis != nullptr) {
+      all.push_back(chassis);
+    }
   }
   return all;
 }
@@ -61,7 +69,9 @@ std::vector<const Resource*> allChassis(const Graph& graph) {
 }  // namespace
 
 NodeScope::NodeScope(const Graph& graph, const Node& node) {
-  if (node.alone || node.system == nullptr) return;
+  if (node.alone || node.system == nullptr) {
+    return;
+  }
   Keys ownManagers = keysOf(node.managers);
   Keys own = keysOf(node.chassis);
   for (const Resource* chassis : node.chassis) {
@@ -74,7 +84,9 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
   Keys claimed;
   Keys managers;
   for (const Resource* system : redfish::eligibleSystems(graph)) {
-    if (system == nullptr || system == node.system) continue;
+    if (system == nullptr || system == node.system) {
+      continue;
+    }
     systems.insert(system->uri.document());
     addLinks(*system, "Links/Chassis", claimed);
     addLinks(*system, "Links/ManagedBy", managers);
@@ -84,9 +96,13 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
   for (const Resource* chassis : all) {
     Keys named;
     addLinks(*chassis, "Links/ComputerSystems", named);
-    if (named.count(node.system->uri.document()) > 0) continue;
+    if (named.count(node.system->uri.document()) > 0) {
+      continue;
+    }
     for (const std::string& system : named) {
-      if (systems.count(system) == 0) continue;
+      if (systems.count(system) == 0) {
+        continue;
+      }
       claimed.insert(chassis->uri.document());
       break;
     }
@@ -95,8 +111,12 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
   Keys inside;
   for (const Resource* chassis : all) {
     for (const std::string& outer : enclosures(graph, *chassis)) {
-      if (own.count(outer) > 0) break;
-      if (claimed.count(outer) == 0) continue;
+      if (own.count(outer) > 0) {
+        break;
+      }
+      if (claimed.count(outer) == 0) {
+        continue;
+      }
       inside.insert(chassis->uri.document());
       break;
     }
@@ -105,17 +125,25 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
 
   foreign_ = std::move(systems);
   for (const std::string& chassis : claimed) {
-    if (own.count(chassis) == 0) foreign_.insert(chassis);
+    if (own.count(chassis) == 0) {
+      foreign_.insert(chassis);
+    }
   }
   for (const std::string& manager : managers) {
-    if (ownManagers.count(manager) == 0) foreign_.insert(manager);
+    if (ownManagers.count(manager) == 0) {
+      foreign_.insert(manager);
+    }
   }
 }
 
 bool NodeScope::holds(std::string_view document) const {
-  if (foreign_.empty()) return true;
+  if (foreign_.empty()) {
+    return true;
+  }
   while (!document.empty()) {
-    if (foreign_.count(std::string(document)) > 0) return false;
+    if (foreign_.count(std::string(document)) > 0) {
+      return false;
+    }
     document = redfish::parentOf(document);
   }
   return true;

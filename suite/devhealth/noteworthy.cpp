@@ -17,8 +17,8 @@ using redfish::Health;
 using redfish::Uri;
 using Use = std::function<void(const Uri&, const json::object&)>;
 
-/// Members that hold no parts: links, lists of links, other formats, and the
-/// Status itself.
+// Members that hold no parts: links, lists of links, other formats, and the
+// Status itself.
 constexpr std::array<std::string_view, 6> kNoParts = {
     "Links", "Members", "Actions", "Oem", "Status", "RelatedItem"};
 
@@ -29,14 +29,16 @@ bool holdsParts(std::string_view name) {
 
 bool isNoteworthy(const json::object& part) {
   const json::object* status = redfish::objectAt(part, "Status");
-  if (status == nullptr) return false;
+  if (status == nullptr) {
+    return false;
+  }
   return redfish::arrayAt(*status, "Conditions") != nullptr ||
          redfish::rollup(part, "Status") > Health::kOk ||
          redfish::stringAt(*status, "State") == "Degraded" ||
          part.contains("FailurePredicted");
 }
 
-/// A name as part of a JSON pointer (RFC 6901).
+// A name as part of a JSON pointer (RFC 6901).
 std::string escaped(std::string_view name) {
   std::string text;
   for (const char c : name) {
@@ -59,11 +61,15 @@ class Walk {
   // Depth is bounded by that of the JSON.
   void visit(const json::object& object) {
     if (isNoteworthy(object)) {
-      if (const auto uri = uriOf(object)) use_(*uri, object);
+      if (const auto uri = uriOf(object)) {
+        use_(*uri, object);
+      }
     }
     for (const auto& member : object) {
       const std::string_view name(member.key().data(), member.key().size());
-      if (holdsParts(name)) enter(escaped(name), member.value());
+      if (holdsParts(name)) {
+        enter(escaped(name), member.value());
+      }
     }
   }
 
@@ -71,7 +77,9 @@ class Walk {
   void enter(const std::string& step, const json::value& value) {
     const json::object* object = value.if_object();
     const json::array* array = value.if_array();
-    if (object == nullptr && array == nullptr) return;
+    if (object == nullptr && array == nullptr) {
+      return;
+    }
     const std::size_t length = pointer_.size();
     pointer_ += '/';
     pointer_ += step;
@@ -85,12 +93,16 @@ class Walk {
     pointer_.resize(length);
   }
 
-  /// The link of the part: that of the resource which it says to be, for one
-  /// that came inside another, else its place in the document.
+  // The link of the part: that of the resource which it says to be, for one
+  // that came inside another, else its place in the document.
   std::optional<Uri> uriOf(const json::object& object) const {
-    if (pointer_.empty()) return document_.uri;
+    if (pointer_.empty()) {
+      return document_.uri;
+    }
     auto own = Uri::parse(redfish::stringAt(object, "@odata.id"));
-    if (own && own->document() != document_.uri.document()) return own;
+    if (own && own->document() != document_.uri.document()) {
+      return own;
+    }
     return Uri::parse(document_.uri.document() + '#' + pointer_);
   }
 
@@ -103,7 +115,9 @@ class Walk {
 
 void forEachNoteworthy(const redfish::Resource& document, const Use& use) {
   // Registries are large, and hold texts alone.
-  if (odataTypeOf(document.body).schema == "MessageRegistry") return;
+  if (odataTypeOf(document.body).schema == "MessageRegistry") {
+    return;
+  }
   Walk(document, use).visit(document.body);
 }
 

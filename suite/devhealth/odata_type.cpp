@@ -4,7 +4,9 @@ namespace devhealth {
 
 OdataType odataTypeOf(const redfish::json::object& resource) {
   std::string_view text = redfish::stringAt(resource, "@odata.type");
-  if (!text.empty() && text.front() == '#') text.remove_prefix(1);
+  if (!text.empty() && text.front() == '#') {
+    text.remove_prefix(1);
+  }
   return {text.substr(0, text.find('.')), text.substr(text.rfind('.') + 1)};
 }
 

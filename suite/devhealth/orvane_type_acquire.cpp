@@ -21,7 +21,7 @@ static_assert(static_cast<int>(Generation::kIpmi15) == kOrvaneType1);
 static_assert(static_cast<int>(Generation::kIpmi20) == kOrvaneType2);
 static_assert(static_cast<int>(Generation::kRedfish) == kOrvaneTypeDravik);
 
-/// Why a controller that answers is turned away all the same.
+// Why a controller that answers is turned away all the same.
 Failure notOfTheNewest(redfish::Service& service, Generation generation) {
   Failure failure = service.open().value_or(Failure());
   failure.kind = FailureKind::kNotRedfish;
@@ -41,12 +41,14 @@ Failure notOfTheNewest(redfish::Service& service, Generation generation) {
   return failure;
 }
 
-/// The controller that the machine itself reaches over its IPMI device alone.
+// The controller that the machine itself reaches over its IPMI device alone.
 int typeOfOwnController(OrvaneTypeValue& type) {
   local::Machine* machine = local::Machine::current();
   const auto version =
       machine == nullptr ? std::nullopt : machine->ipmi().version;
-  if (!version) return devhealth::kStatusNoConnection;
+  if (!version) {
+    return devhealth::kStatusNoConnection;
+  }
   constexpr int kVersion20 = 20;
   type = *version >= kVersion20 ? kOrvaneType2 : kOrvaneType1;
   if (redfish::Pool* pool = redfish::Pool::current()) {
@@ -82,7 +84,9 @@ int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   redfish::Pool* pool = redfish::Pool::current();
   redfish::Service* service =
       pool == nullptr ? nullptr : pool->find(connection_.service);
-  if (service == nullptr) return devhealth::kStatusNoConnection;
+  if (service == nullptr) {
+    return devhealth::kStatusNoConnection;
+  }
   const redfish::Probed& probed = service->probe();
   if (probed.failure) {
     pool->report(*probed.failure);

@@ -42,8 +42,8 @@ bool isSystemChassisOrManager(const Resource& resource) {
          endsWith(folder, "/Managers");
 }
 
-/// A part that stands for all the parts below it: its roll-up counts, not only
-/// its own health.
+// A part that stands for all the parts below it: its roll-up counts, not only
+// its own health.
 bool isAggregate(const Uri& uri, const json::object& part) {
   if (!uri.fragment().empty()) {
     return uri.fragment() == kProcessorSummary ||
@@ -54,23 +54,27 @@ bool isAggregate(const Uri& uri, const json::object& part) {
          type == "Storage" || type == "Thermal" || type == "Power";
 }
 
-/// What a part says of itself without a condition.
+// What a part says of itself without a condition.
 struct Statement {
-  Health severity = Health::kUnknown;  ///< What it amounts to.
-  Health health = Health::kUnknown;    ///< What it says.
+  Health severity = Health::kUnknown;  // What it amounts to.
+  Health health = Health::kUnknown;    // What it says.
   bool failurePredicted = false;
 };
 
-/// What a holder or an aggregate says, of itself and all below it.
+// What a holder or an aggregate says, of itself and all below it.
 Statement statementOfHolder(const json::object& holder) {
   const Health health = redfish::holderHealth(holder);
   return {health, health, false};
 }
 
 Statement statementOf(const Uri& uri, const json::object& part) {
-  if (isAggregate(uri, part)) return statementOfHolder(part);
+  if (isAggregate(uri, part)) {
+    return statementOfHolder(part);
+  }
   const Health health = partHealth(part);
-  if (health >= Health::kWarning) return {health, health, false};
+  if (health >= Health::kWarning) {
+    return {health, health, false};
+  }
   const json::value* failing = part.if_contains("FailurePredicted");
   const bool predicted =
       failing != nullptr && failing->is_bool() && failing->get_bool();
@@ -79,29 +83,41 @@ Statement statementOf(const Uri& uri, const json::object& part) {
   return {predicted || degraded ? Health::kWarning : health, health, predicted};
 }
 
-/// The name of the property by which parts of a kind are told apart.
+// The name of the property by which parts of a kind are told apart.
 std::string_view locatorOf(const Uri& uri, const json::object& part) {
   const std::string_view type = odataTypeOf(part).type;
-  if (type == "Processor") return "Socket";
-  if (type == "Memory") return "DeviceLocator";
+  if (type == "Processor") {
+    return "Socket";
+  }
+  if (type == "Memory") {
+    return "DeviceLocator";
+  }
   return uri.fragment().substr(0, 6) == "/Fans/" ? "FanName" : "";
 }
 
-/// What a component is called. The parts of a system that stand for all of a
-/// kind have no names.
+// What a component is called. The parts of a system that stand for all of a
+// kind have no names.
 std::string nameOf(const Uri& uri, const json::object& part,
                    SiblingNames& names) {
-  if (uri.fragment() == kProcessorSummary) return "Processors";
-  if (uri.fragment() == kMemorySummary) return "Memory";
+  if (uri.fragment() == kProcessorSummary) {
+    return "Processors";
+  }
+  if (uri.fragment() == kMemorySummary) {
+    return "Memory";
+  }
   return displayName(part, uri, names.of(uri), locatorOf(uri, part));
 }
 
-/// The links of an aggregate to parts that lie elsewhere.
+// The links of an aggregate to parts that lie elsewhere.
 std::vector<Uri> partsElsewhere(const Graph& graph, const Uri& uri,
                                 const json::object& part) {
-  if (uri.fragment().empty()) return redfish::linksAt(part, "Drives");
+  if (uri.fragment().empty()) {
+    return redfish::linksAt(part, "Drives");
+  }
   const Resource* system = graph.find(uri.document());
-  if (system == nullptr) return {};
+  if (system == nullptr) {
+    return {};
+  }
   return redfish::linksAt(
       system->body, uri.fragment() == kMemorySummary ? "Memory" : "Processors");
 }
@@ -117,11 +133,15 @@ Event healthEvent(const Uri& uri, const json::object& part,
   event.id = parseMessageId(event.messageId);
   event.message = name;
   event.message += ": ";
-  if (statement.failurePredicted) event.message += "a failure is predicted, ";
+  if (statement.failurePredicted) {
+    event.message += "a failure is predicted, ";
+  }
   event.message += "health is ";
   event.message += healthWord(statement.health);
   const std::string state = textAt(part, "Status/State");
-  if (!state.empty()) event.message += ", state " + state;
+  if (!state.empty()) {
+    event.message += ", state " + state;
+  }
   event.message += '.';
   return event;
 }
@@ -139,7 +159,7 @@ bool belongsTo(const Node& node, const Resource& holder) {
          std::any_of(node.managers.begin(), node.managers.end(), isIt);
 }
 
-/// Components that state trouble, the innermost first.
+// Components that state trouble, the innermost first.
 std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
                                           const NodeScope& scope) {
   std::vector<Component> components;
@@ -147,17 +167,29 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
   for (const auto& entry : graph.resources()) {
     const std::string& key = entry.first;
     const Resource& resource = entry.second;
-    if (resource.state != ResourceState::kRead || !scope.holds(key)) continue;
+    if (resource.state != ResourceState::kRead || !scope.holds(key)) {
+      continue;
+    }
     const bool holder = isSystemChassisOrManager(resource);
     // Other systems of the service, such as one inside a card, and the chassis
     // around this node's do not speak for the node.
-    if (holder && !belongsTo(node, resource)) continue;
+    if (holder && !belongsTo(node, resource)) {
+      continue;
+    }
     forEachNoteworthy(resource, [&](const Uri& uri, const json::object& part) {
-      if (&part == &resource.body && holder) return;
+      if (&part == &resource.body && holder) {
+        return;
+      }
       const Statement statement = statementOf(uri, part);
-      if (statement.severity < Health::kWarning) return;
-      if (uri.document() != key && graph.resolve(uri).object != nullptr) return;
-      if (!seen.insert(uri.identity()).second) return;
+      if (statement.severity < Health::kWarning) {
+        return;
+      }
+      if (uri.document() != key && graph.resolve(uri).object != nullptr) {
+        return;
+      }
+      if (!seen.insert(uri.identity()).second) {
+        return;
+      }
       components.push_back({uri, &part, statement});
     });
   }
@@ -194,7 +226,9 @@ std::vector<Event> componentEvents(const Graph& graph, const Node& node,
       explained = std::max(explained,
                            worstIn(found, partsElsewhere(graph, uri, *part)));
     }
-    if (explained >= statement.severity) continue;
+    if (explained >= statement.severity) {
+      continue;
+    }
     events.push_back(
         healthEvent(uri, *part, statement, nameOf(uri, *part, names)));
     found.add(uri, statement.severity);
@@ -214,7 +248,9 @@ std::vector<Event> holderEvents(const Graph& graph, const Node& node,
   const auto explain = [&](const Resource& holder,
                            const std::vector<Uri>& places) {
     const Statement statement = statementOfHolder(holder.body);
-    if (worstIn(found, places) >= statement.severity) return true;
+    if (worstIn(found, places) >= statement.severity) {
+      return true;
+    }
     events.push_back(healthEvent(
         holder.uri, holder.body, statement,
         displayName(holder.body, holder.uri, names.of(holder.uri))));
@@ -230,7 +266,9 @@ std::vector<Event> holderEvents(const Graph& graph, const Node& node,
     }
   }
   for (const Resource* manager : node.managers) {
-    if (troubled(*manager)) explain(*manager, {manager->uri});
+    if (troubled(*manager)) {
+      explain(*manager, {manager->uri});
+    }
   }
   return events;
 }

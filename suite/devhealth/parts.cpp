@@ -15,7 +15,7 @@ using redfish::Uri;
 
 namespace {
 
-/// Counts what was read directly below a folder.
+// Counts what was read directly below a folder.
 void addNamesOfDocuments(const Graph& graph, std::string_view folder,
                          NameCounts& names) {
   for (auto entry = graph.resources().lower_bound(folder);
@@ -28,14 +28,20 @@ void addNamesOfDocuments(const Graph& graph, std::string_view folder,
   }
 }
 
-/// Counts the entries of an array, told by its JSON pointer ("/Fans").
+// Counts the entries of an array, told by its JSON pointer ("/Fans").
 void addNamesOfEntries(const json::object& document, std::string_view pointer,
                        NameCounts& names) {
-  if (pointer.empty()) return;
+  if (pointer.empty()) {
+    return;
+  }
   const json::array* entries = redfish::arrayAt(document, pointer.substr(1));
-  if (entries == nullptr) return;
+  if (entries == nullptr) {
+    return;
+  }
   for (const json::value& value : *entries) {
-    if (const json::object* entry = value.if_object()) names.add(*entry);
+    if (const json::object* entry = value.if_object()) {
+      names.add(*entry);
+    }
   }
 }
 
@@ -58,8 +64,12 @@ void PartList::addEntry(const Uri& uri, const json::object& entry) {
 }
 
 void PartList::add(Part part) {
-  if (!seen_.insert(part.uri.identity()).second) return;
-  if (part.object != nullptr) names_.add(*part.object);
+  if (!seen_.insert(part.uri.identity()).second) {
+    return;
+  }
+  if (part.object != nullptr) {
+    names_.add(*part.object);
+  }
   parts_.push_back(std::move(part));
 }
 
@@ -67,7 +77,9 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
                      std::string_view path) {
   LinkedList result;
   const std::optional<Uri> link = redfish::linkAt(holder, path);
-  if (!link) return result;
+  if (!link) {
+    return result;
+  }
   const Resource* collection = graph.find(link->document());
   if (collection == nullptr) {
     result.failure = failureOf(*link, nullptr);
@@ -85,13 +97,17 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
 PartList entriesAt(const Resource& document, std::string_view array) {
   PartList list;
   const json::array* entries = redfish::arrayAt(document.body, array);
-  if (entries == nullptr) return list;
+  if (entries == nullptr) {
+    return list;
+  }
   const std::string prefix =
       document.uri.document() + "#/" + std::string(array) + "/";
   for (std::size_t index = 0; index < entries->size(); ++index) {
     const json::object* entry = (*entries)[index].if_object();
     const std::optional<Uri> uri = Uri::parse(prefix + std::to_string(index));
-    if (entry != nullptr && uri) list.addEntry(*uri, *entry);
+    if (entry != nullptr && uri) {
+      list.addEntry(*uri, *entry);
+    }
   }
   return list;
 }
@@ -104,7 +120,9 @@ const NameCounts& SiblingNames::of(const Uri& uri) {
                                     : uri.document() + '#' + std::string(array);
   const auto [entry, isNew] = counts_.try_emplace(std::move(key));
   NameCounts& names = entry->second;
-  if (!isNew) return names;
+  if (!isNew) {
+    return names;
+  }
   if (pointer.empty()) {
     addNamesOfDocuments(graph_, folder, names);
   } else if (const Resource* document = graph_.find(uri.document())) {
@@ -114,7 +132,9 @@ const NameCounts& SiblingNames::of(const Uri& uri) {
 }
 
 redfish::Failure failureOf(const Uri& uri, const redfish::Failure* failure) {
-  if (failure != nullptr) return *failure;
+  if (failure != nullptr) {
+    return *failure;
+  }
   redfish::Failure unread;
   unread.kind = redfish::FailureKind::kBadContent;
   unread.uri = uri.target();

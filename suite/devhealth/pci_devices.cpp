@@ -14,9 +14,11 @@ using redfish::Node;
 using redfish::Resource;
 using redfish::Uri;
 
-/// Whether a device that a chassis lists belongs to a node beside this one.
+// Whether a device that a chassis lists belongs to a node beside this one.
 bool isOthers(const Node& node, const json::object& device) {
-  if (node.alone) return false;
+  if (node.alone) {
+    return false;
+  }
   const auto chassis = redfish::linksAt(device, "Links/Chassis");
   const auto isOwn = [&node](const Uri& link) {
     return std::any_of(node.chassis.begin(), node.chassis.end(),
@@ -28,13 +30,13 @@ bool isOthers(const Node& node, const json::object& device) {
          std::none_of(chassis.begin(), chassis.end(), isOwn);
 }
 
-/// Parts of the wire rather than adapters.
+// Parts of the wire rather than adapters.
 bool isNoAdapter(const json::object& device) {
   const std::string_view type = redfish::stringAt(device, "DeviceType");
   return type == "Retimer" || type == "Simulated";
 }
 
-/// The members of one collection of every chassis.
+// The members of one collection of every chassis.
 class ChassisLists {
  public:
   ChassisLists(const Graph& graph, const Node& node,
@@ -49,7 +51,9 @@ class ChassisLists {
     std::unordered_set<std::string> seen;
     for (const LinkedList& list : lists_) {
       for (const Part& part : list.list.parts()) {
-        if (seen.insert(part.uri.identity()).second) all.push_back(part);
+        if (seen.insert(part.uri.identity()).second) {
+          all.push_back(part);
+        }
       }
     }
     return all;
@@ -57,7 +61,9 @@ class ChassisLists {
 
   void tellFailures(ReadTally& tally) const {
     for (const LinkedList& list : lists_) {
-      if (list.failure) tally.fail(*list.failure);
+      if (list.failure) {
+        tally.fail(*list.failure);
+      }
     }
   }
 
@@ -88,10 +94,14 @@ std::vector<Part> listedByChassis(const Graph& graph, const Node& node,
                                   ReadTally& tally) {
   const ChassisLists lists(graph, node, "PCIeDevices");
   std::vector<Part> parts = lists.parts();
-  if (parts.empty()) parts = linkedByChassis(graph, node);
+  if (parts.empty()) {
+    parts = linkedByChassis(graph, node);
+  }
   // What the older links name makes up for lists that cannot be read, but a
   // part of the lists does not make up for the rest.
-  if (parts.empty() || !lists.parts().empty()) lists.tellFailures(tally);
+  if (parts.empty() || !lists.parts().empty()) {
+    lists.tellFailures(tally);
+  }
   parts.erase(std::remove_if(parts.begin(), parts.end(),
                              [&node](const Part& part) {
                                return part.object != nullptr &&
@@ -101,7 +111,7 @@ std::vector<Part> listedByChassis(const Graph& graph, const Node& node,
   return parts;
 }
 
-/// The parts that make rows; all of them are told to the tally.
+// The parts that make rows; all of them are told to the tally.
 std::vector<Part> present(std::vector<Part> parts, ReadTally& tally) {
   std::vector<Part> rows;
   for (Part& part : parts) {
@@ -123,7 +133,9 @@ std::vector<Part> present(std::vector<Part> parts, ReadTally& tally) {
 std::vector<Part> pciDevices(const Graph& graph, const Node& node,
                              ReadTally& tally) {
   std::vector<Part> parts = namedBySystem(graph, node);
-  if (parts.empty()) parts = listedByChassis(graph, node, tally);
+  if (parts.empty()) {
+    parts = listedByChassis(graph, node, tally);
+  }
   return present(std::move(parts), tally);
 }
 

@@ -20,23 +20,31 @@ using redfish::Node;
 using redfish::Uri;
 using Tarvex::DeviceHealth::PCIAdapter;
 
-/// Health and the messages of the active conditions of a part.
+// Health and the messages of the active conditions of a part.
 std::string statusTexts(const json::object& part) {
   std::string texts = textAt(part, "Status/Health");
   const json::array* conditions = redfish::arrayAt(part, "Status/Conditions");
-  if (conditions == nullptr) return texts;
+  if (conditions == nullptr) {
+    return texts;
+  }
   for (const json::value& value : *conditions) {
     const json::object* condition = value.if_object();
-    if (condition == nullptr) continue;
+    if (condition == nullptr) {
+      continue;
+    }
     const std::string message = textAt(*condition, "Message");
-    if (message.empty()) continue;
-    if (!texts.empty()) texts += "; ";
+    if (message.empty()) {
+      continue;
+    }
+    if (!texts.empty()) {
+      texts += "; ";
+    }
     texts += message;
   }
   return recordText(texts);
 }
 
-/// The fields that a device and a network adapter name alike.
+// The fields that a device and a network adapter name alike.
 PCIAdapter commonFields(const json::object& part) {
   PCIAdapter record;
   record.tag = textAt(part, "Id");
@@ -50,7 +58,7 @@ PCIAdapter commonFields(const json::object& part) {
   return record;
 }
 
-/// What is known of an adapter fills the empty fields of its device.
+// What is known of an adapter fills the empty fields of its device.
 void fillGaps(PCIAdapter& record, const PCIAdapter& adapter) {
   using Field = std::string PCIAdapter::*;
   constexpr std::array<Field, 7> kFields = {&PCIAdapter::manufacturer,
@@ -61,7 +69,9 @@ void fillGaps(PCIAdapter& record, const PCIAdapter& adapter) {
                                             &PCIAdapter::operationalStatus,
                                             &PCIAdapter::statusDescriptions};
   for (const Field field : kFields) {
-    if ((record.*field).empty()) record.*field = adapter.*field;
+    if ((record.*field).empty()) {
+      record.*field = adapter.*field;
+    }
   }
 }
 
@@ -78,10 +88,10 @@ class Rows {
 
   void addDevice(const Part& part);
 
-  /// Before the first adapter: no devices come after this.
+  // Before the first adapter: no devices come after this.
   void sortBySlot();
 
-  /// Fills the gaps of the rows that the adapter is, or adds a row.
+  // Fills the gaps of the rows that the adapter is, or adds a row.
   void addAdapter(const Part& part);
 
   std::vector<PCIAdapter> finish();
@@ -97,14 +107,16 @@ class Rows {
   PciSlots slots_;
   SiblingNames names_;
   std::vector<Row> rows_;
-  std::size_t devices_ = 0;  ///< Rows of devices; the others follow them.
+  std::size_t devices_ = 0;  // Rows of devices; the others follow them.
   std::unordered_map<std::string, std::size_t> byIdentity_;
-  /// Rows of devices by serial and part number, which both must be known.
+  // Rows of devices by serial and part number, which both must be known.
   std::unordered_map<std::string, std::size_t> bySerial_;
 };
 
 std::string serialKey(const PCIAdapter& record) {
-  if (record.serialNumber.empty() || record.partNumber.empty()) return {};
+  if (record.serialNumber.empty() || record.partNumber.empty()) {
+    return {};
+  }
   return record.serialNumber + '\n' + record.partNumber;
 }
 
@@ -124,15 +136,18 @@ void Rows::addDevice(const Part& part) {
 void Rows::sortBySlot() {
   std::stable_sort(rows_.begin(), rows_.end(),
                    [](const Row& left, const Row& right) {
-                     if (left.slot && right.slot)
+                     if (left.slot && right.slot) {
                        return *left.slot < *right.slot;
+                     }
                      return left.slot.has_value() && !right.slot.has_value();
                    });
   devices_ = rows_.size();
   for (std::size_t index = 0; index < rows_.size(); ++index) {
     byIdentity_.try_emplace(rows_[index].part.uri.identity(), index);
     const std::string key = serialKey(rows_[index].record);
-    if (!key.empty()) bySerial_.try_emplace(key, index);
+    if (!key.empty()) {
+      bySerial_.try_emplace(key, index);
+    }
   }
 }
 
@@ -141,7 +156,9 @@ void Rows::addAdapter(const Part& part) {
   row.part = part;
   if (part.object != nullptr) {
     row.record = commonFields(*part.object);
-    if (mergeByLink(part, row.record) || mergeBySerial(row.record)) return;
+    if (mergeByLink(part, row.record) || mergeBySerial(row.record)) {
+      return;
+    }
   }
   rows_.push_back(std::move(row));
 }
@@ -149,14 +166,20 @@ void Rows::addAdapter(const Part& part) {
 bool Rows::mergeByLink(const Part& part, const PCIAdapter& adapter) {
   const json::array* controllers =
       redfish::arrayAt(*part.object, "Controllers");
-  if (controllers == nullptr) return false;
+  if (controllers == nullptr) {
+    return false;
+  }
   bool merged = false;
   for (const json::value& value : *controllers) {
     const json::object* controller = value.if_object();
-    if (controller == nullptr) continue;
+    if (controller == nullptr) {
+      continue;
+    }
     for (const Uri& link : redfish::linksAt(*controller, "Links/PCIeDevices")) {
       const auto row = byIdentity_.find(link.identity());
-      if (row == byIdentity_.end()) continue;
+      if (row == byIdentity_.end()) {
+        continue;
+      }
       fillGaps(rows_[row->second].record, adapter);
       merged = true;
     }
@@ -166,7 +189,9 @@ bool Rows::mergeByLink(const Part& part, const PCIAdapter& adapter) {
 
 bool Rows::mergeBySerial(const PCIAdapter& adapter) {
   const auto row = bySerial_.find(serialKey(adapter));
-  if (row == bySerial_.end()) return false;
+  if (row == bySerial_.end()) {
+    return false;
+  }
   fillGaps(rows_[row->second].record, adapter);
   return true;
 }
@@ -191,11 +216,17 @@ std::string Rows::chassisId(const Part& part) const {
   std::optional<Uri> holder;
   if (redfish::segmentOf(document, 2) != "Chassis" && part.object != nullptr) {
     const auto chassis = redfish::linksAt(*part.object, "Links/Chassis");
-    if (!chassis.empty()) holder = chassis.front();
+    if (!chassis.empty()) {
+      holder = chassis.front();
+    }
   }
-  if (holder) document = holder->document();
+  if (holder) {
+    document = holder->document();
+  }
   const std::string_view segment = redfish::segmentOf(document, 3);
-  if (segment.empty()) return {};
+  if (segment.empty()) {
+    return {};
+  }
   const auto end = static_cast<std::size_t>(segment.data() - document.data()) +
                    segment.size();
   const redfish::Resource* resource = graph_.find(document.substr(0, end));
@@ -206,12 +237,18 @@ std::string Rows::chassisId(const Part& part) const {
 
 void Rows::makeTagsUnique() {
   std::unordered_map<std::string, int> counts;
-  for (const Row& row : rows_) ++counts[row.record.tag];
+  for (const Row& row : rows_) {
+    ++counts[row.record.tag];
+  }
   for (Row& row : rows_) {
     std::string& tag = row.record.tag;
-    if (tag.empty() || counts[tag] < 2) continue;
+    if (tag.empty() || counts[tag] < 2) {
+      continue;
+    }
     const std::string prefix = chassisId(row.part);
-    if (!prefix.empty()) tag = prefix + "/" + tag;
+    if (!prefix.empty()) {
+      tag = prefix + "/" + tag;
+    }
   }
 }
 
@@ -234,7 +271,9 @@ std::vector<PCIAdapter> Rows::finish() {
 
 Mapped<PCIAdapter> mapPciAdapters(const Graph& graph, const Node& node) {
   ReadTally tally;
-  if (const auto failure = chassisFailure(graph, node)) tally.fail(*failure);
+  if (const auto failure = chassisFailure(graph, node)) {
+    tally.fail(*failure);
+  }
   Rows rows(graph, node);
   for (const Part& part : pciDevices(graph, node, tally)) {
     rows.addDevice(part);

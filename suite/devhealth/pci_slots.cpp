@@ -22,10 +22,14 @@ PciSlots::PciSlots(const redfish::Graph& graph, const redfish::Node& node) {
         graph.follow(chassis->body, "PCIeSlots").object;
     const json::array* slots =
         document == nullptr ? nullptr : redfish::arrayAt(*document, "Slots");
-    if (slots == nullptr) continue;
+    if (slots == nullptr) {
+      continue;
+    }
     for (const json::value& value : *slots) {
       const json::object* slot = value.if_object();
-      if (slot == nullptr) continue;
+      if (slot == nullptr) {
+        continue;
+      }
       const std::size_t position = labels_.size();
       labels_.push_back(textAt(*slot, kLabel));
       for (const Uri& device : redfish::linksAt(*slot, "Links/PCIeDevice")) {
@@ -33,7 +37,9 @@ PciSlots::PciSlots(const redfish::Graph& graph, const redfish::Node& node) {
       }
       const auto [entry, isNew] =
           byLabel_.try_emplace(labels_.back(), position);
-      if (!isNew) entry->second = kAmbiguous;
+      if (!isNew) {
+        entry->second = kAmbiguous;
+      }
     }
   }
 }
@@ -41,7 +47,9 @@ PciSlots::PciSlots(const redfish::Graph& graph, const redfish::Node& node) {
 std::optional<std::size_t> PciSlots::positionOf(
     const Uri& uri, const json::object& device) const {
   const auto named = byDevice_.find(uri.identity());
-  if (named != byDevice_.end()) return named->second;
+  if (named != byDevice_.end()) {
+    return named->second;
+  }
   const std::string label = textAt(device, kSlotLabel);
   const auto labelled = byLabel_.find(label);
   if (label.empty() || labelled == byLabel_.end() ||

@@ -14,17 +14,21 @@ namespace {
 namespace json = redfish::json;
 using Tarvex::DeviceHealth::Power;
 
-/// The rated output: that of the supply, else the largest of its input ranges,
-/// which the two models name differently. The load of the moment is none.
+// The rated output: that of the supply, else the largest of its input ranges,
+// which the two models name differently. The load of the moment is none.
 std::optional<double> ratedWatts(const json::object& supply, bool entry) {
   const std::string_view rangeOutput =
       entry ? "OutputWattage" : "CapacityWatts";
   std::optional<double> watts = positiveAt(supply, "PowerCapacityWatts");
   const json::array* ranges = redfish::arrayAt(supply, "InputRanges");
-  if (watts || ranges == nullptr) return watts;
+  if (watts || ranges == nullptr) {
+    return watts;
+  }
   for (const json::value& value : *ranges) {
     const json::object* range = value.if_object();
-    if (range == nullptr) continue;
+    if (range == nullptr) {
+      continue;
+    }
     watts = std::max(watts, positiveAt(*range, rangeOutput));
   }
   return watts;

@@ -18,23 +18,29 @@ bool isCpu(const json::object& processor) {
 
 std::string familyOf(const json::object& processor) {
   std::string family = firstTextAt(processor, {"Family", "Model"});
-  if (!family.empty()) return family;
+  if (!family.empty()) {
+    return family;
+  }
   const std::string maker = textAt(processor, "Manufacturer");
   const std::string number = textAt(processor, "ProcessorId/EffectiveFamily");
-  if (!maker.empty() && !number.empty()) return maker + " family " + number;
+  if (!maker.empty() && !number.empty()) {
+    return maker + " family " + number;
+  }
   return textAt(processor, "ProcessorArchitecture");
 }
 
-/// The first of some numbers, as text without a unit.
+// The first of some numbers, as text without a unit.
 std::string megahertz(std::initializer_list<std::optional<double>> candidates) {
   for (const std::optional<double>& number : candidates) {
-    if (number) return formatNumber(*number);
+    if (number) {
+      return formatNumber(*number);
+    }
   }
   return {};
 }
 
-/// The speed that the processor's metrics state; they are read only for
-/// processors that do not state it themselves.
+// The speed that the processor's metrics state; they are read only for
+// processors that do not state it themselves.
 std::optional<double> metricsSpeed(const Graph& graph,
                                    const json::object& processor) {
   const json::object* metrics = graph.follow(processor, "Metrics").object;
@@ -70,13 +76,17 @@ Mapped<Processor> mapProcessors(const Graph& graph, const redfish::Node& node) {
   ReadTally tally;
   const LinkedList processors =
       membersAt(graph, node.system->body, "Processors");
-  if (processors.failure) tally.fail(*processors.failure);
+  if (processors.failure) {
+    tally.fail(*processors.failure);
+  }
   for (const Part& part : processors.list.parts()) {
     if (part.object == nullptr) {
       tally.unreadable(part);
     } else {
       tally.read();
-      if (redfish::isAbsent(*part.object) || !isCpu(*part.object)) continue;
+      if (redfish::isAbsent(*part.object) || !isCpu(*part.object)) {
+        continue;
+      }
     }
     rows.push_back(processorOf(graph, part, processors.list.names()));
   }

@@ -16,7 +16,7 @@ std::string makerAndModel(const json::object& machine) {
   return machineName(textAt(machine, "Manufacturer"), textAt(machine, "Model"));
 }
 
-/// A UUID as served; empty for the two that stand for none.
+// A UUID as served; empty for the two that stand for none.
 std::string uuidOf(const json::object& machine) {
   const std::string uuid = textAt(machine, "UUID");
   const auto isAll = [&uuid](std::string_view digits) {
@@ -43,8 +43,12 @@ Mapped<SystemBoard> mapSystem(const redfish::Graph& graph,
 
   SystemBoard board;
   board.machineName = makerAndModel(system);
-  if (board.machineName.empty()) board.machineName = makerAndModel(chassis);
-  if (board.machineName.empty()) board.machineName = textAt(system, "HostName");
+  if (board.machineName.empty()) {
+    board.machineName = makerAndModel(chassis);
+  }
+  if (board.machineName.empty()) {
+    board.machineName = textAt(system, "HostName");
+  }
   if (board.machineName.empty()) {
     const redfish::Uri& uri = node.system->uri;
     board.machineName = displayName(system, uri, SiblingNames(graph).of(uri));

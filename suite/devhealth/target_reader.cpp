@@ -16,13 +16,17 @@ constexpr unsigned int kLogError = 1;
 
 int report(Failure failure, Moment moment) {
   const int status = statusOf(failure.kind, moment);
-  if (Pool* pool = Pool::current()) pool->report(std::move(failure));
+  if (Pool* pool = Pool::current()) {
+    pool->report(std::move(failure));
+  }
   return status;
 }
 
-/// Writes what the service itself has not logged yet.
+// Writes what the service itself has not logged yet.
 void log(const Failure& failure) {
-  if (Tarvex::Log::GetMinLogLevel() < kLogError) return;
+  if (Tarvex::Log::GetMinLogLevel() < kLogError) {
+    return;
+  }
   Tarvex::Log(kLogError, __FILE__, __LINE__).Stream() << describe(failure);
 }
 
@@ -49,7 +53,9 @@ int TargetReader::read(redfish::Selection selection) {
   }
   selection.nodeIndex = nodeIndex_;
   auto failure = service_->read(selection);
-  if (!failure) return kStatusSuccess;
+  if (!failure) {
+    return kStatusSuccess;
+  }
   // Opening answers again what it answered first: whether it got that far.
   const Moment moment =
       service_->open() ? Moment::kConnecting : Moment::kReading;
@@ -67,7 +73,9 @@ redfish::Node TargetReader::node() const {
 }
 
 int TargetReader::fail(Failure failure) const {
-  if (failure.address.empty()) failure.address = service_->address();
+  if (failure.address.empty()) {
+    failure.address = service_->address();
+  }
   log(failure);
   return report(std::move(failure), Moment::kReading);
 }

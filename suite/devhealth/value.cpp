@@ -22,8 +22,8 @@ constexpr std::array<std::string_view, 6> kPlaceholders = {
     "default string",
     "to be filled by o.e.m."};
 
-/// Larger than any quantity of a server, and small enough that a double holds
-/// every integer below it.
+// Larger than any quantity of a server, and small enough that a double holds
+// every integer below it.
 constexpr double kLargestNumber = 1e15;
 
 std::optional<double> plausible(double number) {
@@ -37,7 +37,9 @@ std::optional<double> parseNumber(std::string_view text) {
   double number = 0;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end) return std::nullopt;
+  if (error != std::errc() || stop != end) {
+    return std::nullopt;
+  }
   return plausible(number);
 }
 
@@ -58,7 +60,9 @@ std::string recordText(std::string_view text) {
                   [&clean](std::string_view word) {
                     return equalIgnoringCase(clean, word);
                   });
-  if (placeholder) clean.clear();
+  if (placeholder) {
+    clean.clear();
+  }
   return clean;
 }
 
@@ -90,7 +94,9 @@ std::string firstTextAt(const json::object& object,
                         std::initializer_list<std::string_view> paths) {
   for (const std::string_view path : paths) {
     std::string text = textAt(object, path);
-    if (!text.empty()) return text;
+    if (!text.empty()) {
+      return text;
+    }
   }
   return {};
 }
@@ -133,12 +139,16 @@ std::string formatNumber(double number) {
                     std::chars_format::fixed, 1);
   std::string_view text(buffer.data(),
                         static_cast<std::size_t>(result.ptr - buffer.data()));
-  if (text.substr(text.size() - 2) == ".0") text.remove_suffix(2);
+  if (text.substr(text.size() - 2) == ".0") {
+    text.remove_suffix(2);
+  }
   return std::string(text);
 }
 
 std::string quantity(std::optional<double> number, std::string_view unit) {
-  if (!number) return {};
+  if (!number) {
+    return {};
+  }
   std::string text = formatNumber(*number);
   text += ' ';
   text += unit;

@@ -22,25 +22,33 @@ class ByteView {
   /// The byte at an offset.
   std::optional<std::uint8_t> byte(std::size_t offset) const {
     const auto value = number(offset, 1);
-    if (!value) return std::nullopt;
+    if (!value) {
+      return std::nullopt;
+    }
     return static_cast<std::uint8_t>(*value);
   }
 
   /// Little-endian numbers of 2 and 4 bytes at an offset.
   std::optional<std::uint16_t> word(std::size_t offset) const {
     const auto value = number(offset, 2);
-    if (!value) return std::nullopt;
+    if (!value) {
+      return std::nullopt;
+    }
     return static_cast<std::uint16_t>(*value);
   }
   std::optional<std::uint32_t> dword(std::size_t offset) const {
     const auto value = number(offset, 4);
-    if (!value) return std::nullopt;
+    if (!value) {
+      return std::nullopt;
+    }
     return static_cast<std::uint32_t>(*value);
   }
 
   /// `length` bytes from an offset; nothing unless all of them are there.
   std::optional<ByteView> slice(std::size_t offset, std::size_t length) const {
-    if (offset > size() || length > size() - offset) return std::nullopt;
+    if (offset > size() || length > size() - offset) {
+      return std::nullopt;
+    }
     return ByteView(bytes_.substr(offset, length));
   }
 
@@ -53,7 +61,9 @@ class ByteView {
  private:
   std::optional<std::uint64_t> number(std::size_t offset,
                                       std::size_t width) const {
-    if (offset > size() || width > size() - offset) return std::nullopt;
+    if (offset > size() || width > size() - offset) {
+      return std::nullopt;
+    }
     std::uint64_t value = 0;
     for (std::size_t i = width; i > 0; --i) {
       value =

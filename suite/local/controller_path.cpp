@@ -6,7 +6,6 @@
 #include <string_view>
 
 namespace local {
-
 namespace {
 
 bool matches(const HostInterface& interface, const NetworkDevice& device) {
@@ -42,13 +41,21 @@ const NetworkDevice* deviceOf(const HostInterface& interface,
                                     [&](const NetworkDevice& device) {
                                       return device.mac == interface.mac;
                                     });
-    if (found != devices.end()) return &*found;
+    if (found != devices.end()) {
+      return &*found;
+    }
   }
   const NetworkDevice* found = nullptr;
   for (const NetworkDevice& device : devices) {
-    if (!matches(interface, device)) continue;
-    if (taken.count(device.name) == 0) return &device;
-    if (found == nullptr) found = &device;
+    if (!matches(interface, device)) {
+      continue;
+    }
+    if (taken.count(device.name) == 0) {
+      return &device;
+    }
+    if (found == nullptr) {
+      found = &device;
+    }
   }
   return found;
 }
@@ -74,7 +81,9 @@ bool isHostName(std::string_view name) {
 std::string serviceHost(const RedfishOverIp& service) {
   const bool stated = service.discovery == IpAssignment::kStatic ||
                       service.discovery == IpAssignment::kAutoConfigure;
-  if (stated && !service.serviceAddress.empty()) return service.serviceAddress;
+  if (stated && !service.serviceAddress.empty()) {
+    return service.serviceAddress;
+  }
   return isHostName(service.hostName) ? service.hostName : std::string();
 }
 
@@ -118,9 +127,13 @@ ControllerPath pathOf(const HostInterface& interface,
   } else {
     path = pathOver(interface.services.front(), *device);
     for (const RedfishOverIp& service : interface.services) {
-      if (path.problem == PathProblem::kNone) break;
+      if (path.problem == PathProblem::kNone) {
+        break;
+      }
       const ControllerPath other = pathOver(service, *device);
-      if (other.problem == PathProblem::kNone) path = other;
+      if (other.problem == PathProblem::kNone) {
+        path = other;
+      }
     }
   }
   path.handle = interface.handle;
@@ -138,7 +151,9 @@ std::vector<ControllerPath> controllerPaths(
   std::set<std::string> taken;
   for (const HostInterface& interface : interfaces) {
     const NetworkDevice* device = deviceOf(interface, devices, taken);
-    if (device != nullptr) taken.insert(device->name);
+    if (device != nullptr) {
+      taken.insert(device->name);
+    }
     paths.push_back(pathOf(interface, device));
   }
   return paths;

@@ -16,7 +16,9 @@ std::vector<unsigned> packageMaxMhz(const Root& root) {
     const std::string folder = cpus + "/" + cpu.second;
     const auto package =
         decimal(root.line(folder + "/topology/physical_package_id"));
-    if (!package) continue;
+    if (!package) {
+      continue;
+    }
     const auto khz = decimal(root.line(folder + "/cpufreq/cpuinfo_max_freq"));
     unsigned& mhz = packages[*package];
     if (khz && *khz > 0 && *khz <= kHighestKhz) {
@@ -25,7 +27,9 @@ std::vector<unsigned> packageMaxMhz(const Root& root) {
   }
   std::vector<unsigned> speeds;
   for (const auto& package : packages) {
-    if (package.second == 0) return {};
+    if (package.second == 0) {
+      return {};
+    }
     speeds.push_back(package.second);
   }
   return speeds;

@@ -10,7 +10,6 @@
 #include <cstddef>
 
 namespace local {
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -21,7 +20,9 @@ class Socket {
   explicit Socket(int family)
       : file_(socket(family, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
   ~Socket() {
-    if (file_ >= 0) close(file_);
+    if (file_ >= 0) {
+      close(file_);
+    }
   }
   Socket(const Socket&) = delete;
   Socket& operator=(const Socket&) = delete;
@@ -57,7 +58,9 @@ bool sendSearch(const Socket& socket, unsigned device,
   if (inet_pton(AF_INET, options.group.c_str(), &group4.sin_addr) == 1) {
     ip_mreqn out = {};
     out.imr_ifindex = static_cast<int>(device);
-    if (!socket.set(IPPROTO_IP, IP_MULTICAST_IF, out)) return false;
+    if (!socket.set(IPPROTO_IP, IP_MULTICAST_IF, out)) {
+      return false;
+    }
     group4.sin_family = AF_INET;
     group4.sin_port = htons(options.port);
     to = reinterpret_cast<const sockaddr*>(&group4);
@@ -65,7 +68,9 @@ bool sendSearch(const Socket& socket, unsigned device,
   } else if (inet_pton(AF_INET6, options.group.c_str(), &group6.sin6_addr) ==
              1) {
     const int out = static_cast<int>(device);
-    if (!socket.set(IPPROTO_IPV6, IPV6_MULTICAST_IF, out)) return false;
+    if (!socket.set(IPPROTO_IPV6, IPV6_MULTICAST_IF, out)) {
+      return false;
+    }
     group6.sin6_family = AF_INET6;
     group6.sin6_port = htons(options.port);
     group6.sin6_scope_id = device;
@@ -118,10 +123,14 @@ std::optional<DiscoveredService> discoverService(
     const ssize_t count =
         recvfrom(socket.file(), buffer, sizeof buffer, 0,
                  reinterpret_cast<sockaddr*>(&sender), &length);
-    if (count < 0) return std::nullopt;
+    if (count < 0) {
+      return std::nullopt;
+    }
     const auto port =
         parseSearchAnswer({buffer, static_cast<std::size_t>(count)}, uuid);
-    if (port) return DiscoveredService{senderText(sender, device), *port};
+    if (port) {
+      return DiscoveredService{senderText(sender, device), *port};
+    }
   }
 }
 

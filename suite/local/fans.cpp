@@ -7,7 +7,6 @@
 #include "suite/local/numbers.h"
 
 namespace local {
-
 namespace {
 
 // The numbers of the fans that a chip's folder has a speed of.
@@ -21,16 +20,22 @@ std::set<unsigned> fanNumbers(const std::vector<std::string>& names) {
       }
       const auto number =
           numberBehind(name.substr(0, name.size() - suffix.size()), "fan");
-      if (number) numbers.insert(*number);
+      if (number) {
+        numbers.insert(*number);
+      }
     }
   }
   return numbers;
 }
 
 FanState fanState(const Root& root, const std::string& fan) {
-  if (root.line(fan + "_fault") == "1") return FanState::kFault;
+  if (root.line(fan + "_fault") == "1") {
+    return FanState::kFault;
+  }
   for (const char* alarm : {"_alarm", "_min_alarm", "_max_alarm"}) {
-    if (root.line(fan + alarm) == "1") return FanState::kAlarm;
+    if (root.line(fan + alarm) == "1") {
+      return FanState::kAlarm;
+    }
   }
   return FanState::kOk;
 }
@@ -43,7 +48,9 @@ std::vector<FanFacts> fanFacts(const Root& root) {
   for (const auto& chip : numbered(root.list(hwmon), "hwmon")) {
     std::string folder = hwmon + "/" + chip.second;
     // Old drivers keep their attributes with the device itself.
-    if (!root.exists(folder + "/name")) folder += "/device";
+    if (!root.exists(folder + "/name")) {
+      folder += "/device";
+    }
     for (const unsigned number : fanNumbers(root.list(folder))) {
       FanFacts fan;
       fan.chip = root.line(folder + "/name");

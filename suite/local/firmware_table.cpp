@@ -4,7 +4,6 @@
 #include <utility>
 
 namespace local {
-
 namespace {
 
 constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";

@@ -5,7 +5,6 @@
 #include <string>
 
 namespace local {
-
 namespace {
 
 constexpr DWORD kRawSmbios = 0x52534D42;  // "RSMB"
@@ -20,7 +19,9 @@ FirmwareTable runningTable() {
   FirmwareTable table;
   table.name = "the firmware's SMBIOS table";
   const UINT size = GetSystemFirmwareTable(kRawSmbios, 0, nullptr, 0);
-  if (size == 0) return table;
+  if (size == 0) {
+    return table;
+  }
   std::string bytes(size, '\0');
   const UINT written =
       GetSystemFirmwareTable(kRawSmbios, 0, bytes.data(), size);

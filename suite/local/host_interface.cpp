@@ -8,7 +8,6 @@
 #include "suite/local/smbios_system.h"
 
 namespace local {
-
 namespace {
 
 constexpr std::uint8_t kNetworkInterface = 0x40;
@@ -45,7 +44,9 @@ std::string addressText(ByteView data, std::size_t formatAt,
                         std::size_t addressAt) {
   const auto format = data.byte(formatAt);
   const auto field = data.slice(addressAt, 16);
-  if (!field) return "";
+  if (!field) {
+    return "";
+  }
   if (format == kIpv4) {
     const boost::urls::ipv4_address address(bytesOf<4>(*field));
     return address.is_unspecified() ? "" : address.to_string();
@@ -58,7 +59,9 @@ std::string addressText(ByteView data, std::size_t formatAt,
 }
 
 std::optional<RedfishOverIp> service(ByteView data) {
-  if (data.size() < kShortestService) return std::nullopt;
+  if (data.size() < kShortestService) {
+    return std::nullopt;
+  }
   RedfishOverIp found;
   found.serviceUuid = uuidText(*data.slice(0, 16), kMixedOrder);
   found.hostAssignment = assignment(data.byte(16));
@@ -66,7 +69,9 @@ std::optional<RedfishOverIp> service(ByteView data) {
   found.discovery = assignment(data.byte(50));
   found.serviceAddress = addressText(data, 51, 52);
   found.port = data.word(84).value_or(0);
-  if (found.port == 0) found.port = kDefaultPort;
+  if (found.port == 0) {
+    found.port = kDefaultPort;
+  }
   // The stated length of the name may go past the record, and the name may
   // end earlier, with a NUL.
   const std::string_view name =
@@ -126,11 +131,17 @@ std::vector<RedfishOverIp> readServices(ByteView records) {
   for (unsigned i = 0; i < count; ++i) {
     const auto type = records.byte(offset);
     const auto length = records.byte(offset + 1);
-    if (!type || !length) break;
+    if (!type || !length) {
+      break;
+    }
     const auto data = records.slice(offset + 2, *length);
-    if (!data) break;
+    if (!data) {
+      break;
+    }
     if (*type == kRedfishOverIp) {
-      if (auto found = service(*data)) services.push_back(std::move(*found));
+      if (auto found = service(*data)) {
+        services.push_back(std::move(*found));
+      }
     }
     offset += 2U + *length;
   }
@@ -163,7 +174,9 @@ std::string macText(const MacAddress& mac) {
   static constexpr char kDigits[] = "0123456789abcdef";
   std::string text;
   for (const std::uint8_t byte : mac) {
-    if (!text.empty()) text += ':';
+    if (!text.empty()) {
+      text += ':';
+    }
     text += kDigits[byte >> 4U];
     text += kDigits[byte & 0x0FU];
   }

@@ -11,7 +11,6 @@
 #include <vector>
 
 namespace local {
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -42,11 +41,17 @@ bool waitFor(int file, Clock::time_point until) {
   while (true) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
         until - Clock::now());
-    if (left.count() <= 0) return false;
+    if (left.count() <= 0) {
+      return false;
+    }
     pollfd entry = {file, POLLIN, 0};
     const int ready = poll(&entry, 1, static_cast<int>(left.count()));
-    if (ready > 0) return (entry.revents & POLLIN) != 0;
-    if (ready == 0 || errno != EINTR) return false;
+    if (ready > 0) {
+      return (entry.revents & POLLIN) != 0;
+    }
+    if (ready == 0 || errno != EINTR) {
+      return false;
+    }
   }
 }
 
@@ -54,20 +59,28 @@ bool waitFor(int file, Clock::time_point until) {
 
 IpmiDevice::IpmiDevice(const Root& root) {
   for (const char* node : {"/dev/ipmi0", "/dev/ipmi/0", "/dev/ipmidev/0"}) {
-    if (!root.exists(node)) continue;
+    if (!root.exists(node)) {
+      continue;
+    }
     file_ = openNode(root.path(node), access_);
     path_ = node;
-    if (access_ != Access::kMissing) return;
+    if (access_ != Access::kMissing) {
+      return;
+    }
   }
 }
 
 IpmiDevice::~IpmiDevice() {
-  if (file_ >= 0) close(file_);
+  if (file_ >= 0) {
+    close(file_);
+  }
 }
 
 std::optional<IpmiResponse> IpmiDevice::ask(const IpmiRequest& request,
                                             std::chrono::milliseconds timeout) {
-  if (file_ < 0) return std::nullopt;
+  if (file_ < 0) {
+    return std::nullopt;
+  }
   std::vector<unsigned char> data(request.data.begin(), request.data.end());
   ipmi_system_interface_addr address = {};
   address.addr_type = IPMI_SYSTEM_INTERFACE_ADDR_TYPE;
@@ -80,7 +93,9 @@ std::optional<IpmiResponse> IpmiDevice::ask(const IpmiRequest& request,
   message.msg.cmd = request.command;
   message.msg.data = data.data();
   message.msg.data_len = static_cast<unsigned short>(data.size());
-  if (ioctl(file_, IPMICTL_SEND_COMMAND, &message) < 0) return std::nullopt;
+  if (ioctl(file_, IPMICTL_SEND_COMMAND, &message) < 0) {
+    return std::nullopt;
+  }
 
   const Clock::time_point until = Clock::now() + timeout;
   while (waitFor(file_, until)) {

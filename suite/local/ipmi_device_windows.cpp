@@ -5,7 +5,9 @@ namespace local {
 // Windows keeps its controller behind a driver of its own, which has no device
 // node to open: there is no such device for us.
 IpmiDevice::IpmiDevice(const Root& root) {
-  if (!root.recorded()) path_ = "Windows shows programs none";
+  if (!root.recorded()) {
+    path_ = "Windows shows programs none";
+  }
 }
 
 IpmiDevice::~IpmiDevice() = default;

@@ -5,7 +5,6 @@
 #include <string_view>
 
 namespace local {
-
 namespace {
 
 constexpr std::uint8_t kNetFunctionApp = 0x06;
@@ -27,13 +26,17 @@ bool fromRedfishBody(const IpmiResponse& response) {
 // malformed answer, and must not get into a login.
 std::optional<std::string> paddedText(ByteView data, std::size_t offset) {
   const auto field = data.slice(offset, kFieldLength);
-  if (!field) return std::nullopt;
+  if (!field) {
+    return std::nullopt;
+  }
   const std::string_view text = field->text();
   const std::string_view used =
       text.substr(0, std::min(text.find('\0'), text.size()));
   const bool printable = std::all_of(
       used.begin(), used.end(), [](char c) { return c > 0x20 && c < 0x7F; });
-  if (used.empty() || !printable) return std::nullopt;
+  if (used.empty() || !printable) {
+    return std::nullopt;
+  }
   return std::string(used);
 }
 
@@ -44,10 +47,14 @@ IpmiRequest getDeviceIdRequest() { return {kNetFunctionApp, 0x01, {}}; }
 std::optional<int> ipmiVersion(const IpmiResponse& response) {
   // Binary-coded decimal with the digits swapped: 02h is 2.0, 51h is 1.5.
   const auto version = ByteView(response.data).byte(4);
-  if (response.completion != 0 || !version) return std::nullopt;
+  if (response.completion != 0 || !version) {
+    return std::nullopt;
+  }
   const int major = *version & 0x0F;
   const int minor = *version >> 4;
-  if (major < 1 || major > 9 || minor > 9) return std::nullopt;
+  if (major < 1 || major > 9 || minor > 9) {
+    return std::nullopt;
+  }
   return major * 10 + minor;
 }
 
@@ -56,11 +63,15 @@ IpmiRequest bootstrapRequest() {
 }
 
 std::optional<BootstrapAccount> bootstrapAccount(const IpmiResponse& response) {
-  if (!fromRedfishBody(response)) return std::nullopt;
+  if (!fromRedfishBody(response)) {
+    return std::nullopt;
+  }
   const ByteView data(response.data);
   auto user = paddedText(data, 1);
   auto password = paddedText(data, 1 + kFieldLength);
-  if (!user || !password) return std::nullopt;
+  if (!user || !password) {
+    return std::nullopt;
+  }
   return BootstrapAccount{std::move(*user), std::move(*password)};
 }
 
@@ -69,10 +80,14 @@ IpmiRequest fingerprintRequest() {
 }
 
 std::optional<std::string> certificateDigest(const IpmiResponse& response) {
-  if (!fromRedfishBody(response)) return std::nullopt;
+  if (!fromRedfishBody(response)) {
+    return std::nullopt;
+  }
   const ByteView data(response.data);
   const auto digest = data.slice(2, kDigestLength);
-  if (data.byte(1) != kSha256 || !digest) return std::nullopt;
+  if (data.byte(1) != kSha256 || !digest) {
+    return std::nullopt;
+  }
   return std::string(digest->text());
 }
 

@@ -11,7 +11,6 @@
 #include "suite/local/smbios_system.h"
 
 namespace local {
-
 namespace {
 
 // Copies of the texts of types 1 and 2, most of them readable by everyone.
@@ -30,7 +29,9 @@ Machine::Machine(Root root, std::string pciIdsFile)
     : root_(std::move(root)), pciIdsFile_(std::move(pciIdsFile)) {}
 
 Machine::~Machine() {
-  if (ofTheRun == this) ofTheRun = nullptr;
+  if (ofTheRun == this) {
+    ofTheRun = nullptr;
+  }
 }
 
 Machine* Machine::current() { return ofTheRun; }
@@ -60,7 +61,9 @@ const std::string& Machine::tableName() {
 const std::vector<std::string>& Machine::defects() { return smbios().defects; }
 
 SystemFacts Machine::system() {
-  if (table() == Access::kRead) return systemFacts(smbios());
+  if (table() == Access::kRead) {
+    return systemFacts(smbios());
+  }
   const auto text = [&](const char* name) {
     return root_.line(std::string(kTexts) + name);
   };
@@ -70,7 +73,9 @@ SystemFacts Machine::system() {
 }
 
 BoardFacts Machine::board() {
-  if (table() == Access::kRead) return boardFacts(smbios());
+  if (table() == Access::kRead) {
+    return boardFacts(smbios());
+  }
   const auto text = [&](const char* name) {
     return root_.line(std::string(kTexts) + name);
   };
@@ -118,7 +123,9 @@ const IpmiFinding& Machine::ipmi() {
     IpmiDevice device(root_);
     ipmi_ = {device.access(), device.path(), std::nullopt};
     const auto answer = device.ask(getDeviceIdRequest(), kIpmiTimeout);
-    if (answer) ipmi_->version = ipmiVersion(*answer);
+    if (answer) {
+      ipmi_->version = ipmiVersion(*answer);
+    }
   }
   return *ipmi_;
 }

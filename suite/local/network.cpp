@@ -7,7 +7,6 @@
 #include "suite/local/numbers.h"
 
 namespace local {
-
 namespace {
 
 // An id in an attribute file; 0 when there is none.
@@ -34,14 +33,18 @@ bool isUp(const Root& root, const std::string& folder) {
 
 std::optional<MacAddress> parseMac(const std::string& text) {
   MacAddress mac = {};
-  if (text.size() != mac.size() * 3 - 1) return std::nullopt;
+  if (text.size() != mac.size() * 3 - 1) {
+    return std::nullopt;
+  }
   for (std::size_t i = 0; i < mac.size(); ++i) {
     const char* begin = text.data() + i * 3;
     const auto result = std::from_chars(begin, begin + 2, mac[i], 16);
     if (result.ec != std::errc() || result.ptr != begin + 2) {
       return std::nullopt;
     }
-    if (i + 1 < mac.size() && begin[2] != ':') return std::nullopt;
+    if (i + 1 < mac.size() && begin[2] != ':') {
+      return std::nullopt;
+    }
   }
   return mac;
 }

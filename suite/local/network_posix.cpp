@@ -9,7 +9,6 @@
 #include <string>
 
 namespace local {
-
 namespace {
 
 struct FreeAddresses {
@@ -51,7 +50,9 @@ void addFamily(const ifaddrs* list, int family,
 std::vector<NetworkDevice> runningDevices() {
   std::vector<NetworkDevice> devices = networkDevices(Root());
   ifaddrs* list = nullptr;
-  if (getifaddrs(&list) != 0) return devices;
+  if (getifaddrs(&list) != 0) {
+    return devices;
+  }
   const std::unique_ptr<ifaddrs, FreeAddresses> owner(list);
   addFamily(list, AF_INET, devices);
   addFamily(list, AF_INET6, devices);

@@ -12,7 +12,6 @@
 #include "suite/local/utf8_windows.h"
 
 namespace local {
-
 namespace {
 
 // The list as the system gives it; null when it does not.
@@ -25,8 +24,12 @@ const IP_ADAPTER_ADDRESSES* read(std::vector<unsigned char>& buffer) {
     auto* list = reinterpret_cast<IP_ADAPTER_ADDRESSES*>(buffer.data());
     const ULONG result =
         GetAdaptersAddresses(AF_UNSPEC, kFlags, nullptr, list, &size);
-    if (result == ERROR_SUCCESS) return list;
-    if (result != ERROR_BUFFER_OVERFLOW) return nullptr;
+    if (result == ERROR_SUCCESS) {
+      return list;
+    }
+    if (result != ERROR_BUFFER_OVERFLOW) {
+      return nullptr;
+    }
     buffer.resize(size);
   }
   return nullptr;
@@ -36,7 +39,9 @@ void addFamily(const IP_ADAPTER_ADDRESSES& adapter, int family,
                NetworkDevice& device) {
   for (auto* entry = adapter.FirstUnicastAddress; entry != nullptr;
        entry = entry->Next) {
-    if (entry->Address.lpSockaddr->sa_family != family) continue;
+    if (entry->Address.lpSockaddr->sa_family != family) {
+      continue;
+    }
     char text[NI_MAXHOST] = {};
     if (getnameinfo(entry->Address.lpSockaddr, entry->Address.iSockaddrLength,
                     text, sizeof text, nullptr, 0, NI_NUMERICHOST) != 0) {
@@ -53,7 +58,9 @@ void addFamily(const IP_ADAPTER_ADDRESSES& adapter, int family,
 std::vector<NetworkDevice> runningDevices() {
   std::vector<NetworkDevice> devices;
   WSADATA started = {};
-  if (WSAStartup(MAKEWORD(2, 2), &started) != 0) return devices;
+  if (WSAStartup(MAKEWORD(2, 2), &started) != 0) {
+    return devices;
+  }
   std::vector<unsigned char> buffer(16384);
   for (auto* adapter = read(buffer); adapter != nullptr;
        adapter = adapter->Next) {

@@ -4,7 +4,6 @@
 #include <charconv>
 
 namespace local {
-
 namespace {
 
 template <typename Number>
@@ -12,7 +11,9 @@ std::optional<Number> wholly(std::string_view text, int base = 10) {
   Number value = 0;
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, value, base);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  if (result.ec != std::errc() || result.ptr != end) {
+    return std::nullopt;
+  }
   return value;
 }
 
@@ -20,7 +21,9 @@ std::optional<Number> wholly(std::string_view text, int base = 10) {
 
 std::optional<unsigned> numberBehind(std::string_view name,
                                      std::string_view prefix) {
-  if (name.substr(0, prefix.size()) != prefix) return std::nullopt;
+  if (name.substr(0, prefix.size()) != prefix) {
+    return std::nullopt;
+  }
   return wholly<unsigned>(name.substr(prefix.size()));
 }
 
@@ -41,7 +44,9 @@ std::optional<long> decimal(std::string_view text) {
 }
 
 std::optional<std::uint32_t> hexadecimal(std::string_view text) {
-  if (text.substr(0, 2) == "0x") text.remove_prefix(2);
+  if (text.substr(0, 2) == "0x") {
+    text.remove_prefix(2);
+  }
   return wholly<std::uint32_t>(text, 16);
 }
 

@@ -10,7 +10,6 @@
 #include "suite/local/pci_vpd.h"
 
 namespace local {
-
 namespace {
 
 constexpr std::size_t kIdsLimit = 16U * 1024 * 1024;
@@ -37,8 +36,12 @@ std::vector<PciAddress> portsAbove(std::string_view link,
     const std::size_t slash = link.rfind('/');
     const std::size_t begin = slash == std::string_view::npos ? 0 : slash + 1;
     const auto address = parsePciAddress(link.substr(begin));
-    if (!address) break;
-    if (!(*address == own)) ports.push_back(*address);
+    if (!address) {
+      break;
+    }
+    if (!(*address == own)) {
+      ports.push_back(*address);
+    }
     link = link.substr(0, begin == 0 ? 0 : begin - 1);
   }
   return ports;
@@ -54,7 +57,9 @@ std::vector<PciFunction> adapters(const Root& root) {
   const std::string bus = "/sys/bus/pci/devices";
   for (const std::string& name : root.list(bus)) {
     const auto address = parsePciAddress(name);
-    if (!address || address->function != 0) continue;
+    if (!address || address->function != 0) {
+      continue;
+    }
     PciFunction function;
     function.folder = bus + "/" + name;
     function.address = *address;
@@ -77,7 +82,9 @@ std::vector<PciFunction> adapters(const Root& root) {
 std::string designationAt(const std::vector<SlotFacts>& places,
                           const PciAddress& address) {
   for (const SlotFacts& place : places) {
-    if (place.address == address) return place.designation;
+    if (place.address == address) {
+      return place.designation;
+    }
   }
   return "";
 }
@@ -113,9 +120,13 @@ std::string designationOf(const PciAddress& address,
                           const std::vector<PciAddress>& above,
                           const PciContext& context) {
   std::string slot = designationAt(context.slots, address);
-  if (slot.empty()) slot = designationAt(context.onboard, address);
+  if (slot.empty()) {
+    slot = designationAt(context.onboard, address);
+  }
   for (const PciAddress& port : above) {
-    if (!slot.empty()) break;
+    if (!slot.empty()) {
+      break;
+    }
     slot = designationAt(context.slots, port);
   }
   return slot;
@@ -124,7 +135,9 @@ std::string designationOf(const PciAddress& address,
 std::optional<PciAddress> parsePciAddress(std::string_view text) {
   // Segments have four digits or more: "0000:3b:00.0", "10000:01:00.0".
   const std::size_t tail = std::string_view(":3b:00.0").size();
-  if (text.size() < tail + 4) return std::nullopt;
+  if (text.size() < tail + 4) {
+    return std::nullopt;
+  }
   const std::size_t colon = text.size() - tail;
   if (text[colon] != ':' || text[colon + 3] != ':' || text[colon + 6] != '.') {
     return std::nullopt;
@@ -144,7 +157,9 @@ std::optional<PciAddress> parsePciAddress(std::string_view text) {
 
 bool isAdapterClass(std::uint32_t classCode) {
   constexpr std::uint32_t kSmBus = 0x0C05;
-  if (classCode >> 8U == kSmBus) return false;
+  if (classCode >> 8U == kSmBus) {
+    return false;
+  }
   switch (classCode >> 16U) {
     case 0x01:  // Mass storage.
     case 0x02:  // Network.
@@ -164,7 +179,9 @@ bool isAdapterClass(std::uint32_t classCode) {
 
 std::vector<PciFacts> pciFacts(const Root& root, const PciContext& context) {
   const std::vector<PciFunction> functions = adapters(root);
-  if (functions.empty()) return {};
+  if (functions.empty()) {
+    return {};
+  }
   const PciIds ids = readIds(root, context.idsFile);
   std::vector<std::string> folders;
   folders.reserve(functions.size());

@@ -5,7 +5,6 @@
 #include <optional>
 
 namespace local {
-
 namespace {
 
 constexpr std::size_t kIdDigits = 4;
@@ -22,7 +21,9 @@ std::string_view takeLine(std::string_view& rest) {
 }
 
 std::optional<std::uint16_t> idAt(std::string_view line, std::size_t offset) {
-  if (line.size() < offset + kIdDigits) return std::nullopt;
+  if (line.size() < offset + kIdDigits) {
+    return std::nullopt;
+  }
   std::uint16_t id = 0;
   const char* begin = line.data() + offset;
   const auto result = std::from_chars(begin, begin + kIdDigits, id, 16);
@@ -35,7 +36,9 @@ std::optional<std::uint16_t> idAt(std::string_view line, std::size_t offset) {
 // The name at the end of a line whose ids end at an offset.
 std::string_view nameBehind(std::string_view line, std::size_t offset) {
   const std::size_t begin = line.find_first_not_of(' ', offset);
-  if (begin == std::string_view::npos || begin == offset) return {};
+  if (begin == std::string_view::npos || begin == offset) {
+    return {};
+  }
   return line.substr(begin);
 }
 
@@ -46,10 +49,15 @@ PciIds::PciIds(std::string text) : text_(std::move(text)) {
   while (!rest.empty()) {
     const std::size_t offset = text_.size() - rest.size();
     const std::string_view line = takeLine(rest);
-    if (line.substr(0, kClassMark.size()) == kClassMark) break;
-    if (line.empty() || line[0] == '\t' || line[0] == '#') continue;
-    if (const auto vendor = idAt(line, 0))
+    if (line.substr(0, kClassMark.size()) == kClassMark) {
+      break;
+    }
+    if (line.empty() || line[0] == '\t' || line[0] == '#') {
+      continue;
+    }
+    if (const auto vendor = idAt(line, 0)) {
       vendors_.emplace_back(*vendor, offset);
+    }
   }
   std::stable_sort(
       vendors_.begin(), vendors_.end(),
@@ -60,7 +68,9 @@ std::string_view PciIds::section(std::uint16_t vendor) const {
   const auto found = std::lower_bound(
       vendors_.begin(), vendors_.end(), vendor,
       [](const auto& entry, std::uint16_t id) { return entry.first < id; });
-  if (found == vendors_.end() || found->first != vendor) return {};
+  if (found == vendors_.end() || found->first != vendor) {
+    return {};
+  }
   const std::string_view text = text_;
   return text.substr(found->second);
 }
@@ -77,17 +87,27 @@ PciNames PciIds::names(const PciIdentity& identity) const {
   bool inDevice = false;
   while (!rest.empty()) {
     const std::string_view line = takeLine(rest);
-    if (line.empty() || line[0] == '#') continue;
-    if (line[0] != '\t') break;  // The next vendor.
+    if (line.empty() || line[0] == '#') {
+      continue;
+    }
+    if (line[0] != '\t') {
+      break;  // The next vendor.
+    }
     const bool subsystem = line.substr(0, 2) == "\t\t";
     if (!subsystem) {
-      if (inDevice) break;
+      if (inDevice) {
+        break;
+      }
       inDevice = idAt(line, 1) == identity.device;
-      if (inDevice) found.model = nameBehind(line, 1 + kIdDigits);
+      if (inDevice) {
+        found.model = nameBehind(line, 1 + kIdDigits);
+      }
     } else if (inDevice && idAt(line, 2) == identity.subsystemVendor &&
                idAt(line, 7) == identity.subsystem) {
       const std::string_view maker = vendorName(identity.subsystemVendor);
-      if (!maker.empty()) found.manufacturer = maker;
+      if (!maker.empty()) {
+        found.manufacturer = maker;
+      }
       found.model = nameBehind(line, 7 + kIdDigits);
       break;
     }

@@ -9,7 +9,6 @@
 #include <thread>
 
 namespace local {
-
 namespace {
 
 // Each byte is a slow access to the card, so reading stops where the data
@@ -30,11 +29,19 @@ void readFields(ByteView resource, VitalProductData& data) {
   std::size_t offset = 0;
   while (const auto keyword = resource.slice(offset, 2)) {
     const auto length = resource.byte(offset + 2);
-    if (!length) return;
+    if (!length) {
+      return;
+    }
     const auto field = resource.slice(offset + 3, *length);
-    if (!field) return;
-    if (keyword->text() == "SN") data.serial = fieldText(*field);
-    if (keyword->text() == "PN") data.partNumber = fieldText(*field);
+    if (!field) {
+      return;
+    }
+    if (keyword->text() == "SN") {
+      data.serial = fieldText(*field);
+    }
+    if (keyword->text() == "PN") {
+      data.partNumber = fieldText(*field);
+    }
     offset += 3U + *length;
   }
 }
@@ -46,7 +53,9 @@ struct CloseFile {
 VitalProductData readVpd(const std::string& path) {
   const std::unique_ptr<std::FILE, CloseFile> file(
       std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) return {};
+  if (file == nullptr) {
+    return {};
+  }
   // No byte ahead of those that are asked for.
   std::setvbuf(file.get(), nullptr, _IONBF, 0);
   std::string bytes;
@@ -54,7 +63,9 @@ VitalProductData readVpd(const std::string& path) {
   while (!data.complete && bytes.size() < kLongest) {
     char chunk[kChunk];
     const std::size_t count = std::fread(chunk, 1, sizeof chunk, file.get());
-    if (count == 0) break;
+    if (count == 0) {
+      break;
+    }
     bytes.append(chunk, count);
     data = parseVpd(ByteView(bytes));
   }
@@ -84,14 +95,18 @@ VitalProductData parseVpd(ByteView bytes) {
     const bool large = (*tag & 0x80U) != 0;
     const auto length = large ? bytes.word(offset + 1)
                               : std::optional<std::uint16_t>(*tag & 0x07U);
-    if (!length) break;
+    if (!length) {
+      break;
+    }
     offset += large ? 3 : 1;
     if (*tag == kReadOnlyTag) {
       // A part of it is worth reading too: serial and part numbers come
       // first.
       readFields(ByteView(bytes.from(offset).text().substr(0, *length)), data);
     }
-    if (!large && *length == 0) break;  // Zeros: no data, or no memory.
+    if (!large && *length == 0) {
+      break;  // Zeros: no data, or no memory.
+    }
     offset += *length;
   }
   return data;
@@ -103,15 +118,21 @@ std::map<std::string, VitalProductData> readVpds(
   std::map<std::string, std::string> paths;
   for (const std::string& folder : folders) {
     const std::string path = folder + "/vpd";
-    if (root.exists(path)) paths[folder] = root.path(path);
+    if (root.exists(path)) {
+      paths[folder] = root.path(path);
+    }
   }
-  if (paths.empty()) return {};
+  if (paths.empty()) {
+    return {};
+  }
   const auto reading = std::make_shared<Reading>();
   std::thread([reading, paths] {
     for (const auto& entry : paths) {
       VitalProductData data = readVpd(entry.second);
       const std::lock_guard<std::mutex> lock(reading->mutex);
-      if (reading->abandoned) return;
+      if (reading->abandoned) {
+        return;
+      }
       reading->found[entry.first] = std::move(data);
     }
     const std::lock_guard<std::mutex> lock(reading->mutex);

@@ -14,7 +14,6 @@
 #include "suite/local/utf8_windows.h"
 
 namespace local {
-
 namespace {
 
 // The ports above a function are few; a registry that names itself as its own
@@ -28,7 +27,9 @@ class DeviceSet {
       : set_(SetupDiGetClassDevsW(nullptr, L"PCI", nullptr,
                                   DIGCF_PRESENT | DIGCF_ALLCLASSES)) {}
   ~DeviceSet() {
-    if (set_ != INVALID_HANDLE_VALUE) SetupDiDestroyDeviceInfoList(set_);
+    if (set_ != INVALID_HANDLE_VALUE) {
+      SetupDiDestroyDeviceInfoList(set_);
+    }
   }
   DeviceSet(const DeviceSet&) = delete;
   DeviceSet& operator=(const DeviceSet&) = delete;
@@ -75,7 +76,9 @@ std::vector<std::string> texts(const std::vector<unsigned char>& value) {
       text.clear();
     }
   }
-  if (!text.empty()) found.push_back(utf8(text));
+  if (!text.empty()) {
+    found.push_back(utf8(text));
+  }
   return found;
 }
 
@@ -85,9 +88,13 @@ std::string text(const std::vector<unsigned char>& value) {
 }
 
 std::optional<std::uint32_t> number(const std::vector<unsigned char>& value) {
-  if (value.size() != 4) return std::nullopt;
+  if (value.size() != 4) {
+    return std::nullopt;
+  }
   std::uint32_t result = 0;
-  for (std::size_t i = 4; i > 0; --i) result = result << 8U | value[i - 1];
+  for (std::size_t i = 4; i > 0; --i) {
+    result = result << 8U | value[i - 1];
+  }
   return result;
 }
 
@@ -108,7 +115,9 @@ std::vector<PnpPlace> portsAbove(DEVINST node) {
   std::vector<PnpPlace> ports;
   for (int i = 0; i < kMostPorts; ++i) {
     DEVINST parent = 0;
-    if (CM_Get_Parent(&parent, node, 0) != CR_SUCCESS) break;
+    if (CM_Get_Parent(&parent, node, 0) != CR_SUCCESS) {
+      break;
+    }
     node = parent;
     PnpPlace place;
     place.bus = number(nodeBytes(node, CM_DRP_BUSNUMBER));

@@ -8,7 +8,6 @@
 #include "suite/local/numbers.h"
 
 namespace local {
-
 namespace {
 
 // The hexadecimal digits behind a mark in one of the IDs, as many as wanted.
@@ -17,10 +16,16 @@ std::optional<std::uint32_t> numberAt(const std::vector<std::string>& ids,
                                       std::size_t digits) {
   for (const std::string& id : ids) {
     const std::size_t found = id.find(mark);
-    if (found == std::string::npos) continue;
+    if (found == std::string::npos) {
+      continue;
+    }
     const auto text = std::string_view(id).substr(found + mark.size(), digits);
-    if (text.size() != digits) continue;
-    if (const auto number = hexadecimal(text)) return number;
+    if (text.size() != digits) {
+      continue;
+    }
+    if (const auto number = hexadecimal(text)) {
+      return number;
+    }
   }
   return std::nullopt;
 }
@@ -34,7 +39,9 @@ std::vector<std::uint32_t> numbersIn(std::string_view text) {
     const auto begin = std::find_if(at, text.end(), isDigit);
     at = std::find_if_not(begin, text.end(), isDigit);
     const std::string digits(begin, at);
-    if (digits.empty() || digits.size() > kMostDigits) continue;
+    if (digits.empty() || digits.size() > kMostDigits) {
+      continue;
+    }
     numbers.push_back(static_cast<std::uint32_t>(std::stoul(digits)));
   }
   return numbers;
@@ -67,12 +74,16 @@ std::optional<PciAddress> addressOf(const PnpPlace& place) {
     function = *place.address & 0xFFFFU;
   } else {
     const auto numbers = numbersIn(place.location);
-    if (numbers.size() < 3) return std::nullopt;
+    if (numbers.size() < 3) {
+      return std::nullopt;
+    }
     bus = numbers[numbers.size() - 3];
     device = numbers[numbers.size() - 2];
     function = numbers[numbers.size() - 1];
   }
-  if (device > 31 || function > 7) return std::nullopt;
+  if (device > 31 || function > 7) {
+    return std::nullopt;
+  }
   return PciAddress{bus >> 8U, static_cast<std::uint8_t>(bus & 0xFFU),
                     static_cast<std::uint8_t>(device),
                     static_cast<std::uint8_t>(function)};
@@ -91,12 +102,18 @@ std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& functions,
     }
     std::vector<PciAddress> above;
     for (const PnpPlace& port : function.above) {
-      if (const auto place = addressOf(port)) above.push_back(*place);
+      if (const auto place = addressOf(port)) {
+        above.push_back(*place);
+      }
     }
     const PciIdentity identity = identityOf(function.ids);
     PciNames names = ids.names(identity);
-    if (names.manufacturer.empty()) names.manufacturer = function.manufacturer;
-    if (names.model.empty()) names.model = function.description;
+    if (names.manufacturer.empty()) {
+      names.manufacturer = function.manufacturer;
+    }
+    if (names.model.empty()) {
+      names.model = function.description;
+    }
     PciFacts fact;
     fact.address = *address;
     fact.vendorId = identity.vendor;

@@ -9,7 +9,6 @@
 #include <utility>
 
 namespace local {
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -49,12 +48,19 @@ Content readAll(const std::string& path, std::size_t limit) {
   std::error_code error;
   const fs::path file = fs::u8path(path);
   const fs::file_status status = fs::status(file, error);
-  if (status.type() == fs::file_type::none)
+  if (status.type() == fs::file_type::none) {
     return {accessOf(error.value()), ""};
-  if (!fs::exists(status)) return {Access::kMissing, ""};
-  if (!fs::is_regular_file(status)) return {Access::kFailed, ""};
+  }
+  if (!fs::exists(status)) {
+    return {Access::kMissing, ""};
+  }
+  if (!fs::is_regular_file(status)) {
+    return {Access::kFailed, ""};
+  }
   const std::unique_ptr<std::FILE, CloseFile> stream(openToRead(file));
-  if (stream == nullptr) return {accessOf(errno), ""};
+  if (stream == nullptr) {
+    return {accessOf(errno), ""};
+  }
   // The kernel makes its files up as they are read: in one go, if possible.
   std::setvbuf(stream.get(), nullptr, _IONBF, 0);
   // The sizes that it states for them are often wrong (0, or a page), so
@@ -64,9 +70,13 @@ Content readAll(const std::string& path, std::size_t limit) {
   while (const std::size_t count =
              std::fread(chunk, 1, sizeof chunk, stream.get())) {
     content.bytes.append(chunk, count);
-    if (content.bytes.size() > limit) return {Access::kFailed, ""};
+    if (content.bytes.size() > limit) {
+      return {Access::kFailed, ""};
+    }
   }
-  if (std::ferror(stream.get()) != 0) return {accessOf(errno), ""};
+  if (std::ferror(stream.get()) != 0) {
+    return {accessOf(errno), ""};
+  }
   content.access = Access::kRead;
   return content;
 }
@@ -74,19 +84,29 @@ Content readAll(const std::string& path, std::size_t limit) {
 }  // namespace
 
 Root::Root(std::string folder) : prefix_(std::move(folder)) {
-  while (!prefix_.empty() && prefix_.back() == '/') prefix_.pop_back();
-  if (prefix_.empty()) return;
+  while (!prefix_.empty() && prefix_.back() == '/') {
+    prefix_.pop_back();
+  }
+  if (prefix_.empty()) {
+    return;
+  }
   std::error_code error;
   canonical_ = fs::canonical(fs::u8path(prefix_), error).generic_u8string();
-  if (error) canonical_ = prefix_;
+  if (error) {
+    canonical_ = prefix_;
+  }
 }
 
 bool Root::within(const std::string& hostPath) const {
-  if (!recorded()) return true;
+  if (!recorded()) {
+    return true;
+  }
   std::error_code error;
   const std::string real =
       fs::canonical(fs::u8path(hostPath), error).generic_u8string();
-  if (error) return true;  // Opening it will tell what is wrong.
+  if (error) {
+    return true;  // Opening it will tell what is wrong.
+  }
   return real == canonical_ ||
          real.compare(0, canonical_.size() + 1, canonical_ + "/") == 0;
 }
@@ -99,7 +119,9 @@ bool Root::exists(const std::string& path) const {
 
 Content Root::read(const std::string& path, std::size_t limit) const {
   const std::string hostPath = this->path(path);
-  if (!within(hostPath)) return {Access::kMissing, ""};
+  if (!within(hostPath)) {
+    return {Access::kMissing, ""};
+  }
   return readAll(hostPath, limit);
 }
 
@@ -107,14 +129,18 @@ std::string Root::line(const std::string& path) const {
   std::string text = read(path, kAttributeLimit).bytes;
   text.resize(std::min(text.size(), text.find('\n')));
   const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string::npos) return "";
+  if (first == std::string::npos) {
+    return "";
+  }
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
 std::vector<std::string> Root::list(const std::string& path) const {
   std::vector<std::string> names;
   const std::string hostPath = this->path(path);
-  if (!within(hostPath)) return names;
+  if (!within(hostPath)) {
+    return names;
+  }
   std::error_code error;
   for (fs::directory_iterator entry(fs::u8path(hostPath), error), end;
        !error && entry != end; entry.increment(error)) {

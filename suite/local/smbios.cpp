@@ -3,7 +3,6 @@
 #include <algorithm>
 
 namespace local {
-
 namespace {
 
 constexpr std::size_t kHeaderLength = 4;
@@ -42,7 +41,9 @@ std::string_view SmbiosStructure::string(std::size_t offset) const {
   std::string_view rest = strings;
   for (unsigned i = 1; i <= number && !rest.empty(); ++i) {
     const std::size_t end = std::min(rest.find('\0'), rest.size());
-    if (i == number) return rest.substr(0, end);
+    if (i == number) {
+      return rest.substr(0, end);
+    }
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
   return {};
@@ -52,7 +53,9 @@ std::vector<const SmbiosStructure*> SmbiosTables::ofType(
     SmbiosType type) const {
   std::vector<const SmbiosStructure*> found;
   for (const SmbiosStructure& structure : structures) {
-    if (structure.type == type) found.push_back(&structure);
+    if (structure.type == type) {
+      found.push_back(&structure);
+    }
   }
   return found;
 }
@@ -81,7 +84,9 @@ SmbiosTables parseSmbios(const std::optional<SmbiosEntry>& entry,
       break;
     }
     auto structure = cutStructure(table.from(offset), offset, tables.defects);
-    if (!structure) break;
+    if (!structure) {
+      break;
+    }
     const std::size_t stringsAt = offset + structure->formatted.size();
     // The set of strings ends with an empty one, so two NULs in a row end
     // the structure.

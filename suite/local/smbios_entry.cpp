@@ -3,7 +3,6 @@
 #include <string_view>
 
 namespace local {
-
 namespace {
 
 bool startsWith(ByteView bytes, std::size_t offset, std::string_view anchor) {
@@ -14,17 +13,25 @@ bool startsWith(ByteView bytes, std::size_t offset, std::string_view anchor) {
 // All bytes of an entry point, its checksum included, add up to 0.
 bool sumsToZero(ByteView bytes, std::size_t length) {
   const auto area = bytes.slice(0, length);
-  if (!area || length == 0) return false;
+  if (!area || length == 0) {
+    return false;
+  }
   unsigned sum = 0;
-  for (const char byte : area->text()) sum += static_cast<unsigned char>(byte);
+  for (const char byte : area->text()) {
+    sum += static_cast<unsigned char>(byte);
+  }
   return (sum & 0xFFU) == 0;
 }
 
 // Some firmware states the version as people say it: 2.31 for 2.3, 2.51 for
 // 2.6, the version that its writers had in hand.
 SmbiosVersion corrected(std::uint8_t major, std::uint8_t minor) {
-  if (major == 2 && (minor == 31 || minor == 33)) return {2, 3};
-  if (major == 2 && minor == 51) return {2, 6};
+  if (major == 2 && (minor == 31 || minor == 33)) {
+    return {2, 3};
+  }
+  if (major == 2 && minor == 51) {
+    return {2, 6};
+  }
   return {major, minor};
 }
 
@@ -32,7 +39,9 @@ std::optional<SmbiosEntry> parse64(ByteView bytes) {
   const auto major = bytes.byte(0x07);
   const auto minor = bytes.byte(0x08);
   const auto length = bytes.dword(0x0C);
-  if (!major || !minor || !length) return std::nullopt;
+  if (!major || !minor || !length) {
+    return std::nullopt;
+  }
   SmbiosEntry entry;
   entry.version = corrected(*major, *minor);
   entry.tableLength = *length;
@@ -45,7 +54,9 @@ std::optional<SmbiosEntry> parse32(ByteView bytes) {
   const auto minor = bytes.byte(0x07);
   const auto length = bytes.word(0x16);
   const auto count = bytes.word(0x1C);
-  if (!major || !minor || !length || !count) return std::nullopt;
+  if (!major || !minor || !length || !count) {
+    return std::nullopt;
+  }
   SmbiosEntry entry;
   entry.version = corrected(*major, *minor);
   entry.tableLength = *length;
@@ -61,7 +72,9 @@ std::optional<SmbiosEntry> parseTablePart(ByteView bytes) {
   const auto length = bytes.word(0x06);
   const auto count = bytes.word(0x0C);
   const auto revision = bytes.byte(0x0E);  // Binary-coded decimal.
-  if (!length || !count || !revision) return std::nullopt;
+  if (!length || !count || !revision) {
+    return std::nullopt;
+  }
   SmbiosEntry entry;
   entry.version = {static_cast<std::uint8_t>(*revision >> 4U),
                    static_cast<std::uint8_t>(*revision & 0x0FU)};
@@ -74,9 +87,15 @@ std::optional<SmbiosEntry> parseTablePart(ByteView bytes) {
 }  // namespace
 
 std::optional<SmbiosEntry> parseSmbiosEntry(ByteView bytes) {
-  if (startsWith(bytes, 0, "_SM3_")) return parse64(bytes);
-  if (startsWith(bytes, 0, "_SM_")) return parse32(bytes);
-  if (startsWith(bytes, 0, "_DMI_")) return parseTablePart(bytes);
+  if (startsWith(bytes, 0, "_SM3_")) {
+    return parse64(bytes);
+  }
+  if (startsWith(bytes, 0, "_SM_")) {
+    return parse32(bytes);
+  }
+  if (startsWith(bytes, 0, "_DMI_")) {
+    return parseTablePart(bytes);
+  }
   return std::nullopt;
 }
 

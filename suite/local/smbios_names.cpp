@@ -5,7 +5,6 @@
 #include <iterator>
 
 namespace local {
-
 namespace {
 
 struct Name {
@@ -198,7 +197,9 @@ std::string_view find(const Name (&names)[Count], unsigned number) {
   const Name* found = std::lower_bound(
       std::begin(names), std::end(names), number,
       [](const Name& name, unsigned value) { return name.number < value; });
-  if (found == std::end(names) || found->number != number) return {};
+  if (found == std::end(names) || found->number != number) {
+    return {};
+  }
   return found->text;
 }
 

@@ -6,7 +6,6 @@
 #include "suite/local/smbios_names.h"
 
 namespace local {
-
 namespace {
 
 constexpr std::uint8_t kCentralProcessor = 3;
@@ -22,7 +21,9 @@ constexpr std::uint8_t kNoPlace = 0xFF;
 // Speeds and capacities of 0 are not known.
 template <typename Number>
 std::optional<unsigned> known(std::optional<Number> value) {
-  if (!value || *value == 0) return std::nullopt;
+  if (!value || *value == 0) {
+    return std::nullopt;
+  }
   return static_cast<unsigned>(*value);
 }
 
@@ -41,15 +42,21 @@ ProcessorState processorState(unsigned status) {
 
 std::string_view familyOf(ByteView formatted) {
   const std::uint8_t family = formatted.byte(0x06).value_or(0);
-  if (family != kFamilyInSecondField) return processorFamilyName(family);
+  if (family != kFamilyInSecondField) {
+    return processorFamilyName(family);
+  }
   return processorFamilyName(formatted.word(0x28).value_or(0));
 }
 
 std::optional<unsigned> moduleSpeed(ByteView formatted) {
   const auto speed = formatted.word(0x15);
-  if (speed != kUseExtendedSpeed) return known(speed);
+  if (speed != kUseExtendedSpeed) {
+    return known(speed);
+  }
   const auto extended = formatted.dword(0x54);
-  if (!extended) return std::nullopt;
+  if (!extended) {
+    return std::nullopt;
+  }
   return known(std::optional(*extended & 0x7FFFFFFFU));  // Bit 31: reserved.
 }
 
@@ -75,7 +82,9 @@ std::vector<SlotFacts> places(const SmbiosTables& tables, SmbiosType type,
     const auto segment = structure->formatted.word(segmentAt);
     const auto bus = structure->formatted.byte(segmentAt + 2);
     const auto place = structure->formatted.byte(segmentAt + 3);
-    if (!segment || !bus || !place) continue;
+    if (!segment || !bus || !place) {
+      continue;
+    }
     if (*segment == kNoSegment || (*bus == kNoBus && *place == kNoPlace)) {
       continue;
     }
@@ -83,7 +92,9 @@ std::vector<SlotFacts> places(const SmbiosTables& tables, SmbiosType type,
     facts.designation = structure->string(0x04);
     facts.address = {*segment, *bus, static_cast<std::uint8_t>(*place >> 3U),
                      static_cast<std::uint8_t>(*place & 0x07U)};
-    if (!facts.designation.empty()) found.push_back(std::move(facts));
+    if (!facts.designation.empty()) {
+      found.push_back(std::move(facts));
+    }
   }
   return found;
 }
@@ -96,7 +107,9 @@ std::vector<ProcessorFacts> processorFacts(const SmbiosTables& tables) {
     const ByteView formatted = structure->formatted;
     const unsigned status = formatted.byte(0x18).value_or(0);
     const bool populated = (status & 0x40U) != 0;
-    if (formatted.byte(0x05) != kCentralProcessor || !populated) continue;
+    if (formatted.byte(0x05) != kCentralProcessor || !populated) {
+      continue;
+    }
     ProcessorFacts facts;
     facts.socket = structure->string(0x04);
     facts.version = structure->string(0x10);
@@ -114,7 +127,9 @@ std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables) {
   for (const SmbiosStructure* structure : tables.ofType(kSmbiosMemoryDevice)) {
     const ByteView formatted = structure->formatted;
     const auto size = formatted.word(0x0C);
-    if (!size || *size == 0) continue;
+    if (!size || *size == 0) {
+      continue;
+    }
     MemoryFacts facts;
     facts.locator = structure->string(0x10);
     facts.bank = structure->string(0x11);
@@ -133,12 +148,16 @@ std::vector<SupplyFacts> supplyFacts(const SmbiosTables& tables) {
   for (const SmbiosStructure* structure : tables.ofType(kSmbiosPowerSupply)) {
     const unsigned characteristics =
         structure->formatted.word(0x0E).value_or(0);
-    if ((characteristics & kPowerSupplyPresent) == 0) continue;
+    if ((characteristics & kPowerSupplyPresent) == 0) {
+      continue;
+    }
     SupplyFacts facts;
     facts.location = structure->string(0x05);
     facts.name = structure->string(0x06);
     const auto capacity = structure->formatted.word(0x0C);
-    if (capacity != kUnknownCapacity) facts.capacityWatts = known(capacity);
+    if (capacity != kUnknownCapacity) {
+      facts.capacityWatts = known(capacity);
+    }
     facts.state = supplyState(characteristics);
     supplies.push_back(std::move(facts));
   }

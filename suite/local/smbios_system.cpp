@@ -4,7 +4,6 @@
 #include <cstddef>
 
 namespace local {
-
 namespace {
 
 constexpr std::size_t kUuidLength = 16;
@@ -16,7 +15,9 @@ std::string uuidText(ByteView bytes, SmbiosVersion version) {
   static constexpr std::array<std::size_t, kUuidLength> kLittle = {
       3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
   static constexpr char kDigits[] = "0123456789abcdef";
-  if (bytes.size() != kUuidLength) return "";
+  if (bytes.size() != kUuidLength) {
+    return "";
+  }
   const bool little = version.atLeast(2, 6);
   bool zeros = true;
   bool ones = true;
@@ -25,7 +26,9 @@ std::string uuidText(ByteView bytes, SmbiosVersion version) {
     const std::uint8_t byte = bytes.byte(little ? kLittle[i] : i).value_or(0);
     zeros = zeros && byte == 0;
     ones = ones && byte == 0xFF;
-    if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
+    if (i == 4 || i == 6 || i == 8 || i == 10) {
+      text += '-';
+    }
     text += kDigits[byte >> 4U];
     text += kDigits[byte & 0x0FU];
   }
@@ -34,7 +37,9 @@ std::string uuidText(ByteView bytes, SmbiosVersion version) {
 
 SystemFacts systemFacts(const SmbiosTables& tables) {
   const auto found = tables.ofType(kSmbiosSystem);
-  if (found.empty()) return {};
+  if (found.empty()) {
+    return {};
+  }
   const SmbiosStructure& structure = *found.front();
   SystemFacts facts;
   facts.manufacturer = structure.string(0x04);
@@ -51,7 +56,9 @@ SystemFacts systemFacts(const SmbiosTables& tables) {
 
 BoardFacts boardFacts(const SmbiosTables& tables) {
   const auto found = tables.ofType(kSmbiosBaseboard);
-  if (found.empty()) return {};
+  if (found.empty()) {
+    return {};
+  }
   const SmbiosStructure* board = found.front();
   for (const SmbiosStructure* candidate : found) {
     if (candidate->formatted.byte(0x0D) == kMotherboard) {

@@ -10,11 +10,11 @@ namespace {
 
 struct CodePoint {
   std::uint32_t value = 0;
-  std::size_t length = 0;  ///< Bytes taken; 0: not UTF-8.
+  std::size_t length = 0;  // Bytes taken; 0: not UTF-8.
 };
 
-/// Reads the code point that the text, which is not empty, begins with
-/// (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
+// Reads the code point that the text, which is not empty, begins with
+// (RFC 3629: shortest forms only, no surrogates, up to U+10FFFF).
 CodePoint readCodePoint(std::string_view text) {
   const auto byteAt = [&](std::size_t index) {
     return static_cast<std::uint32_t>(static_cast<unsigned char>(text[index]));

@@ -21,8 +21,8 @@ namespace {
 constexpr std::size_t kRotateAtBytes = std::size_t{4} << 20U;
 constexpr std::size_t kOlderFiles = 3;
 
-/// The process's log. A plain pointer rather than a static object, so that
-/// lines that come late in the process's life find either a log or none.
+// The process's log. A plain pointer rather than a static object, so that
+// lines that come late in the process's life find either a log or none.
 struct OpenLog {
   spdlog::logger logger;
   std::string path;

@@ -10,8 +10,8 @@
 namespace logging {
 namespace {
 
-/// Opens, and makes for its owner alone, a log file. A descriptor, or -1 with
-/// the reason in errno.
+// Opens, and makes for its owner alone, a log file. A descriptor, or -1 with
+// the reason in errno.
 int openForOwner(const std::filesystem::path& file) {
   // Without O_NONBLOCK a pipe that nobody reads would hold up the run.
   return open(file.c_str(),
@@ -19,8 +19,8 @@ int openForOwner(const std::filesystem::path& file) {
               S_IRUSR | S_IWUSR);
 }
 
-/// Makes the directories that are missing above a file, for the owner alone.
-/// What cannot be made shows when the file is opened.
+// Makes the directories that are missing above a file, for the owner alone.
+// What cannot be made shows when the file is opened.
 void makeParents(const std::filesystem::path& file) {
   std::filesystem::path made;
   for (const std::filesystem::path& part : file.parent_path()) {

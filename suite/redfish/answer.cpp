@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kMaxMessage = 200;
 
-/// Calls `use` with each message object of an error body.
+// Calls `use` with each message object of an error body.
 template <typename Use>
 void forEachMessage(const json::object& body, Use use) {
   // A session may be granted with messages beside its properties, so they are
@@ -19,13 +19,15 @@ void forEachMessage(const json::object& body, Use use) {
        {"error/@Message.ExtendedInfo", "@Message.ExtendedInfo"}) {
     if (const json::array* messages = arrayAt(body, path)) {
       for (const json::value& message : *messages) {
-        if (const json::object* object = message.if_object()) use(*object);
+        if (const json::object* object = message.if_object()) {
+          use(*object);
+        }
       }
     }
   }
 }
 
-/// What a person can do about an answer of this kind.
+// What a person can do about an answer of this kind.
 const char* remedyFor(FailureKind kind) {
   switch (kind) {
     case FailureKind::kForbidden:
@@ -42,11 +44,21 @@ const char* remedyFor(FailureKind kind) {
 }
 
 FailureKind kindOf(int status) {
-  if (status == 401) return FailureKind::kAuthentication;
-  if (status == 403) return FailureKind::kForbidden;
-  if (status == 429 || status == 503) return FailureKind::kBusy;
-  if (status >= 500) return FailureKind::kServerError;
-  if (status >= 300 && status < 400) return FailureKind::kRefusedLink;
+  if (status == 401) {
+    return FailureKind::kAuthentication;
+  }
+  if (status == 403) {
+    return FailureKind::kForbidden;
+  }
+  if (status == 429 || status == 503) {
+    return FailureKind::kBusy;
+  }
+  if (status >= 500) {
+    return FailureKind::kServerError;
+  }
+  if (status >= 300 && status < 400) {
+    return FailureKind::kRefusedLink;
+  }
   return FailureKind::kBadContent;
 }
 
@@ -73,7 +85,9 @@ Resource resourceFrom(Answer answer, Uri uri, const std::string& address) {
     failure.kind = kindOf(answer.status);
     failure.cause = "HTTP status " + std::to_string(answer.status);
     const std::string message = firstMessage(answer.body);
-    if (!message.empty()) failure.cause += " (" + message + ")";
+    if (!message.empty()) {
+      failure.cause += " (" + message + ")";
+    }
     failure.remedy = remedyFor(failure.kind);
     if (answer.status == 403) {
       std::string error;
@@ -121,11 +135,14 @@ bool hasMessageKey(const json::object& body, std::string_view key) {
 std::string firstMessage(std::string_view body) {
   std::string error;
   const auto object = parseObject(body, error);
-  if (!object) return {};
+  if (!object) {
+    return {};
+  }
   std::string first;
   forEachMessage(*object, [&](const json::object& message) {
-    if (first.empty())
+    if (first.empty()) {
       first = excerpt(stringAt(message, "Message"), kMaxMessage);
+    }
   });
   if (first.empty()) {
     first = excerpt(stringAt(*object, "error/message"), kMaxMessage);

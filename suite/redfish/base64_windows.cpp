@@ -10,7 +10,9 @@ std::string toBase64(std::string_view bytes) {
   const auto* const data = reinterpret_cast<const BYTE*>(bytes.data());
   const auto length = static_cast<DWORD>(bytes.size());
   DWORD size = 0;  // With the zero at the end.
-  if (CryptBinaryToStringA(data, length, kForm, nullptr, &size) == 0) return "";
+  if (CryptBinaryToStringA(data, length, kForm, nullptr, &size) == 0) {
+    return "";
+  }
   std::string text(size, '\0');
   if (CryptBinaryToStringA(data, length, kForm, text.data(), &size) == 0) {
     return "";

@@ -10,13 +10,17 @@
 namespace redfish {
 namespace {
 
-/// The pin of a certificate's key; empty when it cannot be made.
+// The pin of a certificate's key; empty when it cannot be made.
 std::string pinOf(const X509* certificate) {
-  if (certificate == nullptr) return "";
+  if (certificate == nullptr) {
+    return "";
+  }
   const OpensslLibrary& ssl = openssl();
   const X509_PUBKEY* const key = ssl.x509GetX509Pubkey(certificate);
   const int size = ssl.i2dX509Pubkey(key, nullptr);
-  if (size <= 0) return "";
+  if (size <= 0) {
+    return "";
+  }
   std::vector<unsigned char> encoded(static_cast<std::size_t>(size));
   unsigned char* end = encoded.data();
   std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
@@ -41,8 +45,8 @@ bool isTrusted(const X509* certificate, const std::string& digest) {
          digest == std::string(own.begin(), own.begin() + size);
 }
 
-/// The check of a chain, OpenSSL's own unless one certificate is to be
-/// trusted, and a note of whose it is.
+// The check of a chain, OpenSSL's own unless one certificate is to be
+// trusted, and a note of whose it is.
 int verify(X509_STORE_CTX* chain, void* data) {
   auto& check = *static_cast<CertificateCheck*>(data);
   const OpensslLibrary& ssl = openssl();
@@ -54,7 +58,9 @@ int verify(X509_STORE_CTX* chain, void* data) {
   } catch (...) {
     check.pin.clear();
   }
-  if (check.trusted.empty()) return ssl.x509VerifyCert(chain);
+  if (check.trusted.empty()) {
+    return ssl.x509VerifyCert(chain);
+  }
   ssl.x509StoreCtxSetError(
       chain, trusted ? X509_V_OK : X509_V_ERR_APPLICATION_VERIFICATION);
   return trusted ? 1 : 0;

@@ -13,7 +13,7 @@
 namespace redfish {
 namespace {
 
-/// The bytes of an address as a certificate holds them; empty for a name.
+// The bytes of an address as a certificate holds them; empty for a name.
 std::string addressBytes(const std::string& host) {
   const auto text = [](const auto& bytes) {
     return std::string(bytes.begin(), bytes.end());
@@ -39,16 +39,18 @@ bool sameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), sameLetter);
 }
 
-/// Whether a name, perhaps with a wildcard, stands for a host.
+// Whether a name, perhaps with a wildcard, stands for a host.
 bool matches(std::string_view pattern, std::string_view host) {
-  if (pattern.substr(0, 2) != "*.") return sameName(pattern, host);
+  if (pattern.substr(0, 2) != "*.") {
+    return sameName(pattern, host);
+  }
   const std::size_t dot = host.find('.');
   // A wildcard below nothing but a top-level domain is none.
   return dot != host.npos && dot != 0 && pattern.find('.', 2) != pattern.npos &&
          sameName(pattern.substr(1), host.substr(dot));
 }
 
-/// The alternative names of a certificate (RFC 5280, 4.2.1.6).
+// The alternative names of a certificate (RFC 5280, 4.2.1.6).
 class AlternativeNames {
  public:
   explicit AlternativeNames(const CERT_CONTEXT& certificate) {
@@ -56,9 +58,13 @@ class AlternativeNames {
         szOID_SUBJECT_ALT_NAME2, certificate.pCertInfo->cExtension,
         certificate.pCertInfo->rgExtension);
     DWORD size = 0;
-    if (extension == nullptr || !decode(*extension, nullptr, size)) return;
+    if (extension == nullptr || !decode(*extension, nullptr, size)) {
+      return;
+    }
     buffer_.resize(size / sizeof(std::max_align_t) + 1);
-    if (!decode(*extension, buffer_.data(), size)) return;
+    if (!decode(*extension, buffer_.data(), size)) {
+      return;
+    }
     const auto* const names =
         reinterpret_cast<const CERT_ALT_NAME_INFO*>(buffer_.data());
     begin_ = names->rgAltEntry;
@@ -105,7 +111,9 @@ bool isFor(const CERT_CONTEXT& certificate, const std::string& host) {
     }
     if (address.empty() && entry.dwAltNameChoice == CERT_ALT_NAME_DNS_NAME) {
       named = true;
-      if (matches(toUtf8(entry.pwszDNSName), host)) return true;
+      if (matches(toUtf8(entry.pwszDNSName), host)) {
+        return true;
+      }
     }
   }
   return address.empty() && !named && matches(commonName(certificate), host);

@@ -11,9 +11,9 @@
 namespace redfish {
 namespace {
 
-constexpr std::size_t kMaxResources = 2000;  ///< Asked for in one crawl.
+constexpr std::size_t kMaxResources = 2000;  // Asked for in one crawl.
 constexpr std::chrono::milliseconds kProgressStep{250};
-constexpr std::size_t kQuotedLink = 120;  ///< Bytes of it in a message.
+constexpr std::size_t kQuotedLink = 120;  // Bytes of it in a message.
 
 }  // namespace
 
@@ -34,7 +34,9 @@ std::optional<Failure> Crawl::run(const Selection& selection,
   for (const auto& known : knowledge_.kinds) {
     forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
   }
-  for (const Uri& link : selection.extras) ask(link, Kind::kExtra);
+  for (const Uri& link : selection.extras) {
+    ask(link, Kind::kExtra);
+  }
 
   while (!fatal_) {
     evaluate();
@@ -42,13 +44,19 @@ std::optional<Failure> Crawl::run(const Selection& selection,
       drained_ = true;
       evaluate();
       drained_ = false;
-      if (pending_.empty()) break;
+      if (pending_.empty()) {
+        break;
+      }
     }
-    if (auto fetched = nextAnswer(until)) arrive(std::move(*fetched), until);
+    if (auto fetched = nextAnswer(until)) {
+      arrive(std::move(*fetched), until);
+    }
   }
   if (fatal_) {
     fetcher_.cancelAll();
-    for (const auto& document : underWay_) knowledge_.kinds.erase(document);
+    for (const auto& document : underWay_) {
+      knowledge_.kinds.erase(document);
+    }
     return fatal_;
   }
   return requirementsMet();
@@ -57,14 +65,18 @@ std::optional<Failure> Crawl::run(const Selection& selection,
 void Crawl::ask(const Uri& link, Kind kind) {
   const std::string& document = link.document();
   KindSet& kinds = knowledge_.kinds[document];
-  if (kinds.test(index(kind))) return;
+  if (kinds.test(index(kind))) {
+    return;
+  }
   kinds.set(index(kind));
   if (knowledge_.graph.find(document) != nullptr) {
     openRules(document, kind);
     return;
   }
   ++waiting_[index(kind)];
-  if (!underWay_.insert(document).second) return;
+  if (!underWay_.insert(document).second) {
+    return;
+  }
   if (++asked_ > kMaxResources + kMaxMembers) {
     end(fail(FailureKind::kBadContent, "resources without end"));
     return;
@@ -123,7 +135,9 @@ void Crawl::follow(const Rule& rule, const Resource& resource) {
 
 void Crawl::openRules(const std::string& document, Kind kind) {
   for (const Rule& rule : rulesFrom(kind)) {
-    if ((rule.wants & bits_) != 0) open_.push_back({document, &rule});
+    if ((rule.wants & bits_) != 0) {
+      open_.push_back({document, &rule});
+    }
   }
 }
 
@@ -154,7 +168,9 @@ bool Crawl::evaluatePass(bool structure) {
       continue;
     }
     decided = true;
-    if (decision == Decision::kEnter) follow(*open.rule, *resource);
+    if (decision == Decision::kEnter) {
+      follow(*open.rule, *resource);
+    }
   }
   return decided;
 }
@@ -168,7 +184,9 @@ std::optional<Fetched> Crawl::nextAnswer(Clock::time_point until) {
     if (Progress* observer = progress()) {
       observer->tick(knowledge_.graph.resources().size());
     }
-    if (fetched) return fetched;
+    if (fetched) {
+      return fetched;
+    }
     if (interrupted()) {
       end(fail(FailureKind::kInterrupted, "interrupted by the user"));
       return std::nullopt;
@@ -222,7 +240,9 @@ std::optional<Failure> Crawl::requirementsMet() const {
   if (systems == nullptr || systems->state == ResourceState::kAbsent) {
     return fail(FailureKind::kNoSystem, "the service lists no systems");
   }
-  if (systems->failure) return systems->failure;
+  if (systems->failure) {
+    return systems->failure;
+  }
 
   const auto nodes = eligibleSystems(graph);
   if (nodes.empty()) {
@@ -235,11 +255,15 @@ std::optional<Failure> Crawl::requirementsMet() const {
                     std::to_string(selection_.nodeIndex + 1));
   }
   const Resource* system = nodes[selection_.nodeIndex];
-  if (system != nullptr && system->failure) return system->failure;
+  if (system != nullptr && system->failure) {
+    return system->failure;
+  }
   if (system == nullptr || system->state != ResourceState::kRead) {
     Failure failure =
         fail(FailureKind::kNoSystem, "the node's system does not exist");
-    if (system != nullptr) failure.uri = system->uri.target();
+    if (system != nullptr) {
+      failure.uri = system->uri.target();
+    }
     return failure;
   }
   return std::nullopt;

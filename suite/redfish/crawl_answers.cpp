@@ -10,25 +10,33 @@
 namespace redfish {
 namespace {
 
-/// Connections that fail one after another before the controller is given up.
+// Connections that fail one after another before the controller is given up.
 constexpr int kMaxUnreachable = 3;
 
 }  // namespace
 
 void Crawl::arrive(Fetched fetched, Clock::time_point until) {
   const auto found = pending_.find(fetched.ticket);
-  if (found == pending_.end()) return;
+  if (found == pending_.end()) {
+    return;
+  }
   Pending pending = std::move(found->second);
   pending_.erase(found);
   level_ = std::max(level_, pending.level);
   knowledge_.levels = std::max(knowledge_.levels, pending.level);
-  if (!reauthorized(fetched, pending, until)) return;
+  if (!reauthorized(fetched, pending, until)) {
+    return;
+  }
 
   Resource resource =
       resourceFrom(std::move(fetched.answer), pending.uri, address_);
-  if (refusedExpansion(pending, resource)) return;
+  if (refusedExpansion(pending, resource)) {
+    return;
+  }
   countTrouble(resource);
-  if (fatal_) return;
+  if (fatal_) {
+    return;
+  }
   if (!pending.head.empty()) {
     takePage(pending.head, std::move(resource));
   } else {
@@ -38,7 +46,9 @@ void Crawl::arrive(Fetched fetched, Clock::time_point until) {
 
 bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
                          Clock::time_point until) {
-  if (fetched.answer.failure || fetched.answer.status != 401) return true;
+  if (fetched.answer.failure || fetched.answer.status != 401) {
+    return true;
+  }
   const bool stale = fetched.generation != fetcher_.generation();
   if (!stale) {
     if (!session_.renewable() || renewed_) {
@@ -56,7 +66,9 @@ bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
 }
 
 bool Crawl::refusedExpansion(const Pending& pending, const Resource& resource) {
-  if (!pending.expanded || resource.state == ResourceState::kRead) return false;
+  if (!pending.expanded || resource.state == ResourceState::kRead) {
+    return false;
+  }
   // Busy is no refusal: a plain request would fare no better.
   if (resource.failure && (resource.failure->kind == FailureKind::kBusy ||
                            resource.failure->kind == FailureKind::kForbidden)) {
@@ -83,7 +95,9 @@ void Crawl::countTrouble(const Resource& resource) {
     case FailureKind::kUnreachable:
     case FailureKind::kConnectTimeout:
     case FailureKind::kNameNotResolved:
-      if (++unreachableInRow_ >= kMaxUnreachable) end(*resource.failure);
+      if (++unreachableInRow_ >= kMaxUnreachable) {
+        end(*resource.failure);
+      }
       break;
     case FailureKind::kCertificate:
     case FailureKind::kPasswordChange:
@@ -117,9 +131,13 @@ void Crawl::admit(Resource resource) {
       node_.reset();
     }
   });
-  if (kept.state != ResourceState::kRead) return;
+  if (kept.state != ResourceState::kRead) {
+    return;
+  }
   tellRefusedLinks(kept);
-  if (collection && !takeMembers(kept)) return;
+  if (collection && !takeMembers(kept)) {
+    return;
+  }
   forEachKind(kinds, [&](Kind kind) {
     takeExpanded(kept, kind);
     openRules(document, kind);

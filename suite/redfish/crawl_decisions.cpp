@@ -23,11 +23,17 @@ bool contains(const std::vector<const Resource*>& resources,
 
 Crawl::Decision Crawl::decide(const Rule& rule, const Resource& resource) {
   const Decision belonging = belongs(rule.from, resource);
-  if (belonging != Decision::kEnter) return belonging;
-  if (mayComeExpanded(rule)) return Decision::kWait;
+  if (belonging != Decision::kEnter) {
+    return belonging;
+  }
+  if (mayComeExpanded(rule)) {
+    return Decision::kWait;
+  }
   if ((rule.wants & bits_ & ~static_cast<std::uint32_t>(kWantHealth)) == 0) {
     const Decision walking = walk();
-    if (walking != Decision::kEnter) return walking;
+    if (walking != Decision::kEnter) {
+      return walking;
+    }
     if (!rule.rollup.empty() && !thorough_ && !isUnexplained(resource) &&
         rollup(resource.body, rule.rollup) == Health::kOk) {
       return Decision::kSkip;
@@ -37,7 +43,9 @@ Crawl::Decision Crawl::decide(const Rule& rule, const Resource& resource) {
 }
 
 Crawl::Decision Crawl::belongs(Kind kind, const Resource& resource) {
-  if (kind != Kind::kSystem && kind != Kind::kChassis) return Decision::kEnter;
+  if (kind != Kind::kSystem && kind != Kind::kChassis) {
+    return Decision::kEnter;
+  }
   // The number of a node counts all systems that are machines.
   if (!drained_ && waitingFor({Kind::kSystems, Kind::kSystem})) {
     return Decision::kWait;
@@ -48,7 +56,9 @@ Crawl::Decision Crawl::belongs(Kind kind, const Resource& resource) {
   const bool chassisComing =
       waitingFor({Kind::kChassisCollection, Kind::kChassis});
   const Resource* system = node().system;
-  if (system == nullptr) return Decision::kSkip;
+  if (system == nullptr) {
+    return Decision::kSkip;
+  }
   // Without links of its own the system has the chassis that name it, and
   // only when there are none, all of them.
   const auto naming = linksAt(resource.body, "Links/ComputerSystems");
@@ -58,7 +68,9 @@ Crawl::Decision Crawl::belongs(Kind kind, const Resource& resource) {
       std::any_of(naming.begin(), naming.end(), [&](const Uri& link) {
         return link.document() == system->uri.document();
       });
-  if (certain && contains(node().chassis, resource)) return Decision::kEnter;
+  if (certain && contains(node().chassis, resource)) {
+    return Decision::kEnter;
+  }
   // It may still turn out to stand inside one of the node's chassis.
   return drained_ ? Decision::kSkip : Decision::kWait;
 }
@@ -73,7 +85,9 @@ bool Crawl::mayComeExpanded(const Rule& rule) const {
 }
 
 Crawl::Decision Crawl::walk() {
-  if (walk_) return *walk_;
+  if (walk_) {
+    return *walk_;
+  }
   if (thorough_ || !selection_.unexplained.empty()) {
     walk_ = Decision::kEnter;
     return *walk_;
@@ -118,8 +132,12 @@ Crawl::Decision Crawl::condition(const Rule& rule, const Resource& resource) {
       const bool fans = rule.condition == Condition::kNoNewFans;
       const std::string_view subsystem =
           fans ? "ThermalSubsystem" : "PowerSubsystem";
-      if (!linkAt(body, subsystem)) return Decision::kEnter;
-      if (!drained_) return Decision::kWait;
+      if (!linkAt(body, subsystem)) {
+        return Decision::kEnter;
+      }
+      if (!drained_) {
+        return Decision::kWait;
+      }
       if (graph.follow(body, subsystem).object == nullptr) {
         return Decision::kEnter;
       }
@@ -155,13 +173,19 @@ Crawl::Decision Crawl::condition(const Rule& rule, const Resource& resource) {
       if (systemNames("PCIeDevices").empty() && !collection) {
         return Decision::kEnter;
       }
-      if (!drained_) return Decision::kWait;
+      if (!drained_) {
+        return Decision::kWait;
+      }
       if (anyExists(graph, node().system->body, "PCIeDevices")) {
         return Decision::kSkip;
       }
-      if (!collection) return Decision::kEnter;
+      if (!collection) {
+        return Decision::kEnter;
+      }
       const Resource* devices = graph.find(collection->document());
-      if (devices == nullptr) return Decision::kWait;
+      if (devices == nullptr) {
+        return Decision::kWait;
+      }
       return whenDrained(!anyExists(graph, devices->body, "Members"));
     }
 
@@ -176,7 +200,9 @@ Crawl::Decision Crawl::condition(const Rule& rule, const Resource& resource) {
 }
 
 Crawl::Decision Crawl::whenDrained(bool enter) const {
-  if (!drained_) return Decision::kWait;
+  if (!drained_) {
+    return Decision::kWait;
+  }
   return enter ? Decision::kEnter : Decision::kSkip;
 }
 
@@ -190,7 +216,9 @@ bool Crawl::isUnexplained(const Resource& resource) const {
 }
 
 const Node& Crawl::node() {
-  if (!node_) node_ = nodeAt(knowledge_.graph, selection_.nodeIndex);
+  if (!node_) {
+    node_ = nodeAt(knowledge_.graph, selection_.nodeIndex);
+  }
   return *node_;
 }
 

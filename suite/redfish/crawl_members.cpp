@@ -9,19 +9,21 @@
 namespace redfish {
 namespace {
 
-constexpr std::size_t kMaxPages = 64;  ///< Of one collection.
+constexpr std::size_t kMaxPages = 64;  // Of one collection.
 
-/// The object at a path of names, to be changed; null where a step is none.
+// The object at a path of names, to be changed; null where a step is none.
 json::value* valueAt(json::object& object, std::string_view path) {
   const std::size_t slash = path.find('/');
   json::value* value = object.if_contains(path.substr(0, slash));
-  if (slash == path.npos || value == nullptr) return value;
+  if (slash == path.npos || value == nullptr) {
+    return value;
+  }
   json::object* inner = value->if_object();
   return inner == nullptr ? nullptr : valueAt(*inner, path.substr(slash + 1));
 }
 
-/// Whether an embedded object is the whole resource rather than a link or an
-/// extract: every resource has these properties.
+// Whether an embedded object is the whole resource rather than a link or an
+// extract: every resource has these properties.
 bool isWhole(const json::object& object) {
   return object.contains("@odata.type") && object.contains("Id") &&
          object.contains("Name");
@@ -31,7 +33,7 @@ bool isWholeCollection(const json::object& object) {
   return object.contains("@odata.type") && object.contains("Members");
 }
 
-/// Takes the collection itself out of its members.
+// Takes the collection itself out of its members.
 void dropSelf(json::array& members, const std::string& document) {
   members.erase(std::remove_if(members.begin(), members.end(),
                                [&](const json::value& member) {
@@ -47,7 +49,9 @@ bool Crawl::takeMembers(Resource& collection) {
   const std::string document = collection.uri.document();
   json::value* all = collection.body.if_contains("Members");
   json::array* members = all == nullptr ? nullptr : all->if_array();
-  if (members == nullptr) return true;
+  if (members == nullptr) {
+    return true;
+  }
   if (members->size() > kMaxMembers) {
     spoil(document, FailureKind::kBadContent, "more than 4096 members");
     return false;
@@ -59,7 +63,9 @@ bool Crawl::takeMembers(Resource& collection) {
 void Crawl::takeExpanded(Resource& resource, Kind kind) {
   for (const Rule& rule : rulesFrom(kind)) {
     json::value* value = valueAt(resource.body, rule.path);
-    if (value == nullptr) continue;
+    if (value == nullptr) {
+      continue;
+    }
     const auto take = [&](json::value& candidate) {
       json::object* object = candidate.if_object();
       if (object == nullptr ||
@@ -68,7 +74,9 @@ void Crawl::takeExpanded(Resource& resource, Kind kind) {
         return;
       }
       const auto link = linkOf(candidate);
-      if (!link || !link->fragment().empty()) return;
+      if (!link || !link->fragment().empty()) {
+        return;
+      }
       const std::string& document = link->document();
       if (document == resource.uri.document() ||
           knowledge_.graph.find(document) != nullptr ||
@@ -91,7 +99,9 @@ void Crawl::takeExpanded(Resource& resource, Kind kind) {
       admit(std::move(embedded));
     };
     if (json::array* array = value->if_array()) {
-      for (json::value& element : *array) take(element);
+      for (json::value& element : *array) {
+        take(element);
+      }
     } else {
       take(*value);
     }
@@ -100,14 +110,18 @@ void Crawl::takeExpanded(Resource& resource, Kind kind) {
 
 void Crawl::askNextPage(const std::string& head, const json::object& page) {
   const std::string_view text = stringAt(page, "Members@odata.nextLink");
-  if (text.empty()) return;
+  if (text.empty()) {
+    return;
+  }
   const auto link = Uri::parse(text);
   if (!link) {
     spoil(head, FailureKind::kRefusedLink, "its next page is not a valid link");
     return;
   }
   auto& seen = pages_[head];
-  if (!seen.insert(link->document()).second) return;
+  if (!seen.insert(link->document()).second) {
+    return;
+  }
   if (seen.size() > kMaxPages) {
     spoil(head, FailureKind::kBadContent, "more than 64 pages");
     return;
@@ -122,7 +136,9 @@ void Crawl::askNextPage(const std::string& head, const json::object& page) {
 
 void Crawl::takePage(const std::string& head, Resource page) {
   const Resource* found = knowledge_.graph.find(head);
-  if (found == nullptr || found->state != ResourceState::kRead) return;
+  if (found == nullptr || found->state != ResourceState::kRead) {
+    return;
+  }
   if (page.state != ResourceState::kRead) {
     spoil(head, page.failure ? page.failure->kind : FailureKind::kBadContent,
           "its page " + page.uri.target() + " cannot be read" +
@@ -133,10 +149,16 @@ void Crawl::takePage(const std::string& head, Resource page) {
   Resource& collection = knowledge_.graph.insert(*found);
   json::array members;
   if (const json::value* more = page.body.if_contains("Members")) {
-    if (more->is_array()) members = more->get_array();
-    if (more->is_object()) members.push_back(*more);
+    if (more->is_array()) {
+      members = more->get_array();
+    }
+    if (more->is_object()) {
+      members.push_back(*more);
+    }
   }
-  if (members.empty()) return;  // An empty page ends the list.
+  if (members.empty()) {
+    return;  // An empty page ends the list.
+  }
   dropSelf(members, head);
   json::value& all = collection.body["Members"];
   if (!all.is_array()) {
@@ -160,7 +182,9 @@ void Crawl::takePage(const std::string& head, Resource page) {
 void Crawl::spoil(const std::string& document, FailureKind kind,
                   std::string cause) {
   const Resource* found = knowledge_.graph.find(document);
-  if (found == nullptr) return;
+  if (found == nullptr) {
+    return;
+  }
   Resource spoilt;
   spoilt.uri = found->uri;
   spoilt.state = ResourceState::kUnreadable;

@@ -19,7 +19,7 @@ bool says(const CurlOutcome& outcome, std::string_view words) {
   return outcome.text.find(words) != std::string::npos;
 }
 
-/// What libcurl says, its code's general words when it says nothing.
+// What libcurl says, its code's general words when it says nothing.
 std::string detail(const CurlOutcome& outcome) {
   const std::string text = excerpt(outcome.text, kDetailBytes);
   return text.empty() ? curl().easyStrerror(outcome.code) : text;
@@ -144,7 +144,9 @@ Failure failureOf(const CurlOutcome& outcome) {
   if (outcome.headersTooLarge) {
     return failureOf(NetworkFault::kHeadersTooLarge, "");
   }
-  if (outcome.bodyTooLarge) return failureOf(NetworkFault::kBodyTooLarge, "");
+  if (outcome.bodyTooLarge) {
+    return failureOf(NetworkFault::kBodyTooLarge, "");
+  }
   switch (outcome.code) {
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CACERT_BADFILE:

@@ -13,24 +13,32 @@ namespace {
 
 template <typename Owner, typename Handle>
 Owner owned(Handle* handle) {
-  if (handle == nullptr) throw std::bad_alloc();
+  if (handle == nullptr) {
+    throw std::bad_alloc();
+  }
   return Owner(handle);
 }
 
-/// A TLS connection that the server has reset raises SIGPIPE when we write to
-/// it, which would end the process and leave its sessions open. Whoever wants
-/// the signal has set a handler.
+// A TLS connection that the server has reset raises SIGPIPE when we write to
+// it, which would end the process and leave its sessions open. Whoever wants
+// the signal has set a handler.
 void ignoreBrokenPipes() {
   struct sigaction action = {};
-  if (sigaction(SIGPIPE, nullptr, &action) != 0) return;
-  if ((static_cast<unsigned int>(action.sa_flags) & SA_SIGINFO) != 0) return;
-  if (action.sa_handler != SIG_DFL) return;
+  if (sigaction(SIGPIPE, nullptr, &action) != 0) {
+    return;
+  }
+  if ((static_cast<unsigned int>(action.sa_flags) & SA_SIGINFO) != 0) {
+    return;
+  }
+  if (action.sa_handler != SIG_DFL) {
+    return;
+  }
   action.sa_handler = SIG_IGN;
   static_cast<void>(sigaction(SIGPIPE, &action, nullptr));  // Known signal.
 }
 
-/// Done with the first handle, and not before: a run on a recorded server
-/// does not pay for it.
+// Done with the first handle, and not before: a run on a recorded server
+// does not pay for it.
 void initialise() {
   static const CURLcode kResult = [] {
     ignoreBrokenPipes();
@@ -57,18 +65,30 @@ CurlShare makeCurlShare() {
 }
 
 void check(CURLcode code) {
-  if (code == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
-  if (code != CURLE_OK) throw std::runtime_error(curl().easyStrerror(code));
+  if (code == CURLE_OUT_OF_MEMORY) {
+    throw std::bad_alloc();
+  }
+  if (code != CURLE_OK) {
+    throw std::runtime_error(curl().easyStrerror(code));
+  }
 }
 
 void check(CURLMcode code) {
-  if (code == CURLM_OUT_OF_MEMORY) throw std::bad_alloc();
-  if (code != CURLM_OK) throw std::runtime_error(curl().multiStrerror(code));
+  if (code == CURLM_OUT_OF_MEMORY) {
+    throw std::bad_alloc();
+  }
+  if (code != CURLM_OK) {
+    throw std::runtime_error(curl().multiStrerror(code));
+  }
 }
 
 void check(CURLSHcode code) {
-  if (code == CURLSHE_NOMEM) throw std::bad_alloc();
-  if (code != CURLSHE_OK) throw std::runtime_error(curl().shareStrerror(code));
+  if (code == CURLSHE_NOMEM) {
+    throw std::bad_alloc();
+  }
+  if (code != CURLSHE_OK) {
+    throw std::runtime_error(curl().shareStrerror(code));
+  }
 }
 
 CurlHeaders::~CurlHeaders() {
@@ -85,7 +105,9 @@ CurlHeaders& CurlHeaders::operator=(CurlHeaders&& other) noexcept {
 
 void CurlHeaders::append(const char* line) {
   curl_slist* longer = curl().slistAppend(list_, line);
-  if (longer == nullptr) throw std::bad_alloc();
+  if (longer == nullptr) {
+    throw std::bad_alloc();
+  }
   list_ = longer;
 }
 

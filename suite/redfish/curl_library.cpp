@@ -23,7 +23,9 @@ constexpr char kName[] = "libcurl.so.4";
 template <typename Function>
 void find(void* library, const char* name, Function*& function) {
   function = reinterpret_cast<Function*>(dlsym(library, name));
-  if (function == nullptr) fail();
+  if (function == nullptr) {
+    fail();
+  }
 }
 
 void* load() {
@@ -31,7 +33,9 @@ void* load() {
   // loading leaves there goes before it works: they never add up.
   releaseLoaderPages();
   void* const library = dlopen(kName, RTLD_LAZY | RTLD_LOCAL);
-  if (library == nullptr) fail();
+  if (library == nullptr) {
+    fail();
+  }
   releaseLoaderPages();
   return library;
 }

@@ -11,17 +11,17 @@ namespace {
 
 constexpr char kUserAgent[] = "brivel/1.0";
 
-/// What libcurl may be late with a time limit before we step in.
+// What libcurl may be late with a time limit before we step in.
 constexpr std::chrono::milliseconds kGrace(100);
 
-/// What an info of a finished transfer says; 0 when it says nothing.
+// What an info of a finished transfer says; 0 when it says nothing.
 template <typename Value>
 Value infoOf(CURL* easy, CURLINFO info) {
   Value value = 0;
   return curl().easyGetinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
 }
 
-/// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
+// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
 bool isHttp2(CURL* easy) {
   const curl_tlssessioninfo* session = nullptr;
   if (curl().easyGetinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
@@ -36,13 +36,13 @@ bool isHttp2(CURL* easy) {
   return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
 }
 
-/// Whether a code says that HTTP/2 was spoken badly.
+// Whether a code says that HTTP/2 was spoken badly.
 bool isFraming(CURLcode code) {
   return code == CURLE_HTTP2 || code == CURLE_HTTP2_STREAM;
 }
 
-/// Whether a code says that the connection was lost, which is also all that
-/// some kinds of bad framing look like.
+// Whether a code says that the connection was lost, which is also all that
+// some kinds of bad framing look like.
 bool isLoss(CURLcode code) {
   return code == CURLE_GOT_NOTHING || code == CURLE_SEND_ERROR ||
          code == CURLE_RECV_ERROR || code == CURLE_PARTIAL_FILE;
@@ -80,7 +80,9 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
   setOption(easy, CURLOPT_WRITEDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
   setOption(easy, CURLOPT_HEADERDATA, static_cast<void*>(this));
-  if (!identity) setOption(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
+  if (!identity) {
+    setOption(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
+  }
   // libcurl repeats a request by itself when a kept-alive connection turns
   // out to be dead. A login must never be sent twice.
   if (request_.freshConnection || request_.method == Method::kPost) {
@@ -114,7 +116,9 @@ void CurlTransfer::setHeaders(bool identity) {
   headerLines_.append("OData-Version: 4.0");
   // Without libcurl's own decoder: what comes in spite of this request is
   // taken as it is.
-  if (identity) headerLines_.append("Accept-Encoding: identity");
+  if (identity) {
+    headerLines_.append("Accept-Encoding: identity");
+  }
   if (request_.method == Method::kPost) {
     headerLines_.append("Content-Type: application/json");
     headerLines_.append("Expect:");
@@ -130,7 +134,9 @@ void CurlTransfer::setHeaders(bool identity) {
 }
 
 void CurlTransfer::setCredentials() {
-  if (request_.basicUser.empty() && request_.basicPassword.empty()) return;
+  if (request_.basicUser.empty() && request_.basicPassword.empty()) {
+    return;
+  }
   setOption(easy_.get(), CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
   setOption(easy_.get(), CURLOPT_USERNAME, request_.basicUser.c_str());
   setOption(easy_.get(), CURLOPT_PASSWORD, request_.basicPassword.c_str());
@@ -177,7 +183,9 @@ std::size_t CurlTransfer::onHeader(char* data, std::size_t size,
 Answer CurlTransfer::finish(CURLcode code, const std::string& address,
                             std::chrono::milliseconds connectTimeout,
                             const std::string& presentedPin) {
-  if (exception_ != nullptr) std::rethrow_exception(exception_);
+  if (exception_ != nullptr) {
+    std::rethrow_exception(exception_);
+  }
   CURL* easy = easy_.get();
   Answer answer;
   answer.id = id_;
@@ -232,7 +240,9 @@ CurlOutcome CurlTransfer::outcome(
 
 void CurlTransfer::reset() noexcept {
   curl().easyReset(easy_.get());
-  for (auto& [name, value] : request_.headers) wipe(value);
+  for (auto& [name, value] : request_.headers) {
+    wipe(value);
+  }
   wipe(request_.body);
   wipe(request_.basicPassword);
   request_.headers.clear();

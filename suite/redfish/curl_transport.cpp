@@ -17,7 +17,7 @@
 namespace redfish {
 namespace {
 
-/// Longest wait in one go; `next` waits again when there is time left.
+// Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
 
 class CurlTransport final : public Transport {
@@ -42,7 +42,7 @@ class CurlTransport final : public Transport {
  private:
   using TransferPtr = std::unique_ptr<CurlTransfer>;
 
-  /// What is wrong with the options, so that nothing can be asked.
+  // What is wrong with the options, so that nothing can be asked.
   std::optional<Failure> optionFault() const;
 
   TransferPtr takeIdle();
@@ -57,7 +57,7 @@ class CurlTransport final : public Transport {
 
   NetworkTransportOptions options_;
   std::string address_;
-  std::string url_;  ///< Empty: the host is none.
+  std::string url_;  // Empty: the host is none.
   CurlTrust trust_;
   bool identity_ = false;
   bool http2Allowed_ = true;
@@ -127,7 +127,9 @@ std::uint64_t CurlTransport::start(Request request) {
 }
 
 CurlTransport::TransferPtr CurlTransport::takeIdle() {
-  if (idle_.empty()) return std::make_unique<CurlTransfer>();
+  if (idle_.empty()) {
+    return std::make_unique<CurlTransfer>();
+  }
   TransferPtr transfer = std::move(idle_.back());
   idle_.pop_back();
   return transfer;
@@ -150,7 +152,9 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   // Waiting to see whether the first connection can be shared costs round
   // trips on every controller that speaks HTTP/1.1, which most do.
   setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
-  if (plain) return;
+  if (plain) {
+    return;
+  }
   trust_.apply(easy);
   installCertificateCheck(easy, certificateCheck_);
 }
@@ -167,9 +171,13 @@ std::optional<Answer> CurlTransport::next(Clock::time_point until) {
       ready_.pop_front();
       return answer;
     }
-    if (active_.empty() || newlyInterrupted()) return std::nullopt;
+    if (active_.empty() || newlyInterrupted()) {
+      return std::nullopt;
+    }
     const Clock::time_point now = Clock::now();
-    if (now >= until) return std::nullopt;
+    if (now >= until) {
+      return std::nullopt;
+    }
     Clock::time_point wakeUp = until;
     for (const TransferPtr& transfer : active_) {
       wakeUp = std::min(wakeUp, transfer->deadline());
@@ -186,7 +194,9 @@ void CurlTransport::perform() {
 void CurlTransport::collect() {
   int left = 0;
   while (const CURLMsg* message = curl().multiInfoRead(multi_.get(), &left)) {
-    if (message->msg != CURLMSG_DONE) continue;
+    if (message->msg != CURLMSG_DONE) {
+      continue;
+    }
     // The message dies with the next call.
     const CURLcode code = message->data.result;
     char* transfer = nullptr;
@@ -231,7 +241,9 @@ void CurlTransport::release(TransferPtr transfer) noexcept {
 }
 
 bool CurlTransport::newlyInterrupted() {
-  if (interruptSeen_ || interruptDeferred_ || !interrupted()) return false;
+  if (interruptSeen_ || interruptDeferred_ || !interrupted()) {
+    return false;
+  }
   interruptSeen_ = true;
   return true;
 }
@@ -267,7 +279,9 @@ void CurlTransport::cancelAll() {
     transfer->reset();
   }
   active_.clear();
-  for (Answer& answer : ready_) wipe(answer.authToken);
+  for (Answer& answer : ready_) {
+    wipe(answer.authToken);
+  }
   ready_.clear();
 }
 

@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kPinPrefix = "sha256//";
 constexpr const char* kNone = nullptr;
 
-/// The system's directory of authorities, if they can be looked up in it one
-/// by one; else empty.
+// The system's directory of authorities, if they can be looked up in it one
+// by one; else empty.
 std::string hashedSystemDirectory() {
   const char* directory = curl().versionInfo(CURLVERSION_NOW)->capath;
   return directory != nullptr && isHashedDirectory(directory) ? directory : "";
@@ -29,7 +29,9 @@ CurlTrust::CurlTrust(std::string caFile, std::string pin, bool insecure,
       verify_(!oneCertificate && !insecure &&
               (pin_.empty() || !caFile_.empty())),
       oneCertificate_(oneCertificate) {
-  if (verify_ && caFile_.empty()) caDirectory_ = hashedSystemDirectory();
+  if (verify_ && caFile_.empty()) {
+    caDirectory_ = hashedSystemDirectory();
+  }
 }
 
 std::optional<Failure> CurlTrust::fault() const {
@@ -43,7 +45,9 @@ std::optional<Failure> CurlTrust::fault() const {
 void CurlTrust::apply(CURL* easy) const {
   setOption(easy, CURLOPT_SSLVERSION,
             static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-  if (!pin_.empty()) setOption(easy, CURLOPT_PINNEDPUBLICKEY, pin_.c_str());
+  if (!pin_.empty()) {
+    setOption(easy, CURLOPT_PINNEDPUBLICKEY, pin_.c_str());
+  }
   setOption(easy, CURLOPT_SSL_VERIFYPEER, verify_ || oneCertificate_ ? 1L : 0L);
   setOption(easy, CURLOPT_SSL_VERIFYHOST, verify_ ? 2L : 0L);
   // The system's authorities as one file are parsed whole, 10 ms and several

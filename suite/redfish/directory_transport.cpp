@@ -9,11 +9,13 @@
 namespace redfish {
 namespace {
 
-/// Whether a stored body is an error response, recorded in place of a
-/// resource that could not be read.
+// Whether a stored body is an error response, recorded in place of a
+// resource that could not be read.
 bool isErrorBody(const std::string& body) {
   // Nearly every body is told apart without being parsed.
-  if (body.find("\"error\"") == std::string_view::npos) return false;
+  if (body.find("\"error\"") == std::string_view::npos) {
+    return false;
+  }
   std::string reason;
   const std::optional<json::object> object = parseObject(body, reason);
   return object && object->contains("error") && !object->contains("@odata.id");
@@ -39,7 +41,9 @@ class DirectoryTransport final : public Transport {
   }
 
   std::optional<Answer> next(Clock::time_point /*until*/) override {
-    if (answers_.empty()) return std::nullopt;
+    if (answers_.empty()) {
+      return std::nullopt;
+    }
     Answer answer = std::move(answers_.front());
     answers_.pop_front();
     return answer;

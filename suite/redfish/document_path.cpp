@@ -19,10 +19,14 @@ std::string_view parentOf(std::string_view document) {
 std::string_view segmentOf(std::string_view document, unsigned int index) {
   std::string_view rest = document;
   for (unsigned int skipped = 0;; ++skipped) {
-    if (rest.empty() || rest.front() != '/') return {};
+    if (rest.empty() || rest.front() != '/') {
+      return {};
+    }
     rest.remove_prefix(1);
     const std::string_view segment = rest.substr(0, rest.find('/'));
-    if (skipped == index) return segment;
+    if (skipped == index) {
+      return segment;
+    }
     rest.remove_prefix(segment.size());
   }
 }

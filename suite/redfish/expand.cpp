@@ -15,7 +15,9 @@ bool isTrue(const json::object& object, std::string_view path) {
 void Expand::offer(const json::object& root) {
   const json::object* offered =
       objectAt(root, "ProtocolFeaturesSupported/ExpandQuery");
-  if (offered == nullptr) return;
+  if (offered == nullptr) {
+    return;
+  }
   usable_ = isTrue(*offered, "NoLinks");
   const json::value* depth = memberAt(*offered, "MaxLevels");
   const bool deep =
@@ -25,8 +27,12 @@ void Expand::offer(const json::object& root) {
 }
 
 std::string_view Expand::queryFor(Kind kind, std::uint32_t planBits) const {
-  if (!usable_) return {};
-  if (isCollection(kind)) return "$expand=.";
+  if (!usable_) {
+    return {};
+  }
+  if (isCollection(kind)) {
+    return "$expand=.";
+  }
   const bool wanted =
       (kind == Kind::kThermalSubsystem && (planBits & kWantFans) != 0) ||
       kind == Kind::kPowerSubsystem;

@@ -5,8 +5,12 @@ namespace redfish {
 std::string describe(const Failure& failure) {
   std::string line;
   const auto append = [&line](const char* separator, const std::string& part) {
-    if (part.empty()) return;
-    if (!line.empty()) line += separator;
+    if (part.empty()) {
+      return;
+    }
+    if (!line.empty()) {
+      line += separator;
+    }
     line += part;
   };
   append("", failure.address);

@@ -16,18 +16,20 @@ namespace {
 
 constexpr int kMaxOverloads = 3;
 constexpr int kMaxRedirects = 3;
-constexpr std::size_t kMaxLocation = 200;  ///< Bytes of it in a message.
+constexpr std::size_t kMaxLocation = 200;  // Bytes of it in a message.
 constexpr std::chrono::milliseconds kServerErrorDelay{1000};
-/// HTTP/2 carries all requests over one connection; controllers are small.
+// HTTP/2 carries all requests over one connection; controllers are small.
 constexpr int kMaxHttp2Streams = 8;
-/// Good answers in a row before one more request goes out at a time.
+// Good answers in a row before one more request goes out at a time.
 constexpr int kGoodInRow = 16;
 
-/// Waits when nothing is under way; false when the user interrupts.
+// Waits when nothing is under way; false when the user interrupts.
 bool sleepUntil(Clock::time_point until) {
   constexpr std::chrono::milliseconds kSlice{50};
   while (Clock::now() < until) {
-    if (interrupted()) return false;
+    if (interrupted()) {
+      return false;
+    }
     std::this_thread::sleep_until(std::min(until, Clock::now() + kSlice));
   }
   return true;
@@ -75,7 +77,9 @@ std::optional<Fetched> Fetcher::next(Clock::time_point until) {
     if (!kept_.empty()) {
       Answer answer = std::move(kept_.front());
       kept_.pop_front();
-      if (auto fetched = settle(std::move(answer))) return fetched;
+      if (auto fetched = settle(std::move(answer))) {
+        return fetched;
+      }
       continue;
     }
     startDue(Clock::now());
@@ -86,9 +90,13 @@ std::optional<Fetched> Fetcher::next(Clock::time_point until) {
     const Clock::time_point wake =
         delayed_.empty() ? until : std::min(until, delayed_.begin()->first);
     if (reads_.empty() && sends_.empty()) {
-      if (!sleepUntil(wake)) return std::nullopt;
+      if (!sleepUntil(wake)) {
+        return std::nullopt;
+      }
     } else if (std::optional<Answer> answer = transport_.next(wake)) {
-      if (auto fetched = settle(std::move(*answer))) return fetched;
+      if (auto fetched = settle(std::move(*answer))) {
+        return fetched;
+      }
       continue;
     }
     // Nothing came: time is up, a repeat is due, or the user interrupted.
@@ -180,17 +188,24 @@ std::optional<Fetched> Fetcher::settle(Answer answer) {
     return fetched;
   }
   const auto read = reads_.find(answer.id);
-  if (read == reads_.end()) return std::nullopt;  // Abandoned meanwhile.
+  if (read == reads_.end()) {
+    return std::nullopt;  // Abandoned meanwhile.
+  }
   Job job = std::move(read->second);
   reads_.erase(read);
-  if (answer.http2)
+  if (answer.http2) {
     maxConnections_ = std::min(maxConnections_, kMaxHttp2Streams);
+  }
   if (!answer.failure && answer.status != 401 &&
       job.generation == generation_) {
     authorization_.unproven = false;
   }
-  if (repeated(job, answer)) return std::nullopt;
-  if (!answer.failure && answer.status < 500) speedUp();
+  if (repeated(job, answer)) {
+    return std::nullopt;
+  }
+  if (!answer.failure && answer.status < 500) {
+    speedUp();
+  }
   fetched.ticket = job.ticket;
   fetched.generation = job.generation;
   fetched.answer = std::move(answer);

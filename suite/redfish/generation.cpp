@@ -9,7 +9,7 @@
 namespace redfish {
 namespace {
 
-/// Whether a controller that failed so may be one that only speaks IPMI.
+// Whether a controller that failed so may be one that only speaks IPMI.
 bool mayBeOlder(FailureKind kind) {
   switch (kind) {
     case FailureKind::kNotRedfish:
@@ -31,10 +31,14 @@ Probed probeGeneration(Service& service, const LanAddress& lan,
   const Resource* root = serviceRoot(service.graph());
   // A link that is refused is no sign of another generation.
   if (root != nullptr && !stringAt(root->body, "Systems/@odata.id").empty()) {
-    if (!probed.failure) probed.generation = Generation::kRedfish;
+    if (!probed.failure) {
+      probed.generation = Generation::kRedfish;
+    }
     return probed;
   }
-  if (probed.failure && !mayBeOlder(probed.failure->kind)) return probed;
+  if (probed.failure && !mayBeOlder(probed.failure->kind)) {
+    return probed;
+  }
   const LanAnswer answer =
       lan.host.empty() ? LanAnswer::kNone : probeLan(lan.host, lan.port, until);
   if (answer == LanAnswer::kNone) {

@@ -8,8 +8,8 @@
 namespace redfish {
 namespace {
 
-/// Undoes the two escapes of a reference token: "~1" is a slash, "~0" a tilde
-/// (RFC 6901, section 4). Nothing when a tilde stands for neither.
+// Undoes the two escapes of a reference token: "~1" is a slash, "~0" a tilde
+// (RFC 6901, section 4). Nothing when a tilde stands for neither.
 std::optional<std::string> unescape(std::string_view token) {
   std::string name;
   name.reserve(token.size());
@@ -18,19 +18,27 @@ std::optional<std::string> unescape(std::string_view token) {
       name += token[index];
       continue;
     }
-    if (++index == token.size()) return std::nullopt;
-    if (token[index] != '0' && token[index] != '1') return std::nullopt;
+    if (++index == token.size()) {
+      return std::nullopt;
+    }
+    if (token[index] != '0' && token[index] != '1') {
+      return std::nullopt;
+    }
     name += token[index] == '0' ? '~' : '/';
   }
   return name;
 }
 
 const json::value* elementAt(const json::array& array, std::string_view token) {
-  if (token.size() > 1 && token.front() == '0') return nullptr;
+  if (token.size() > 1 && token.front() == '0') {
+    return nullptr;
+  }
   std::size_t index = 0;
   const char* end = token.data() + token.size();
   const auto [stop, error] = std::from_chars(token.data(), end, index);
-  if (error != std::errc() || stop != end) return nullptr;
+  if (error != std::errc() || stop != end) {
+    return nullptr;
+  }
   return array.if_contains(index);
 }
 
@@ -48,21 +56,25 @@ const json::value* childOf(const json::value& parent, std::string_view token) {
   return object == nullptr ? nullptr : memberOf(*object, token);
 }
 
-/// Takes the first reference token off a pointer, with its slash; nothing when
-/// the pointer does not start with one.
+// Takes the first reference token off a pointer, with its slash; nothing when
+// the pointer does not start with one.
 std::optional<std::string_view> takeToken(std::string_view& pointer) {
-  if (pointer.empty() || pointer.front() != '/') return std::nullopt;
+  if (pointer.empty() || pointer.front() != '/') {
+    return std::nullopt;
+  }
   pointer.remove_prefix(1);
   const std::string_view token = pointer.substr(0, pointer.find('/'));
   pointer.remove_prefix(token.size());
   return token;
 }
 
-/// The object that a JSON pointer leads to; null where it leads nowhere or to
-/// something else.
+// The object that a JSON pointer leads to; null where it leads nowhere or to
+// something else.
 const json::object* pointAt(const json::object& document,
                             std::string_view pointer) {
-  if (pointer.empty()) return &document;
+  if (pointer.empty()) {
+    return &document;
+  }
   const std::optional<std::string_view> first = takeToken(pointer);
   const json::value* value = first ? memberOf(document, *first) : nullptr;
   while (value != nullptr && !pointer.empty()) {

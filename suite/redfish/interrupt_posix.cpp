@@ -36,7 +36,7 @@ bool handle(int signalNumber) {
   return sigaction(signalNumber, &action, nullptr) == 0;
 }
 
-/// A run under nohup(1) outlives its terminal.
+// A run under nohup(1) outlives its terminal.
 bool handleHangUp() {
   struct sigaction before = {};
   return sigaction(SIGHUP, nullptr, &before) == 0 &&

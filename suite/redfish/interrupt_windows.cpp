@@ -9,12 +9,12 @@
 namespace redfish {
 namespace {
 
-/// Time that the process has to end its sessions when its window is closed;
-/// the system itself ends it a second later.
+// Time that the process has to end its sessions when its window is closed;
+// the system itself ends it a second later.
 constexpr DWORD kMillisecondsToEnd = 4000;
 
-/// A second event within this time belongs to the same key: some consoles tell
-/// of its way down and of its way up.
+// A second event within this time belongs to the same key: some consoles tell
+// of its way down and of its way up.
 constexpr ULONGLONG kMillisecondsOfAKey = 300;
 
 std::atomic<bool> mark{false};
@@ -22,7 +22,7 @@ std::atomic<ULONGLONG> markedAt{0};  // By the system's clock; 0: not yet.
 HANDLE event = nullptr;
 HANDLE installer = nullptr;
 
-/// Runs in a thread of its own, which the system makes.
+// Runs in a thread of its own, which the system makes.
 BOOL WINAPI onControl(DWORD kind) {
   const ULONGLONG now = GetTickCount64();
   ULONGLONG first = 0;

@@ -17,9 +17,11 @@ constexpr std::string_view kLinkName = "@odata.id";
 
 constexpr std::size_t kQuotedLinkBytes = 120;
 
-/// What a body is that does not start with an object.
+// What a body is that does not start with an object.
 std::string notAnObject(std::string_view text) {
-  if (text.empty()) return "the body is empty";
+  if (text.empty()) {
+    return "the body is empty";
+  }
   switch (text.front()) {
     case '<':
       return "the body is HTML or XML, not JSON";
@@ -36,7 +38,7 @@ std::string notAnObject(std::string_view text) {
   return "the body is not JSON, it starts with \"" + excerpt(text, 20) + "\"";
 }
 
-/// Why the parser stopped at a byte of the body.
+// Why the parser stopped at a byte of the body.
 std::string parserReason(const boost::system::error_code& code,
                          std::size_t offset, std::size_t size) {
   if (code == json::error::incomplete) {
@@ -72,7 +74,7 @@ std::optional<json::object> parseText(std::string_view text,
   return std::move(parser.release().as_object());
 }
 
-/// The text of a reference, an object with a link; null when there is none.
+// The text of a reference, an object with a link; null when there is none.
 const json::string* linkTextOf(const json::object& object) {
   const json::value* link = object.if_contains(kLinkName);
   return link == nullptr ? nullptr : link->if_string();
@@ -86,7 +88,9 @@ void collectRefusedLinks(const json::value& value,
   if (const json::object* object = value.if_object()) {
     collectRefusedLinks(*object, refused);
   } else if (const json::array* array = value.if_array()) {
-    for (const json::value& entry : *array) collectRefusedLinks(entry, refused);
+    for (const json::value& entry : *array) {
+      collectRefusedLinks(entry, refused);
+    }
   }
 }
 
@@ -115,7 +119,9 @@ std::optional<json::object> parseObject(std::string_view body,
     error = notAnObject(text);
     return std::nullopt;
   }
-  if (exceedsJsonLimits(text, error)) return std::nullopt;
+  if (exceedsJsonLimits(text, error)) {
+    return std::nullopt;
+  }
   return parseText(text, body.size() - text.size(), error);
 }
 
@@ -124,8 +130,12 @@ const json::value* memberAt(const json::object& object, std::string_view path) {
   while (holder != nullptr) {
     const std::size_t slash = path.find('/');
     const json::value* value = holder->if_contains(path.substr(0, slash));
-    if (value == nullptr || value->is_null()) return nullptr;
-    if (slash == std::string_view::npos) return value;
+    if (value == nullptr || value->is_null()) {
+      return nullptr;
+    }
+    if (slash == std::string_view::npos) {
+      return value;
+    }
     holder = value->if_object();
     path.remove_prefix(slash + 1);
   }
@@ -153,7 +163,9 @@ std::string_view stringAt(const json::object& object, std::string_view path) {
 std::optional<Uri> linkOf(const json::value& value) {
   const json::object* object = value.if_object();
   const json::string* text = object == nullptr ? nullptr : linkTextOf(*object);
-  if (text == nullptr) return std::nullopt;
+  if (text == nullptr) {
+    return std::nullopt;
+  }
   return Uri::parse({text->data(), text->size()});
 }
 
@@ -171,7 +183,9 @@ std::optional<Uri> linkAt(const json::object& object, std::string_view path) {
 std::vector<Uri> linksAt(const json::object& object, std::string_view path) {
   std::vector<Uri> links;
   const json::value* value = memberAt(object, path);
-  if (value == nullptr) return links;
+  if (value == nullptr) {
+    return links;
+  }
   const auto append = [&links](const json::value& entry) {
     if (std::optional<Uri> link = linkOf(entry)) {
       links.push_back(std::move(*link));
@@ -179,7 +193,9 @@ std::vector<Uri> linksAt(const json::object& object, std::string_view path) {
   };
   if (const json::array* array = value->if_array()) {
     links.reserve(array->size());
-    for (const json::value& entry : *array) append(entry);
+    for (const json::value& entry : *array) {
+      append(entry);
+    }
   } else {
     append(*value);
   }

@@ -6,34 +6,46 @@
 namespace redfish {
 namespace {
 
-/// The place of the quote that ends a string whose text starts at `begin`;
-/// the end of the text when there is none.
+// The place of the quote that ends a string whose text starts at `begin`;
+// the end of the text when there is none.
 std::size_t endOfString(std::string_view text, std::size_t begin) {
   while (true) {
     const std::size_t stop = text.find_first_of("\"\\", begin);
-    if (stop == std::string_view::npos) return text.size();
-    if (text[stop] == '"') return stop;
+    if (stop == std::string_view::npos) {
+      return text.size();
+    }
+    if (text[stop] == '"') {
+      return stop;
+    }
     begin = stop + 2;
-    if (begin >= text.size()) return text.size();
+    if (begin >= text.size()) {
+      return text.size();
+    }
   }
 }
 
-/// Counts the values and, for each object or array that is open, its entries.
+// Counts the values and, for each object or array that is open, its entries.
 class Counter {
  public:
   void open(bool object) {
-    if (depth_ < levels_.size()) levels_[depth_] = {object, 1};
+    if (depth_ < levels_.size()) {
+      levels_[depth_] = {object, 1};
+    }
     ++depth_;
     ++values_;
   }
 
   void close() {
-    if (depth_ > 0) --depth_;
+    if (depth_ > 0) {
+      --depth_;
+    }
   }
 
   void separate() {
     ++values_;
-    if (depth_ == 0 || depth_ > levels_.size()) return;
+    if (depth_ == 0 || depth_ > levels_.size()) {
+      return;
+    }
     Level& level = levels_[depth_ - 1];
     ++level.entries;
     tooManyMembers_ =
@@ -58,7 +70,9 @@ class Counter {
 
 bool exceedsJsonLimits(std::string_view text, std::string& error) {
   // Each value and each member takes a byte at least.
-  if (text.size() <= kMaxJsonMembers) return false;
+  if (text.size() <= kMaxJsonMembers) {
+    return false;
+  }
   Counter counter;
   for (std::size_t index = 0; index < text.size(); ++index) {
     switch (text[index]) {

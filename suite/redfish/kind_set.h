@@ -19,7 +19,9 @@ constexpr std::size_t index(Kind kind) {
 template <typename Use>
 void forEachKind(const KindSet& kinds, Use use) {
   for (std::size_t i = 0; i < kinds.size(); ++i) {
-    if (kinds.test(i)) use(static_cast<Kind>(i));
+    if (kinds.test(i)) {
+      use(static_cast<Kind>(i));
+    }
   }
 }
 

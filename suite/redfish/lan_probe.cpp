@@ -28,13 +28,15 @@ constexpr milliseconds kAsk[] = {milliseconds(1000), milliseconds(1000),
 constexpr milliseconds kPong{1000};
 constexpr milliseconds kSlice{100};
 
-/// The host's first address. The resolver of the system cannot be stopped, so
-/// it is left behind in a thread of its own when time is up.
+// The host's first address. The resolver of the system cannot be stopped, so
+// it is left behind in a thread of its own when time is up.
 std::optional<asio::ip::address> resolve(const std::string& host,
                                          Clock::time_point until) {
   boost::system::error_code error;
   const asio::ip::address literal = asio::ip::make_address(host, error);
-  if (!error) return literal;
+  if (!error) {
+    return literal;
+  }
   using Result = std::optional<asio::ip::address>;
   auto promise = std::make_shared<std::promise<Result>>();
   std::future<Result> result = promise->get_future();
@@ -47,26 +49,30 @@ std::optional<asio::ip::address> resolve(const std::string& host,
                            : Result(found.begin()->endpoint().address()));
   }).detach();
   while (result.wait_for(kSlice) != std::future_status::ready) {
-    if (interrupted() || Clock::now() >= until) return std::nullopt;
+    if (interrupted() || Clock::now() >= until) {
+      return std::nullopt;
+    }
   }
   return result.get();
 }
 
-/// A UDP conversation with one controller.
+// A UDP conversation with one controller.
 class Conversation {
  public:
   explicit Conversation(const udp::endpoint& peer) : socket_(context_) {
     boost::system::error_code error;
     socket_.open(peer.protocol(), error);
-    if (!error) socket_.connect(peer, error);
+    if (!error) {
+      socket_.connect(peer, error);
+    }
     dead_ = static_cast<bool>(error);
   }
 
-  /// Whether nobody listens at the other end.
+  // Whether nobody listens at the other end.
   bool dead() const { return dead_; }
 
-  /// Sends a datagram and gives what comes back to `read` until that takes
-  /// something out of it, for `patience` at the longest.
+  // Sends a datagram and gives what comes back to `read` until that takes
+  // something out of it, for `patience` at the longest.
   template <typename Read>
   auto ask(const std::string& datagram, milliseconds patience,
            Clock::time_point until, Read read)
@@ -76,7 +82,9 @@ class Conversation {
     const auto end = std::min(until, Clock::now() + patience);
     while (!error && !interrupted() && Clock::now() < end) {
       if (const auto answer = receive(end)) {
-        if (auto taken = read(*answer)) return taken;
+        if (auto taken = read(*answer)) {
+          return taken;
+        }
       } else if (dead_) {
         break;
       }
@@ -86,15 +94,21 @@ class Conversation {
   }
 
  private:
-  /// One datagram; nothing when none came within a slice of time.
+  // One datagram; nothing when none came within a slice of time.
   std::optional<std::string_view> receive(Clock::time_point end) {
     std::optional<std::size_t> size;
     socket_.async_receive(
         asio::buffer(buffer_),
         [&](const boost::system::error_code& error, std::size_t received) {
-          if (error == asio::error::operation_aborted) return;
-          if (error) dead_ = true;  // ICMP: nobody listens there.
-          if (!error) size = received;
+          if (error == asio::error::operation_aborted) {
+            return;
+          }
+          if (error) {
+            dead_ = true;  // ICMP: nobody listens there.
+          }
+          if (!error) {
+            size = received;
+          }
         });
     context_.restart();
     context_.run_until(std::min(end, Clock::now() + kSlice));
@@ -103,7 +117,9 @@ class Conversation {
       context_.restart();
       context_.run();
     }
-    if (!size) return std::nullopt;
+    if (!size) {
+      return std::nullopt;
+    }
     return std::string_view(buffer_.data(), *size);
   }
 
@@ -123,11 +139,15 @@ LanAnswer answerOf(Capabilities capabilities) {
 LanAnswer probeLan(const std::string& host, std::uint16_t port,
                    Clock::time_point until) {
   const auto address = resolve(host, until);
-  if (!address) return LanAnswer::kNone;
+  if (!address) {
+    return LanAnswer::kNone;
+  }
   Conversation controller(udp::endpoint(*address, port));
   bool extended = true;
   for (const milliseconds patience : kAsk) {
-    if (controller.dead()) return LanAnswer::kNone;
+    if (controller.dead()) {
+      return LanAnswer::kNone;
+    }
     auto capabilities = controller.ask(capabilitiesRequest(extended), patience,
                                        until, readCapabilities);
     if (capabilities == Capabilities::kRefused && extended) {
@@ -136,9 +156,13 @@ LanAnswer probeLan(const std::string& host, std::uint16_t port,
                                     until, readCapabilities);
     }
     // A controller that refuses both still speaks IPMI.
-    if (capabilities) return answerOf(*capabilities);
+    if (capabilities) {
+      return answerOf(*capabilities);
+    }
   }
-  if (controller.dead()) return LanAnswer::kNone;
+  if (controller.dead()) {
+    return LanAnswer::kNone;
+  }
   const auto pong = controller.ask(
       presencePing(kPingTag), kPong, until, [](std::string_view datagram) {
         return readPresencePong(datagram, kPingTag);

@@ -6,7 +6,7 @@
 namespace redfish {
 namespace {
 
-/// What a failure says: the cause, with the detail or a time limit behind it.
+// What a failure says: the cause, with the detail or a time limit behind it.
 struct Words {
   enum class Tail { kNone, kDetail, kConnectTime, kWholeTime };
 
@@ -104,7 +104,9 @@ Words wordsOf(NetworkFault fault) {
 std::string seconds(std::chrono::milliseconds time) {
   const auto count = time.count();
   std::string text = std::to_string(count / 1000);
-  if (count % 1000 != 0) text += '.' + std::to_string(count % 1000 / 100);
+  if (count % 1000 != 0) {
+    text += '.' + std::to_string(count % 1000 / 100);
+  }
   return text + " s";
 }
 

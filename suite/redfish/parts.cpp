@@ -12,15 +12,19 @@ bool exists(const Graph& graph, const Uri& link) {
   return resource != nullptr && resource->state != ResourceState::kAbsent;
 }
 
-/// Whether a part is there: it exists and does not say that it is absent.
+// Whether a part is there: it exists and does not say that it is absent.
 bool present(const Graph& graph, const Uri& link) {
   const Found found = graph.resolve(link);
-  if (found.document == nullptr) return false;
-  if (found.document->state == ResourceState::kUnreadable) return true;
+  if (found.document == nullptr) {
+    return false;
+  }
+  if (found.document->state == ResourceState::kUnreadable) {
+    return true;
+  }
   return found.object != nullptr && !isAbsent(*found.object);
 }
 
-/// Names of the links by which a chassis leads to its parts.
+// Names of the links by which a chassis leads to its parts.
 struct Model {
   std::string_view subsystem;
   std::string_view parts;
@@ -40,7 +44,9 @@ bool chassisHasParts(const Graph& graph, const json::object& chassis,
     return true;
   }
   const Found old = graph.follow(chassis, model.oldDocument);
-  if (old.object == nullptr) return false;
+  if (old.object == nullptr) {
+    return false;
+  }
   const json::array* parts = arrayAt(*old.object, model.oldParts);
   return parts != nullptr &&
          std::any_of(parts->begin(), parts->end(), [](const json::value& part) {
@@ -53,7 +59,9 @@ bool anySource(const Graph& graph, const std::vector<Uri>& sources,
                const Model& model) {
   return std::any_of(sources.begin(), sources.end(), [&](const Uri& source) {
     const Found found = graph.resolve(source);
-    if (found.object == nullptr) return false;
+    if (found.object == nullptr) {
+      return false;
+    }
     const std::string_view type = stringAt(*found.object, "@odata.type");
     const bool part = !source.fragment().empty() ||
                       type.substr(0, model.partType.size()) == model.partType;
@@ -67,11 +75,17 @@ bool anySource(const Graph& graph, const std::vector<Uri>& sources,
 bool subsystemHasParts(const Graph& graph, const json::object& chassis,
                        std::string_view subsystem, std::string_view parts) {
   const Found holder = graph.follow(chassis, subsystem);
-  if (holder.object == nullptr) return false;
+  if (holder.object == nullptr) {
+    return false;
+  }
   const auto link = linkAt(*holder.object, parts);
-  if (!link) return false;
+  if (!link) {
+    return false;
+  }
   const Found collection = graph.resolve(*link);
-  if (collection.object == nullptr) return exists(graph, *link);
+  if (collection.object == nullptr) {
+    return exists(graph, *link);
+  }
   const auto members = linksAt(*collection.object, "Members");
   return std::any_of(members.begin(), members.end(),
                      [&](const Uri& member) { return present(graph, member); });

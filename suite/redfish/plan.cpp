@@ -107,7 +107,9 @@ PlanTable byKind() {
 int height(Kind kind) {
   int tallest = 0;
   for (const Rule& rule : rulesFrom(kind)) {
-    if (rule.to != kind) tallest = std::max(tallest, 1 + height(rule.to));
+    if (rule.to != kind) {
+      tallest = std::max(tallest, 1 + height(rule.to));
+    }
   }
   return tallest;
 }
@@ -117,8 +119,12 @@ int height(Kind kind) {
 std::uint32_t planBits(std::uint32_t wants) {
   constexpr std::uint32_t kOfChassis = kWantSystem | kFan | kPow | kPci | kHlt;
   std::uint32_t bits = wants & ~kWantThorough;
-  if ((wants & kOfChassis) != 0) bits |= kPlanChassis;
-  if ((wants & kHlt) != 0) bits |= kPlanHealth;
+  if ((wants & kOfChassis) != 0) {
+    bits |= kPlanChassis;
+  }
+  if ((wants & kHlt) != 0) {
+    bits |= kPlanHealth;
+  }
   return bits;
 }
 

@@ -13,7 +13,9 @@ Pool::Pool() { currentPool = this; }
 
 Pool::~Pool() {
   close();
-  if (currentPool == this) currentPool = nullptr;
+  if (currentPool == this) {
+    currentPool = nullptr;
+  }
 }
 
 Pool* Pool::current() { return currentPool; }
@@ -32,7 +34,9 @@ Service* Pool::find(std::int64_t handle) {
 }
 
 void Pool::close() noexcept {
-  for (const auto& service : services_) service->close();
+  for (const auto& service : services_) {
+    service->close();
+  }
 }
 
 }  // namespace redfish

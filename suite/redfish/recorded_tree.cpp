@@ -27,8 +27,8 @@ Failure unreadable(std::string cause) {
                    "check the recording");
 }
 
-/// Whether the file system says that there is no such file. A path that leads
-/// through a file, and a name that no file can have, say the same.
+// Whether the file system says that there is no such file. A path that leads
+// through a file, and a name that no file can have, say the same.
 bool isMissing(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory ||
          error == std::errc::not_a_directory ||
@@ -58,13 +58,21 @@ RecordedTree::Stored RecordedTree::read(std::string_view target) {
     failure_ = locate();
     located_ = true;
   }
-  if (failure_) return {false, "", failure_};
+  if (failure_) {
+    return {false, "", failure_};
+  }
   const std::string path = decodePercent(target.substr(0, target.find('?')));
   std::string_view below = path;
-  if (below.substr(0, prefix_.size()) != prefix_) return {};
+  if (below.substr(0, prefix_.size()) != prefix_) {
+    return {};
+  }
   below.remove_prefix(prefix_.size());
-  if (!below.empty() && below.front() != '/') return {};
-  while (!below.empty() && below.front() == '/') below.remove_prefix(1);
+  if (!below.empty() && below.front() != '/') {
+    return {};
+  }
+  while (!below.empty() && below.front() == '/') {
+    below.remove_prefix(1);
+  }
   return readFile(root_ / fs::u8path(below) / kFileName);
 }
 
@@ -75,22 +83,34 @@ std::optional<Failure> RecordedTree::locate() {
     return failureOf(FailureKind::kDirectoryMissing,
                      "there is no such directory", "check the path");
   }
-  if (error) return unreadable(error.message());
+  if (error) {
+    return unreadable(error.message());
+  }
   if (!fs::is_directory(status)) {
     return failureOf(FailureKind::kDirectoryMissing, "this is no directory",
                      "name the directory that holds the recording");
   }
   root_ = fs::canonical(directory_, error);
-  if (error) return unreadable(error.message());
+  if (error) {
+    return unreadable(error.message());
+  }
 
   const Stored whole =
       readFile(root_ / fs::u8path(kServiceRoot.substr(1)) / kFileName);
-  if (whole.failure) return whole.failure;
-  if (whole.exists) return std::nullopt;
+  if (whole.failure) {
+    return whole.failure;
+  }
+  if (whole.exists) {
+    return std::nullopt;
+  }
   const Stored brief = readFile(root_ / kFileName);
-  if (brief.failure) return brief.failure;
+  if (brief.failure) {
+    return brief.failure;
+  }
   prefix_ = kServiceRoot;
-  if (brief.exists && isServiceRoot(brief.body)) return std::nullopt;
+  if (brief.exists && isServiceRoot(brief.body)) {
+    return std::nullopt;
+  }
   return failureOf(
       FailureKind::kFileUnreadable, "the directory holds no recorded service",
       "name a directory with redfish/v1/index.json, or one whose index.json "
@@ -101,7 +121,9 @@ RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
   Stored stored;
   std::error_code error;
   const fs::path real = fs::weakly_canonical(file, error);
-  if (isMissing(error)) return stored;
+  if (isMissing(error)) {
+    return stored;
+  }
   if (error) {
     stored.failure = unreadable(error.message());
     return stored;
@@ -113,7 +135,9 @@ RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
     return stored;
   }
   const fs::file_status status = fs::status(real, error);
-  if (status.type() == fs::file_type::not_found) return stored;
+  if (status.type() == fs::file_type::not_found) {
+    return stored;
+  }
   // Anything else might never end, or never begin.
   if (status.type() != fs::file_type::regular) {
     stored.failure =

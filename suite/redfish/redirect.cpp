@@ -15,11 +15,13 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
   });
 }
 
-/// Whether an authority is the address "host:port"; without a port it stands
-/// for the scheme's own.
+// Whether an authority is the address "host:port"; without a port it stands
+// for the scheme's own.
 bool sameAuthority(std::string_view authority, std::string_view scheme,
                    std::string_view address) {
-  if (equalIgnoringCase(authority, address)) return true;
+  if (equalIgnoringCase(authority, address)) {
+    return true;
+  }
   const std::string_view defaultPort = scheme == "http" ? ":80" : ":443";
   std::string withPort(authority);
   withPort += defaultPort;
@@ -37,15 +39,21 @@ std::optional<std::string> redirectTarget(std::string_view location,
         location.substr(length, 3) == "://") {
       const std::string_view rest = location.substr(length + 3);
       const std::string_view authority = rest.substr(0, rest.find('/'));
-      if (!sameAuthority(authority, scheme, address)) return std::nullopt;
+      if (!sameAuthority(authority, scheme, address)) {
+        return std::nullopt;
+      }
       location = rest.substr(authority.size());
       break;
     }
   }
   // "//host/path" names another origin without saying so.
-  if (location.substr(0, 2) == "//") return std::nullopt;
+  if (location.substr(0, 2) == "//") {
+    return std::nullopt;
+  }
   const auto uri = Uri::parse(location);
-  if (!uri) return std::nullopt;
+  if (!uri) {
+    return std::nullopt;
+  }
   return uri->target();
 }
 

@@ -23,7 +23,9 @@ const char* nameOf(Method method) {
 
 void traceAnswer(const std::string& address, const Request& request,
                  const Answer& answer, std::uint64_t bytes) {
-  if (Tarvex::Log::GetMinLogLevel() < kLogTrace) return;
+  if (Tarvex::Log::GetMinLogLevel() < kLogTrace) {
+    return;
+  }
   Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
       << address << ": " << nameOf(request.method) << ' ' << request.target
       << ": "

@@ -12,7 +12,9 @@ constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
+  if (begin == std::string_view::npos) {
+    return {};
+  }
   return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
@@ -26,8 +28,8 @@ bool isNamed(std::string_view name, std::string_view lowerName) {
                     [](char a, char b) { return lower(a) == b; });
 }
 
-/// Whether a status line ("HTTP/1.1 100 Continue") is that of an interim
-/// answer.
+// Whether a status line ("HTTP/1.1 100 Continue") is that of an interim
+// answer.
 bool isInterim(std::string_view statusLine) {
   const std::string_view status = trimmed(
       statusLine.substr(std::min(statusLine.find(' '), statusLine.size())));
@@ -43,7 +45,9 @@ bool isSendable(std::string_view token) {
 
 bool ResponseHeaders::add(std::string_view line) {
   bytes_ += line.size();
-  if (tooLarge()) return false;
+  if (tooLarge()) {
+    return false;
+  }
   if (line.substr(0, 5) == "HTTP/") {
     const std::size_t bytes = bytes_;
     clear();
@@ -51,14 +55,18 @@ bool ResponseHeaders::add(std::string_view line) {
     interim_ = isInterim(line);
     return true;
   }
-  if (complete_ || interim_) return true;
+  if (complete_ || interim_) {
+    return true;
+  }
   const std::string_view text = trimmed(line);
   if (text.empty()) {
     complete_ = true;
     return true;
   }
   const std::size_t colon = text.find(':');
-  if (colon == std::string_view::npos) return true;
+  if (colon == std::string_view::npos) {
+    return true;
+  }
   const std::string_view name = trimmed(text.substr(0, colon));
   const std::string_view value = trimmed(text.substr(colon + 1));
   if (isNamed(name, "location")) {
@@ -67,7 +75,9 @@ bool ResponseHeaders::add(std::string_view line) {
     retryAfter_ = value;
   } else if (isNamed(name, "x-auth-token")) {
     wipe(authToken_);
-    if (isSendable(value)) authToken_ = value;
+    if (isSendable(value)) {
+      authToken_ = value;
+    }
   }
   return true;
 }

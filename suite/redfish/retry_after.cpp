@@ -26,7 +26,7 @@ std::time_t fromUtc(std::tm parts) {
 #endif
 }
 
-/// An HTTP date in its preferred form, "Sun, 06 Nov 1994 08:49:37 GMT".
+// An HTTP date in its preferred form, "Sun, 06 Nov 1994 08:49:37 GMT".
 std::optional<std::chrono::system_clock::time_point> parseDate(
     std::string_view text) {
   std::istringstream in{std::string(text)};
@@ -34,7 +34,9 @@ std::optional<std::chrono::system_clock::time_point> parseDate(
   std::tm parts{};
   in >> std::get_time(&parts, "%a, %d %b %Y %H:%M:%S");
   const std::time_t time = in.fail() ? -1 : fromUtc(parts);
-  if (time == -1) return std::nullopt;
+  if (time == -1) {
+    return std::nullopt;
+  }
   return std::chrono::system_clock::from_time_t(time);
 }
 
@@ -54,8 +56,12 @@ milliseconds retryDelay(std::string_view retryAfter, int attempt,
       return kLongest;
     }
     if (const auto date = parseDate(retryAfter)) {
-      if (*date >= now + kLongest) return kLongest;
-      if (*date <= now + kShortest) return kShortest;
+      if (*date >= now + kLongest) {
+        return kLongest;
+      }
+      if (*date <= now + kShortest) {
+        return kShortest;
+      }
       return std::chrono::duration_cast<milliseconds>(*date - now);
     }
   }

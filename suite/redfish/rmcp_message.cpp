@@ -26,7 +26,9 @@ constexpr std::uint8_t kGetCapabilities = 0x38;
 
 std::string bytes(std::initializer_list<int> values) {
   std::string text;
-  for (const int value : values) text += static_cast<char>(value);
+  for (const int value : values) {
+    text += static_cast<char>(value);
+  }
   return text;
 }
 
@@ -34,10 +36,12 @@ std::uint8_t at(std::string_view text, std::size_t place) {
   return static_cast<std::uint8_t>(text[place]);
 }
 
-/// Bytes followed by their checksum add up to 0 modulo 256.
+// Bytes followed by their checksum add up to 0 modulo 256.
 bool sumsToZero(std::string_view text) {
   unsigned sum = 0;
-  for (const char byte : text) sum += static_cast<std::uint8_t>(byte);
+  for (const char byte : text) {
+    sum += static_cast<std::uint8_t>(byte);
+  }
   return (sum & 0xFFU) == 0;
 }
 
@@ -75,7 +79,9 @@ std::optional<Capabilities> readCapabilities(std::string_view datagram) {
       !sumsToZero(message.substr(kHeaderChecksum + 1))) {
     return std::nullopt;
   }
-  if (at(message, kCompletion) != 0) return Capabilities::kRefused;
+  if (at(message, kCompletion) != 0) {
+    return Capabilities::kRefused;
+  }
   // Data bytes counted from 1: channel, authentication types (bit 7: extended
   // data follow), status, extended capabilities (bit 1: IPMI 2.0).
   const std::string_view data = message.substr(kData, length - kData - 1);

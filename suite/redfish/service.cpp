@@ -16,8 +16,8 @@ namespace {
 
 constexpr const char* kRootTarget = "/redfish/v1/";
 
-/// The root of a service that shows it to nobody without a login, which it
-/// must not (DSP0266): the standard URIs stand in for it.
+// The root of a service that shows it to nobody without a login, which it
+// must not (DSP0266): the standard URIs stand in for it.
 json::object standardRoot() {
   const auto link = [](const char* uri) {
     json::object object;
@@ -33,7 +33,7 @@ json::object standardRoot() {
   return root;
 }
 
-/// Failures after which the run has nothing more to hope for.
+// Failures after which the run has nothing more to hope for.
 bool isLasting(FailureKind kind) {
   switch (kind) {
     case FailureKind::kAuthentication:
@@ -64,7 +64,9 @@ std::optional<Failure> Service::open() {
   if (!opened_) {
     opened_ = true;
     lost_ = openOnce();
-    if (Progress* observer = progress()) observer->done();
+    if (Progress* observer = progress()) {
+      observer->done();
+    }
     if (lost_) {
       Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*lost_);
     }
@@ -73,12 +75,16 @@ std::optional<Failure> Service::open() {
 }
 
 const Probed& Service::probe() {
-  if (!probed_) probed_ = probeGeneration(*this, options_.lan, callEnd());
+  if (!probed_) {
+    probed_ = probeGeneration(*this, options_.lan, callEnd());
+  }
   return *probed_;
 }
 
 std::optional<Failure> Service::read(const Selection& selection) {
-  if (auto failure = open()) return failure;
+  if (auto failure = open()) {
+    return failure;
+  }
   Selection whole = selection;
   if (whole.wants != 0 && readAhead_.insert(whole.nodeIndex).second) {
     whole.wants |= options_.prefetch;
@@ -93,12 +99,18 @@ std::optional<Failure> Service::read(const Selection& selection) {
     // may be there all the same.
     Crawl own(knowledge_, fetcher_, session_, address(),
               options_.requestTimeout);
-    if (!own.run(selection, Clock::now())) failure.reset();
+    if (!own.run(selection, Clock::now())) {
+      failure.reset();
+    }
   }
-  if (Progress* observer = progress()) observer->done();
+  if (Progress* observer = progress()) {
+    observer->done();
+  }
   if (failure) {
     Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*failure);
-    if (isLasting(failure->kind)) lost_ = failure;
+    if (isLasting(failure->kind)) {
+      lost_ = failure;
+    }
     return failure;
   }
   Tarvex::Log(3, __FILE__, __LINE__).Stream()
@@ -139,16 +151,22 @@ std::optional<Failure> Service::openOnce() {
       loggingIn = false;
     } else if (fetched->ticket == ticket) {
       // No root, no use in waiting for the login; it is undone at the end.
-      if (fetched->answer.failure) return std::move(fetched->answer.failure);
+      if (fetched->answer.failure) {
+        return std::move(fetched->answer.failure);
+      }
       root = std::move(fetched->answer);
     }
   }
   knowledge_.levels = 1;
-  if (auto failure = takeRoot(std::move(*root), until)) return failure;
+  if (auto failure = takeRoot(std::move(*root), until)) {
+    return failure;
+  }
 
   const json::object& body = serviceRoot(knowledge_.graph)->body;
   knowledge_.expand = Expand();
-  if (transport_->live()) knowledge_.expand.offer(body);
+  if (transport_->live()) {
+    knowledge_.expand.offer(body);
+  }
   const json::value* parallel =
       memberAt(body, "ProtocolFeaturesSupported/MultipleHTTPRequests");
   if (parallel != nullptr && parallel->is_bool() && !parallel->get_bool()) {
@@ -163,10 +181,16 @@ std::optional<Failure> Service::openOnce() {
 std::optional<Failure> Service::provePassword(const json::object& root,
                                               Clock::time_point until) {
   const auto systems = linkAt(root, "Systems");
-  if (!systems) return std::nullopt;
+  if (!systems) {
+    return std::nullopt;
+  }
   const auto answer = readPlainly(systems->target(), until);
-  if (!answer) return outOfTime(systems->target());
-  if (answer->status == 401) return session_.refusal();
+  if (!answer) {
+    return outOfTime(systems->target());
+  }
+  if (answer->status == 401) {
+    return session_.refusal();
+  }
   return std::nullopt;
 }
 
@@ -175,17 +199,25 @@ std::optional<Failure> Service::takeRoot(Answer answer,
   if (answer.status == 404) {
     // A service of another version says under /redfish which ones it has.
     const auto versions = readPlainly("/redfish", until);
-    if (!versions) return outOfTime("/redfish");
+    if (!versions) {
+      return outOfTime("/redfish");
+    }
     std::string error;
     const auto body = parseObject(versions->body, error);
     const auto link = body && versions->status == 200
                           ? Uri::parse(stringAt(*body, "v1"))
                           : std::nullopt;
-    if (!link) return notRedfish("no Redfish service (404)");
+    if (!link) {
+      return notRedfish("no Redfish service (404)");
+    }
     auto again = readPlainly(link->target(), until);
-    if (!again) return outOfTime(link->target());
+    if (!again) {
+      return outOfTime(link->target());
+    }
     answer = std::move(*again);
-    if (answer.failure) return std::move(answer.failure);
+    if (answer.failure) {
+      return std::move(answer.failure);
+    }
   }
   const auto uri = Uri::parse(kRootTarget);
   Resource root;
@@ -207,7 +239,9 @@ std::optional<Failure> Service::takeRoot(Answer answer,
       if (status >= 400 && status < 500 && status != 429) {
         return notRedfish(root.failure->cause);
       }
-      if (status == 200 && !object) return notRedfish(root.failure->cause);
+      if (status == 200 && !object) {
+        return notRedfish(root.failure->cause);
+      }
       return root.failure;
     }
   }
@@ -245,7 +279,9 @@ std::optional<Answer> Service::readPlainly(const std::string& target,
   fetch.timeout = options_.requestTimeout;
   const std::uint64_t ticket = fetcher_.get(std::move(fetch));
   while (auto fetched = fetcher_.next(until)) {
-    if (fetched->ticket == ticket) return std::move(fetched->answer);
+    if (fetched->ticket == ticket) {
+      return std::move(fetched->answer);
+    }
   }
   return std::nullopt;
 }

@@ -16,10 +16,12 @@ std::vector<const Resource*> holdersOf(const Node& node) {
   return holders;
 }
 
-/// Whether a condition can stand for something in the node.
+// Whether a condition can stand for something in the node.
 bool concerns(const json::object& condition, const Node& node,
               const std::vector<const Resource*>& holders) {
-  if (node.alone) return true;
+  if (node.alone) {
+    return true;
+  }
   const std::optional<Uri> origin = linkAt(condition, "OriginOfCondition");
   return origin &&
          std::any_of(
@@ -52,14 +54,18 @@ bool serviceConditionsSuffice(const Graph& graph, const Node& node) {
   const json::object* document = serviceConditions(graph);
   const json::array* conditions =
       document == nullptr ? nullptr : arrayAt(*document, "Conditions");
-  if (conditions == nullptr) return false;
+  if (conditions == nullptr) {
+    return false;
+  }
 
   const std::vector<const Resource*> holders = holdersOf(node);
   Health listed = Health::kOk;
   Health explained = Health::kOk;
   for (const json::value& entry : *conditions) {
     const json::object* condition = entry.if_object();
-    if (condition == nullptr) continue;
+    if (condition == nullptr) {
+      continue;
+    }
     const Health severity = healthFromText(stringAt(*condition, "Severity"));
     listed = std::max(listed, severity);
     if (severity > explained && concerns(*condition, node, holders)) {

@@ -19,21 +19,27 @@ std::string targetAt(const json::object& object, std::string_view path) {
   return link ? link->target() : std::string();
 }
 
-/// Where the service keeps sessions, as its root says; empty when it does not.
+// Where the service keeps sessions, as its root says; empty when it does not.
 std::string sessionsTarget(const json::object& root) {
   std::string target = targetAt(root, "Links/Sessions");
   // A root that came expanded carries the session service inside.
-  if (target.empty()) target = targetAt(root, "SessionService/Sessions");
+  if (target.empty()) {
+    target = targetAt(root, "SessionService/Sessions");
+  }
   return target;
 }
 
-/// Path of a session from the text that names it: a link, or, from services
-/// that leave the prefix out, its last segment below the sessions' URI.
+// Path of a session from the text that names it: a link, or, from services
+// that leave the prefix out, its last segment below the sessions' URI.
 std::string sessionPath(const std::string& text, const std::string& sessions) {
-  if (const auto uri = Uri::parse(text)) return uri->target();
+  if (const auto uri = Uri::parse(text)) {
+    return uri->target();
+  }
   const std::size_t slash = text.find_last_of('/');
   const std::string id = slash == text.npos ? text : text.substr(slash + 1);
-  if (id.empty()) return {};
+  if (id.empty()) {
+    return {};
+  }
   const auto uri = Uri::parse(sessions + "/" + id);
   return uri ? uri->target() : std::string();
 }
@@ -53,11 +59,15 @@ Session::~Session() {
 }
 
 void Session::begin(std::chrono::milliseconds timeout) {
-  if (wanted()) sendLogin(timeout);
+  if (wanted()) {
+    sendLogin(timeout);
+  }
 }
 
 bool Session::takes(const Fetched& fetched) {
-  if (!ticket_ || fetched.ticket != *ticket_) return false;
+  if (!ticket_ || fetched.ticket != *ticket_) {
+    return false;
+  }
   ticket_.reset();
   answer_ = fetched.answer;
   return true;
@@ -76,7 +86,9 @@ Failure Session::late() const {
 std::optional<Failure> Session::conclude(const json::object& root,
                                          std::chrono::milliseconds timeout,
                                          Clock::time_point until) {
-  if (!wanted()) return std::nullopt;
+  if (!wanted()) {
+    return std::nullopt;
+  }
   const std::string named = sessionsTarget(root);
   Outcome outcome = answer_ ? judge(*answer_) : Outcome::kWrongPlace;
   const bool refused = answer_ && answer_->status == 401;
@@ -91,8 +103,12 @@ std::optional<Failure> Session::conclude(const json::object& root,
   if (outcome == Outcome::kFailed && refused && named.empty()) {
     outcome = Outcome::kImpossible;
   }
-  if (outcome == Outcome::kSession) return std::nullopt;
-  if (outcome == Outcome::kFailed) return failure_;
+  if (outcome == Outcome::kSession) {
+    return std::nullopt;
+  }
+  if (outcome == Outcome::kFailed) {
+    return failure_;
+  }
   useBasic();
   return std::nullopt;
 }
@@ -102,8 +118,12 @@ std::optional<Failure> Session::renew(std::chrono::milliseconds timeout,
   token_.clear();
   sessionTarget_.clear();
   granted_ = false;
-  if (login(timeout, until) == Outcome::kSession) return std::nullopt;
-  if (failure_) return failure_;
+  if (login(timeout, until) == Outcome::kSession) {
+    return std::nullopt;
+  }
+  if (failure_) {
+    return failure_;
+  }
   return fail(FailureKind::kAuthentication,
               "the session ended and no new one was granted", "");
 }
@@ -236,13 +256,21 @@ bool Session::adopt(const Answer& answer) {
   std::string error;
   const auto body = parseObject(answer.body, error);
   for (const char* name : {"@odata.id", "Id"}) {
-    if (!sessionTarget_.empty() || !body) break;
+    if (!sessionTarget_.empty() || !body) {
+      break;
+    }
     const std::string text(stringAt(*body, name));
-    if (!text.empty()) sessionTarget_ = sessionPath(text, loginTarget_);
+    if (!text.empty()) {
+      sessionTarget_ = sessionPath(text, loginTarget_);
+    }
   }
   granted_ = !answer.authToken.empty() || !sessionTarget_.empty();
-  if (granted_) ++logins_;
-  if (answer.authToken.empty()) return false;
+  if (granted_) {
+    ++logins_;
+  }
+  if (answer.authToken.empty()) {
+    return false;
+  }
   token_ = answer.authToken;
   fetcher_.authorize({token_, "", "", false});
   return true;

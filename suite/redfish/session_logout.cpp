@@ -24,13 +24,19 @@ void Session::logout() noexcept {
       }
     }
     ticket_.reset();
-    if (answer_) adopt(*answer_);
+    if (answer_) {
+      adopt(*answer_);
+    }
     answer_.reset();
     fetcher_.cancelAll();
-    if (!granted_) return;
+    if (!granted_) {
+      return;
+    }
     granted_ = false;
     const auto end = Clock::now() + kLogoutTimeout;
-    if (sessionTarget_.empty()) sessionTarget_ = findSession(end);
+    if (sessionTarget_.empty()) {
+      sessionTarget_ = findSession(end);
+    }
     if (sessionTarget_.empty()) {
       Tarvex::Log(1, __FILE__, __LINE__).Stream()
           << address_ << ": the service did not say where its session is; it "
@@ -58,9 +64,13 @@ void Session::logout() noexcept {
 
 std::string Session::findSession(Clock::time_point until) {
   const auto sessions = read(loginTarget_, until);
-  if (!sessions) return {};
+  if (!sessions) {
+    return {};
+  }
   const std::vector<Uri> members = linksAt(*sessions, "Members");
-  if (members.size() == 1) return members.front().target();
+  if (members.size() == 1) {
+    return members.front().target();
+  }
   constexpr std::size_t kMaxSessions = 64;
   std::vector<std::string> ours;
   for (std::size_t i = 0; i < members.size() && i < kMaxSessions; ++i) {
@@ -79,7 +89,9 @@ std::optional<json::object> Session::read(const std::string& target,
   prove(request);
   request.timeout = kLogoutTimeout;
   const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), until);
-  if (!answer || answer->failure || answer->status != 200) return std::nullopt;
+  if (!answer || answer->failure || answer->status != 200) {
+    return std::nullopt;
+  }
   std::string error;
   return parseObject(answer->body, error);
 }

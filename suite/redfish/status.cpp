@@ -15,9 +15,15 @@ Health healthAt(const json::object& object, std::string_view statusPath,
 }  // namespace
 
 Health healthFromText(std::string_view text) {
-  if (text == "OK") return Health::kOk;
-  if (text == "Warning") return Health::kWarning;
-  if (text == "Critical") return Health::kCritical;
+  if (text == "OK") {
+    return Health::kOk;
+  }
+  if (text == "Warning") {
+    return Health::kWarning;
+  }
+  if (text == "Critical") {
+    return Health::kCritical;
+  }
   return Health::kUnknown;
 }
 

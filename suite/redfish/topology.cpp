@@ -13,7 +13,7 @@
 namespace redfish {
 namespace {
 
-/// Chassis inside chassis deeper than this are not followed.
+// Chassis inside chassis deeper than this are not followed.
 constexpr int kMaxContainment = 8;
 
 const Resource* readOrNull(const Resource* resource) {
@@ -22,7 +22,7 @@ const Resource* readOrNull(const Resource* resource) {
              : nullptr;
 }
 
-/// Resources that the links at a path lead to, as far as they were read.
+// Resources that the links at a path lead to, as far as they were read.
 std::vector<const Resource*> readAt(const Graph& graph, const Resource& holder,
                                     std::string_view path) {
   std::vector<const Resource*> found;
@@ -34,14 +34,18 @@ std::vector<const Resource*> readAt(const Graph& graph, const Resource& holder,
   return found;
 }
 
-/// Members of one of the service root's collections, as far as read.
+// Members of one of the service root's collections, as far as read.
 std::vector<const Resource*> membersOfRoot(const Graph& graph,
                                            std::string_view collection) {
   const Resource* root = readOrNull(serviceRoot(graph));
-  if (root == nullptr) return {};
+  if (root == nullptr) {
+    return {};
+  }
   const Resource* found =
       readOrNull(graph.follow(root->body, collection).document);
-  if (found == nullptr) return {};
+  if (found == nullptr) {
+    return {};
+  }
   return readAt(graph, *found, "Members");
 }
 
@@ -53,7 +57,7 @@ bool names(const Resource& holder, std::string_view path,
   });
 }
 
-/// A system that only exists inside, or as a part of, another machine.
+// A system that only exists inside, or as a part of, another machine.
 bool isNoMachine(const Resource& system) {
   static constexpr std::array<std::string_view, 5> kTypes = {
       "Virtual", "OS", "VirtuallyPartitioned", "DPU", "Composed"};
@@ -61,11 +65,13 @@ bool isNoMachine(const Resource& system) {
   return std::find(kTypes.begin(), kTypes.end(), type) != kTypes.end();
 }
 
-/// Adds resources in order, each once.
+// Adds resources in order, each once.
 class OrderedSet {
  public:
   bool add(const Resource* resource) {
-    if (!seen_.insert(resource).second) return false;
+    if (!seen_.insert(resource).second) {
+      return false;
+    }
     order_.push_back(resource);
     return true;
   }
@@ -90,7 +96,9 @@ std::vector<const Resource*> chassisOf(const Graph& graph, const Node& node) {
     }
   }
   if (chosen.order().empty() && node.alone) {
-    for (const Resource* chassis : all) chosen.add(chassis);
+    for (const Resource* chassis : all) {
+      chosen.add(chassis);
+    }
   }
 
   // A chassis that another node claims and this one does not stays out; a
@@ -104,7 +112,9 @@ std::vector<const Resource*> chassisOf(const Graph& graph, const Node& node) {
   const auto isOthers = [&](const Resource& chassis) {
     bool others = false;
     for (const Uri& link : linksAt(chassis.body, "Links/ComputerSystems")) {
-      if (link.document() == node.system->uri.document()) return false;
+      if (link.document() == node.system->uri.document()) {
+        return false;
+      }
       others = others || otherNodes.count(link.document()) > 0;
     }
     return others;
@@ -126,10 +136,14 @@ std::vector<const Resource*> chassisOf(const Graph& graph, const Node& node) {
       const auto& held = heldBy[holder->uri.document()];
       inside.insert(inside.end(), held.begin(), held.end());
       for (const Resource* inner : inside) {
-        if (!isOthers(*inner)) chosen.add(inner);
+        if (!isOthers(*inner)) {
+          chosen.add(inner);
+        }
       }
     }
-    if (chosen.order().size() == end) break;
+    if (chosen.order().size() == end) {
+      break;
+    }
     begin = end;
   }
   return chosen.order();
@@ -141,13 +155,17 @@ std::vector<const Resource*> managersOf(const Graph& graph, const Node& node) {
        readAt(graph, *node.system, "Links/ManagedBy")) {
     chosen.add(manager);
   }
-  if (!chosen.order().empty()) return chosen.order();
+  if (!chosen.order().empty()) {
+    return chosen.order();
+  }
   for (const Resource* chassis : node.chassis) {
     for (const Resource* manager : readAt(graph, *chassis, "Links/ManagedBy")) {
       chosen.add(manager);
     }
   }
-  if (!chosen.order().empty()) return chosen.order();
+  if (!chosen.order().empty()) {
+    return chosen.order();
+  }
   if (const Resource* root = readOrNull(serviceRoot(graph))) {
     if (const Resource* own =
             readOrNull(graph.follow(root->body, "Links/ManagerProvidingService")
@@ -156,18 +174,24 @@ std::vector<const Resource*> managersOf(const Graph& graph, const Node& node) {
     }
   }
   auto all = membersOfRoot(graph, "Managers");
-  if (all.size() != 1) all.clear();
+  if (all.size() != 1) {
+    all.clear();
+  }
   return all;
 }
 
-/// Adds links in order, each place once.
+// Adds links in order, each place once.
 class LinkList {
  public:
   void add(Uri link) {
-    if (seen_.insert(link.identity()).second) links_.push_back(std::move(link));
+    if (seen_.insert(link.identity()).second) {
+      links_.push_back(std::move(link));
+    }
   }
   void addAll(const Resource& holder, std::string_view path) {
-    for (Uri& link : linksAt(holder.body, path)) add(std::move(link));
+    for (Uri& link : linksAt(holder.body, path)) {
+      add(std::move(link));
+    }
   }
   std::vector<Uri> take() { return std::move(links_); }
 
@@ -179,8 +203,12 @@ class LinkList {
 std::vector<Uri> sources(const Node& node, std::string_view suppliedBy,
                          std::string_view parts) {
   LinkList links;
-  for (const Resource* chassis : node.chassis) links.add(chassis->uri);
-  if (node.system != nullptr) links.addAll(*node.system, suppliedBy);
+  for (const Resource* chassis : node.chassis) {
+    links.add(chassis->uri);
+  }
+  if (node.system != nullptr) {
+    links.addAll(*node.system, suppliedBy);
+  }
   for (const Resource* chassis : node.chassis) {
     links.addAll(*chassis, suppliedBy);
     links.addAll(*chassis, parts);
@@ -196,10 +224,14 @@ const Resource* serviceRoot(const Graph& graph) {
 
 std::vector<const Resource*> eligibleSystems(const Graph& graph) {
   const Resource* root = readOrNull(serviceRoot(graph));
-  if (root == nullptr) return {};
+  if (root == nullptr) {
+    return {};
+  }
   const Resource* collection =
       readOrNull(graph.follow(root->body, "Systems").document);
-  if (collection == nullptr) return {};
+  if (collection == nullptr) {
+    return {};
+  }
 
   std::vector<const Resource*> all;
   std::set<std::string> seen;
@@ -219,10 +251,14 @@ std::vector<const Resource*> eligibleSystems(const Graph& graph) {
 Node nodeAt(const Graph& graph, std::uint16_t nodeIndex) {
   Node node;
   const auto systems = eligibleSystems(graph);
-  if (nodeIndex >= systems.size()) return node;
+  if (nodeIndex >= systems.size()) {
+    return node;
+  }
   node.system = readOrNull(systems[nodeIndex]);
   node.alone = systems.size() == 1;
-  if (node.system == nullptr) return node;
+  if (node.system == nullptr) {
+    return node;
+  }
   node.chassis = chassisOf(graph, node);
   node.managers = managersOf(graph, node);
   return node;
@@ -246,8 +282,12 @@ std::vector<Uri> enclosingChassis(const Graph& graph, const Node& node) {
     const Resource* inner = chassis;
     for (int depth = 0; depth < kMaxContainment && inner != nullptr; ++depth) {
       const auto outer = linkAt(inner->body, "Links/ContainedBy");
-      if (!outer) break;
-      if (own.count(outer->document()) == 0) links.add(*outer);
+      if (!outer) {
+        break;
+      }
+      if (own.count(outer->document()) == 0) {
+        links.add(*outer);
+      }
       inner = readOrNull(graph.find(outer->document()));
     }
   }

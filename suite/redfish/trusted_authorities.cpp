@@ -23,7 +23,9 @@ bool isHashedDirectory(const std::string& directory) {
   std::error_code error;
   for (fs::directory_iterator entry(directory, error), end;
        !error && entry != end; entry.increment(error)) {
-    if (isHashedName(entry->path().filename().string())) return true;
+    if (isHashedName(entry->path().filename().string())) {
+      return true;
+    }
   }
   return false;
 }

@@ -15,15 +15,15 @@ bool isAlpha(char c) {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The characters that mean the same with and without a percent-escape
-/// (RFC 3986, section 2.3).
+// The characters that mean the same with and without a percent-escape
+// (RFC 3986, section 2.3).
 bool isUnreserved(char c) {
   return isAlpha(c) || isDigit(c) ||
          std::string_view("-._~").find(c) != std::string_view::npos;
 }
 
-/// What may stand in a path, a query or a fragment as it is (RFC 3986,
-/// section 3.3 to 3.5).
+// What may stand in a path, a query or a fragment as it is (RFC 3986,
+// section 3.3 to 3.5).
 bool isAllowed(char c) {
   return isUnreserved(c) ||
          std::string_view("!$&'()*+,;=:@/?").find(c) != std::string_view::npos;
@@ -34,19 +34,29 @@ bool isControl(char c) {
 }
 
 int hexValue(char c) {
-  if (isDigit(c)) return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (isDigit(c)) {
+    return c - '0';
+  }
+  if (c >= 'a' && c <= 'f') {
+    return c - 'a' + 10;
+  }
+  if (c >= 'A' && c <= 'F') {
+    return c - 'A' + 10;
+  }
   return -1;
 }
 
-/// The byte that the percent-escape at a place stands for; nothing when none
-/// is there.
+// The byte that the percent-escape at a place stands for; nothing when none
+// is there.
 std::optional<char> escapeAt(std::string_view text, std::size_t index) {
-  if (text[index] != '%' || text.size() - index < 3) return std::nullopt;
+  if (text[index] != '%' || text.size() - index < 3) {
+    return std::nullopt;
+  }
   const int high = hexValue(text[index + 1]);
   const int low = hexValue(text[index + 2]);
-  if (high < 0 || low < 0) return std::nullopt;
+  if (high < 0 || low < 0) {
+    return std::nullopt;
+  }
   return static_cast<char>(high * 16 + low);
 }
 
@@ -58,9 +68,9 @@ void appendEscape(std::string& text, char c) {
   text += kDigits[byte & 0x0FU];
 }
 
-/// One spelling for all spellings of a text: escapes of unreserved characters
-/// decoded, the others in upper case, and what must not stand as it is (a
-/// blank, a letter with an accent, a lone "%") escaped.
+// One spelling for all spellings of a text: escapes of unreserved characters
+// decoded, the others in upper case, and what must not stand as it is (a
+// blank, a letter with an accent, a lone "%") escaped.
 std::string normalize(std::string_view text) {
   std::string normal;
   normal.reserve(text.size());
@@ -72,7 +82,9 @@ std::string normalize(std::string_view text) {
     } else {
       appendEscape(normal, c);
     }
-    if (escaped) index += 2;
+    if (escaped) {
+      index += 2;
+    }
   }
   return normal;
 }
@@ -82,18 +94,20 @@ bool hasForbidden(std::string_view text) {
                      [](char c) { return isControl(c) || c == '\\'; });
 }
 
-/// Whether a decoded path holds a "." or ".." segment.
+// Whether a decoded path holds a "." or ".." segment.
 bool hasDotSegment(std::string_view path) {
   while (!path.empty()) {
     const std::string_view segment = path.substr(0, path.find('/'));
-    if (segment == "." || segment == "..") return true;
+    if (segment == "." || segment == "..") {
+      return true;
+    }
     path.remove_prefix(std::min(segment.size() + 1, path.size()));
   }
   return false;
 }
 
-/// The link without scheme and authority; nothing when the scheme is none
-/// that a Redfish service is reached by.
+// The link without scheme and authority; nothing when the scheme is none
+// that a Redfish service is reached by.
 std::optional<std::string_view> withoutAuthority(std::string_view link) {
   const std::size_t scheme = link.find("://");
   const std::size_t path = link.find_first_of("/?#");
@@ -102,10 +116,14 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
     std::transform(name.begin(), name.end(), name.begin(), [](char c) {
       return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
-    if (name != "https" && name != "http") return std::nullopt;
+    if (name != "https" && name != "http") {
+      return std::nullopt;
+    }
     link.remove_prefix(scheme + 1);
   }
-  if (link.substr(0, 2) != "//") return link;
+  if (link.substr(0, 2) != "//") {
+    return link;
+  }
   const std::size_t end = link.find_first_of("/?#", 2);
   return end == std::string_view::npos ? std::string_view() : link.substr(end);
 }
@@ -113,9 +131,13 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
 }  // namespace
 
 std::optional<Uri> Uri::parse(std::string_view link) {
-  if (link.size() > kMaxLinkBytes || hasForbidden(link)) return std::nullopt;
+  if (link.size() > kMaxLinkBytes || hasForbidden(link)) {
+    return std::nullopt;
+  }
   const std::optional<std::string_view> rest = withoutAuthority(link);
-  if (!rest) return std::nullopt;
+  if (!rest) {
+    return std::nullopt;
+  }
 
   const std::string_view beforeFragment = rest->substr(0, rest->find('#'));
   const std::string_view path =
@@ -138,7 +160,9 @@ std::optional<Uri> Uri::parse(std::string_view link) {
   const std::string normalQuery = normalize(query);
   uri.target_ = normalPath + normalQuery;
   uri.document_ = normalPath;
-  while (uri.document_.back() == '/') uri.document_.pop_back();
+  while (uri.document_.back() == '/') {
+    uri.document_.pop_back();
+  }
   uri.document_ += normalQuery;
   return uri;
 }
@@ -153,7 +177,9 @@ std::string_view Uri::lastSegment() const {
     text = document_;
     text = text.substr(0, text.find('?'));
   }
-  while (!text.empty() && text.back() == '/') text.remove_suffix(1);
+  while (!text.empty() && text.back() == '/') {
+    text.remove_suffix(1);
+  }
   return text.substr(text.rfind('/') + 1);
 }
 
@@ -163,7 +189,9 @@ std::string decodePercent(std::string_view text) {
   for (std::size_t index = 0; index < text.size(); ++index) {
     const std::optional<char> escaped = escapeAt(text, index);
     decoded += escaped.value_or(text[index]);
-    if (escaped) index += 2;
+    if (escaped) {
+      index += 2;
+    }
   }
   return decoded;
 }

@@ -11,7 +11,7 @@
 namespace redfish {
 namespace {
 
-/// What WinHTTP may be late with a time limit before it is given up.
+// What WinHTTP may be late with a time limit before it is given up.
 constexpr std::chrono::milliseconds kGrace(100);
 
 constexpr DWORD kIgnoredByTheSystem = SECURITY_FLAG_IGNORE_UNKNOWN_CA |
@@ -36,7 +36,7 @@ void appendHeader(std::string& lines, std::string_view name,
   lines.append(name).append(": ").append(value).append("\r\n");
 }
 
-/// The header lines of a request; to be wiped.
+// The header lines of a request; to be wiped.
 std::string headerLines(const Request& request) {
   std::string lines;
   std::size_t size = 1024;
@@ -71,7 +71,7 @@ int millisecondsOf(std::chrono::milliseconds time) {
       std::clamp(time, std::chrono::milliseconds(1), kLongest).count());
 }
 
-/// One of the headers of an answer as a number.
+// One of the headers of an answer as a number.
 std::optional<std::uint64_t> numberAt(HINTERNET request, DWORD header) {
   std::array<wchar_t, 32> text{};
   DWORD size = sizeof(text);
@@ -82,9 +82,13 @@ std::optional<std::uint64_t> numberAt(HINTERNET request, DWORD header) {
   std::uint64_t number = 0;
   const std::wstring_view digits(text.data(), size / sizeof(wchar_t));
   constexpr std::size_t kMostDigits = 18;
-  if (digits.empty() || digits.size() > kMostDigits) return std::nullopt;
+  if (digits.empty() || digits.size() > kMostDigits) {
+    return std::nullopt;
+  }
   for (const wchar_t digit : digits) {
-    if (digit < L'0' || digit > L'9') return std::nullopt;
+    if (digit < L'0' || digit > L'9') {
+      return std::nullopt;
+    }
     number = number * 10 + static_cast<std::uint64_t>(digit - L'0');
   }
   return number;
@@ -108,7 +112,9 @@ void WinhttpMailbox::post(std::uint64_t id) {
 
 std::optional<std::uint64_t> WinhttpMailbox::take() {
   const std::lock_guard<std::mutex> lock(mutex_);
-  if (ids_.empty()) return std::nullopt;
+  if (ids_.empty()) {
+    return std::nullopt;
+  }
   const std::uint64_t id = ids_.front();
   ids_.pop_front();
   return id;
@@ -135,7 +141,9 @@ void WinhttpExchange::send(std::shared_ptr<WinhttpSession> session) {
     started_ = true;
     startedAt_ = Clock::now();
   }
-  if (!open() || !addHeaders()) return failWith(GetLastError());
+  if (!open() || !addHeaders()) {
+    return failWith(GetLastError());
+  }
   // From here on WinHTTP holds a share of this object, and gives it back with
   // its last word about the handle.
   auto self =
@@ -162,7 +170,9 @@ bool WinhttpExchange::open() {
       session_->connection.get(), verbOf(request_.method),
       toUtf16(request_.target).c_str(), nullptr, WINHTTP_NO_REFERER,
       WINHTTP_DEFAULT_ACCEPT_TYPES, flags);
-  if (handle_ == nullptr) return false;
+  if (handle_ == nullptr) {
+    return false;
+  }
   setOptions();
   return WinHttpSetStatusCallback(handle_, &WinhttpExchange::onStatus,
                                   WINHTTP_CALLBACK_FLAG_ALL_NOTIFICATIONS,
@@ -252,14 +262,18 @@ Answer WinhttpExchange::finish() {
 
 void WinhttpExchange::close() noexcept {
   const HINTERNET handle = handle_.exchange(nullptr);
-  if (handle != nullptr) WinHttpCloseHandle(handle);
+  if (handle != nullptr) {
+    WinHttpCloseHandle(handle);
+  }
 }
 
 void CALLBACK WinhttpExchange::onStatus(HINTERNET /*handle*/, DWORD_PTR context,
                                         DWORD status, void* info, DWORD size) {
   auto* const owner =
       reinterpret_cast<std::shared_ptr<WinhttpExchange>*>(context);
-  if (owner == nullptr) return;  // Told before the request had its context.
+  if (owner == nullptr) {
+    return;  // Told before the request had its context.
+  }
   if (status == WINHTTP_CALLBACK_STATUS_HANDLE_CLOSING) {
     delete owner;
     return;
@@ -284,7 +298,9 @@ void WinhttpExchange::proceed(DWORD status, const void* info, DWORD size) {
     }
     case WINHTTP_CALLBACK_STATUS_SENDING_REQUEST: {
       // TLS stands, and nothing of the request has left yet.
-      if (!common_->plainHttp) checkCertificate();
+      if (!common_->plainHttp) {
+        checkCertificate();
+      }
       const Lock lock(mutex_);
       progress_.resolved = progress_.connected = progress_.sent = true;
       break;
@@ -295,10 +311,14 @@ void WinhttpExchange::proceed(DWORD status, const void* info, DWORD size) {
       }
       break;
     case WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE:
-      if (readHeaders()) readBody();
+      if (readHeaders()) {
+        readBody();
+      }
       break;
     case WINHTTP_CALLBACK_STATUS_READ_COMPLETE:
-      if (takeBody(size)) readBody();
+      if (takeBody(size)) {
+        readBody();
+      }
       break;
     case WINHTTP_CALLBACK_STATUS_REQUEST_ERROR:
       failWith(static_cast<const WINHTTP_ASYNC_RESULT*>(info)->dwError);
@@ -342,7 +362,9 @@ bool WinhttpExchange::readHeaders() {
                                text, &size, nullptr);
   };
   const Lock lock(mutex_);
-  if (ended_) return false;
+  if (ended_) {
+    return false;
+  }
   progress_.answered = true;
   DWORD size = 0;
   all(size, nullptr);
@@ -376,7 +398,9 @@ bool WinhttpExchange::readHeaders() {
 }
 
 void WinhttpExchange::readBody() {
-  if (reads_.fetch_add(1) > 0) return;
+  if (reads_.fetch_add(1) > 0) {
+    return;
+  }
   do {
     if (WinHttpReadData(handle_, buffer_.data(),
                         static_cast<DWORD>(buffer_.size()), nullptr) == 0) {
@@ -387,7 +411,9 @@ void WinhttpExchange::readBody() {
 
 bool WinhttpExchange::takeBody(DWORD size) {
   const Lock lock(mutex_);
-  if (ended_) return false;
+  if (ended_) {
+    return false;
+  }
   if (size == 0) {
     endBody();
     return false;
@@ -420,7 +446,9 @@ void WinhttpExchange::failWith(DWORD error) {
 
 void WinhttpExchange::failWith(NetworkFault fault, const std::string& detail) {
   const Lock lock(mutex_);
-  if (ended_) return;
+  if (ended_) {
+    return;
+  }
   answer_.failure = failureOf(fault, detail, times());
   end();
 }
@@ -435,7 +463,9 @@ NetworkTimes WinhttpExchange::times() const {
 }
 
 void WinhttpExchange::wipeRequest() noexcept {
-  for (auto& [name, value] : request_.headers) wipe(value);
+  for (auto& [name, value] : request_.headers) {
+    wipe(value);
+  }
   wipe(request_.basicPassword);
   request_.headers.clear();
 }

@@ -18,7 +18,7 @@ namespace {
 
 constexpr wchar_t kUserAgent[] = L"brivel/1.0";
 
-/// Longest wait in one go; `next` waits again when there is time left.
+// Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
 
 class WinhttpTransport final : public Transport {
@@ -81,7 +81,9 @@ std::shared_ptr<WinhttpSession> WinhttpTransport::openSession() const {
   opened->session.reset(WinHttpOpen(
       kUserAgent, WINHTTP_ACCESS_TYPE_NO_PROXY, WINHTTP_NO_PROXY_NAME,
       WINHTTP_NO_PROXY_BYPASS, WINHTTP_FLAG_ASYNC));
-  if (!opened->session) return nullptr;
+  if (!opened->session) {
+    return nullptr;
+  }
   const auto set = [&](DWORD option, DWORD value) {
     return WinHttpSetOption(opened->session.get(), option, &value,
                             sizeof(value)) != 0;
@@ -167,7 +169,9 @@ std::optional<Answer> WinhttpTransport::next(Clock::time_point until) {
     if ((active_.empty() && waiting_.empty()) || newlyInterrupted()) {
       return std::nullopt;
     }
-    if (Clock::now() >= until) return std::nullopt;
+    if (Clock::now() >= until) {
+      return std::nullopt;
+    }
     wait(until);
   }
 }
@@ -176,17 +180,23 @@ void WinhttpTransport::collect() {
   while (const std::optional<std::uint64_t> id = common_->mailbox.take()) {
     // A request that was given up may have ended just before.
     const auto found = active_.find(*id);
-    if (found != active_.end()) complete(ExchangePtr(found->second));
+    if (found != active_.end()) {
+      complete(ExchangePtr(found->second));
+    }
   }
 }
 
 void WinhttpTransport::expire(Clock::time_point now) {
   std::vector<ExchangePtr> late;
   for (const auto& [id, exchange] : active_) {
-    if (exchange->deadline() <= now) late.push_back(exchange);
+    if (exchange->deadline() <= now) {
+      late.push_back(exchange);
+    }
   }
   for (const ExchangePtr& exchange : waiting_) {
-    if (exchange->deadline() <= now) late.push_back(exchange);
+    if (exchange->deadline() <= now) {
+      late.push_back(exchange);
+    }
   }
   for (const ExchangePtr& exchange : late) {
     exchange->abandon();
@@ -211,7 +221,9 @@ void WinhttpTransport::complete(const ExchangePtr& exchange) {
 }
 
 bool WinhttpTransport::newlyInterrupted() {
-  if (interruptSeen_ || interruptDeferred_ || !interrupted()) return false;
+  if (interruptSeen_ || interruptDeferred_ || !interrupted()) {
+    return false;
+  }
   interruptSeen_ = true;
   return true;
 }
@@ -239,17 +251,23 @@ void WinhttpTransport::wait(Clock::time_point until) {
 
 bool WinhttpTransport::mayHaveArrived(std::uint64_t id) const {
   const auto found = active_.find(id);
-  if (found != active_.end()) return found->second->sent();
+  if (found != active_.end()) {
+    return found->second->sent();
+  }
   return std::none_of(
       waiting_.begin(), waiting_.end(),
       [id](const ExchangePtr& exchange) { return exchange->id() == id; });
 }
 
 void WinhttpTransport::cancelAll() {
-  for (const auto& [id, exchange] : active_) exchange->abandon();
+  for (const auto& [id, exchange] : active_) {
+    exchange->abandon();
+  }
   active_.clear();
   waiting_.clear();
-  for (Answer& answer : ready_) wipe(answer.authToken);
+  for (Answer& answer : ready_) {
+    wipe(answer.authToken);
+  }
   ready_.clear();
 }
 

@@ -16,13 +16,13 @@ namespace {
 
 constexpr std::string_view kPinPrefix = "sha256//";
 constexpr DWORD kEncoding = X509_ASN_ENCODING | PKCS_7_ASN_ENCODING;
-/// A server must not make this machine fetch what its certificate names.
+// A server must not make this machine fetch what its certificate names.
 constexpr DWORD kChainFlags =
     CERT_CHAIN_CACHE_END_CERT | CERT_CHAIN_DISABLE_AIA;
 constexpr std::size_t kLargestAuthorityFile = std::size_t{4} << 20U;
 
-/// The digest of a certificate's key that pins hold, in base 64. Empty when it
-/// cannot be made.
+// The digest of a certificate's key that pins hold, in base 64. Empty when it
+// cannot be made.
 std::string digestOf(const CERT_CONTEXT& certificate) {
   DWORD size = 0;
   CERT_PUBLIC_KEY_INFO* const key =
@@ -47,14 +47,14 @@ std::string digestOf(const CERT_CONTEXT& certificate) {
   return toBase64(hash);
 }
 
-/// What is wrong with the time of a certificate.
+// What is wrong with the time of a certificate.
 CertificateFault timeFault(const CERT_CONTEXT& certificate) {
   return CertVerifyTimeValidity(nullptr, certificate.pCertInfo) < 0
              ? CertificateFault::kNotYetValid
              : CertificateFault::kExpired;
 }
 
-/// The certificate of a chain to blame for a fault.
+// The certificate of a chain to blame for a fault.
 const CERT_CONTEXT& blamed(const CERT_CHAIN_CONTEXT& chain, DWORD fault) {
   const CERT_SIMPLE_CHAIN& links = *chain.rgpChain[0];
   for (DWORD index = 0; index < links.cElement; ++index) {
@@ -68,7 +68,9 @@ const CERT_CONTEXT& blamed(const CERT_CHAIN_CONTEXT& chain, DWORD fault) {
 std::optional<CertificateFault> faultOf(const CERT_CHAIN_CONTEXT& chain) {
   const DWORD errors = chain.TrustStatus.dwErrorStatus;
   const auto has = [errors](DWORD bits) { return (errors & bits) != 0; };
-  if (has(CERT_TRUST_IS_REVOKED)) return CertificateFault::kRevoked;
+  if (has(CERT_TRUST_IS_REVOKED)) {
+    return CertificateFault::kRevoked;
+  }
   if (has(CERT_TRUST_IS_UNTRUSTED_ROOT | CERT_TRUST_IS_PARTIAL_CHAIN |
           CERT_TRUST_IS_NOT_SIGNATURE_VALID)) {
     const CERT_SIMPLE_CHAIN& links = *chain.rgpChain[0];
@@ -79,11 +81,15 @@ std::optional<CertificateFault> faultOf(const CERT_CHAIN_CONTEXT& chain) {
   if (has(CERT_TRUST_IS_NOT_TIME_VALID)) {
     return timeFault(blamed(chain, CERT_TRUST_IS_NOT_TIME_VALID));
   }
-  if (has(CERT_TRUST_HAS_WEAK_SIGNATURE)) return CertificateFault::kWeak;
+  if (has(CERT_TRUST_HAS_WEAK_SIGNATURE)) {
+    return CertificateFault::kWeak;
+  }
   // Whether it was revoked is not asked for.
   constexpr DWORD kHarmless =
       CERT_TRUST_REVOCATION_STATUS_UNKNOWN | CERT_TRUST_IS_OFFLINE_REVOCATION;
-  if (has(~kHarmless)) return CertificateFault::kOther;
+  if (has(~kHarmless)) {
+    return CertificateFault::kOther;
+  }
   return std::nullopt;
 }
 
@@ -93,8 +99,12 @@ WinhttpTrust::WinhttpTrust(const NetworkTransportOptions& options)
     : host_(options.origin.host),
       verify_(!options.insecure &&
               (options.pin.empty() || !options.caFile.empty())) {
-  if (!options.pin.empty()) readPins(options.pin);
-  if (verify_ && !options.caFile.empty()) readAuthorities(options.caFile);
+  if (!options.pin.empty()) {
+    readPins(options.pin);
+  }
+  if (verify_ && !options.caFile.empty()) {
+    readAuthorities(options.caFile);
+  }
 }
 
 void WinhttpTrust::readPins(const std::string& text) {
@@ -119,8 +129,12 @@ void WinhttpTrust::readAuthorities(const std::string& file) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::u8path(file);
   const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (error) return fail(error.message());
-  if (size > kLargestAuthorityFile) return fail("it is too large");
+  if (error) {
+    return fail(error.message());
+  }
+  if (size > kLargestAuthorityFile) {
+    return fail("it is too large");
+  }
   std::ifstream stream(path, std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(stream), {}};
 
@@ -131,7 +145,9 @@ void WinhttpTrust::readAuthorities(const std::string& file) {
   for (std::size_t begin = text.find(kBegin); begin != text.npos;
        begin = text.find(kBegin, begin + 1)) {
     const std::size_t end = text.find(kEnd, begin);
-    if (end == text.npos) break;
+    if (end == text.npos) {
+      break;
+    }
     const std::string bytes = fromBase64(std::string_view(text).substr(
         begin + kBegin.size(), end - begin - kBegin.size()));
     if (CertAddEncodedCertificateToStore(
@@ -142,7 +158,9 @@ void WinhttpTrust::readAuthorities(const std::string& file) {
       ++count;
     }
   }
-  if (count == 0) return fail("it holds no certificate");
+  if (count == 0) {
+    return fail("it holds no certificate");
+  }
 
   CERT_CHAIN_ENGINE_CONFIG config = {};
   // As Windows 7 has it: Wine knows nothing that came later.
@@ -192,8 +210,12 @@ std::optional<CertificateFault> WinhttpTrust::objectionToChain(
     return CertificateFault::kOther;
   }
   const ChainPtr chain(built);
-  if (const auto fault = faultOf(*chain)) return fault;
-  if (!isFor(server, host_)) return CertificateFault::kOtherName;
+  if (const auto fault = faultOf(*chain)) {
+    return fault;
+  }
+  if (!isFor(server, host_)) {
+    return CertificateFault::kOtherName;
+  }
   return std::nullopt;
 }
 

@@ -93,8 +93,8 @@ bool fill(X509* certificate, EVP_PKEY* key,
                                     0) == 1;
 }
 
-/// Signs; again while one of the signature's two numbers has less than 32
-/// bytes, which 1 of 128 has: Wine 8 takes such a signature for wrong.
+// Signs; again while one of the signature's two numbers has less than 32
+// bytes, which 1 of 128 has: Wine 8 takes such a signature for wrong.
 bool sign(X509* certificate, EVP_PKEY* key) {
   constexpr int kNumberBytes = 32;
   while (X509_sign(certificate, key, EVP_sha256()) != 0) {
@@ -102,7 +102,9 @@ bool sign(X509* certificate, EVP_PKEY* key) {
     X509_get0_signature(&bits, nullptr, certificate);
     const unsigned char* bytes = bits->data;
     const Signature signature(d2i_ECDSA_SIG(nullptr, &bytes, bits->length));
-    if (!signature) return false;
+    if (!signature) {
+      return false;
+    }
     if (BN_num_bytes(ECDSA_SIG_get0_r(signature.get())) == kNumberBytes &&
         BN_num_bytes(ECDSA_SIG_get0_s(signature.get())) == kNumberBytes) {
       return true;
@@ -134,7 +136,9 @@ Identity makeCertificate(const CertificateSettings& settings,
   const Certificate signer =
       issuer == nullptr ? nullptr : readCertificate(issuer->certificate);
   const Key signerKey = issuer == nullptr ? nullptr : readKey(issuer->key);
-  if (issuer != nullptr && (!signer || !signerKey)) return {};
+  if (issuer != nullptr && (!signer || !signerKey)) {
+    return {};
+  }
   X509* holder = signer ? signer.get() : certificate.get();
   EVP_PKEY* signingKey = signerKey ? signerKey.get() : key.get();
 
@@ -147,10 +151,14 @@ Identity makeCertificate(const CertificateSettings& settings,
 
 std::string pinOf(const std::string& certificate) {
   const Certificate parsed = readCertificate(certificate);
-  if (!parsed) return {};
+  if (!parsed) {
+    return {};
+  }
   unsigned char* bytes = nullptr;
   const int size = i2d_X509_PUBKEY(X509_get_X509_PUBKEY(parsed.get()), &bytes);
-  if (size <= 0) return {};
+  if (size <= 0) {
+    return {};
+  }
   const std::unique_ptr<unsigned char, void (*)(unsigned char*)> owner(
       bytes, [](unsigned char* memory) { OPENSSL_free(memory); });
 

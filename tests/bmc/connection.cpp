@@ -13,7 +13,7 @@ namespace {
 
 namespace json = boost::json;
 
-/// Unanswered bytes from one client that are kept before reading pauses.
+// Unanswered bytes from one client that are kept before reading pauses.
 constexpr std::size_t kBacklog = 1024 * 1024;
 
 const char* nameOf(Authentication authentication) {
@@ -30,7 +30,7 @@ const char* nameOf(Authentication authentication) {
   return "none";
 }
 
-/// The headers for the log, secrets withheld.
+// The headers for the log, secrets withheld.
 json::object describe(const Headers& headers) {
   json::object object;
   for (const auto& [name, value] : headers) {
@@ -67,7 +67,9 @@ Connection::Connection(std::unique_ptr<Wire> wire, Environment& environment,
 
 Connection::~Connection() {
   --environment_.counters.openConnections;
-  if (environment_.journal == nullptr) return;
+  if (environment_.journal == nullptr) {
+    return;
+  }
   environment_.journal->write({{"event", "close"},
                                {"connection", number_},
                                {"atUs", environment_.journal->now()},
@@ -118,10 +120,14 @@ void Connection::drip() {
   wire_->write(
       kRecordStart.substr(place, 1),
       [self = shared_from_this()](const ErrorCode& error, std::size_t) {
-        if (error) return;
+        if (error) {
+          return;
+        }
         self->timer_.expires_after(std::chrono::seconds(1));
         self->timer_.async_wait([self](const ErrorCode& stopped) {
-          if (!stopped) self->drip();
+          if (!stopped) {
+            self->drip();
+          }
         });
       });
 }
@@ -149,13 +155,19 @@ void Connection::onShaken(const ErrorCode& error) {
     ++counters.tlsFailures;
     return;
   }
-  if (secure) ++counters.tlsHandshakes;
-  if (facts.resumed) ++counters.tlsResumptions;
+  if (secure) {
+    ++counters.tlsHandshakes;
+  }
+  if (facts.resumed) {
+    ++counters.tlsResumptions;
+  }
   admit(plan_.afterHandshake, [this] { read(); });
 }
 
 void Connection::read() {
-  if (reading_ || ended_ || clientLeft_ || received_.size() > kBacklog) return;
+  if (reading_ || ended_ || clientLeft_ || received_.size() > kBacklog) {
+    return;
+  }
   reading_ = true;
   wire_->read(
       block_.data(), block_.size(),
@@ -174,13 +186,17 @@ void Connection::onRead(const ErrorCode& error, std::size_t count) {
     }
     return;
   }
-  if (!held_) received_.append(block_.data(), count);
+  if (!held_) {
+    received_.append(block_.data(), count);
+  }
   serve();
   read();
 }
 
 void Connection::serve() {
-  if (exchange_ || held_ || ended_) return;
+  if (exchange_ || held_ || ended_) {
+    return;
+  }
   switch (reader_.feed(received_)) {
     case RequestReader::State::kIncomplete:
       return;
@@ -229,7 +245,9 @@ void Connection::respond(Request request) {
 
   timer_.expires_at(due);
   timer_.async_wait([self = shared_from_this()](const ErrorCode& error) {
-    if (!error) self->deliver();
+    if (!error) {
+      self->deliver();
+    }
   });
 }
 
@@ -277,7 +295,9 @@ void Connection::onSent(const ErrorCode& error) {
   }
   timer_.expires_after(delivery.stepEvery);
   timer_.async_wait([self = shared_from_this()](const ErrorCode& failure) {
-    if (!failure) self->send();
+    if (!failure) {
+      self->send();
+    }
   });
 }
 
@@ -299,11 +319,15 @@ void Connection::onAnswered() {
 }
 
 void Connection::finish(bool complete) {
-  if (!exchange_) return;
+  if (!exchange_) {
+    return;
+  }
   --environment_.counters.openRequests;
   ++environment_.counters
         .answersByStatus[std::to_string(exchange_->answer.reply().status)];
-  if (environment_.journal != nullptr) log(complete);
+  if (environment_.journal != nullptr) {
+    log(complete);
+  }
   exchange_.reset();
 }
 
@@ -325,7 +349,9 @@ void Connection::log(bool complete) {
 }
 
 void Connection::end(Ending ending) {
-  if (ended_) return;
+  if (ended_) {
+    return;
+  }
   ended_ = true;
   if (ending == Ending::kReset) {
     wire_->reset();

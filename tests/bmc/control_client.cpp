@@ -11,12 +11,14 @@
 namespace bmc {
 namespace {
 
-/// A socket that is closed with its owner.
+// A socket that is closed with its owner.
 class Socket {
  public:
   explicit Socket(int descriptor) : descriptor_(descriptor) {}
   ~Socket() {
-    if (descriptor_ >= 0) close(descriptor_);
+    if (descriptor_ >= 0) {
+      close(descriptor_);
+    }
   }
   Socket(const Socket&) = delete;
   Socket& operator=(const Socket&) = delete;
@@ -52,7 +54,9 @@ bool sendAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t sent =
         send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (sent <= 0) return false;
+    if (sent <= 0) {
+      return false;
+    }
     bytes.remove_prefix(static_cast<std::size_t>(sent));
   }
   return true;
@@ -82,7 +86,9 @@ std::string askControl(const std::string& address, std::uint16_t port,
   const std::string request = "GET " + target +
                               " HTTP/1.1\r\nHost: localhost\r\n"
                               "Connection: close\r\n\r\n";
-  if (socket.get() < 0 || !sendAll(socket.get(), request)) return {};
+  if (socket.get() < 0 || !sendAll(socket.get(), request)) {
+    return {};
+  }
   const std::string answer = receiveAll(socket.get());
   const std::size_t head = answer.find("\r\n\r\n");
   return head == std::string::npos ? std::string() : answer.substr(head + 4);

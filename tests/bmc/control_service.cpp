@@ -11,7 +11,9 @@ ControlService::ControlService(const Counters& counters, const Journal& journal)
     : counters_(counters), journal_(journal) {}
 
 Reply ControlService::answer(const Request& request) {
-  if (request.target == "/counters") return jsonReply(200, toJson(counters_));
+  if (request.target == "/counters") {
+    return jsonReply(200, toJson(counters_));
+  }
   if (request.target == "/log") {
     std::ostringstream text;
     text << std::ifstream(journal_.path(), std::ios::binary).rdbuf();

@@ -29,7 +29,7 @@ fs::path makeFolder() {
   return mkdtemp(pattern.data()) == nullptr ? fs::path() : fs::path(pattern);
 }
 
-/// The exit status of a process that has ended; -1 when a signal ended it.
+// The exit status of a process that has ended; -1 when a signal ended it.
 int exitStatusOf(int waitStatus) {
   return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1;
 }
@@ -59,7 +59,9 @@ Controller::Controller(const std::vector<std::string>& arguments)
 
 Controller::~Controller() {
   static_cast<void>(stop());  // A test that cares has stopped it before.
-  if (lifeline_ >= 0) close(lifeline_);
+  if (lifeline_ >= 0) {
+    close(lifeline_);
+  }
   std::error_code ignored;
   fs::remove_all(folder_, ignored);
 }
@@ -70,11 +72,15 @@ bool Controller::spawn(const std::vector<std::string>& arguments) {
   std::vector<std::string> words{BMC_PROGRAM, "--dir", folder_.string()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(word.data());
+  for (std::string& word : words) {
+    argv.push_back(word.data());
+  }
   argv.push_back(nullptr);
 
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return false;
+  if (pipe2(ends, O_CLOEXEC) != 0) {
+    return false;
+  }
   lifeline_ = ends[1];
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
@@ -83,7 +89,9 @@ bool Controller::spawn(const std::vector<std::string>& arguments) {
                                 argv.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   close(ends[0]);
-  if (error != 0) process_ = -1;
+  if (error != 0) {
+    process_ = -1;
+  }
   return error == 0;
 }
 
@@ -96,7 +104,9 @@ bool Controller::awaitReadiness() {
       process_ = -1;
       return false;
     }
-    if (std::chrono::steady_clock::now() > end) return false;
+    if (std::chrono::steady_clock::now() > end) {
+      return false;
+    }
     std::this_thread::sleep_for(kPollPause);
   }
   return true;
@@ -125,7 +135,9 @@ std::vector<LoggedRequest> Controller::requests() const {
   for (std::string line; std::getline(lines, line);) {
     json::error_code error;
     const json::value entry = json::parse(line, error);
-    if (error || !entry.is_object()) continue;
+    if (error || !entry.is_object()) {
+      continue;
+    }
     if (entry.get_object().at("event") == "request") {
       requests.push_back(toRequest(entry.get_object()));
     }
@@ -134,7 +146,9 @@ std::vector<LoggedRequest> Controller::requests() const {
 }
 
 int Controller::stop() {
-  if (process_ < 0) return exitStatus_;
+  if (process_ < 0) {
+    return exitStatus_;
+  }
   // The signal alone: with the end of its input it would come twice, and the
   // second one kills a process that is already on its way out.
   kill(process_, SIGTERM);

@@ -46,14 +46,18 @@ using CountMap = std::map<std::string, std::uint64_t>;
 
 json::object toObject(const CountMap& counts) {
   json::object object;
-  for (const auto& [key, count] : counts) object[key] = count;
+  for (const auto& [key, count] : counts) {
+    object[key] = count;
+  }
   return object;
 }
 
 CountMap toMap(const json::object& holder, const char* name) {
   CountMap counts;
   const json::value* value = holder.if_contains(name);
-  if (value == nullptr || !value->is_object()) return counts;
+  if (value == nullptr || !value->is_object()) {
+    return counts;
+  }
   for (const auto& entry : value->get_object()) {
     counts[entry.key()] = entry.value().to_number<std::uint64_t>();
   }
@@ -76,7 +80,9 @@ Counters countersFromJson(const std::string& text) {
   Counters counters;
   json::error_code error;
   const json::value value = json::parse(text, error);
-  if (error || !value.is_object()) return counters;
+  if (error || !value.is_object()) {
+    return counters;
+  }
   const json::object& object = value.get_object();
   for (const Field& field : kFields) {
     const json::value* number = object.if_contains(field.name);

@@ -11,11 +11,15 @@ namespace {
 
 namespace json = boost::json;
 
-/// The link of an object that is nothing but a reference; empty otherwise.
+// The link of an object that is nothing but a reference; empty otherwise.
 std::string_view referenceOf(const json::object& object) {
-  if (object.size() != 1) return {};
+  if (object.size() != 1) {
+    return {};
+  }
   const json::value* link = object.if_contains("@odata.id");
-  if (link == nullptr || !link->is_string()) return {};
+  if (link == nullptr || !link->is_string()) {
+    return {};
+  }
   return link->get_string();
 }
 
@@ -25,7 +29,9 @@ class Expander {
       : tree_(tree), query_(query) {}
 
   void expandResource(json::object& object, std::string_view path, int levels) {
-    if (levels == 0) return;
+    if (levels == 0) {
+      return;
+    }
     within_.emplace_back(path);
     walkObject(object, query_.noLinks, levels);
     within_.pop_back();
@@ -41,11 +47,15 @@ class Expander {
 
   void walkValue(json::value& value, bool wanted, int levels) {
     if (json::array* array = value.if_array()) {
-      for (json::value& entry : *array) walkValue(entry, wanted, levels);
+      for (json::value& entry : *array) {
+        walkValue(entry, wanted, levels);
+      }
       return;
     }
     json::object* object = value.if_object();
-    if (object == nullptr) return;
+    if (object == nullptr) {
+      return;
+    }
     const std::string link(referenceOf(*object));
     if (link.empty()) {
       walkObject(*object, wanted, levels);
@@ -55,24 +65,30 @@ class Expander {
   }
 
   void replace(json::object& object, std::string_view link, int levels) {
-    while (link.size() > 1 && link.back() == '/') link.remove_suffix(1);
+    while (link.size() > 1 && link.back() == '/') {
+      link.remove_suffix(1);
+    }
     const json::object* resource = tree_.object(link);
     const bool circular =
         std::find(within_.begin(), within_.end(), link) != within_.end();
-    if (resource == nullptr || circular) return;
+    if (resource == nullptr || circular) {
+      return;
+    }
     object = *resource;
     expandResource(object, link, levels - 1);
   }
 
   const Tree& tree_;
   const ExpandQuery& query_;
-  std::vector<std::string> within_;  ///< Resources that enclose this place.
+  std::vector<std::string> within_;  // Resources that enclose this place.
 };
 
 }  // namespace
 
 std::optional<ExpandQuery> parseExpand(std::string_view value) {
-  if (value.empty()) return std::nullopt;
+  if (value.empty()) {
+    return std::nullopt;
+  }
   ExpandQuery query;
   switch (value.front()) {
     case '.':
@@ -88,7 +104,9 @@ std::optional<ExpandQuery> parseExpand(std::string_view value) {
       return std::nullopt;
   }
   value.remove_prefix(1);
-  if (value.empty()) return query;
+  if (value.empty()) {
+    return query;
+  }
 
   constexpr std::string_view kOpen = "($levels=";
   if (value.substr(0, kOpen.size()) != kOpen || value.back() != ')') {

@@ -87,7 +87,9 @@ TreeEdit readTreeEdit(const json::value& value, const std::string& where,
   TreeEdit edit;
   ObjectReader reader(value, where, error);
   edit.path = reader.text("path").value_or("");
-  if (edit.path.empty()) reader.complain("path", "is missing");
+  if (edit.path.empty()) {
+    reader.complain("path", "is missing");
+  }
   edit.absent = reader.flag("absent");
   edit.json = readJsonEdit(reader);
   reader.finish();
@@ -142,7 +144,9 @@ std::optional<FaultPlan> readFaultFile(const std::string& path,
       slash == std::string::npos ? "." : path.substr(0, slash);
   std::string complaint;
   FaultPlan plan = readPlan(root, folder, complaint);
-  if (complaint.empty()) return plan;
+  if (complaint.empty()) {
+    return plan;
+  }
   error = path + ": " + complaint;
   return std::nullopt;
 }

@@ -33,7 +33,7 @@ std::optional<std::string> fromHex(const std::string& hex) {
   return bytes;
 }
 
-/// Reads the parts of one rule.
+// Reads the parts of one rule.
 class RuleReader {
  public:
   RuleReader(std::string folder, std::string& error)
@@ -93,7 +93,9 @@ class RuleReader {
 
   void readHeaders(ObjectReader& reader, ReplyEdit& edit) {
     const json::object* headers = reader.object("headers");
-    if (headers == nullptr) return;
+    if (headers == nullptr) {
+      return;
+    }
     for (const auto& header : *headers) {
       const json::string* text = header.value().if_string();
       if (text != nullptr) {
@@ -128,12 +130,16 @@ class RuleReader {
     part.text = reader.text("text").value_or("");
     if (const auto hex = reader.text("hex")) {
       const auto bytes = fromHex(*hex);
-      if (!bytes) reader.complain("hex", "must be pairs of hexadecimal digits");
+      if (!bytes) {
+        reader.complain("hex", "must be pairs of hexadecimal digits");
+      }
       part.text = bytes.value_or("");
     }
     if (const auto file = reader.text("file")) {
       const auto text = textOf(folder_ + "/" + *file);
-      if (!text) reader.complain("file", "cannot be read");
+      if (!text) {
+        reader.complain("file", "cannot be read");
+      }
       part.text = text.value_or("");
     }
     if (const auto count = reader.number("noise")) {

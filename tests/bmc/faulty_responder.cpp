@@ -22,7 +22,7 @@ namespace {
 
 namespace json = boost::json;
 
-/// How far ahead the mark "soon" is.
+// How far ahead the mark "soon" is.
 constexpr std::chrono::seconds kSoon{3};
 
 std::string httpDate(std::chrono::system_clock::time_point when) {
@@ -40,9 +40,11 @@ bool matches(const std::optional<std::string>& pattern,
   return !pattern || fnmatch(pattern->c_str(), text.c_str(), 0) == 0;
 }
 
-/// Whether a request is one of a rule's, but for its number among them.
+// Whether a request is one of a rule's, but for its number among them.
 bool fits(const FaultRule& rule, const Request& request) {
-  if (rule.method && *rule.method != request.method) return false;
+  if (rule.method && *rule.method != request.method) {
+    return false;
+  }
   if (!matches(rule.target, request.target) ||
       !rule.connection.contains(request.connection) ||
       !rule.ordinal.contains(request.ordinal)) {
@@ -54,10 +56,14 @@ bool fits(const FaultRule& rule, const Request& request) {
 
 void editJson(const JsonEdit& edit, Reply& reply) {
   const auto* text = dynamic_cast<const TextBody*>(reply.body.get());
-  if (edit.empty() || text == nullptr) return;
+  if (edit.empty() || text == nullptr) {
+    return;
+  }
   json::error_code error;
   json::value document = json::parse(text->text(), error);
-  if (error) return;
+  if (error) {
+    return;
+  }
   apply(edit, document);
   reply.body = std::make_unique<TextBody>(json::serialize(document));
 }
@@ -76,7 +82,9 @@ void editDelivery(const DeliveryEdit& edit, Delivery& delivery) {
 
 FaultyResponder::FaultyResponder(Responder& inner, std::vector<FaultRule> rules)
     : inner_(inner) {
-  for (FaultRule& rule : rules) rules_.push_back({std::move(rule), 0});
+  for (FaultRule& rule : rules) {
+    rules_.push_back({std::move(rule), 0});
+  }
 }
 
 void FaultyResponder::setMarks(std::map<std::string, std::string> marks) {
@@ -85,8 +93,12 @@ void FaultyResponder::setMarks(std::map<std::string, std::string> marks) {
 
 Reply FaultyResponder::answer(const Request& request) {
   for (Rule& rule : rules_) {
-    if (!fits(rule.rule, request)) continue;
-    if (rule.rule.nth.contains(++rule.fitted)) return apply(rule, request);
+    if (!fits(rule.rule, request)) {
+      continue;
+    }
+    if (rule.rule.nth.contains(++rule.fitted)) {
+      return apply(rule, request);
+    }
   }
   return inner_.answer(request);
 }
@@ -99,7 +111,9 @@ Reply FaultyResponder::apply(const Rule& rule, const Request& request) {
     const int status = edit.status.value_or(reply.status);
     reply = errorReply(status, *edit.error, "The controller says so.");
   }
-  if (edit.status) reply.status = *edit.status;
+  if (edit.status) {
+    reply.status = *edit.status;
+  }
   if (edit.body) {
     std::vector<BodyPart> parts = edit.body->parts;
     for (BodyPart& part : parts) {
@@ -125,7 +139,9 @@ Reply FaultyResponder::apply(const Rule& rule, const Request& request) {
 
 std::string FaultyResponder::withMarks(std::string text, const Rule& rule,
                                        const Request& request) const {
-  if (text.find("${") == std::string::npos) return text;
+  if (text.find("${") == std::string::npos) {
+    return text;
+  }
   const auto replace = [&text](const std::string& name,
                                const std::string& value) {
     boost::algorithm::replace_all(text, "${" + name + "}", value);
@@ -133,7 +149,9 @@ std::string FaultyResponder::withMarks(std::string text, const Rule& rule,
   replace("nth", std::to_string(rule.fitted));
   replace("target", request.target);
   replace("soon", httpDate(std::chrono::system_clock::now() + kSoon));
-  for (const auto& [name, value] : marks_) replace(name, value);
+  for (const auto& [name, value] : marks_) {
+    replace(name, value);
+  }
   return text;
 }
 

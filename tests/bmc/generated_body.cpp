@@ -10,7 +10,9 @@ constexpr std::string_view kNumberMark = "#########";
 
 std::string repetitionOf(const std::string& text, std::uint64_t number) {
   const std::size_t mark = text.find(kNumberMark);
-  if (mark == std::string::npos) return text;
+  if (mark == std::string::npos) {
+    return text;
+  }
   std::string digits = std::to_string(number);
   if (digits.size() < kNumberMark.size()) {
     digits.insert(0, kNumberMark.size() - digits.size(), '0');
@@ -27,7 +29,9 @@ GeneratedBody::GeneratedBody(std::vector<BodyPart> parts)
 
 std::optional<std::uint64_t> GeneratedBody::size() const {
   std::uint64_t sum = 0;
-  for (const BodyPart& part : parts_) sum += part.text.size() * part.times;
+  for (const BodyPart& part : parts_) {
+    sum += part.text.size() * part.times;
+  }
   return sum;
 }
 
@@ -58,7 +62,9 @@ void GeneratedBody::refill(std::size_t wanted) {
 std::string noise(std::size_t count) {
   std::mt19937 generator;  // Its default seed makes it the same every time.
   std::string bytes(count, '\0');
-  for (char& byte : bytes) byte = static_cast<char>(generator() & 0xffU);
+  for (char& byte : bytes) {
+    byte = static_cast<char>(generator() & 0xffU);
+  }
   return bytes;
 }
 

@@ -28,7 +28,7 @@ bool startsWith(std::string_view text, const std::string& start) {
   return text.substr(0, start.size()) == start;
 }
 
-/// Two's complement of the sum: with it, the bytes add up to 0.
+// Two's complement of the sum: with it, the bytes add up to 0.
 char checksum(std::string_view bytes) {
   return static_cast<char>(-std::accumulate(bytes.begin(), bytes.end(), 0));
 }
@@ -74,7 +74,9 @@ std::optional<std::string> answerPing(std::string_view ping,
 
 std::optional<std::string> answerIpmi(std::string_view datagram,
                                       const IpmiSettings& settings) {
-  if (startsWith(datagram, kRmcpAsf)) return answerPing(datagram, settings);
+  if (startsWith(datagram, kRmcpAsf)) {
+    return answerPing(datagram, settings);
+  }
   if (!startsWith(datagram, kRmcpIpmi) || datagram.size() != kRequestSize ||
       datagram[kCommand] != kChannelAuthenticationCapabilities) {
     return std::nullopt;

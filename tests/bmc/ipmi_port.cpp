@@ -36,8 +36,12 @@ bool IpmiPort::start(const std::string& address, std::uint16_t port,
                      std::string& error) {
   error_code code;
   const udp::endpoint endpoint(asio::ip::make_address(address, code), port);
-  if (!code) socket_.open(endpoint.protocol(), code);
-  if (!code) socket_.bind(endpoint, code);
+  if (!code) {
+    socket_.open(endpoint.protocol(), code);
+  }
+  if (!code) {
+    socket_.bind(endpoint, code);
+  }
   if (code) {
     error = address + ", UDP: " + code.message();
     return false;
@@ -55,8 +59,12 @@ void IpmiPort::receive() {
   socket_.async_receive_from(
       asio::buffer(datagram_), client_,
       [this](const error_code& error, std::size_t count) {
-        if (error == asio::error::operation_aborted) return;
-        if (!error) answer(count);
+        if (error == asio::error::operation_aborted) {
+          return;
+        }
+        if (!error) {
+          answer(count);
+        }
         receive();
       });
 }
@@ -71,7 +79,9 @@ void IpmiPort::answer(std::size_t count) {
                   {"atUs", journal_.now()},
                   {"received", toHex(datagram)},
                   {"answered", toHex(reply.value_or(std::string()))}});
-  if (!reply) return;
+  if (!reply) {
+    return;
+  }
   error_code lost;  // As datagrams may be.
   socket_.send_to(asio::buffer(*reply), client_, 0, lost);
 }

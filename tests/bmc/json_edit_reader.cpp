@@ -9,17 +9,21 @@ namespace {
 
 namespace json = boost::json;
 
-/// A value, in which {"$text": T, "$times": N} stands for a long text.
+// A value, in which {"$text": T, "$times": N} stands for a long text.
 json::value generated(const json::value& value, const std::string& where,
                       std::string& error) {
   const json::object* object = value.if_object();
-  if (object == nullptr || !object->contains("$text")) return value;
+  if (object == nullptr || !object->contains("$text")) {
+    return value;
+  }
   ObjectReader reader(value, where, error);
   const std::string text = reader.text("$text").value_or("");
   const std::uint64_t times = reader.number("$times").value_or(1);
   reader.finish();
   json::string whole;
-  for (std::uint64_t i = 0; i < times; ++i) whole.append(text);
+  for (std::uint64_t i = 0; i < times; ++i) {
+    whole.append(text);
+  }
   return whole;
 }
 

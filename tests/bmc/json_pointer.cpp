@@ -15,9 +15,11 @@ namespace {
 
 namespace json = boost::json;
 
-/// The names of a pointer; nothing when it is none, or leads to the root.
+// The names of a pointer; nothing when it is none, or leads to the root.
 std::optional<std::vector<std::string>> stepsOf(std::string_view pointer) {
-  if (pointer.empty() || pointer.front() != '/') return std::nullopt;
+  if (pointer.empty() || pointer.front() != '/') {
+    return std::nullopt;
+  }
   std::vector<std::string> steps;
   while (!pointer.empty()) {
     pointer.remove_prefix(1);
@@ -42,18 +44,22 @@ std::optional<std::size_t> indexOf(const std::string& step,
   return index;
 }
 
-/// The place that a step leads to; null when an array has none.
+// The place that a step leads to; null when an array has none.
 json::value* enter(json::value& holder, const std::string& step) {
   if (json::array* array = holder.if_array()) {
-    if (step == "-") return &array->emplace_back(nullptr);
+    if (step == "-") {
+      return &array->emplace_back(nullptr);
+    }
     const auto index = indexOf(step, *array);
     return index ? &(*array)[*index] : nullptr;
   }
-  if (!holder.is_object()) holder = json::object();
+  if (!holder.is_object()) {
+    holder = json::object();
+  }
   return &holder.get_object()[step];
 }
 
-/// The place that a step leads to; null when it is not there.
+// The place that a step leads to; null when it is not there.
 json::value* find(json::value& holder, const std::string& step) {
   if (json::object* object = holder.if_object()) {
     return object->if_contains(step);
@@ -66,13 +72,17 @@ json::value* find(json::value& holder, const std::string& step) {
 bool erase(json::value& holder, const std::string& step) {
   if (json::object* object = holder.if_object()) {
     const auto found = object->find(step);
-    if (found == object->end()) return false;
+    if (found == object->end()) {
+      return false;
+    }
     object->stable_erase(found);
     return true;
   }
   json::array* array = holder.if_array();
   const auto index = array == nullptr ? std::nullopt : indexOf(step, *array);
-  if (!index) return false;
+  if (!index) {
+    return false;
+  }
   array->erase(array->begin() + *index);
   return true;
 }
@@ -82,11 +92,15 @@ bool erase(json::value& holder, const std::string& step) {
 bool setAt(json::value& root, std::string_view pointer,
            const json::value& value) {
   const auto steps = stepsOf(pointer);
-  if (!steps) return false;
+  if (!steps) {
+    return false;
+  }
   json::value* place = &root;
   for (const std::string& step : *steps) {
     place = enter(*place, step);
-    if (place == nullptr) return false;
+    if (place == nullptr) {
+      return false;
+    }
   }
   *place = value;
   return true;
@@ -94,11 +108,15 @@ bool setAt(json::value& root, std::string_view pointer,
 
 bool removeAt(json::value& root, std::string_view pointer) {
   const auto steps = stepsOf(pointer);
-  if (!steps) return false;
+  if (!steps) {
+    return false;
+  }
   json::value* holder = &root;
   for (std::size_t i = 0; i + 1 < steps->size(); ++i) {
     holder = find(*holder, (*steps)[i]);
-    if (holder == nullptr) return false;
+    if (holder == nullptr) {
+      return false;
+    }
   }
   return erase(*holder, steps->back());
 }

@@ -23,7 +23,9 @@ struct Lifeline::Watches {
 
   void watchSignals() {
     signals.async_wait([this](const error_code& error, int) {
-      if (!error) io.stop();
+      if (!error) {
+        io.stop();
+      }
     });
   }
 
@@ -31,11 +33,15 @@ struct Lifeline::Watches {
     // By number: the declaration of glibc 2.36 lacks its C linkage.
     const int descriptor =
         static_cast<int>(syscall(SYS_pidfd_open, getppid(), 0));
-    if (descriptor < 0) return;  // Signals and input remain.
+    if (descriptor < 0) {
+      return;  // Signals and input remain.
+    }
     parent.assign(descriptor);
     parent.async_wait(asio::posix::stream_descriptor::wait_read,
                       [this](const error_code& error) {
-                        if (!error) io.stop();
+                        if (!error) {
+                          io.stop();
+                        }
                       });
   }
 
@@ -43,12 +49,14 @@ struct Lifeline::Watches {
     struct stat facts {};
     const bool lasting = fstat(STDIN_FILENO, &facts) == 0 &&
                          (S_ISFIFO(facts.st_mode) || S_ISSOCK(facts.st_mode));
-    if (!lasting) return;
+    if (!lasting) {
+      return;
+    }
     input.assign(dup(STDIN_FILENO));
     readInput();
   }
 
-  /// Reads standard input to its end; what it says does not matter.
+  // Reads standard input to its end; what it says does not matter.
   void readInput() {
     input.async_read_some(asio::buffer(ignored),
                           [this](const error_code& error, std::size_t) {

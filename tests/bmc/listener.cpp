@@ -13,7 +13,7 @@ namespace asio = boost::asio;
 using asio::ip::tcp;
 using boost::system::error_code;
 
-/// Pause before accepting again when the system has no descriptor left.
+// Pause before accepting again when the system has no descriptor left.
 constexpr std::chrono::milliseconds kAcceptPause{50};
 
 Listener::Listener(Environment& environment, asio::ssl::context* tls)
@@ -31,10 +31,18 @@ bool Listener::start(const std::string& address, std::uint16_t port,
     return false;
   }
   const tcp::endpoint endpoint(parsed, port);
-  if (!code) acceptor_.open(endpoint.protocol(), code);
-  if (!code) acceptor_.set_option(tcp::acceptor::reuse_address(true), code);
-  if (!code) acceptor_.bind(endpoint, code);
-  if (!code) acceptor_.listen(asio::socket_base::max_listen_connections, code);
+  if (!code) {
+    acceptor_.open(endpoint.protocol(), code);
+  }
+  if (!code) {
+    acceptor_.set_option(tcp::acceptor::reuse_address(true), code);
+  }
+  if (!code) {
+    acceptor_.bind(endpoint, code);
+  }
+  if (!code) {
+    acceptor_.listen(asio::socket_base::max_listen_connections, code);
+  }
   if (code) {
     error = address + ":" + std::to_string(port) + ": " + code.message();
     return false;
@@ -56,7 +64,9 @@ void Listener::accept() {
     } else if (error != asio::error::operation_aborted) {
       pause_.expires_after(kAcceptPause);
       pause_.async_wait([this](const error_code& stopped) {
-        if (!stopped) accept();
+        if (!stopped) {
+          accept();
+        }
       });
     }
   });

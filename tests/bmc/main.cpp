@@ -8,7 +8,9 @@
 int main(int argc, char** argv) {
   bmc::Options options;
   int exitStatus = 0;
-  if (!bmc::parseOptions(argc, argv, options, exitStatus)) return exitStatus;
+  if (!bmc::parseOptions(argc, argv, options, exitStatus)) {
+    return exitStatus;
+  }
 
   bmc::Server server(std::move(options));
   std::string error;

@@ -15,7 +15,9 @@ bool sameName(std::string_view left, std::string_view right) {
 
 std::string_view headerOf(const Headers& headers, std::string_view name) {
   for (const auto& [key, value] : headers) {
-    if (sameName(key, name)) return value;
+    if (sameName(key, name)) {
+      return value;
+    }
   }
   return {};
 }

@@ -16,13 +16,19 @@ bool parseNumber(std::string_view text, std::uint64_t& number) {
 std::optional<NumberRange> parseRange(std::string_view text) {
   NumberRange range;
   const std::size_t dash = text.find('-');
-  if (!parseNumber(text.substr(0, dash), range.first)) return std::nullopt;
+  if (!parseNumber(text.substr(0, dash), range.first)) {
+    return std::nullopt;
+  }
   if (dash == std::string_view::npos) {
     range.last = range.first;
   } else if (dash + 1 < text.size()) {
-    if (!parseNumber(text.substr(dash + 1), range.last)) return std::nullopt;
+    if (!parseNumber(text.substr(dash + 1), range.last)) {
+      return std::nullopt;
+    }
   }
-  if (range.last < range.first) return std::nullopt;
+  if (range.last < range.first) {
+    return std::nullopt;
+  }
   return range;
 }
 

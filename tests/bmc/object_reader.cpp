@@ -23,7 +23,9 @@ const json::value* ObjectReader::any(const char* name) {
 
 std::optional<std::string> ObjectReader::text(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return std::nullopt;
+  if (value == nullptr) {
+    return std::nullopt;
+  }
   if (!value->is_string()) {
     complain(name, "must be a text");
     return std::nullopt;
@@ -33,7 +35,9 @@ std::optional<std::string> ObjectReader::text(const char* name) {
 
 std::optional<std::uint64_t> ObjectReader::number(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return std::nullopt;
+  if (value == nullptr) {
+    return std::nullopt;
+  }
   json::error_code error;
   const auto number = value->to_number<std::uint64_t>(error);
   if (error) {
@@ -45,39 +49,57 @@ std::optional<std::uint64_t> ObjectReader::number(const char* name) {
 
 bool ObjectReader::flag(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return false;
-  if (!value->is_bool()) complain(name, "must be true or false");
+  if (value == nullptr) {
+    return false;
+  }
+  if (!value->is_bool()) {
+    complain(name, "must be true or false");
+  }
   return value->is_bool() && value->get_bool();
 }
 
 NumberRange ObjectReader::range(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return {};
+  if (value == nullptr) {
+    return {};
+  }
   const json::string* text = value->if_string();
   const auto range =
       text == nullptr ? std::nullopt : parseRange(std::string_view(*text));
-  if (!range) complain(name, R"(must be like "3", "3-5" or "3-")");
+  if (!range) {
+    complain(name, R"(must be like "3", "3-5" or "3-")");
+  }
   return range.value_or(NumberRange{});
 }
 
 const json::object* ObjectReader::object(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return nullptr;
-  if (!value->is_object()) complain(name, "must be an object");
+  if (value == nullptr) {
+    return nullptr;
+  }
+  if (!value->is_object()) {
+    complain(name, "must be an object");
+  }
   return value->if_object();
 }
 
 const json::array* ObjectReader::array(const char* name) {
   const json::value* value = any(name);
-  if (value == nullptr) return nullptr;
-  if (!value->is_array()) complain(name, "must be an array");
+  if (value == nullptr) {
+    return nullptr;
+  }
+  if (!value->is_array()) {
+    complain(name, "must be an array");
+  }
   return value->if_array();
 }
 
 std::optional<std::size_t> ObjectReader::word(
     const char* name, const std::vector<std::string>& words) {
   const auto given = text(name);
-  if (!given) return std::nullopt;
+  if (!given) {
+    return std::nullopt;
+  }
   const auto found = std::find(words.begin(), words.end(), *given);
   if (found == words.end()) {
     std::string list;
@@ -95,7 +117,9 @@ void ObjectReader::each(
     const std::function<void(const json::value& entry,
                              const std::string& place)>& take) {
   const json::array* entries = array(name);
-  if (entries == nullptr) return;
+  if (entries == nullptr) {
+    return;
+  }
   for (std::size_t i = 0; i < entries->size(); ++i) {
     take((*entries)[i], place(name) + "/" + std::to_string(i));
   }
@@ -108,12 +132,16 @@ std::string ObjectReader::place(const char* name) const {
 void ObjectReader::finish() {
   for (const auto& member : *object_) {
     const std::string name(member.key());
-    if (known_.count(name) == 0) complain(name.c_str(), "is unknown");
+    if (known_.count(name) == 0) {
+      complain(name.c_str(), "is unknown");
+    }
   }
 }
 
 void ObjectReader::complain(const char* name, const std::string& what) {
-  if (error_.empty()) error_ = place(name) + " " + what;
+  if (error_.empty()) {
+    error_ = place(name) + " " + what;
+  }
 }
 
 }  // namespace bmc

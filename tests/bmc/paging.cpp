@@ -11,7 +11,9 @@ namespace json = boost::json;
 void paginate(json::object& collection, const std::string& again,
               const Page& page) {
   json::value* value = collection.if_contains("Members");
-  if (value == nullptr || !value->is_array()) return;
+  if (value == nullptr || !value->is_array()) {
+    return;
+  }
   json::array& members = value->get_array();
 
   const std::size_t first = std::min(page.skip, members.size());

@@ -16,7 +16,9 @@ class PlannedConnections : public ConnectionPolicy {
 
   ConnectionPlan plan(std::uint64_t number) override {
     for (const ConnectionRule& rule : rules_) {
-      if (rule.numbers.contains(number)) return rule.plan;
+      if (rule.numbers.contains(number)) {
+        return rule.plan;
+      }
     }
     return {};
   }

@@ -73,7 +73,9 @@ bool readReady(const std::string& folder, Ready& ready) {
   text << file.rdbuf();
   json::error_code error;
   const json::value value = json::parse(text.str(), error);
-  if (error || !value.is_object()) return false;
+  if (error || !value.is_object()) {
+    return false;
+  }
   const json::object& object = value.get_object();
   ready = {textIn(object, "address"),   portIn(object, "httpPort"),
            portIn(object, "httpsPort"), portIn(object, "controlPort"),

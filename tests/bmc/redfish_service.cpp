@@ -19,22 +19,30 @@ constexpr const char* kStandardSessions = "/redfish/v1/SessionService/Sessions";
 
 std::string sessionsPath(const Tree& tree) {
   const json::object* root = tree.object(kRootPath);
-  if (root == nullptr) return kStandardSessions;
+  if (root == nullptr) {
+    return kStandardSessions;
+  }
   const json::value holder(*root);
   json::error_code error;
   const json::value* link =
       holder.find_pointer("/Links/Sessions/@odata.id", error);
-  if (link == nullptr || !link->is_string()) return kStandardSessions;
+  if (link == nullptr || !link->is_string()) {
+    return kStandardSessions;
+  }
   const auto target = parseTarget(std::string_view(link->get_string()));
   return target ? target->path : kStandardSessions;
 }
 
 void advertiseExpand(Tree& tree, int maxLevels) {
   const json::object* root = tree.object(kRootPath);
-  if (root == nullptr) return;
+  if (root == nullptr) {
+    return;
+  }
   json::object changed = *root;
   json::value& features = changed["ProtocolFeaturesSupported"];
-  if (!features.is_object()) features = json::object();
+  if (!features.is_object()) {
+    features = json::object();
+  }
   features.get_object()["ExpandQuery"] = {{"ExpandAll", true},
                                           {"Levels", true},
                                           {"Links", true},
@@ -43,7 +51,7 @@ void advertiseExpand(Tree& tree, int maxLevels) {
   tree.replace(kRootPath, std::move(changed));
 }
 
-/// The resources that DSP0266 opens to everyone.
+// The resources that DSP0266 opens to everyone.
 bool isPublic(const std::string& path) {
   return path == "/redfish" || path == kRootPath ||
          path == "/redfish/v1/odata" || path == "/redfish/v1/$metadata";
@@ -117,7 +125,9 @@ Reply RedfishService::route(const Request& request, const Target& target,
   const bool login =
       request.method == "POST" &&
       (target.path == collection || target.path == collection + "/Members");
-  if (login) return sessions_.login(request.body);
+  if (login) {
+    return sessions_.login(request.body);
+  }
 
   const bool known = authentication == Authentication::kToken ||
                      authentication == Authentication::kBasic;
@@ -128,8 +138,12 @@ Reply RedfishService::route(const Request& request, const Target& target,
     return unauthorized();
   }
   if (sessions_.owns(target.path)) {
-    if (request.method == "DELETE") return sessions_.logout(target.path);
-    if (isRead(request.method)) return sessions_.show(target.path);
+    if (request.method == "DELETE") {
+      return sessions_.logout(target.path);
+    }
+    if (isRead(request.method)) {
+      return sessions_.show(target.path);
+    }
     return methodNotAllowed("GET, HEAD, POST, DELETE");
   }
   if (!isRead(request.method)) {
@@ -153,11 +167,15 @@ Reply RedfishService::read(const Target& target) const {
         (name == "$expand" && settings_.maxExpandLevels > 0) ||
         (name == "$skip" && settings_.pageSize > 0);
     // Those with a dollar are refused, others ignored (DSP0266).
-    if (name.front() == '$' && !supported) return badQuery(501, name);
+    if (name.front() == '$' && !supported) {
+      return badQuery(501, name);
+    }
   }
   const bool changes = settings_.pageSize > 0 || target.parameter("$expand");
   const json::object* object = changes ? tree_.object(target.path) : nullptr;
-  if (object != nullptr) return readObject(target, *object);
+  if (object != nullptr) {
+    return readObject(target, *object);
+  }
 
   Reply reply = jsonReply(200, {});
   setHeader(reply.headers, "Content-Type", stored->contentType);
@@ -178,7 +196,9 @@ Reply RedfishService::readObject(const Target& target,
   }
   paginate(object, again,
            {numberOf(target.parameter("$skip")), settings_.pageSize});
-  if (query) expand(object, target.path, tree_, *query);
+  if (query) {
+    expand(object, target.path, tree_, *query);
+  }
   return jsonReply(200, json::serialize(object));
 }
 

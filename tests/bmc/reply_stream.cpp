@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
 
-/// Statuses whose messages have neither body nor length (RFC 9110).
+// Statuses whose messages have neither body nor length (RFC 9110).
 bool hasNoBody(int status) {
   return status == 204 || status == 304 || status < 200;
 }
@@ -29,7 +29,9 @@ ReplyStream::ReplyStream(Reply reply, bool headOnly, bool keepAlive)
       bodyEnded_(headOnly || reply_.body == nullptr ||
                  hasNoBody(reply_.status)),
       pending_(head(keepAlive)) {
-  if (!bodyEnded_) refill();
+  if (!bodyEnded_) {
+    refill();
+  }
 }
 
 std::string ReplyStream::head(bool keepAlive) const {
@@ -59,7 +61,9 @@ std::string_view ReplyStream::next(std::size_t limit) {
   if (taken_ == pending_.size()) {
     pending_.clear();
     taken_ = 0;
-    if (!bodyEnded_) refill();
+    if (!bodyEnded_) {
+      refill();
+    }
   }
   const std::string_view bytes =
       std::string_view(pending_).substr(taken_, limit);
@@ -81,7 +85,9 @@ void ReplyStream::refill() {
   if (bytes.empty()) {
     bodyEnded_ = true;
     cut_ = limit == 0;
-    if (delivery.chunked && !cut_) pending_ += "0\r\n\r\n";
+    if (delivery.chunked && !cut_) {
+      pending_ += "0\r\n\r\n";
+    }
   } else {
     pending_ += delivery.chunked ? chunk(bytes) : std::string(bytes);
   }

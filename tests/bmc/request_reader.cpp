@@ -40,9 +40,15 @@ RequestReader::State RequestReader::feed(std::string& buffer) {
     boost::beast::error_code error;
     const std::size_t used = parser.put(boost::asio::buffer(buffer), error);
     buffer.erase(0, used);
-    if (error == http::error::need_more) return State::kIncomplete;
-    if (error) return State::kMalformed;
-    if (buffer.empty() && !parser.is_done()) return State::kIncomplete;
+    if (error == http::error::need_more) {
+      return State::kIncomplete;
+    }
+    if (error) {
+      return State::kMalformed;
+    }
+    if (buffer.empty() && !parser.is_done()) {
+      return State::kIncomplete;
+    }
   }
   return State::kComplete;
 }

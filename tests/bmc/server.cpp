@@ -47,20 +47,24 @@ std::optional<std::string> readFile(const std::string& path,
 
 std::optional<std::string> readPassword(const std::string& path,
                                         std::string& error) {
-  if (path.empty()) return kDefaultPassword;
+  if (path.empty()) {
+    return kDefaultPassword;
+  }
   auto text = readFile(path, error);
-  if (text) text->erase(std::min(text->find_first_of("\r\n"), text->size()));
+  if (text) {
+    text->erase(std::min(text->find_first_of("\r\n"), text->size()));
+  }
   return text;
 }
 
 }  // namespace
 
-/// In the order of their making; what a part refers to stands before it.
+// In the order of their making; what a part refers to stands before it.
 struct Server::Parts {
   explicit Parts(const std::string& logPath) : journal(logPath) {}
 
   Counters counters;
-  Counters controlCounters;  ///< The control port is not part of the service.
+  Counters controlCounters;  // The control port is not part of the service.
   Journal journal;
   FaultPlan faults;
   std::optional<PlannedConnections> connections;
@@ -95,8 +99,9 @@ bool Server::start(std::string& error) {
     return false;
   }
   if (!readFaults(error) || !makeService(error) || !makeTls(error) ||
-      !listen(error))
+      !listen(error)) {
     return false;
+  }
   if (!writeReady(parts_->ready, options_.directory)) {
     error = options_.directory + ": cannot be written";
     return false;
@@ -115,7 +120,9 @@ bool Server::run() {
 bool Server::readFaults(std::string& error) {
   if (!options_.faultFile.empty()) {
     auto plan = readFaultFile(options_.faultFile, error);
-    if (!plan) return false;
+    if (!plan) {
+      return false;
+    }
     parts_->faults = std::move(*plan);
   }
   return true;
@@ -123,9 +130,13 @@ bool Server::readFaults(std::string& error) {
 
 bool Server::makeService(std::string& error) {
   auto tree = Tree::load(options_.tree, error);
-  if (!tree) return false;
+  if (!tree) {
+    return false;
+  }
   const auto password = readPassword(options_.passwordFile, error);
-  if (!password) return false;
+  if (!password) {
+    return false;
+  }
 
   ServiceSettings settings;
   settings.account = {options_.user, *password};
@@ -134,11 +145,15 @@ bool Server::makeService(std::string& error) {
   settings.maxExpandLevels = options_.expand;
   settings.pageSize = options_.pageSize;
   settings.sessionLife = parts_->faults.sessions;
-  for (const TreeEdit& edit : parts_->faults.tree) apply(edit, *tree);
+  for (const TreeEdit& edit : parts_->faults.tree) {
+    apply(edit, *tree);
+  }
   parts_->service.emplace(std::move(*tree), settings, parts_->counters);
   parts_->faulty.emplace(*parts_->service, parts_->faults.rules);
   Responder* outermost = &*parts_->faulty;
-  if (options_.gzip) outermost = &parts_->compressing.emplace(*outermost);
+  if (options_.gzip) {
+    outermost = &parts_->compressing.emplace(*outermost);
+  }
   parts_->delayed.emplace(*outermost,
                           std::chrono::milliseconds(options_.delayMs));
   parts_->control.emplace(parts_->counters, parts_->journal);
@@ -156,7 +171,9 @@ bool Server::makeTls(std::string& error) {
   } else {
     auto certificate = readFile(options_.certificateFile, error);
     auto key = readFile(options_.keyFile, error);
-    if (!certificate || !key) return false;
+    if (!certificate || !key) {
+      return false;
+    }
     identity = {std::move(*certificate), std::move(*key)};
   }
   parts_->ready.certificate = options_.certificateFile;
@@ -186,7 +203,9 @@ bool Server::listen(std::string& error) {
   if (parts.faults.ipmi) {
     parts.ipmi.emplace(parts.io, *parts.faults.ipmi, parts.counters,
                        parts.journal);
-    if (!parts.ipmi->start(address, options_.ipmiPort, error)) return false;
+    if (!parts.ipmi->start(address, options_.ipmiPort, error)) {
+      return false;
+    }
     parts.ready.ipmiPort = parts.ipmi->port();
   }
   parts.lifeline.emplace(parts.io);

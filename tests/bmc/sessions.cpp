@@ -12,7 +12,9 @@ namespace {
 std::string makeToken() {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::array<unsigned char, 16> bytes{};
-  if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) return {};
+  if (RAND_bytes(bytes.data(), static_cast<int>(bytes.size())) != 1) {
+    return {};
+  }
   // A token that is found where it must not be is known by its beginning.
   std::string token = "bmc-token-";
   for (const unsigned char byte : bytes) {
@@ -25,7 +27,9 @@ std::string makeToken() {
 }  // namespace
 
 const Session* Sessions::open(std::string user) {
-  if (sessions_.size() >= limit_) return nullptr;
+  if (sessions_.size() >= limit_) {
+    return nullptr;
+  }
   const std::string id = std::to_string(++opened_);
   return &sessions_.emplace(id, Session{id, makeToken(), std::move(user), 0})
               .first->second;
@@ -45,7 +49,9 @@ const Session* Sessions::findByToken(std::string_view token) const {
 
 const Session* Sessions::use(std::string_view token) {
   const Session* session = findByToken(token);
-  if (session == nullptr) return nullptr;
+  if (session == nullptr) {
+    return nullptr;
+  }
   Session& used = sessions_.find(session->id)->second;
   ++used.uses;
   return &used;
@@ -53,7 +59,9 @@ const Session* Sessions::use(std::string_view token) {
 
 bool Sessions::close(std::string_view id) {
   const auto found = sessions_.find(id);
-  if (found == sessions_.end()) return false;
+  if (found == sessions_.end()) {
+    return false;
+  }
   sessions_.erase(found);
   return true;
 }

@@ -7,7 +7,9 @@ namespace bmc {
 
 std::optional<std::string> Target::parameter(std::string_view name) const {
   for (const auto& [key, value] : query) {
-    if (key == name) return value;
+    if (key == name) {
+      return value;
+    }
   }
   return std::nullopt;
 }
@@ -15,14 +17,22 @@ std::optional<std::string> Target::parameter(std::string_view name) const {
 std::optional<Target> parseTarget(std::string_view text) {
   const auto parsed =
       boost::urls::parse_origin_form({text.data(), text.size()});
-  if (!parsed) return std::nullopt;
+  if (!parsed) {
+    return std::nullopt;
+  }
 
   Target target;
   for (const std::string segment : parsed->segments()) {
-    if (segment == "..") return std::nullopt;
-    if (!segment.empty()) target.path += "/" + segment;
+    if (segment == "..") {
+      return std::nullopt;
+    }
+    if (!segment.empty()) {
+      target.path += "/" + segment;
+    }
   }
-  if (target.path.empty()) target.path = "/";
+  if (target.path.empty()) {
+    target.path = "/";
+  }
   for (const boost::urls::param parameter : parsed->params()) {
     target.query.emplace_back(parameter.key, parameter.value);
   }

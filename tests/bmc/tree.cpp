@@ -26,21 +26,29 @@ std::string readFile(const fs::path& path) {
 std::optional<json::object> parseObject(const std::string& text) {
   json::error_code error;
   json::value value = json::parse(text, error);
-  if (error || !value.is_object()) return std::nullopt;
+  if (error || !value.is_object()) {
+    return std::nullopt;
+  }
   return std::move(value.get_object());
 }
 
 bool isServiceRoot(const fs::path& file) {
   const auto object = parseObject(readFile(file));
-  if (!object) return false;
+  if (!object) {
+    return false;
+  }
   const json::value* type = object->if_contains("@odata.type");
   return type != nullptr && type->is_string() &&
          type->get_string().starts_with("#ServiceRoot.");
 }
 
 std::string_view contentTypeOf(const fs::path& file) {
-  if (file.filename() == "index.json") return "application/json;charset=utf-8";
-  if (file.filename() == "index.xml") return "application/xml;charset=utf-8";
+  if (file.filename() == "index.json") {
+    return "application/json;charset=utf-8";
+  }
+  if (file.filename() == "index.xml") {
+    return "application/xml;charset=utf-8";
+  }
   return {};
 }
 
@@ -72,7 +80,9 @@ std::optional<Tree> Tree::load(const std::string& folder, std::string& error) {
     }
     const fs::path place = entry->path().lexically_relative(base).parent_path();
     std::string key = prefix;
-    if (!place.empty()) key += "/" + place.generic_string();
+    if (!place.empty()) {
+      key += "/" + place.generic_string();
+    }
     tree.resources_[key] = {
         std::make_shared<const std::string>(readFile(entry->path())),
         std::string(type)};
@@ -93,7 +103,9 @@ const json::object* Tree::object(std::string_view path) const {
   auto found = parsed_.find(path);
   if (found == parsed_.end()) {
     const StoredResource* stored = find(path);
-    if (stored == nullptr) return nullptr;
+    if (stored == nullptr) {
+      return nullptr;
+    }
     found =
         parsed_.emplace(std::string(path), parseObject(*stored->text)).first;
   }
@@ -115,7 +127,9 @@ void Tree::remove(std::string_view path) {
 std::vector<std::string> Tree::paths() const {
   std::vector<std::string> paths;
   paths.reserve(resources_.size());
-  for (const auto& entry : resources_) paths.push_back(entry.first);
+  for (const auto& entry : resources_) {
+    paths.push_back(entry.first);
+  }
   return paths;
 }
 

@@ -19,7 +19,9 @@ bool leadsToLink(const json::value& value) {
     return std::any_of(array->begin(), array->end(), leadsToLink);
   }
   const json::object* object = value.if_object();
-  if (object == nullptr) return false;
+  if (object == nullptr) {
+    return false;
+  }
   return std::any_of(object->begin(), object->end(), [](const auto& member) {
     return member.key() == "@odata.id" || leadsToLink(member.value());
   });
@@ -29,10 +31,14 @@ void fill(json::value& value, const json::value& filler) {
   if (!leadsToLink(value)) {
     value = filler;
   } else if (json::array* array = value.if_array()) {
-    for (json::value& entry : *array) fill(entry, filler);
+    for (json::value& entry : *array) {
+      fill(entry, filler);
+    }
   } else {
     for (auto& member : value.get_object()) {
-      if (!member.key().starts_with("@odata.")) fill(member.value(), filler);
+      if (!member.key().starts_with("@odata.")) {
+        fill(member.value(), filler);
+      }
     }
   }
 }
@@ -48,13 +54,17 @@ void applyToOne(const TreeEdit& edit, const std::string& path, Tree& tree) {
   }
   const json::object* object = tree.object(path);
   if (object == nullptr) {
-    if (tree.find(path) != nullptr) return;
+    if (tree.find(path) != nullptr) {
+      return;
+    }
     tree.replace(path, json::object{{"@odata.id", path}});
     object = tree.object(path);
   }
   json::value document(*object);
   apply(edit.json, document);
-  if (document.is_object()) tree.replace(path, document.get_object());
+  if (document.is_object()) {
+    tree.replace(path, document.get_object());
+  }
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace asio = boost::asio;
 using asio::ip::tcp;
 using boost::system::error_code;
 
-/// How long an orderly end of TLS may wait for the other side.
+// How long an orderly end of TLS may wait for the other side.
 constexpr std::chrono::seconds kShutdownTime{1};
 
 // Errors of socket options and of closing have no remedy: the socket is gone
@@ -67,7 +67,7 @@ class PlainWire : public Wire {
 
 using TlsStream = asio::ssl::stream<tcp::socket>;
 
-/// Says goodbye as TLS wants it, then closes; holds the stream until then.
+// Says goodbye as TLS wants it, then closes; holds the stream until then.
 class TlsShutdown : public std::enable_shared_from_this<TlsShutdown> {
  public:
   explicit TlsShutdown(std::shared_ptr<TlsStream> stream)
@@ -76,7 +76,9 @@ class TlsShutdown : public std::enable_shared_from_this<TlsShutdown> {
 
   void start() {
     timer_.async_wait([self = shared_from_this()](const error_code& error) {
-      if (!error) closeSocket(self->stream_->next_layer());
+      if (!error) {
+        closeSocket(self->stream_->next_layer());
+      }
     });
     stream_->async_shutdown([self = shared_from_this()](const error_code&) {
       self->timer_.cancel();
@@ -118,7 +120,9 @@ class TlsWire : public Wire {
     facts.version = SSL_get_version(handle);
     facts.resumed = SSL_session_reused(handle) == 1;
     const char* name = SSL_get_servername(handle, TLSEXT_NAMETYPE_host_name);
-    if (name != nullptr) facts.serverName = name;
+    if (name != nullptr) {
+      facts.serverName = name;
+    }
     return facts;
   }
 

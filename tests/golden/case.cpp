@@ -20,13 +20,15 @@ std::string nameOf(const Case& theCase) {
   if (file.size() > kArguments.size()) {
     name += "/" + file.substr(kArguments.size() + 1);
   }
-  if (!theCase.variant.empty()) name += "/" + theCase.variant;
+  if (!theCase.variant.empty()) {
+    name += "/" + theCase.variant;
+  }
   std::replace(name.begin(), name.end(), '-', '_');
   std::replace(name.begin(), name.end(), ' ', '_');
   return name;
 }
 
-/// Reads a line "NAME | MARK=text | MARK=text".
+// Reads a line "NAME | MARK=text | MARK=text".
 void readVariant(std::string_view line, Case& theCase) {
   constexpr std::string_view kBetween = " | ";
   bool named = false;
@@ -53,7 +55,9 @@ void readVariant(std::string_view line, Case& theCase) {
 fs::path Case::file(const std::string& fileName) const {
   if (!variant.empty()) {
     const fs::path own = folder / (fileName + "-" + variant);
-    if (fs::exists(own)) return own;
+    if (fs::exists(own)) {
+      return own;
+    }
   }
   return folder / fileName;
 }
@@ -95,7 +99,9 @@ std::vector<Case> findCases(const fs::path& root) {
     for (std::size_t i = 0; i < std::max<std::size_t>(variants.size(), 1);
          ++i) {
       Case one = found;
-      if (!variants.empty()) readVariant(variants[i], one);
+      if (!variants.empty()) {
+        readVariant(variants[i], one);
+      }
       one.name = nameOf(one);
       one.first = first && i == 0;
       cases.push_back(std::move(one));

@@ -19,22 +19,26 @@ constexpr int kCannotStart = 127;
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
   pointers.reserve(texts.size() + 1);
-  for (std::string& text : texts) pointers.push_back(text.data());
+  for (std::string& text : texts) {
+    pointers.push_back(text.data());
+  }
   pointers.push_back(nullptr);
   return pointers;
 }
 
-/// A crash leaves as much as the system ever lets it, whatever limit this
-/// process was given.
+// A crash leaves as much as the system ever lets it, whatever limit this
+// process was given.
 void allowCores() {
   rlimit limit{};
-  if (getrlimit(RLIMIT_CORE, &limit) != 0) return;
+  if (getrlimit(RLIMIT_CORE, &limit) != 0) {
+    return;
+  }
   limit.rlim_cur = limit.rlim_max;
   static_cast<void>(setrlimit(RLIMIT_CORE, &limit));
 }
 
-/// Signals mean what they mean to a program at a terminal, also where the tests
-/// run under nohup, or in the background of a shell, which has them ignored.
+// Signals mean what they mean to a program at a terminal, also where the tests
+// run under nohup, or in the background of a shell, which has them ignored.
 void heedSignals() {
   for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
     static_cast<void>(signal(number, SIG_DFL));
@@ -77,7 +81,9 @@ Outcome runChild(const Command& command,
     _exit(kCannotStart);
   }
 
-  if (meanwhile) meanwhile(child);
+  if (meanwhile) {
+    meanwhile(child);
+  }
   int status = 0;
   rusage used{};
   while (wait4(child, &status, 0, &used) < 0) {

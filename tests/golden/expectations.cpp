@@ -11,11 +11,13 @@
 namespace golden {
 namespace {
 
-/// A number, or the figure of this name.
+// A number, or the figure of this name.
 std::optional<std::uint64_t> valueOf(const std::string& word,
                                      const Figures& figures) {
   const auto figure = figures.find(word);
-  if (figure != figures.end()) return figure->second;
+  if (figure != figures.end()) {
+    return figure->second;
+  }
   std::uint64_t number = 0;
   const char* end = word.data() + word.size();
   const auto read = std::from_chars(word.data(), end, number);
@@ -27,9 +29,15 @@ std::optional<std::uint64_t> valueOf(const std::string& word,
 
 std::optional<bool> holds(std::uint64_t actual, const std::string& relation,
                           std::uint64_t expected) {
-  if (relation == "==") return actual == expected;
-  if (relation == "<=") return actual <= expected;
-  if (relation == ">=") return actual >= expected;
+  if (relation == "==") {
+    return actual == expected;
+  }
+  if (relation == "<=") {
+    return actual <= expected;
+  }
+  if (relation == ">=") {
+    return actual >= expected;
+  }
   return std::nullopt;
 }
 
@@ -39,7 +47,9 @@ Figures figuresOf(const bmc::Counters& counters) {
   Figures figures;
   const auto all = boost::json::parse(bmc::toJson(counters));
   for (const auto& [name, value] : all.as_object()) {
-    if (value.is_number()) figures[name] = value.to_number<std::uint64_t>();
+    if (value.is_number()) {
+      figures[name] = value.to_number<std::uint64_t>();
+    }
   }
   return figures;
 }

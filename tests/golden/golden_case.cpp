@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A new, empty folder that goes away with its owner.
+// A new, empty folder that goes away with its owner.
 class WorkFolder {
  public:
   WorkFolder() {
@@ -44,20 +44,20 @@ class WorkFolder {
   fs::path path_;
 };
 
-/// Places that differ from machine to machine, and how a case writes them.
+// Places that differ from machine to machine, and how a case writes them.
 class Places {
  public:
   void add(std::string mark, std::string text) {
     places_.emplace_back(std::move(mark), std::move(text));
   }
-  /// A case's text, ready for this machine.
+  // A case's text, ready for this machine.
   std::string here(std::string text) const {
     for (const auto& [mark, place] : places_) {
       text = replaceAll(std::move(text), mark, place);
     }
     return text;
   }
-  /// A text of this machine, as cases write it.
+  // A text of this machine, as cases write it.
   std::string anywhere(std::string text) const {
     for (const auto& [mark, place] : places_) {
       text = replaceAll(std::move(text), place, mark);
@@ -69,12 +69,14 @@ class Places {
   std::vector<std::pair<std::string, std::string>> places_;
 };
 
-/// The recorded server that the file "sample" names, with the case's folder
-/// "overlay" laid over it, as WORK/tree.
+// The recorded server that the file "sample" names, with the case's folder
+// "overlay" laid over it, as WORK/tree.
 void makeTree(const Case& theCase, const Setting& setting,
               const fs::path& work) {
   const auto names = linesOf(readText(theCase.folder / "sample"));
-  if (names.empty()) return;
+  if (names.empty()) {
+    return;
+  }
   const auto options = fs::copy_options::recursive |
                        fs::copy_options::copy_symlinks |
                        fs::copy_options::overwrite_existing;
@@ -84,12 +86,14 @@ void makeTree(const Case& theCase, const Setting& setting,
   }
 }
 
-/// The controller that the file "bmc" asks for; null when there is none.
+// The controller that the file "bmc" asks for; null when there is none.
 std::unique_ptr<bmc::Controller> startController(const Case& theCase,
                                                  const fs::path& work,
                                                  Places& places) {
   const std::string options = readText(theCase.inherited("bmc"));
-  if (options.empty()) return nullptr;
+  if (options.empty()) {
+    return nullptr;
+  }
   const std::string faults = readText(theCase.file("faults.json"));
   writeText(work / "faults.json",
             faults.empty() ? "{}" : theCase.filled(faults));
@@ -119,11 +123,13 @@ std::vector<std::string> environmentOf(const Case& theCase,
     }
   }
   const std::string own = places.here(readText(theCase.inherited("env")));
-  for (std::string& line : linesOf(own)) environment.push_back(std::move(line));
+  for (std::string& line : linesOf(own)) {
+    environment.push_back(std::move(line));
+  }
   return environment;
 }
 
-/// Compares a text with the one that the case keeps, or keeps it.
+// Compares a text with the one that the case keeps, or keeps it.
 void check(const Case& theCase, const Setting& setting, const char* file,
            const std::string& actual) {
   const fs::path kept = theCase.file(file);
@@ -141,7 +147,7 @@ void check(const Case& theCase, const Setting& setting, const char* file,
   }
 }
 
-/// The lines of the file "log" occur in the log, in this order.
+// The lines of the file "log" occur in the log, in this order.
 void checkLog(const Case& theCase, const std::string& log) {
   std::size_t at = 0;
   for (const std::string& line :
@@ -157,7 +163,7 @@ void checkLog(const Case& theCase, const std::string& log) {
   }
 }
 
-/// The lines of the file "never" occur in nothing that the run wrote.
+// The lines of the file "never" occur in nothing that the run wrote.
 void checkNever(const Case& theCase, const Places& places,
                 const std::string& everything) {
   const std::string kept = places.here(readText(theCase.inherited("never")));
@@ -167,7 +173,7 @@ void checkNever(const Case& theCase, const Places& places,
   }
 }
 
-/// What the controller counted is what the file "counters" expects.
+// What the controller counted is what the file "counters" expects.
 void checkCounters(const Case& theCase, const bmc::Controller& controller) {
   const std::string expected =
       theCase.filled(readText(theCase.inherited("counters")));
@@ -177,8 +183,8 @@ void checkCounters(const Case& theCase, const bmc::Controller& controller) {
   }
 }
 
-/// The run took no more than the file "limits" allows. Sanitizers take many
-/// times the memory and time, so what they measure says nothing.
+// The run took no more than the file "limits" allows. Sanitizers take many
+// times the memory and time, so what they measure says nothing.
 void checkLimits(const Case& theCase, const Setting& setting,
                  const Outcome& outcome) {
 #if !defined(SYSHEALTH_SANITIZED)
@@ -244,7 +250,9 @@ void runCase(const Case& theCase, const Setting& setting) {
   checkNever(theCase, places, output + errors + log);
   checkLimits(theCase, setting, outcome);
   EXPECT_FALSE(outcome.dumpedCore);
-  if (controller) checkCounters(theCase, *controller);
+  if (controller) {
+    checkCounters(theCase, *controller);
+  }
 }
 
 }  // namespace golden

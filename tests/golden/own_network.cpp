@@ -13,7 +13,9 @@ namespace {
 
 bool raiseLoopback() {
   const int any = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (any < 0) return false;
+  if (any < 0) {
+    return false;
+  }
   ifreq request{};
   std::strcpy(request.ifr_name, "lo");
   request.ifr_flags = IFF_UP | IFF_RUNNING;

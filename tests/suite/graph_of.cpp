@@ -32,16 +32,22 @@ void put(redfish::Graph& graph, std::string_view link, std::string_view text) {
 redfish::Graph graphOf(
     const std::vector<std::pair<std::string_view, std::string>>& resources) {
   redfish::Graph graph;
-  for (const auto& [link, text] : resources) put(graph, link, text);
+  for (const auto& [link, text] : resources) {
+    put(graph, link, text);
+  }
   return graph;
 }
 
 redfish::Graph recordedGraph(const std::string& directory) {
   redfish::Graph graph;
   fs::path top = fs::path(directory) / "redfish" / "v1";
-  if (!fs::exists(top)) top = directory;
+  if (!fs::exists(top)) {
+    top = directory;
+  }
   for (const auto& entry : fs::recursive_directory_iterator(top)) {
-    if (entry.path().filename() != "index.json") continue;
+    if (entry.path().filename() != "index.json") {
+      continue;
+    }
     const fs::path relative = fs::relative(entry.path().parent_path(), top);
     std::ifstream file(entry.path());
     const std::string text{std::istreambuf_iterator<char>(file), {}};

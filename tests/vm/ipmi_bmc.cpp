@@ -47,7 +47,7 @@ std::string padded(std::string text) {
   return text;
 }
 
-/// Completion code and data that answer a command.
+// Completion code and data that answer a command.
 std::string answer(Account& account, unsigned netFunction, unsigned command,
                    const std::string& data) {
   const auto at = [&](std::size_t index) {
@@ -62,12 +62,20 @@ std::string answer(Account& account, unsigned netFunction, unsigned command,
     case 0x0631:  // Get Message Flags.
       return bytes({0, 0});
     case 0x2C01:
-      if (at(0) != kBody || at(1) != 1) return bytes({0xCC});
+      if (at(0) != kBody || at(1) != 1) {
+        return bytes({0xCC});
+      }
       return bytes({0, kBody, 1}) + account.fingerprint;
     case 0x2C02:
-      if (at(0) != kBody) return bytes({0xCC});
-      if (at(1) != kKeepEnabled) account.enabled = false;
-      if (!account.enabled) return bytes({0x80});
+      if (at(0) != kBody) {
+        return bytes({0xCC});
+      }
+      if (at(1) != kKeepEnabled) {
+        account.enabled = false;
+      }
+      if (!account.enabled) {
+        return bytes({0x80});
+      }
       return bytes({0, kBody}) + padded(account.user) +
              padded(account.password);
     default:
@@ -75,8 +83,8 @@ std::string answer(Account& account, unsigned netFunction, unsigned command,
   }
 }
 
-/// A message as it goes over the line: with its checksum, which makes the sum
-/// of all bytes 0, and the end mark.
+// A message as it goes over the line: with its checksum, which makes the sum
+// of all bytes 0, and the end mark.
 std::string framed(std::string message) {
   const unsigned sum = std::accumulate(
       message.begin(), message.end(), 0U, [](unsigned total, char c) {
@@ -96,12 +104,14 @@ std::string framed(std::string message) {
   return line + static_cast<char>(kMessageEnd);
 }
 
-/// The answer to a message: sequence number, network function and LUN,
-/// command, data, checksum.
+// The answer to a message: sequence number, network function and LUN,
+// command, data, checksum.
 std::string replyTo(Account& account, const std::string& message) {
   constexpr std::size_t kShortest = 4;
   constexpr unsigned kResponse = 0x04;  // In the network function's place.
-  if (message.size() < kShortest) return "";
+  if (message.size() < kShortest) {
+    return "";
+  }
   const auto function = static_cast<unsigned char>(message[1]);
   const std::string data = message.substr(3, message.size() - kShortest);
   return framed(message.substr(0, 1) + static_cast<char>(function | kResponse) +
@@ -110,7 +120,7 @@ std::string replyTo(Account& account, const std::string& message) {
                        static_cast<unsigned char>(message[2]), data));
 }
 
-/// Serves the machine until it is gone.
+// Serves the machine until it is gone.
 void serve(int line, Account& account) {
   std::string message;
   bool escaped = false;
@@ -119,7 +129,9 @@ void serve(int line, Account& account) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte == kMessageEnd) {
       const std::string reply = replyTo(account, message);
-      if (write(line, reply.data(), reply.size()) < 0) return;
+      if (write(line, reply.data(), reply.size()) < 0) {
+        return;
+      }
       message.clear();
     } else if (byte == kCommandEnd) {
       message.clear();  // Of the machine itself: its version and powers.
@@ -132,7 +144,7 @@ void serve(int line, Account& account) {
   }
 }
 
-/// The bytes that pairs of hexadecimal digits stand for.
+// The bytes that pairs of hexadecimal digits stand for.
 std::string fromHexadecimal(const std::string& digits) {
   std::string result;
   for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
@@ -161,7 +173,9 @@ int main(int argc, char** argv) {
     return 1;
   }
   const int line = accept(listener, nullptr, nullptr);
-  if (line < 0) return 1;
+  if (line < 0) {
+    return 1;
+  }
   serve(line, account);
   return 0;
 }

@@ -135,7 +135,7 @@ class Folder {
  public:
   explicit Folder(std::string path) : path_(std::move(path)) {}
 
-  /// Writes a structure; handles count up.
+  // Writes a structure; handles count up.
   void write(const std::string& name, const Structure& structure) {
     std::ofstream file(path_ + "/" + name, std::ios::binary);
     file << structure.build(handle_++);
@@ -154,7 +154,9 @@ std::optional<unsigned> portOf(std::string_view text) {
   std::uint16_t port = 0;
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, port);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  if (result.ec != std::errc() || result.ptr != end) {
+    return std::nullopt;
+  }
   return port;
 }
 

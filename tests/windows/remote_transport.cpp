@@ -19,7 +19,7 @@ namespace {
 
 namespace json = boost::json;
 
-/// The agent's process; one serves the whole test program.
+// The agent's process; one serves the whole test program.
 class Agent {
  public:
   static Agent& instance() {
@@ -37,7 +37,9 @@ class Agent {
     std::string answer;
     for (int c = std::getc(fromAgent_.get()); c != '\n';
          c = std::getc(fromAgent_.get())) {
-      if (c == EOF) throw std::runtime_error("the agent has gone");
+      if (c == EOF) {
+        throw std::runtime_error("the agent has gone");
+      }
       answer.push_back(static_cast<char>(c));
     }
     return wire::parseLine(answer);
@@ -104,7 +106,9 @@ class RemoteTransport final : public Transport {
         std::chrono::ceil<std::chrono::microseconds>(until - Clock::now());
     const json::object told = command("next", {{"time", time.count()}});
     const json::value* answer = told.if_contains("answer");
-    if (answer == nullptr) return std::nullopt;
+    if (answer == nullptr) {
+      return std::nullopt;
+    }
     return wire::answerOf(answer->as_object());
   }
 

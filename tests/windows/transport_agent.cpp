@@ -49,9 +49,15 @@ class Agent {
       return answer ? json::object{{"answer", wire::encode(*answer)}}
                     : json::object{};
     }
-    if (verb == "stats") return wire::encode(transport.stats());
-    if (verb == "cancel") transport.cancelAll();
-    if (verb == "disableCompression") transport.disableCompression();
+    if (verb == "stats") {
+      return wire::encode(transport.stats());
+    }
+    if (verb == "cancel") {
+      transport.cancelAll();
+    }
+    if (verb == "disableCompression") {
+      transport.disableCompression();
+    }
     return {};
   }
 

@@ -8,7 +8,6 @@
 #include "suite/local/pci_vpd.h"
 
 namespace record {
-
 namespace {
 
 constexpr char kMask = 'X';
@@ -58,7 +57,9 @@ void maskHostInterface(std::string& bytes, MacMask& macs) {
   }
   std::size_t offset = 7 + byte(5);
   for (std::size_t left = byte(6 + byte(5)); left > 0; --left) {
-    if (byte(offset) == 4) fill(bytes, offset + 2, 16);
+    if (byte(offset) == 4) {
+      fill(bytes, offset + 2, 16);
+    }
     offset += 2 + byte(offset + 1);
   }
 }
@@ -87,7 +88,9 @@ std::string maskStructure(const local::SmbiosStructure& structure,
     numbers.push_back(structure.formatted.byte(offset).value_or(0));
   }
   std::string bytes(structure.formatted.text());
-  if (structure.type == local::kSmbiosSystem) fill(bytes, 0x08, 16);
+  if (structure.type == local::kSmbiosSystem) {
+    fill(bytes, 0x08, 16);
+  }
   if (structure.type == local::kSmbiosHostInterface) {
     maskHostInterface(bytes, macs);
   }
@@ -128,7 +131,9 @@ std::string maskTable(const local::SmbiosTables& tables, MacMask& macs) {
   std::string bytes;
   for (const local::SmbiosStructure& structure : tables.structures) {
     const auto offsets = kTextsToMask.find(structure.type);
-    if (offsets == kTextsToMask.end()) continue;
+    if (offsets == kTextsToMask.end()) {
+      continue;
+    }
     bytes += maskStructure(structure, offsets->second, macs);
   }
   return bytes;
@@ -145,7 +150,9 @@ std::string entryPointOf(local::SmbiosVersion version, std::size_t length) {
     bytes[0x0C + i] = static_cast<char>(length >> (8U * i) & 0xFFU);
   }
   unsigned sum = 0;
-  for (const char byte : bytes) sum += static_cast<unsigned char>(byte);
+  for (const char byte : bytes) {
+    sum += static_cast<unsigned char>(byte);
+  }
   bytes[0x05] = static_cast<char>(0x100U - (sum & 0xFFU));
   return bytes;
 }

@@ -12,7 +12,6 @@
 #include "suite/local/pci.h"
 
 namespace record {
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -43,8 +42,9 @@ std::string Recorder::folderOf(const std::string& path) {
   const fs::path host = folder_ + path;
   std::error_code error;
   fs::create_directories(host.parent_path(), error);
-  if (error)
+  if (error) {
     problems_.push_back(host.parent_path().string() + ": " + error.message());
+  }
   return host.string();
 }
 
@@ -53,7 +53,9 @@ void Recorder::write(const std::string& path, const std::string& bytes) {
   std::ofstream file(host, std::ios::binary);
   file << bytes;
   file.close();
-  if (!file) problems_.push_back(host + ": cannot be written");
+  if (!file) {
+    problems_.push_back(host + ": cannot be written");
+  }
 }
 
 void Recorder::copy(const std::string& path) {
@@ -67,10 +69,14 @@ void Recorder::copy(const std::string& path) {
 
 void Recorder::copyLink(const std::string& path) {
   const std::string target = from_.link(path);
-  if (target.empty()) return;
+  if (target.empty()) {
+    return;
+  }
   std::error_code error;
   fs::create_symlink(target, folderOf(path), error);
-  if (error) problems_.push_back(folder_ + path + ": " + error.message());
+  if (error) {
+    problems_.push_back(folder_ + path + ": " + error.message());
+  }
 }
 
 void Recorder::recordTable() {
@@ -84,7 +90,9 @@ void Recorder::recordTable() {
   if (table.access == Access::kDenied) {
     problems_.push_back(std::string(kTable) + ": may be read by root only");
   }
-  if (table.access != Access::kRead) return;
+  if (table.access != Access::kRead) {
+    return;
+  }
   const local::SmbiosTables tables = local::parseSmbios(
       local::parseSmbiosEntry(ByteView(entry.bytes)), ByteView(table.bytes));
   const std::string masked = maskTable(tables, macs_);
@@ -102,7 +110,9 @@ void Recorder::recordTexts() {
   for (const std::string name :
        {"product_serial", "board_serial", "product_uuid"}) {
     const std::string line = from_.line(texts + name);
-    if (line.empty()) continue;
+    if (line.empty()) {
+      continue;
+    }
     const bool uuid = name == "product_uuid";
     write(texts + name, (!mask_ ? line
                          : uuid ? maskUuid(line)
@@ -139,11 +149,15 @@ void Recorder::recordAdapters() {
   for (const std::string& name : from_.list(bus)) {
     const std::string folder = bus + name;
     const auto code = local::hexadecimal(from_.line(folder + "/class"));
-    if (!code || !local::isAdapterClass(*code)) continue;
+    if (!code || !local::isAdapterClass(*code)) {
+      continue;
+    }
     // The function's folder stands where its link points, below its ports.
     const std::string link = from_.link(folder);
     const std::size_t devices = link.find("devices/");
-    if (devices == std::string::npos) continue;
+    if (devices == std::string::npos) {
+      continue;
+    }
     copyLink(folder);
     const std::string place = "/sys/" + link.substr(devices);
     for (const char* file : {"/class", "/vendor", "/device",
@@ -166,7 +180,9 @@ void Recorder::recordNames() {
   for (const std::string& name : from_.list(bus)) {
     for (const char* file : {"/vendor", "/subsystem_vendor"}) {
       const std::string id = from_.line(bus + name + file);
-      if (id.size() == 6) wanted.insert(id.substr(2));
+      if (id.size() == 6) {
+        wanted.insert(id.substr(2));
+      }
     }
   }
   Content names = from_.read("/usr/share/hwdata/pci.ids", kLimit);
@@ -180,12 +196,19 @@ void Recorder::recordNames() {
     const std::size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
     const std::string_view line = rest.substr(0, end);
     rest.remove_prefix(end);
-    if (line[0] == '#' || line[0] == '\n') continue;
-    if (line[0] != '\t')
+    if (line[0] == '#' || line[0] == '\n') {
+      continue;
+    }
+    if (line[0] != '\t') {
       keep = wanted.count(std::string(line.substr(0, 4))) > 0;
-    if (keep) kept += line;
+    }
+    if (keep) {
+      kept += line;
+    }
   }
-  if (!kept.empty()) write("/usr/share/misc/pci.ids", kept);
+  if (!kept.empty()) {
+    write("/usr/share/misc/pci.ids", kept);
+  }
 }
 
 void Recorder::recordNetwork() {
@@ -208,7 +231,9 @@ void Recorder::recordNetwork() {
     // is the card's own folder.
     for (const std::string file : {"/idVendor", "/idProduct"}) {
       const std::string id = from_.line(folder + "/device/.." + file);
-      if (id.empty()) continue;
+      if (id.empty()) {
+        continue;
+      }
       write(folder + "/device/present", "");
       write(folder + file, id + "\n");
     }

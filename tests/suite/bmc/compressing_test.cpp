@@ -25,7 +25,9 @@ class Fixed : public Responder {
 
 std::string codingOf(Responder& inner, const char* accepted) {
   Request request;
-  if (accepted != nullptr) request.headers = {{"accept-encoding", accepted}};
+  if (accepted != nullptr) {
+    request.headers = {{"accept-encoding", accepted}};
+  }
   const Reply reply = Compressing(inner).answer(request);
   return std::string(headerOf(reply.headers, "Content-Encoding"));
 }

@@ -17,7 +17,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// A controller with a fault file, and one client of it.
+// A controller with a fault file, and one client of it.
 class FaultScenario : public testing::Test {
  protected:
   void start(const std::string& faults) {
@@ -171,7 +171,7 @@ TEST_F(FaultScenario, HttpsPortSpeaksPlainText) {
   EXPECT_EQ(Fetcher().get(fetch).status, 200);
 }
 
-/// One datagram to a port of loopback; the answer, or nothing within a second.
+// One datagram to a port of loopback; the answer, or nothing within a second.
 std::string exchange(std::uint16_t port, const std::string& datagram) {
   const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
   const timeval patience{1, 0};

@@ -9,7 +9,7 @@
 namespace bmc {
 namespace {
 
-/// Answers every request with its own target and counts them.
+// Answers every request with its own target and counts them.
 class Echo : public Responder {
  public:
   Reply answer(const Request& request) override {

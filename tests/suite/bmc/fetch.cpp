@@ -95,7 +95,9 @@ std::vector<Fetched> fetchTogether(const std::vector<Fetch>& fetches) {
   }
   std::vector<Fetched> fetched;
   fetched.reserve(running.size());
-  for (auto& one : running) fetched.push_back(one.get());
+  for (auto& one : running) {
+    fetched.push_back(one.get());
+  }
   return fetched;
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using brivel::Module;
 
-/// The error of a module that cannot be loaded.
+// The error of a module that cannot be loaded.
 std::string errorOf(const std::string& file) {
   std::string error;
   EXPECT_FALSE(Module::load(file, error)) << file;

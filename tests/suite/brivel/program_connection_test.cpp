@@ -18,7 +18,7 @@ class ProgramConnection : public ProgramFixture {
  protected:
   ProgramConnection() { EXPECT_TRUE(controller.running()); }
 
-  /// Arguments that let the sample application log in, trusting as told.
+  // Arguments that let the sample application log in, trusting as told.
   std::vector<std::string> login(const std::vector<std::string>& trust) const {
     std::vector<std::string> arguments = {
         "--bmc", "https://admin@" + controller.https(), "sample", "301"};

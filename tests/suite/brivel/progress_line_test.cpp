@@ -17,7 +17,7 @@ ProgressLine::Clock::time_point simulated;
 
 ProgressLine::Clock::time_point simulatedNow() { return simulated; }
 
-/// A line that draws into a pipe, at a time of the test's own.
+// A line that draws into a pipe, at a time of the test's own.
 class ProgressLineTest : public testing::Test {
  protected:
   ProgressLineTest() {
@@ -29,7 +29,7 @@ class ProgressLineTest : public testing::Test {
     close(ends_[1]);
   }
 
-  /// What has been drawn since the last call.
+  // What has been drawn since the last call.
   std::string drawn() {
     std::array<char, 256> bytes{};
     const ssize_t count = read(ends_[0], bytes.data(), bytes.size());

@@ -35,7 +35,7 @@ Target sample(const std::string& name) {
   return targetAt("file:" SAMPLES "/" + name);
 }
 
-/// A port of this machine that nobody listens at.
+// A port of this machine that nobody listens at.
 std::uint16_t closedPort() {
   const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
   sockaddr_in address = {};

@@ -23,7 +23,7 @@ using connection::Target;
 using redfish::Failure;
 using redfish::FailureKind;
 
-/// Puts a text on standard input for as long as it lives.
+// Puts a text on standard input for as long as it lives.
 class Input {
  public:
   explicit Input(const std::string& text) : before_(dup(STDIN_FILENO)) {
@@ -61,7 +61,7 @@ class FindCredential : public testing::Test {
     return Secret(std::move(text));
   }
 
-  /// The password found, or the reason why there is none.
+  // The password found, or the reason why there is none.
   std::string found(std::optional<Secret> environment = {}) {
     const auto credential = find(std::move(environment));
     return credential ? credential->password.text()

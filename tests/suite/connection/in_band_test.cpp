@@ -40,7 +40,7 @@ Structure usbController() {
   return local::hostInterface(local::usbDevice(1, 2), {local::serviceRecord()});
 }
 
-/// A run of this machine's own parts, in the shape of a recorded one.
+// A run of this machine's own parts, in the shape of a recorded one.
 class OwnMachine {
  public:
   explicit OwnMachine(const std::string& root, RunHints hints = {})

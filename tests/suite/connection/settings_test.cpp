@@ -25,12 +25,12 @@ class LoadSettings : public testing::Test {
     return loadSettings(file_, "/home/ada", error_);
   }
 
-  /// A path as a setting gives it: Windows adds the drive of the file.
+  // A path as a setting gives it: Windows adds the drive of the file.
   std::string absolute(const std::string& path) const {
     return std::filesystem::path(file_).root_name().string() + path;
   }
 
-  /// The error of a file that is refused, without the file's name.
+  // The error of a file that is refused, without the file's name.
   std::string errorOf(const std::string& text) {
     EXPECT_FALSE(load(text));
     EXPECT_EQ(error_.rfind(file_ + ":", 0), 0U) << error_;

@@ -20,7 +20,7 @@ std::string byResource(const std::string& path, const std::string& body) {
       categoryOf(graph, *redfish::Uri::parse("/redfish/v1" + path))));
 }
 
-/// The category of a resource of a type in a place that tells nothing.
+// The category of a resource of a type in a place that tells nothing.
 std::string byType(const std::string& type) {
   return byResource("/Elsewhere/1", R"({"@odata.type": "#)" + type +
                                         ".v1_2_0." + type + R"("})");

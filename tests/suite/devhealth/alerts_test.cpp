@@ -25,7 +25,7 @@ std::string holding(const std::string& conditions) {
 constexpr const char* kChanged =
     "ResourceEvent.1.0.ResourceStatusChangedWarning";
 
-/// A server whose list of conditions is as given.
+// A server whose list of conditions is as given.
 Server listing(const std::string& rollup, const std::string& conditions) {
   Server server;
   server.linked("", "ServiceConditions",

@@ -12,7 +12,7 @@ using redfish::FailureKind;
 
 class DevHealthTest : public RunFixture {
  protected:
-  /// Calls one getter after another; their statuses.
+  // Calls one getter after another; their statuses.
   std::vector<int> allStatuses() {
     DevHealth client(connection);
     std::vector<Alert> alerts;
@@ -32,7 +32,7 @@ class DevHealthTest : public RunFixture {
     return script->count(request) > 0;
   }
 
-  /// The status of one getter, when a link answers so.
+  // The status of one getter, when a link answers so.
   int dimmStatus(const std::string& request, int status,
                  const std::string& body = "{}") {
     script->on(request, status, body);
@@ -219,8 +219,8 @@ TEST_F(DevHealthTest, ThoroughReadingFindsTheSame) {
   EXPECT_TRUE(asked("GET /redfish/v1/Systems/1/Memory/P1-A1"));
 }
 
-/// The rack server without its list of conditions, and with a module that has
-/// a fault which the summary of the memory does not tell.
+// The rack server without its list of conditions, and with a module that has
+// a fault which the summary of the memory does not tell.
 class LyingRollups : public DevHealthTest {
  protected:
   explicit LyingRollups(const std::string& systemHealth = "Critical") {

@@ -7,7 +7,7 @@
 namespace devhealth {
 namespace {
 
-/// The name of the first of some siblings.
+// The name of the first of some siblings.
 std::string nameOf(const std::vector<const char*>& siblings,
                    std::string_view locator = {}) {
   NameCounts names;

@@ -13,14 +13,16 @@ using Tarvex::DeviceHealth::Fan;
 std::vector<std::string> names(const Mapped<Fan>& result) {
   EXPECT_FALSE(result.failure.has_value());
   std::vector<std::string> found;
-  for (const Fan& fan : result.records) found.push_back(fan.elementName);
+  for (const Fan& fan : result.records) {
+    found.push_back(fan.elementName);
+  }
   return found;
 }
 
 using Names = std::vector<std::string>;
 using Members = std::vector<std::pair<std::string, std::string>>;
 
-/// A chassis with a subsystem whose fans are as given.
+// A chassis with a subsystem whose fans are as given.
 Server modernServer(const Members& fans) {
   Server server;
   server.linked("Chassis/1", "ThermalSubsystem", "{}");

@@ -14,7 +14,7 @@ const std::string kChangedToWarning =
 const std::string kChangedToCritical =
     " 2 ResourceEvent.1.0.ResourceStatusChangedCritical | ";
 
-/// The alerts of a server with one memory module.
+// The alerts of a server with one memory module.
 Lines ofModule(const std::string& module) {
   Server server;
   server.members("Systems/1", "Memory", {{"D1", module}});

@@ -50,7 +50,9 @@ void expectAlertsHold(const Graph& graph, const redfish::Node& node) {
 void expectAllHolds(const Graph& graph) {
   for (const std::uint16_t index : {std::uint16_t{0}, std::uint16_t{1}}) {
     const redfish::Node node = redfish::nodeAt(graph, index);
-    if (node.system == nullptr) continue;
+    if (node.system == nullptr) {
+      continue;
+    }
     for (const auto& row : mapSystem(graph, node).records) {
       expectClean(row.machineName);
       expectClean(row.machineTypeModel);
@@ -84,7 +86,7 @@ void expectAllHolds(const Graph& graph) {
 
 using Change = std::function<void(Resource&)>;
 
-/// Changes each resource of a recorded server in turn.
+// Changes each resource of a recorded server in turn.
 void changeEach(const std::string& sample, const Change& change) {
   const Graph whole = recordedGraph(std::string(SAMPLES_DIR) + "/" + sample);
   for (const auto& [key, resource] : whole.resources()) {
@@ -97,13 +99,17 @@ void changeEach(const std::string& sample, const Change& change) {
   }
 }
 
-/// Replaces every value below a value, the links' texts included.
+// Replaces every value below a value, the links' texts included.
 void replaceAll(redfish::json::value& value,
                 const redfish::json::value& replacement) {
   if (redfish::json::object* object = value.if_object()) {
-    for (auto& member : *object) replaceAll(member.value(), replacement);
+    for (auto& member : *object) {
+      replaceAll(member.value(), replacement);
+    }
   } else if (redfish::json::array* array = value.if_array()) {
-    for (auto& element : *array) replaceAll(element, replacement);
+    for (auto& element : *array) {
+      replaceAll(element, replacement);
+    }
   } else {
     value = replacement;
   }
@@ -118,7 +124,9 @@ TEST_P(HostileGraph, PropertiesOfTheWrongTypeAreHarmless) {
     SCOPED_TRACE(text);
     const redfish::json::value replacement = boost::json::parse(text);
     changeEach(GetParam(), [&replacement](Resource& resource) {
-      for (auto& member : resource.body) member.value() = replacement;
+      for (auto& member : resource.body) {
+        member.value() = replacement;
+      }
     });
   }
 }

@@ -28,7 +28,7 @@ using testing::SizeIs;
 
 constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
 
-/// The machine of a run in a folder, and a client for it.
+// The machine of a run in a folder, and a client for it.
 class OwnMachine : public testing::Test {
  protected:
   DevHealth& client() {

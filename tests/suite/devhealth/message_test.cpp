@@ -69,7 +69,9 @@ TEST(SubstituteArguments, ArgumentsAreNotReadAgain) {
 
 TEST(SubstituteArguments, RepeatedArgumentsEndSomewhere) {
   std::string message;
-  for (int i = 0; i < 100000; ++i) message += "%1";
+  for (int i = 0; i < 100000; ++i) {
+    message += "%1";
+  }
   EXPECT_LT(substituteArguments(message, {std::string(1000, 'x')}).size(),
             10000U);
 }
@@ -204,7 +206,9 @@ std::vector<std::string> wantedFor(const Server& server, const char* id) {
   MessageRegistries registries(server.graph());
   EXPECT_EQ(registries.find(parseMessageId(id)), nullptr);
   std::vector<std::string> links;
-  for (const auto& link : registries.wanted()) links.push_back(link.document());
+  for (const auto& link : registries.wanted()) {
+    links.push_back(link.document());
+  }
   return links;
 }
 

@@ -7,7 +7,7 @@
 namespace devhealth {
 namespace {
 
-/// Blades 1 and 2 in an enclosure; each blade has a manager of its own.
+// Blades 1 and 2 in an enclosure; each blade has a manager of its own.
 Server blades() {
   Server server(R"({"Links": {"Chassis": [)" + linkTo("Chassis/1") +
                 R"(], "ManagedBy": [)" + linkTo("Managers/1") + "]}}");

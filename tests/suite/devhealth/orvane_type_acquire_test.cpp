@@ -8,7 +8,7 @@ using redfish::FailureKind;
 
 class OrvaneTypeAcquireTest : public RunFixture {
  protected:
-  /// What the probe answers, with 0 set beforehand.
+  // What the probe answers, with 0 set beforehand.
   int probe() { return OrvaneTypeAcquire(connection).GetOrvaneType(type); }
 
   OrvaneTypeValue type = kOrvaneTypeUnknown;

@@ -20,13 +20,17 @@ std::vector<PCIAdapter> rowsOf(const Server& server) {
 
 Texts names(const Server& server) {
   Texts found;
-  for (const PCIAdapter& row : rowsOf(server)) found.push_back(row.description);
+  for (const PCIAdapter& row : rowsOf(server)) {
+    found.push_back(row.description);
+  }
   return found;
 }
 
 Texts tags(const Server& server) {
   Texts found;
-  for (const PCIAdapter& row : rowsOf(server)) found.push_back(row.tag);
+  for (const PCIAdapter& row : rowsOf(server)) {
+    found.push_back(row.tag);
+  }
   return found;
 }
 

@@ -48,7 +48,9 @@ void Server::members(
   const std::string folder = path.empty() ? property : path + "/" + property;
   std::string list;
   for (const auto& [name, text] : entries) {
-    if (!list.empty()) list += ", ";
+    if (!list.empty()) {
+      list += ", ";
+    }
     list += linkTo(folder + "/" + name);
     put(folder + "/" + name, text);
   }

@@ -72,7 +72,9 @@ TEST(TextOf, OtherKindsAreNoValue) {
 
 TEST(TextOf, LongTextIsCutAtACharacter) {
   std::string longText;
-  while (longText.size() < 65536) longText += "\xC3\xA9";
+  while (longText.size() < 65536) {
+    longText += "\xC3\xA9";
+  }
   const std::string cut = recordText(longText);
   EXPECT_LE(cut.size(), kMaxTextBytes);
   EXPECT_GT(cut.size(), kMaxTextBytes - 8);

@@ -17,7 +17,9 @@ void addCpu(Folder& folder, int cpu, const std::string& package,
             const std::string& khz) {
   const std::string path = "/sys/devices/system/cpu/cpu" + std::to_string(cpu);
   folder.file(path + "/topology/physical_package_id", package);
-  if (!khz.empty()) folder.file(path + "/cpufreq/cpuinfo_max_freq", khz);
+  if (!khz.empty()) {
+    folder.file(path + "/cpufreq/cpuinfo_max_freq", khz);
+  }
 }
 
 TEST(PackageMaxMhz, TakesTheFastestCoreOfEachPackage) {

@@ -74,7 +74,7 @@ class Responder {
 
   DiscoveryOptions options() const { return {"127.0.0.1", port_, 5000ms}; }
 
-  /// The search as it came.
+  // The search as it came.
   const std::string& search() {
     thread_.join();
     thread_ = std::thread([] {});
@@ -89,7 +89,9 @@ class Responder {
     const ssize_t count =
         recvfrom(file_, buffer, sizeof buffer, 0,
                  reinterpret_cast<sockaddr*>(&sender), &length);
-    if (count < 0) return;
+    if (count < 0) {
+      return;
+    }
     search_.assign(buffer, static_cast<std::size_t>(count));
     for (const std::string& text : answers) {
       EXPECT_GE(sendto(file_, text.data(), text.size(), 0,

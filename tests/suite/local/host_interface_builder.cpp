@@ -1,7 +1,6 @@
 #include "tests/suite/local/host_interface_builder.h"
 
 namespace local {
-
 namespace {
 
 std::string word(unsigned value) {

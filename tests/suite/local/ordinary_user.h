@@ -11,10 +11,14 @@ class OrdinaryUser {
  public:
   OrdinaryUser() {
     constexpr uid_t kNobody = 65534;
-    if (before_ == 0 && seteuid(kNobody) != 0) ADD_FAILURE();
+    if (before_ == 0 && seteuid(kNobody) != 0) {
+      ADD_FAILURE();
+    }
   }
   ~OrdinaryUser() {
-    if (before_ == 0 && seteuid(before_) != 0) ADD_FAILURE();
+    if (before_ == 0 && seteuid(before_) != 0) {
+      ADD_FAILURE();
+    }
   }
 
   OrdinaryUser(const OrdinaryUser&) = delete;

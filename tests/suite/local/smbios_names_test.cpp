@@ -28,7 +28,9 @@ TEST(ProcessorFamilyName, EveryRowIsFoundAndNamesDiffer) {
   std::set<std::string> names;
   for (unsigned family = 0; family < 0x400; ++family) {
     const auto name = processorFamilyName(family);
-    if (name.empty()) continue;
+    if (name.empty()) {
+      continue;
+    }
     EXPECT_TRUE(names.emplace(name).second) << name;
   }
   EXPECT_EQ(names.size(), 137U);
@@ -49,7 +51,9 @@ TEST(MemoryTypeName, UnassignedNumbersHaveNone) {
 TEST(MemoryTypeName, EveryRowIsFound) {
   int count = 0;
   for (unsigned type = 0; type <= 0xFF; ++type) {
-    if (!memoryTypeName(type).empty()) ++count;
+    if (!memoryTypeName(type).empty()) {
+      ++count;
+    }
   }
   EXPECT_EQ(count, 31);
 }

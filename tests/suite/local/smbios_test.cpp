@@ -137,7 +137,9 @@ TEST(ParseSmbios, EmptyTableHasNoStructures) {
 TEST(ParseSmbios, HundredThousandStructuresStopAtTheLastHandle) {
   std::string table;
   const std::string one = Structure(126, 4).build(0);
-  for (int i = 0; i < 100'000; ++i) table += one;
+  for (int i = 0; i < 100'000; ++i) {
+    table += one;
+  }
   const SmbiosTables tables = parse(table);
   EXPECT_THAT(tables.structures, SizeIs(65536));
   EXPECT_THAT(tables.defects, ElementsAre(HasSubstr("more structures")));

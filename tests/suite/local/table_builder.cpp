@@ -1,7 +1,6 @@
 #include "tests/suite/local/table_builder.h"
 
 namespace local {
-
 namespace {
 
 void put(std::string& bytes, std::size_t offset, std::uint32_t value,
@@ -13,7 +12,9 @@ void put(std::string& bytes, std::size_t offset, std::uint32_t value,
 
 void setChecksum(std::string& bytes, std::size_t offset) {
   unsigned sum = 0;
-  for (const char byte : bytes) sum += static_cast<unsigned char>(byte);
+  for (const char byte : bytes) {
+    sum += static_cast<unsigned char>(byte);
+  }
   put(bytes, offset, 0x100U - (sum & 0xFFU), 1);
 }
 
@@ -53,8 +54,12 @@ Structure& Structure::text(std::size_t offset, const std::string& value) {
 std::string Structure::build(std::uint16_t handle) const {
   std::string bytes = formatted_;
   put(bytes, 2, handle, 2);
-  for (const std::string& text : texts_) bytes += text + '\0';
-  if (texts_.empty()) bytes += '\0';
+  for (const std::string& text : texts_) {
+    bytes += text + '\0';
+  }
+  if (texts_.empty()) {
+    bytes += '\0';
+  }
   return bytes + '\0';
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A directory of its own for each case, and no open log after it.
+// A directory of its own for each case, and no open log after it.
 class LogFile : public testing::Test {
  protected:
   LogFile() {

@@ -137,7 +137,7 @@ TEST_F(CrawlSample, NodeBeyondTheListIsNoSystem) {
             FailureKind::kNoSystem);
 }
 
-/// A service built link by link.
+// A service built link by link.
 struct CrawlScript : ScriptedService, testing::Test {
   CrawlScript() {
     options.user.clear();
@@ -362,7 +362,7 @@ TEST_F(CrawlScript, RedirectLoopEnds) {
   EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/Memory"), 4U);
 }
 
-/// The same service, offering $expand.
+// The same service, offering $expand.
 struct CrawlExpand : CrawlScript {
   CrawlExpand() {
     std::string root = kRootBody;

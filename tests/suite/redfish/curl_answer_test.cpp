@@ -122,8 +122,9 @@ TEST(CurlTransportLimits, CompressedBombFails) {
 
 TEST(CurlTransportLimits, ManyHeadersFail) {
   std::string headers;
-  while (headers.size() <= kMaxHeaderBytes)
+  while (headers.size() <= kMaxHeaderBytes) {
     headers += "X-Filler: 0123456789\r\n";
+  }
   const Answer answer = answerTo(httpAnswer(200, kBody, headers));
   EXPECT_EQ(kindOf(answer), "content");
   EXPECT_EQ(told(answer), "the headers of the answer are larger than 64 KiB");

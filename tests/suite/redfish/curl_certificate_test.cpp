@@ -37,7 +37,7 @@ const bmc::Identity& authority() {
   return identity;
 }
 
-/// A certificate that the authority has signed.
+// A certificate that the authority has signed.
 bmc::Identity issued(const Settings& settings = {}) {
   return bmc::makeCertificate(settings, &authority());
 }
@@ -46,7 +46,7 @@ bmc::Identity selfSigned(const Settings& settings = {}) {
   return bmc::makeCertificate(settings);
 }
 
-/// A certificate's settings, with a single name or address.
+// A certificate's settings, with a single name or address.
 Settings namedOnly(const char* name) {
   Settings settings;
   settings.alternativeNames = {name};
@@ -60,7 +60,7 @@ Settings validFor(hours from, hours to) {
   return settings;
 }
 
-/// The SHA-256 digest of a certificate's DER form.
+// The SHA-256 digest of a certificate's DER form.
 std::string digestOf(const std::string& pem) {
   const std::unique_ptr<BIO, decltype(&BIO_free)> text(
       BIO_new_mem_buf(pem.data(), static_cast<int>(pem.size())), &BIO_free);
@@ -73,7 +73,7 @@ std::string digestOf(const std::string& pem) {
   return std::string(digest.begin(), digest.begin() + size);
 }
 
-/// What the client is told to trust: the authority alone, unless it is changed.
+// What the client is told to trust: the authority alone, unless it is changed.
 using Change = std::function<void(NetworkTransportOptions&)>;
 
 Change trusting(const std::string& caFile) {
@@ -103,18 +103,20 @@ class CurlCertificateTest : public testing::Test {
     return (directory_.path() / name).string();
   }
 
-  /// The answer of a server with a certificate.
+  // The answer of a server with a certificate.
   Answer answerOf(const bmc::Identity& identity, const Change& change = {}) {
     ScriptedServer server(
         answering([](const std::string&) { return httpAnswer(200, "{}"); }),
         tlsWith(identity));
     NetworkTransportOptions options = tlsOptions(server.port());
     options.caFile = fileAt("authority.pem");
-    if (change) change(options);
+    if (change) {
+      change(options);
+    }
     return ask(*makeNetworkTransport(options), get());
   }
 
-  /// What the client says to a certificate.
+  // What the client says to a certificate.
   std::string verdictOn(const bmc::Identity& identity,
                         const Change& change = {}) {
     const Answer answer = answerOf(identity, change);

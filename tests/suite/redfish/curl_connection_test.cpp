@@ -39,7 +39,9 @@ TEST(CurlTransportConnections, StayWithinTheLimit) {
   options.maxConnections = 3;
   const auto transport = makeNetworkTransport(options);
   std::set<std::uint64_t> ids;
-  for (int index = 0; index < 12; ++index) ids.insert(transport->start(get()));
+  for (int index = 0; index < 12; ++index) {
+    ids.insert(transport->start(get()));
+  }
   for (int index = 0; index < 12; ++index) {
     EXPECT_EQ(ids.erase(nextAnswer(*transport).id), 1U);
   }
@@ -62,7 +64,9 @@ TEST(CurlTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
   ScriptedServer server([&logins](Peer& peer) {
     while (true) {
       const std::string request = peer.readRequest();
-      if (request.empty()) return;
+      if (request.empty()) {
+        return;
+      }
       if (request.compare(0, 4, "POST") == 0) {
         ++logins;
         return;

@@ -188,7 +188,9 @@ TEST(CurlTransportTime, CancelAndDestructionDoNotWait) {
   const Clock::time_point begin = Clock::now();
   {
     const auto transport = makeNetworkTransport(plainOptions(server.port()));
-    for (int index = 0; index < 6; ++index) transport->start(get());
+    for (int index = 0; index < 6; ++index) {
+      transport->start(get());
+    }
     EXPECT_FALSE(transport->next(Clock::now() + milliseconds(50)));
     transport->cancelAll();
     EXPECT_FALSE(transport->next(Clock::now() + milliseconds(5000)));

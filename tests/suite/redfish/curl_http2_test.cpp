@@ -33,7 +33,7 @@ void serve(Peer& peer) {
   }
 }
 
-/// Breaks the framing of the first answer; serves HTTP/1.1 well.
+// Breaks the framing of the first answer; serves HTTP/1.1 well.
 void serveBroken(Peer& peer) {
   if (peer.protocol().empty()) {
     answering([](const std::string&) { return httpAnswer(200, "{}"); })(peer);
@@ -59,7 +59,9 @@ TEST(CurlTransportHttp2, RequestsShareTheConnectionOnceItIsKnown) {
   ScriptedServer server(serve, withHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
-  for (int index = 0; index < 8; ++index) transport->start(get());
+  for (int index = 0; index < 8; ++index) {
+    transport->start(get());
+  }
   for (int index = 0; index < 8; ++index) {
     EXPECT_TRUE(nextAnswer(*transport).reusedConnection);
   }

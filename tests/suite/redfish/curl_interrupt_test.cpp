@@ -41,7 +41,9 @@ bool isToldOnce() {
   raise(SIGTERM);
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
-    if (peer.pause(milliseconds(100))) peer.write(httpAnswer(204, ""));
+    if (peer.pause(milliseconds(100))) {
+      peer.write(httpAnswer(204, ""));
+    }
   });
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
   Request logout = get("/redfish/v1/SessionService/Sessions/1");
@@ -55,7 +57,9 @@ bool isDeferred() {
   installInterruptHandlers();
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
-    if (peer.pause(milliseconds(200))) peer.write(httpAnswer(204, ""));
+    if (peer.pause(milliseconds(200))) {
+      peer.write(httpAnswer(204, ""));
+    }
   });
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
   Request logout = get("/redfish/v1/SessionService/Sessions/1");

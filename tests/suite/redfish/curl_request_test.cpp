@@ -18,7 +18,7 @@ using testing::StartsWith;
 
 constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 
-/// What a server is sent for a request.
+// What a server is sent for a request.
 std::string sentFor(Request request,
                     const std::function<void(Transport&)>& setUp = {}) {
   std::string sent;
@@ -28,7 +28,9 @@ std::string sentFor(Request request,
       peer.write(httpAnswer(200, kBody));
     });
     const auto transport = makeNetworkTransport(plainOptions(server.port()));
-    if (setUp) setUp(*transport);
+    if (setUp) {
+      setUp(*transport);
+    }
     ask(*transport, std::move(request));
   }
   return sent;

@@ -100,7 +100,7 @@ TEST(CurlTls, HandshakeThatEndsIsATlsFailure) {
       "tls");
 }
 
-/// The answer over TLS of a server that ends the connection by its own script.
+// The answer over TLS of a server that ends the connection by its own script.
 Answer answerOf(const ScriptedServer::Script& script) {
   ScriptedServer server(script, tlsWith(bmc::makeCertificate({})));
   NetworkTransportOptions options = tlsOptions(server.port());
@@ -143,7 +143,9 @@ TEST(CurlTls, SessionsAreTakenUpAgain) {
   std::atomic<int> resumed{0};
   ScriptedServer server(
       [&resumed](Peer& peer) {
-        if (peer.resumed()) ++resumed;
+        if (peer.resumed()) {
+          ++resumed;
+        }
         peer.readRequest();
         peer.write(httpAnswer(200, "{}", "Connection: close\r\n"));
         peer.close();

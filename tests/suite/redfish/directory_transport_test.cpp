@@ -25,10 +25,12 @@ Answer answerOf(Transport& transport, const std::string& target,
   return transport.next(Clock::now()).value();
 }
 
-/// The body at a target, or what came instead.
+// The body at a target, or what came instead.
 std::string fetch(const fs::path& directory, const std::string& target) {
   const Answer answer = answerOf(*makeDirectoryTransport(directory), target);
-  if (answer.failure) return answer.failure->cause;
+  if (answer.failure) {
+    return answer.failure->cause;
+  }
   return answer.status == 200 ? answer.body : std::to_string(answer.status);
 }
 

@@ -16,8 +16,8 @@ using boost::asio::ip::udp;
 using redfish::FailureKind;
 using redfish::Generation;
 
-/// A controller that answers each datagram with the next of its answers; an
-/// empty one is silence.
+// A controller that answers each datagram with the next of its answers; an
+// empty one is silence.
 class UdpPeer {
  public:
   explicit UdpPeer(std::vector<std::string> answers)
@@ -41,7 +41,9 @@ class UdpPeer {
     udp::endpoint sender;
     while (true) {
       socket_.receive_from(boost::asio::buffer(buffer), sender);
-      if (done_) return;
+      if (done_) {
+        return;
+      }
       const auto place = static_cast<std::size_t>(asked_++);
       if (place < answers.size() && !answers[place].empty()) {
         socket_.send_to(boost::asio::buffer(answers[place]), sender);

@@ -23,7 +23,9 @@ Graph thermalGraph() {
 
 std::string nameAt(const Graph& graph, const char* link) {
   const Found found = graph.resolve(*Uri::parse(link));
-  if (found.document == nullptr) return "never asked for";
+  if (found.document == nullptr) {
+    return "never asked for";
+  }
   return found.object == nullptr ? "nothing"
                                  : std::string(stringAt(*found.object, "Name"));
 }

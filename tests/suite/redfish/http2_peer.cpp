@@ -13,7 +13,7 @@ constexpr std::uint8_t kAck = 1;
 constexpr std::uint8_t kEndStream = 1;
 constexpr std::uint8_t kEndHeaders = 4;
 
-/// ":status: 200" as an index into HPACK's static table (RFC 7541).
+// ":status: 200" as an index into HPACK's static table (RFC 7541).
 constexpr std::string_view kStatus200 = "\x88";
 
 std::uint32_t bigEndian(std::string_view bytes) {
@@ -34,7 +34,9 @@ Http2Peer::Http2Peer(Peer& peer) : peer_(peer) {
 std::uint32_t Http2Peer::nextStream() {
   while (true) {
     const std::string header = peer_.readExactly(kFrameHeaderBytes);
-    if (header.size() < kFrameHeaderBytes) return 0;
+    if (header.size() < kFrameHeaderBytes) {
+      return 0;
+    }
     const std::string_view view = header;
     peer_.readExactly(bigEndian(view.substr(0, 3)));
     const auto type = static_cast<std::uint8_t>(header[3]);
@@ -42,7 +44,9 @@ std::uint32_t Http2Peer::nextStream() {
     if (type == kSettings && (flags & kAck) == 0) {
       writeFrame(kSettings, kAck, 0, "");
     }
-    if (type == kHeaders) return bigEndian(view.substr(5, 4));
+    if (type == kHeaders) {
+      return bigEndian(view.substr(5, 4));
+    }
   }
 }
 
@@ -55,7 +59,9 @@ void Http2Peer::writeFrame(std::uint8_t type, std::uint8_t flags,
                            std::uint32_t stream, std::string_view payload) {
   std::string frame;
   const auto append = [&frame](std::uint32_t value, unsigned int bytes) {
-    while (bytes-- > 0) frame += static_cast<char>(value >> (8 * bytes));
+    while (bytes-- > 0) {
+      frame += static_cast<char>(value >> (8 * bytes));
+    }
   };
   append(static_cast<std::uint32_t>(payload.size()), 3);
   append(type, 1);

@@ -17,8 +17,8 @@ bool signalled() {
   return WaitForSingleObject(interruptEvent(), 0) == WAIT_OBJECT_0;
 }
 
-/// Presses Ctrl+C or Ctrl+Break, at a console of the process's own, and waits
-/// for the handlers, which run in another thread. Whether the mark is left.
+// Presses Ctrl+C or Ctrl+Break, at a console of the process's own, and waits
+// for the handlers, which run in another thread. Whether the mark is left.
 bool leavesTheMark(DWORD key) {
   FreeConsole();  // Not at one that others share.
   if (AllocConsole() == 0 || GenerateConsoleCtrlEvent(key, 0) == 0) {
@@ -83,7 +83,9 @@ TEST(Interrupt, SamePressToldTwiceIsOne) {
 }
 
 TEST(Interrupt, BreakSetsTheMarkAndTheEvent) {
-  if (underWine()) GTEST_SKIP() << "Wine has no Ctrl+Break";
+  if (underWine()) {
+    GTEST_SKIP() << "Wine has no Ctrl+Break";
+  }
   EXPECT_EXIT(
       {
         installInterruptHandlers();

@@ -8,7 +8,9 @@ namespace {
 std::string repeated(std::string_view entry, std::size_t times) {
   std::string text;
   for (std::size_t index = 0; index < times; ++index) {
-    if (index > 0) text += ',';
+    if (index > 0) {
+      text += ',';
+    }
     text += entry;
   }
   return text;

@@ -11,20 +11,24 @@ using redfish::readPresencePong;
 std::string hex(std::string_view text) {
   std::string bytes;
   for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
-    while (text[i] == ' ') ++i;
+    while (text[i] == ' ') {
+      ++i;
+    }
     bytes += static_cast<char>(
         std::stoi(std::string(text.substr(i, 2)), nullptr, 16));
   }
   return bytes;
 }
 
-/// An answer with this completion code and these data, checksums right.
+// An answer with this completion code and these data, checksums right.
 std::string answer(int completion, const std::string& data) {
   std::string body = hex("200038");
   body += static_cast<char>(completion);
   body += data;
   unsigned sum = 0;
-  for (const char byte : body) sum += static_cast<unsigned char>(byte);
+  for (const char byte : body) {
+    sum += static_cast<unsigned char>(byte);
+  }
   body += static_cast<char>(0x100 - (sum & 0xFF));
   const std::string message = hex("811C63") + body;
   return hex("0600FF07 00 00000000 00000000") +

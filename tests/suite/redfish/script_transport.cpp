@@ -40,11 +40,15 @@ class ScriptTransport : public redfish::Transport {
     Script& script = *script_;
     const std::string name = nameOf(request);
     script.requests.push_back(name);
-    if (request.freshConnection) ++script.fresh;
+    if (request.freshConnection) {
+      ++script.fresh;
+    }
     Answer answer = answerTo(name, request);
     script.sent.push_back(std::move(request));
     answer.id = ++last_;
-    if (name == script.stalled) return last_;
+    if (name == script.stalled) {
+      return last_;
+    }
     ready_.push_back(std::move(answer));
     script.underWay = ready_.size();
     script.mostUnderWay = std::max(script.mostUnderWay, script.underWay);
@@ -53,7 +57,9 @@ class ScriptTransport : public redfish::Transport {
 
   std::optional<Answer> next(redfish::Clock::time_point until) override {
     if (ready_.empty()) {
-      if (!script_->stalled.empty()) std::this_thread::sleep_until(until);
+      if (!script_->stalled.empty()) {
+        std::this_thread::sleep_until(until);
+      }
       return std::nullopt;
     }
     Answer answer = std::move(ready_.front());
@@ -76,7 +82,9 @@ class ScriptTransport : public redfish::Transport {
     if (const auto found = script.answers.find(name);
         found != script.answers.end()) {
       Answer answer = found->second.front();
-      if (found->second.size() > 1) found->second.pop_front();
+      if (found->second.size() > 1) {
+        found->second.pop_front();
+      }
       if (request.method == Method::kPost && !answer.authToken.empty()) {
         ++script.sessionsOpen;
       }

@@ -15,7 +15,9 @@
 namespace {
 
 void require(bool success) {
-  if (!success) throw std::runtime_error("a scripted server cannot start");
+  if (!success) {
+    throw std::runtime_error("a scripted server cannot start");
+  }
 }
 
 void useIdentity(SSL_CTX* context, const bmc::Identity& identity) {
@@ -59,13 +61,17 @@ bool Peer::waitFor(short events, int milliseconds) {
 std::string Peer::read(std::size_t limit) {
   if (buffer_.empty()) {
     const bool pending = tls_ != nullptr && SSL_pending(tls_) > 0;
-    if (!pending && !waitFor(POLLIN, -1)) return {};
+    if (!pending && !waitFor(POLLIN, -1)) {
+      return {};
+    }
     char chunk[16384];
     const auto size =
         tls_ != nullptr
             ? SSL_read(tls_, chunk, sizeof chunk)
             : static_cast<int>(recv(socket_, chunk, sizeof chunk, 0));
-    if (size <= 0) return {};
+    if (size <= 0) {
+      return {};
+    }
     buffer_.assign(chunk, static_cast<std::size_t>(size));
   }
   std::string text = buffer_.substr(0, limit);
@@ -77,7 +83,9 @@ std::string Peer::readExactly(std::size_t bytes) {
   std::string text;
   while (text.size() < bytes) {
     const std::string more = read(bytes - text.size());
-    if (more.empty()) break;
+    if (more.empty()) {
+      break;
+    }
     text += more;
   }
   return text;
@@ -88,26 +96,34 @@ std::string Peer::readRequest() {
   while (request.size() < 4 ||
          request.compare(request.size() - 4, 4, "\r\n\r\n") != 0) {
     const std::string byte = read(1);
-    if (byte.empty()) return {};
+    if (byte.empty()) {
+      return {};
+    }
     request += byte;
   }
   constexpr std::string_view kLength = "Content-Length: ";
   const std::size_t length = request.find(kLength);
-  if (length == request.npos) return request;
+  if (length == request.npos) {
+    return request;
+  }
   return request + readExactly(std::strtoul(
                        request.c_str() + length + kLength.size(), nullptr, 10));
 }
 
 bool Peer::write(std::string_view text) {
   while (!text.empty()) {
-    if (!waitFor(POLLOUT, -1)) return false;
+    if (!waitFor(POLLOUT, -1)) {
+      return false;
+    }
     const std::string_view chunk = text.substr(0, 16384);
     const auto size =
         tls_ != nullptr
             ? SSL_write(tls_, chunk.data(), static_cast<int>(chunk.size()))
             : static_cast<int>(
                   send(socket_, chunk.data(), chunk.size(), MSG_NOSIGNAL));
-    if (size <= 0) return false;
+    if (size <= 0) {
+      return false;
+    }
     text.remove_prefix(static_cast<std::size_t>(size));
   }
   return true;
@@ -130,12 +146,16 @@ bool Peer::resumed() const {
 std::string Peer::protocol() const {
   const unsigned char* chosen = nullptr;
   unsigned int size = 0;
-  if (tls_ != nullptr) SSL_get0_alpn_selected(tls_, &chosen, &size);
+  if (tls_ != nullptr) {
+    SSL_get0_alpn_selected(tls_, &chosen, &size);
+  }
   return {reinterpret_cast<const char*>(chosen), size};
 }
 
 void Peer::close() {
-  if (tls_ != nullptr) SSL_shutdown(tls_);
+  if (tls_ != nullptr) {
+    SSL_shutdown(tls_);
+  }
   shutdown(socket_, SHUT_WR);
   hang();
 }
@@ -179,7 +199,9 @@ ScriptedServer::~ScriptedServer() {
   const std::uint64_t one = 1;
   static_cast<void>(write(stop_, &one, sizeof one));
   acceptor_.join();
-  for (std::thread& thread : threads_) thread.join();
+  for (std::thread& thread : threads_) {
+    thread.join();
+  }
   ::close(listener_);
   ::close(stop_);
 }
@@ -187,9 +209,13 @@ ScriptedServer::~ScriptedServer() {
 void ScriptedServer::accept() {
   while (true) {
     pollfd watched[] = {{listener_, POLLIN, 0}, {stop_, POLLIN, 0}};
-    if (poll(watched, 2, -1) < 0 || watched[1].revents != 0) return;
+    if (poll(watched, 2, -1) < 0 || watched[1].revents != 0) {
+      return;
+    }
     const int socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-    if (socket < 0) continue;
+    if (socket < 0) {
+      continue;
+    }
     ++connections_;
     const std::lock_guard<std::mutex> lock(mutex_);
     threads_.emplace_back([this, socket] { serve(socket); });
@@ -228,9 +254,13 @@ ScriptedServer::Script answering(
   return [answer = std::move(answer)](Peer& peer) {
     while (true) {
       const std::string request = peer.readRequest();
-      if (request.empty()) return;
+      if (request.empty()) {
+        return;
+      }
       const std::string text = answer(request);
-      if (text.empty() || !peer.write(text)) return;
+      if (text.empty() || !peer.write(text)) {
+        return;
+      }
     }
   };
 }

@@ -16,8 +16,8 @@ std::string conditions(const std::string& rollup, const std::string& entries) {
          "]}";
 }
 
-/// A service with one system, chassis and manager, whose conditions and
-/// holders are as given.
+// A service with one system, chassis and manager, whose conditions and
+// holders are as given.
 Graph serviceOf(const std::string& document, const char* system = kHealthy,
                 const char* chassis = kHealthy,
                 const char* manager = kHealthy) {

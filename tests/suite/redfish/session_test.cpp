@@ -16,7 +16,7 @@ const std::string kLogin = std::string("POST ") + kSessions;
 struct SessionTest : ScriptedService, testing::Test {
   SessionTest() { script->on("GET /redfish/v1/", 200, kRootBody); }
 
-  /// The scripted login answer with a token.
+  // The scripted login answer with a token.
   static redfish::Answer granted(std::string location, std::string body = "") {
     redfish::Answer answer = answerOf(201, std::move(body));
     answer.authToken = "tok";
@@ -123,7 +123,9 @@ TEST_F(SessionTest, WrongPasswordIsTriedOnceWithBasicToo) {
   EXPECT_TRUE(service->read(wanting(redfish::kWantHealth)));
   std::size_t withPassword = 0;
   for (const redfish::Request& request : script->sent) {
-    if (!request.basicPassword.empty()) ++withPassword;
+    if (!request.basicPassword.empty()) {
+      ++withPassword;
+    }
   }
   EXPECT_EQ(withPassword, 1U);
 }

@@ -26,6 +26,7 @@ void TempDirectory::write(const fs::path& file, std::string_view text) const {
   fs::create_directories((path_ / file).parent_path());
   std::ofstream stream(path_ / file, std::ios::binary);
   stream << text;
-  if (!stream.flush())
+  if (!stream.flush()) {
     throw std::runtime_error("cannot write " + file.string());
+  }
 }

@@ -37,7 +37,9 @@ redfish::Answer ask(redfish::Transport& transport, redfish::Request request) {
 redfish::Answer nextAnswer(redfish::Transport& transport) {
   std::optional<redfish::Answer> answer =
       transport.next(redfish::Clock::now() + kPatience);
-  if (!answer) throw std::runtime_error("no answer in time");
+  if (!answer) {
+    throw std::runtime_error("no answer in time");
+  }
   return std::move(*answer);
 }
 
@@ -46,7 +48,9 @@ std::string told(const redfish::Answer& answer) {
 }
 
 std::string kindOf(const redfish::Answer& answer) {
-  if (!answer.failure) return "none";
+  if (!answer.failure) {
+    return "none";
+  }
   switch (answer.failure->kind) {
     case redfish::FailureKind::kNameNotResolved:
       return "name";
@@ -72,7 +76,9 @@ std::string kindOf(const redfish::Answer& answer) {
 redfish::Answer answerTo(std::string_view text, redfish::Request request) {
   ScriptedServer server([text](Peer& peer) {
     peer.readRequest();
-    if (peer.write(text)) peer.close();
+    if (peer.write(text)) {
+      peer.close();
+    }
   });
   return ask(*redfish::makeNetworkTransport(plainOptions(server.port())),
              std::move(request));

@@ -25,7 +25,7 @@ const std::map<std::string, std::string>& resources() {
   return bodies;
 }
 
-/// A transport with a service that holds the resources.
+// A transport with a service that holds the resources.
 struct Setting {
   virtual ~Setting() = default;
   std::unique_ptr<Transport> transport;

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The bytes of the file, by the addresses at which they are loaded.
+// The bytes of the file, by the addresses at which they are loaded.
 class Image {
  public:
   explicit Image(const std::string& path) {
@@ -30,7 +30,7 @@ class Image {
     }
   }
 
-  /// The address of one of the tables that the header names; 0: none.
+  // The address of one of the tables that the header names; 0: none.
   std::size_t directory(std::size_t index) const {
     return headers_.OptionalHeader.DataDirectory[index].VirtualAddress;
   }

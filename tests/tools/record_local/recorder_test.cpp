@@ -74,7 +74,9 @@ std::string everythingIn(const std::string& folder) {
   std::ostringstream all;
   for (const auto& entry :
        std::filesystem::recursive_directory_iterator(folder)) {
-    if (!entry.is_regular_file()) continue;
+    if (!entry.is_regular_file()) {
+      continue;
+    }
     all << std::ifstream(entry.path(), std::ios::binary).rdbuf();
   }
   return all.str();

@@ -23,7 +23,7 @@ void printOption(const std::string& option) {
   }
 }
 
-/// The list's error, else its length and each record's node.
+// The list's error, else its length and each record's node.
 void printTargets() {
   ConnectInfo* const service = ConnectInfo::Getinstance();
   std::vector<Tarvex::TarvexConnection::ConnectionInfo> list;
