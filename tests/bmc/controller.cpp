@@ -13,7 +13,7 @@
 #include <sstream>
 #include <thread>
 
-#include "tests/bmc/control_client.h"
+#include "tests/bmc/control/control_client.h"
 
 namespace bmc {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/bmc/counters.h"
-#include "tests/bmc/ready.h"
+#include "tests/bmc/control/ready.h"
+#include "tests/bmc/record/counters.h"
 
 namespace bmc {
 

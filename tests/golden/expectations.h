@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/bmc/counters.h"
+#include "tests/bmc/record/counters.h"
 
 namespace golden {
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/account.h"
+#include "tests/bmc/service/account.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/bmc/tls_context.h"
+#include "tests/bmc/wire/tls_context.h"
 
 namespace bmc {
 namespace {

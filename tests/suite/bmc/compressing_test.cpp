@@ -1,9 +1,9 @@
-#include "tests/bmc/compressing.h"
+#include "tests/bmc/service/compressing.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/bmc/generated_body.h"
 #include "tests/bmc/gzip.h"
+#include "tests/bmc/wire/generated_body.h"
 
 namespace bmc {
 namespace {

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <cstdlib>
 
-#include "tests/bmc/control_client.h"
+#include "tests/bmc/control/control_client.h"
 #include "tests/bmc/options.h"
 #include "tests/suite/bmc/fetch.h"
 #include "tests/suite/bmc/recorded_tree.h"

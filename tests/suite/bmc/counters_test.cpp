@@ -1,4 +1,4 @@
-#include "tests/bmc/counters.h"
+#include "tests/bmc/record/counters.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/expand.h"
+#include "tests/bmc/service/expand.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/fault_file.h"
+#include "tests/bmc/faults/fault_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "tests/bmc/faulty_responder.h"
+#include "tests/bmc/faults/faulty_responder.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/bmc/error_body.h"
-#include "tests/bmc/fault_file.h"
+#include "tests/bmc/faults/fault_file.h"
+#include "tests/bmc/wire/error_body.h"
 #include "tests/suite/bmc/recorded_tree.h"
 
 namespace bmc {

@@ -1,4 +1,4 @@
-#include "tests/bmc/generated_body.h"
+#include "tests/bmc/wire/generated_body.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/ipmi.h"
+#include "tests/bmc/ipmi/ipmi.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/json_pointer.h"
+#include "tests/bmc/faults/json_pointer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/number_range.h"
+#include "tests/bmc/faults/number_range.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/paging.h"
+#include "tests/bmc/service/paging.h"
 
 #include <gtest/gtest.h>
 

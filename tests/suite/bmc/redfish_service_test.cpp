@@ -1,4 +1,4 @@
-#include "tests/bmc/redfish_service.h"
+#include "tests/bmc/service/redfish_service.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/reply_stream.h"
+#include "tests/bmc/wire/reply_stream.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/request_reader.h"
+#include "tests/bmc/wire/request_reader.h"
 
 #include <gtest/gtest.h>
 

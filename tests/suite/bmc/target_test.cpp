@@ -1,4 +1,4 @@
-#include "tests/bmc/target.h"
+#include "tests/bmc/service/target.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bmc/tree_edit.h"
+#include "tests/bmc/faults/tree_edit.h"
 
 #include <gtest/gtest.h>
 

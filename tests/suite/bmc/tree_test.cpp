@@ -1,4 +1,4 @@
-#include "tests/bmc/tree.h"
+#include "tests/bmc/service/tree.h"
 
 #include <gtest/gtest.h>
 
