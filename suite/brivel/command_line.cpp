@@ -4,7 +4,8 @@
 #include <vector>
 
 #include "suite/args/integer.h"
-#include "suite/brivel/raw_arguments.h"
+#include "suite/brivel/options.h"
+#include "suite/brivel/parsed_arguments.h"
 #include "suite/connection/values.h"
 #include "suite/log/escape.h"
 
@@ -12,7 +13,7 @@ namespace brivel {
 namespace {
 
 // What is wrong with the command line; caught where it is parsed.
-struct Mistake {
+struct UsageError {
   std::string text;
 };
 
@@ -35,102 +36,132 @@ std::string quoted(const std::string& text) {
   return "'" + logging::escapeControls(text) + "'";
 }
 
-// The values of the options, each checked as it is taken out.
+bool startsWith(std::string_view text, std::string_view prefix) {
+  return text.substr(0, prefix.size()) == prefix;
+}
+
+void checkInteger(const Option& option, const std::string& text) {
+  const std::optional<int> value = args::parseInteger(text);
+  if (value && *value >= option.least && *value <= option.most) {
+    return;
+  }
+  std::string error =
+      std::string(option.name) + ": " + quoted(text) + " is no number";
+  if (option.least != kLeastInteger || option.most != kLargestInteger) {
+    error += " from " + std::to_string(option.least) + " to " +
+             std::to_string(option.most);
+  }
+  throw UsageError{error};
+}
+
+// Checks one value as the option's row in the table demands.
+void checkValue(const Option& option, const std::string& text) {
+  const std::string name(option.name);
+  // An option in the place of a value is a value forgotten.
+  if (startsWith(text, "--") ||
+      (text.empty() && option.kind != ArgumentKind::kAnyText)) {
+    throw UsageError{name + " needs a value"};
+  }
+  if (option.kind == ArgumentKind::kInteger) {
+    checkInteger(option, text);
+  }
+  if (option.kind == ArgumentKind::kSeconds && !connection::timeLimit(text)) {
+    throw UsageError{name + ": " + quoted(text) +
+                     " is no number of seconds; more than 0, at most 86400"};
+  }
+  if (option.kind == ArgumentKind::kPin && !connection::isPin(text)) {
+    throw UsageError{
+        name + " must be sha256// and the digest of a public key in base64"};
+  }
+}
+
+void checkValues(const Option& option, const std::vector<std::string>& texts) {
+  const std::string name(option.name);
+  if (!takesArgument(option)) {
+    for (const std::string& text : texts) {
+      if (text != "true") {
+        throw UsageError{name + " takes no value"};
+      }
+    }
+    return;
+  }
+  if (texts.size() > 1) {
+    throw UsageError{name + " is given twice"};
+  }
+  checkValue(option, texts.front());
+}
+
+// Checks all given options against the table, alone and together.
+void checkOptions(const ParsedArguments& arguments) {
+  for (const Option& option : kOptions) {
+    const auto given = arguments.options.find(option.name);
+    if (given != arguments.options.end()) {
+      checkValues(option, given->second);
+    }
+  }
+  for (const OptionConflict& conflict : kOptionConflicts) {
+    if (arguments.options.count(conflict.first) > 0 &&
+        arguments.options.count(conflict.second) > 0) {
+      throw UsageError{std::string(conflict.reason)};
+    }
+  }
+}
+
+// The values of options that have been checked.
 class Values {
  public:
-  explicit Values(const RawArguments& raw) : raw_(raw) {}
+  explicit Values(const ParsedArguments& arguments) : arguments_(arguments) {}
 
-  // The text of an option; nothing when it is not given.
-  std::optional<std::string> text(const std::string& name) const {
-    const auto found = raw_.options.find(name);
-    if (found == raw_.options.end()) {
-      return std::nullopt;
-    }
-    if (found->second.size() > 1) {
-      throw Mistake{name + " is given twice"};
-    }
-    // An option in the place of a value is a value forgotten.
-    if (found->second.front().rfind("--", 0) == 0) {
-      throw Mistake{name + " needs a value"};
-    }
-    return found->second.front();
+  // The text of an option; nullopt if it is not given.
+  std::optional<std::string> text(std::string_view name) const {
+    const auto found = arguments_.options.find(name);
+    return found == arguments_.options.end()
+               ? std::nullopt
+               : std::optional(found->second.front());
   }
 
-  // The same of an option whose text must not be empty.
-  std::optional<std::string> filledText(const std::string& name) const {
-    std::optional<std::string> given = text(name);
-    if (given && given->empty()) {
-      throw Mistake{name + " needs a value"};
-    }
-    return given;
-  }
-
-  std::optional<int> number(const std::string& name, int least,
-                            int most) const {
-    const std::optional<std::string> given = filledText(name);
-    if (!given) {
-      return std::nullopt;
-    }
-    const std::optional<int> value = args::parseInteger(*given);
-    if (!value || *value < least || *value > most) {
-      throw Mistake{name + ": " + quoted(*given) + " is no number from " +
-                    std::to_string(least) + " to " + std::to_string(most)};
-    }
-    return value;
+  std::optional<int> number(std::string_view name) const {
+    const std::optional<std::string> given = text(name);
+    return given ? args::parseInteger(*given) : std::nullopt;
   }
 
   std::optional<std::chrono::milliseconds> seconds(
-      const std::string& name) const {
-    const std::optional<std::string> given = filledText(name);
-    if (!given) {
-      return std::nullopt;
-    }
-    const auto limit = connection::timeLimit(*given);
-    if (!limit) {
-      throw Mistake{name + ": " + quoted(*given) +
-                    " is no number of seconds; more than 0, at most 86400"};
-    }
-    return limit;
+      std::string_view name) const {
+    const std::optional<std::string> given = text(name);
+    return given ? connection::timeLimit(*given) : std::nullopt;
   }
 
-  // True, or nothing when the flag is not given.
-  std::optional<bool> flag(const std::string& name) const {
-    const auto found = raw_.options.find(name);
-    if (found == raw_.options.end()) {
-      return std::nullopt;
-    }
-    for (const std::string& value : found->second) {
-      if (value != "true") {
-        throw Mistake{name + " takes no value"};
-      }
-    }
-    return true;
+  // True, or nullopt if the flag is not given.
+  std::optional<bool> flag(std::string_view name) const {
+    return arguments_.options.count(name) > 0 ? std::optional(true)
+                                              : std::nullopt;
   }
 
  private:
-  const RawArguments& raw_;
+  const ParsedArguments& arguments_;
 };
 
-// Refuses what no option took. A value is not repeated: it may be a password.
-void checkUnknown(const std::vector<std::string>& unknown) {
-  if (unknown.empty()) {
+// Refuses options that are not in the table, and words beyond the command. A
+// value is not repeated: it may be a password.
+void checkUnknown(const ParsedArguments& arguments) {
+  if (arguments.unknown.empty()) {
+    if (arguments.words.size() > 2) {
+      throw UsageError{"one argument too many after APPLICATION and COMMAND"};
+    }
     return;
   }
-  const std::string& argument = unknown.front();
-  const bool isLong = argument.rfind("--", 0) == 0;
-  if (!isLong && argument.rfind('-', 0) != 0) {
-    throw Mistake{"one argument too many after APPLICATION and COMMAND"};
-  }
-  const std::string name =
-      isLong ? argument.substr(0, argument.find('=')) : argument.substr(0, 2);
+  const std::string& argument = arguments.unknown.front();
+  const std::string name = startsWith(argument, "--")
+                               ? argument.substr(0, argument.find('='))
+                               : argument.substr(0, 2);
   std::string text = "unknown option " + quoted(name);
-  if (name.rfind("--pass", 0) == 0 || name == "-p") {
+  if (startsWith(name, "--pass") || name == "-p") {
     text +=
         "; a password is not taken from the command line, where every user of "
         "this machine sees it: use --password-file, --password-stdin, "
         "BRIVEL_PASSWORD or the prompt";
   }
-  throw Mistake{text};
+  throw UsageError{text};
 }
 
 std::int32_t commandOf(const std::string& text) {
@@ -141,24 +172,16 @@ std::int32_t commandOf(const std::string& text) {
   }
   const std::optional<int> number = args::parseInteger(text);
   if (!number) {
-    throw Mistake{quoted(text) +
-                  " is no command; known are show, set, or a number"};
+    throw UsageError{quoted(text) +
+                     " is no command; known are show, set, or a number"};
   }
   return *number;
 }
 
 void readTarget(const Values& values, CommandLine& line) {
-  const auto bmc = values.filledText("--bmc");
-  const auto esxi = values.filledText("--esxi");
-  if (bmc && esxi) {
-    throw Mistake{"--bmc and --esxi name two targets; give one of them"};
-  }
-  line.localRoot = values.filledText("--local-root").value_or("");
-  if (!line.localRoot.empty() && (bmc || esxi)) {
-    throw Mistake{
-        "--local-root stands for this server, --bmc and --esxi for "
-        "others; give one of them"};
-  }
+  const auto bmc = values.text("--bmc");
+  const auto esxi = values.text("--esxi");
+  line.localRoot = values.text("--local-root").value_or("");
   line.mode = bmc    ? kConnectModeOutOfBand
               : esxi ? kConnectModeEsxi
                      : kConnectModeInBand;
@@ -167,36 +190,29 @@ void readTarget(const Values& values, CommandLine& line) {
       values.flag("--password-stdin").value_or(false);
 
   connection::TargetSettings& given = line.target.given;
-  given.user = values.filledText("--user");
-  given.passwordFile = values.filledText("--password-file");
-  given.caFile = values.filledText("--cacert");
-  given.pin = values.filledText("--pin");
-  if (given.pin && !connection::isPin(*given.pin)) {
-    throw Mistake{
-        "--pin must be sha256// and the digest of a public key in base64"};
-  }
+  given.user = values.text("--user");
+  given.passwordFile = values.text("--password-file");
+  given.caFile = values.text("--cacert");
+  given.pin = values.text("--pin");
   given.insecure = values.flag("--insecure");
   given.timeout = values.seconds("--timeout");
   given.deadline = values.seconds("--deadline");
-  given.maxConnections =
-      values.number("--max-connections", 1, connection::kMostConnections);
+  given.maxConnections = values.number("--max-connections");
   given.thorough = values.flag("--thorough");
 }
 
+// Hands the application its own options, by their names without dashes.
 void readApplicationOptions(const Values& values, CommandLine& line) {
-  if (const auto device = values.text("--device")) {
-    line.applicationOptions["device"] = *device;
-  }
-  if (const auto node = values.text("--node")) {
-    if (!args::parseInteger(*node)) {
-      throw Mistake{"--node: " + quoted(*node) + " is no number"};
+  for (const Option& option : kOptions) {
+    const auto text = values.text(option.name);
+    if (text && option.section == OptionSection::kApplication) {
+      line.applicationOptions[std::string(option.name.substr(2))] = *text;
     }
-    line.applicationOptions["node"] = *node;
   }
 }
 
-CommandLine readCommandLine(const RawArguments& raw) {
-  const Values values(raw);
+CommandLine readCommandLine(const ParsedArguments& arguments) {
+  const Values values(arguments);
   CommandLine line;
   if (values.flag("--help")) {
     line.action = CommandLine::Action::kShowHelp;
@@ -206,12 +222,14 @@ CommandLine readCommandLine(const RawArguments& raw) {
     line.action = CommandLine::Action::kShowVersion;
     return line;
   }
-  checkUnknown(raw.unknown);
-  const auto application = values.filledText("APPLICATION");
-  if (!application) {
-    throw Mistake{"no application is named"};
+  checkUnknown(arguments);
+  if (arguments.words.empty()) {
+    throw UsageError{"no application is named"};
   }
-  line.application = *application;
+  line.application = arguments.words.front();
+  if (line.application.empty()) {
+    throw UsageError{"APPLICATION needs a value"};
+  }
   if (line.application == kHelpWord) {
     line.action = CommandLine::Action::kShowHelp;
     return line;
@@ -219,14 +237,15 @@ CommandLine readCommandLine(const RawArguments& raw) {
   if (line.application == kApplicationList) {
     line.action = CommandLine::Action::kListApplications;
   }
-  if (const auto command = values.filledText("COMMAND")) {
-    line.command = commandOf(*command);
+  if (arguments.words.size() > 1) {
+    line.command = commandOf(arguments.words[1]);
   }
+  checkOptions(arguments);
   readTarget(values, line);
   readApplicationOptions(values, line);
-  line.settingsFile = values.filledText("--config").value_or("");
-  line.logFile = values.filledText("--log-file").value_or("");
-  line.logLevel = values.number("--log-level", 0, connection::kHighestLogLevel);
+  line.settingsFile = values.text("--config").value_or("");
+  line.logFile = values.text("--log-file").value_or("");
+  line.logLevel = values.number("--log-level");
   line.stats = values.flag("--stats").value_or(false);
   return line;
 }
@@ -235,14 +254,14 @@ CommandLine readCommandLine(const RawArguments& raw) {
 
 std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv,
                                             std::string& error) {
-  const std::optional<RawArguments> raw = cutArguments(argc, argv, error);
-  if (!raw) {
+  const auto arguments = splitArguments(argc, argv, error);
+  if (!arguments) {
     return std::nullopt;
   }
   try {
-    return readCommandLine(*raw);
-  } catch (const Mistake& mistake) {
-    error = mistake.text;
+    return readCommandLine(*arguments);
+  } catch (const UsageError& usage) {
+    error = usage.text;
   }
   return std::nullopt;
 }

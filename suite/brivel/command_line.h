@@ -30,9 +30,10 @@ struct CommandLine {
   bool stats = false;
 };
 
-/// Reads a command line; the first argument is the program's name. Nothing
-/// when it is not understood, and the reason in `error`: a clause that holds
-/// no control characters, and nothing that may be a password.
+/// Reads a command line by the table of options (options.h); the first
+/// argument is the program's name. Returns nullopt and sets `error` if it is
+/// not understood: a clause without control characters and without any text
+/// that may be a password.
 std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv,
                                             std::string& error);
 

@@ -117,7 +117,7 @@ TEST(CommandLineNode, OtherTextIsNamed) {
             "--node: 'abc' is no number");
   EXPECT_EQ(errorOf({"syshealth", "--node", "2147483648"}),
             "--node: '2147483648' is no number");
-  EXPECT_EQ(errorOf({"syshealth", "--node="}), "--node: '' is no number");
+  EXPECT_EQ(errorOf({"syshealth", "--node="}), "--node needs a value");
 }
 
 TEST(CommandLineNode, ControlCharactersAreNotRepeated) {

@@ -1,0 +1,161 @@
+#pragma once
+
+#include <limits>
+#include <string_view>
+
+#include "suite/connection/values.h"
+
+namespace brivel {
+
+// The options of the command line, in one table. The parser, the help, the
+// manual, the completion and the tests are made from it: a new option is a new
+// row here, and a field of `CommandLine` that holds it.
+
+/// The part of the help that an option belongs to.
+enum class OptionSection {
+  kApplication,  ///< Options that the application itself asks for.
+  kTarget,
+  kLogin,
+  kTrust,
+  kLimits,
+  kFiles,  ///< Settings, log and cost of the run.
+  kOther,
+};
+
+/// What an option takes, and how that is checked.
+enum class ArgumentKind {
+  kFlag,     ///< Nothing. May be repeated; all other kinds may not.
+  kAnyText,  ///< A text, which may be empty.
+  kText,     ///< A text, as is everything below. None of them may be empty.
+  kFile,
+  kFolder,
+  kTarget,   ///< An address or the name of a target in the settings.
+  kInteger,  ///< A whole number from `least` to `most`.
+  kSeconds,  ///< See `connection::timeLimit`.
+  kPin,      ///< See `connection::isPin`.
+};
+
+/// One option.
+struct Option {
+  std::string_view name;      ///< Long name with its dashes.
+  char letter;                ///< Short name without its dash; 0: none.
+  std::string_view argument;  ///< How the help calls it; empty for a flag.
+  ArgumentKind kind;
+  int least;  ///< Of kInteger.
+  int most;   ///< Of kInteger.
+  OptionSection section;
+  std::string_view help;  ///< One sentence without line ends.
+};
+
+/// Two options that cannot be combined, and why not.
+struct OptionConflict {
+  std::string_view first;
+  std::string_view second;
+  std::string_view reason;
+};
+
+constexpr int kLeastInteger = std::numeric_limits<int>::min();
+constexpr int kLargestInteger = std::numeric_limits<int>::max();
+
+#ifdef _WIN32
+#define BRIVEL_SETTINGS_PLACES \
+  R"(%APPDATA%\brivel\brivel.toml, else %ProgramData%\brivel\brivel.toml)"
+#define BRIVEL_LOG_PLACE R"(%LOCALAPPDATA%\brivel\brivel.log)"
+#else
+#define BRIVEL_SETTINGS_PLACES \
+  "~/.config/brivel/brivel.toml, else /etc/brivel/brivel.toml"
+#define BRIVEL_LOG_PLACE "~/.local/state/brivel/brivel.log"
+#endif
+
+// clang-format off
+/// Every option, in the order of the help.
+constexpr Option kOptions[] = {
+    {"--device", 0, "LIST", ArgumentKind::kAnyText, 0, 0, OptionSection::kApplication,
+     "show tables instead: system, processor, fan, dimm, power, pci_adapter, several with commas between, or all for the six"},
+    {"--node", 0, "N", ArgumentKind::kInteger, kLeastInteger, kLargestInteger, OptionSection::kApplication,
+     "on this server: only its node N, counted from 1"},
+
+    {"--bmc", 'H', "TARGET", ArgumentKind::kTarget, 0, 0, OptionSection::kTarget,
+     "a management controller: a name from the settings, [https://][user@]host[:port], or file:DIR for a recorded server"},
+    {"--esxi", 0, "HOST", ArgumentKind::kText, 0, 0, OptionSection::kTarget,
+     "a VMware ESXi host (not supported by syshealth)"},
+    {"--local-root", 0, "FOLDER", ArgumentKind::kFolder, 0, 0, OptionSection::kTarget,
+     "a recorded machine, in the place of this server's own parts; for tests and support"},
+
+    {"--user", 'u', "NAME", ArgumentKind::kText, 0, 0, OptionSection::kLogin,
+     "user at the target"},
+    {"--password-file", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kLogin,
+     "file with the password in its first line; only you may be able to read it"},
+    {"--password-stdin", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kLogin,
+     "the password is the first line of standard input"},
+
+    {"--cacert", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kTrust,
+     "authorities to trust instead, PEM"},
+    {"--pin", 0, "sha256//DIGEST", ArgumentKind::kPin, 0, 0, OptionSection::kTrust,
+     "trust the server that has this public key"},
+    {"--insecure", 'k', "", ArgumentKind::kFlag, 0, 0, OptionSection::kTrust,
+     "trust any certificate; warns on every run"},
+
+    {"--timeout", 0, "SECONDS", ArgumentKind::kSeconds, 0, 0, OptionSection::kLimits,
+     "one request (default 30)"},
+    {"--deadline", 0, "SECONDS", ArgumentKind::kSeconds, 0, 0, OptionSection::kLimits,
+     "the whole run (default 120)"},
+    {"--max-connections", 0, "N", ArgumentKind::kInteger, 1, connection::kMostConnections, OptionSection::kLimits,
+     "requests in flight, 1 to 16 (default 4)"},
+    {"--thorough", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kLimits,
+     "read every part for the health summary, also where the server says that all is well"},
+
+    {"--config", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kFiles,
+     "settings (default " BRIVEL_SETTINGS_PLACES ")"},
+    {"--log-file", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kFiles,
+     "log (default " BRIVEL_LOG_PLACE ")"},
+    {"--log-level", 0, "0..4", ArgumentKind::kInteger, 0, connection::kHighestLogLevel, OptionSection::kFiles,
+     "0 nothing, 1 errors, 3 information (the default), 4 everything"},
+    {"--stats", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kFiles,
+     "what the run cost, on standard error"},
+
+    {"--help", 'h', "", ArgumentKind::kFlag, 0, 0, OptionSection::kOther,
+     "this text"},
+    {"--version", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kOther,
+     "the version"},
+};
+
+constexpr OptionConflict kOptionConflicts[] = {
+    {"--bmc", "--esxi",
+     "--bmc and --esxi name two targets; give one of them"},
+    {"--local-root", "--bmc",
+     "--local-root stands for this server, --bmc and --esxi for others; give one of them"},
+    {"--local-root", "--esxi",
+     "--local-root stands for this server, --bmc and --esxi for others; give one of them"},
+};
+// clang-format on
+
+#undef BRIVEL_SETTINGS_PLACES
+#undef BRIVEL_LOG_PLACE
+
+/// Whether an option takes an argument.
+constexpr bool takesArgument(const Option& option) {
+  return option.kind != ArgumentKind::kFlag;
+}
+
+/// The option with this long name ("--bmc"); null when there is none.
+constexpr const Option* findOption(std::string_view name) {
+  for (const Option& option : kOptions) {
+    if (option.name == name) {
+      return &option;
+    }
+  }
+  return nullptr;
+}
+
+/// The option with this letter; null when there is none.
+constexpr const Option* findOption(char letter) {
+  for (const Option& option : kOptions) {
+    if (option.letter == letter && letter != '\0') {
+      return &option;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace brivel

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brivel {
+
+/// The command line split into options and words; no value is checked yet.
+struct ParsedArguments {
+  /// The texts given to each option by its long name ("--bmc"), in order. A
+  /// flag has "true" for each time it is given, and any text given to it by
+  /// "=". Options that are not given are missing.
+  std::map<std::string_view, std::vector<std::string>> options;
+  /// The arguments that are no options: application, command, and any more.
+  std::vector<std::string> words;
+  /// Options that are not in the table, in order.
+  std::vector<std::string> unknown;
+};
+
+/// Splits a command line by the table of options; the first argument is the
+/// program's name. Options may stand anywhere before a "--". Returns nullopt
+/// and sets `error` if the last argument is an option that lacks its value.
+std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
+                                              std::string& error);
+
+}  // namespace brivel
