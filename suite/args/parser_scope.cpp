@@ -6,17 +6,17 @@
 namespace args {
 namespace {
 
-ParserScope* living = nullptr;
+ParserScope* currentScope = nullptr;
 
 }  // namespace
 
 ParserScope::ParserScope(OptionValues values) : values_(std::move(values)) {
-  living = this;
+  currentScope = this;
 }
 
-ParserScope::~ParserScope() { living = nullptr; }
+ParserScope::~ParserScope() { currentScope = nullptr; }
 
-ParserScope* ParserScope::current() { return living; }
+ParserScope* ParserScope::current() { return currentScope; }
 
 const std::string* ParserScope::find(const std::string& option) const {
   const auto found = values_.find(option);

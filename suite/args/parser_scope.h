@@ -8,9 +8,9 @@
 
 namespace args {
 
-/// Options that the command line gives to applications, by name without
-/// dashes ("device", "node"), each with its text. An option that is not given
-/// is not in it; one that is given empty is.
+/// Options for applications from the command line, by name without dashes
+/// ("device", "node"), each with its text, which may be empty. Options that
+/// are not given are missing.
 using OptionValues = std::map<std::string, std::string, std::less<>>;
 
 /// What an application told the parser about itself.
@@ -22,16 +22,17 @@ struct Registration {
 /// Error codes of `ArgParser::RegisterApp` and `RegisterOption`.
 enum ParserError : int {
   kParserErrorNone = 0,
-  kParserErrorNoParser = 1,      ///< Called when no parser is alive.
+  kParserErrorNoParser = 1,      ///< Called while no parser exists.
   kParserErrorEmptyName = 2,     ///< An application without a name.
   kParserErrorRegistered = 3,    ///< The name or the number is taken.
-  kParserErrorUnknownApp = 4,    ///< Options for an application never heard of.
+  kParserErrorUnknownApp = 4,    ///< Options of an unregistered application.
   kParserErrorSpecification = 5  ///< Applications have no options of their own.
 };
 
-/// The parser's life: while a scope lives, `ArgParser::GetInstance` gives the
-/// parser, which answers from the scope's values; before and after it gives
-/// null. The host keeps one scope per module. At most one lives at a time.
+/// The lifetime of the argument parser: while a scope exists,
+/// `ArgParser::GetInstance` returns the parser, which answers from the scope's
+/// values; otherwise it returns null. The host makes one scope per module. At
+/// most one exists at a time.
 class ParserScope {
  public:
   explicit ParserScope(OptionValues values);
@@ -40,13 +41,13 @@ class ParserScope {
   ParserScope(const ParserScope&) = delete;
   ParserScope& operator=(const ParserScope&) = delete;
 
-  /// The living scope; null when there is none.
+  /// The current scope; null if there is none.
   static ParserScope* current();
 
-  /// The text of an option; null when it is not given.
+  /// The text of an option; null if it is not given.
   const std::string* find(const std::string& option) const;
 
-  /// What `ArgParser`'s operations of the same name do.
+  /// See `ArgParser::RegisterApp` and `ArgParser::RegisterOption`.
   ParserError registerApp(const std::string& name, int appId);
   ParserError registerOption(int appId, const std::string& spec) const;
 

@@ -12,8 +12,8 @@
 namespace brivel {
 namespace {
 
-// Lets a module register itself. False, and the reason in `error`, when it
-// does not register under the name of its file.
+// Lets a module register itself. Returns false and sets `error` if it does not
+// register under the name of its file.
 bool registerModule(const Module& module, const args::ParserScope& parser,
                     std::string& error) {
   module.init();
@@ -63,7 +63,7 @@ std::optional<RunResult> runApplication(const CommandLine& line,
   if (!module) {
     return std::nullopt;
   }
-  // An exception is caught while the code that it comes from is still there.
+  // An exception must be caught while its module is still loaded.
   try {
     if (!registerModule(*module, parser, error)) {
       return std::nullopt;

@@ -9,15 +9,15 @@
 
 namespace brivel {
 
-/// Runs a command of an application: loads its module, lets it register, run
-/// the command, and unloads it. Nothing when there is no such application, its
-/// module cannot be loaded, or registers under another name, and the reason in
-/// `error`. What the module throws becomes the suite's internal error.
+/// Runs a command of an application: loads its module, lets it register, runs
+/// the command and unloads it. Returns nullopt and sets `error` if there is no
+/// such application, or its module cannot be loaded or registers another name.
+/// An exception of the module becomes the suite's internal error.
 std::optional<RunResult> runApplication(const CommandLine& line,
                                         std::string& error);
 
-/// The applications that there are, a line for each with name, number and
-/// file. What is wrong with modules that cannot be loaded is in `errors`.
+/// One line per application: name, number, file. `errors` gets one line per
+/// module that cannot be loaded.
 std::string listApplications(std::vector<std::string>& errors);
 
 }  // namespace brivel

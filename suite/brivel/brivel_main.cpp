@@ -14,7 +14,7 @@
 #include "suite/brivel/connected_run.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/help.h"
-#include "suite/brivel/own_lines.h"
+#include "suite/brivel/print_error.h"
 #include "suite/brivel/standard_streams.h"
 #include "suite/brivel/user_paths.h"
 #include "suite/connection/run_watch.h"
@@ -27,7 +27,7 @@ namespace brivel {
 namespace {
 
 int usageError(const std::string& text) {
-  tell(text);
+  printError(text);
   std::cerr << "Try 'brivel --help'." << std::endl;
   return kExitUsage;
 }
@@ -37,8 +37,8 @@ int show(std::string_view text) {
   return outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
 }
 
-// The settings of the run; nothing, and the reason in `error`, when they
-// cannot be read.
+// The settings of the run. Returns nullopt and sets `error` if they cannot be
+// read.
 std::optional<connection::Settings> readSettings(const CommandLine& line,
                                                  std::string& error) {
   const std::string file =
@@ -66,7 +66,7 @@ int list() {
   std::vector<std::string> errors;
   std::cout << listApplications(errors) << std::flush;
   for (const std::string& error : errors) {
-    tell(error);
+    printError(error);
   }
   return errors.empty() ? kExitSuccess : kExitModule;
 }
@@ -106,7 +106,7 @@ int brivel(int argc, char** argv) {
   const std::optional<connection::Settings> settings =
       readSettings(*line, error);
   if (!settings) {
-    tell(error);
+    printError(error);
     return kExitUsage;
   }
   openRunLog(*line, *settings);
@@ -129,7 +129,7 @@ int brivelMain(int argc, char** argv) {
   try {
     status = brivel::brivel(argc, argv);
   } catch (const std::exception& failure) {
-    brivel::tell(std::string("internal error: ") + failure.what());
+    brivel::printError(std::string("internal error: ") + failure.what());
   }
   connection::releaseLoaderPages();
   return status;

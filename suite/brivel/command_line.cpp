@@ -12,7 +12,7 @@
 namespace brivel {
 namespace {
 
-// What is wrong with the command line; caught where it is parsed.
+// A mistake in the command line. Does not leave this file.
 struct UsageError {
   std::string text;
 };
@@ -57,7 +57,7 @@ void checkInteger(const Option& option, const std::string& text) {
 // Checks one value as the option's row in the table demands.
 void checkValue(const Option& option, const std::string& text) {
   const std::string name(option.name);
-  // An option in the place of a value is a value forgotten.
+  // An option in the place of a value means that the value was forgotten.
   if (startsWith(text, "--") ||
       (text.empty() && option.kind != ArgumentKind::kAnyText)) {
     throw UsageError{name + " needs a value"};

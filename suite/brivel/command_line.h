@@ -22,8 +22,8 @@ struct CommandLine {
   ConnectMode mode = kConnectModeInBand;
   connection::TargetChoice target;
 
-  std::string localRoot;  ///< Folder of a recorded machine that is read in the
-                          ///< place of this one; empty: none.
+  std::string localRoot;     ///< Folder of a recorded machine that is read
+                             ///< instead of this one; empty: none.
   std::string settingsFile;  ///< Empty: the usual places.
   std::string logFile;  ///< Empty: as the settings say, or the usual place.
   std::optional<int> logLevel;

@@ -8,7 +8,7 @@
 #include "suite/args/integer.h"
 #include "suite/brivel/application_run.h"
 #include "suite/brivel/exit_status.h"
-#include "suite/brivel/own_lines.h"
+#include "suite/brivel/print_error.h"
 #include "suite/brivel/progress_line.h"
 #include "suite/brivel/result_line.h"
 #include "suite/brivel/standard_streams.h"
@@ -31,11 +31,12 @@ void warnOfInsecurity(const connection::Target& target,
       target.address.scheme != connection::Address::Scheme::kHttps) {
     return;
   }
-  tell("warning: the certificate of " + name + " is not checked" +
-       (target.pin.empty() ? "" : ", only its pinned key") + " (insecure)");
+  printError("warning: the certificate of " + name + " is not checked" +
+             (target.pin.empty() ? "" : ", only its pinned key") +
+             " (insecure)");
 }
 
-// What the options of the application tell of the run.
+// What the application will read, as far as its options tell.
 connection::RunHints hintsOf(const args::OptionValues& options) {
   const auto device = options.find("device");
   const auto node = options.find("node");
@@ -48,8 +49,8 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   return hints;
 }
 
-// What a person should know about a run that failed without a cause of its
-// own; empty when the host does not know it either.
+// The cause of a failed run for which the application gave none; empty if the
+// host does not know it either.
 std::string causeOf(const connection::Connections& connections,
                     const args::OptionValues& options) {
   const std::string cause = connections.cause();
@@ -59,10 +60,9 @@ std::string causeOf(const connection::Connections& connections,
              : cause;
 }
 
-// The exit status of a run that an application made, and what the host has to
-// say on it.
-int conclude(RunResult result, const connection::Connections& connections,
-             const args::OptionValues& options) {
+// Prints the notes and the result line of a run. Returns the exit status.
+int reportResult(RunResult result, const connection::Connections& connections,
+                 const args::OptionValues& options) {
   const bool abandoned = outputIsAbandoned();
   if (result.code == kResultSuccess && !outputIsWhole()) {
     result.code = kResultWriteFileFailed;
@@ -72,7 +72,7 @@ int conclude(RunResult result, const connection::Connections& connections,
   }
   if (result.code == kResultSuccess) {
     for (const std::string& notice : connections.notices()) {
-      tell("note: " + notice);
+      printError("note: " + notice);
     }
   }
   if (result.code != kResultSuccess && !abandoned) {
@@ -86,7 +86,7 @@ int conclude(RunResult result, const connection::Connections& connections,
 std::optional<connection::Target> targetOf(const CommandLine& line,
                                            const connection::Settings& settings,
                                            std::string& error) {
-  // The command line goes before what the settings ask in this server's place.
+  // The command line takes precedence over the source in the settings.
   if (!line.localRoot.empty()) {
     std::error_code failure;
     if (!std::filesystem::is_directory(std::filesystem::u8path(line.localRoot),
@@ -145,7 +145,7 @@ int runConnected(const CommandLine& line,
   connections.close();
 
   if (!result) {
-    tell(error);
+    printError(error);
     return kExitModule;
   }
   if (line.stats) {
@@ -153,10 +153,10 @@ int runConnected(const CommandLine& line,
     std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
   }
   if (connection::interrupted()) {
-    tell("interrupted");
+    printError("interrupted");
     return kExitInterrupted;
   }
-  return conclude(*std::move(result), connections, line.applicationOptions);
+  return reportResult(*std::move(result), connections, line.applicationOptions);
 }
 
 }  // namespace brivel

@@ -12,19 +12,19 @@
 
 namespace brivel {
 
-/// The target of a run; this machine without a source in the settings has
-/// none. Nothing, and the reason in `error`, when the command line and the
-/// settings name one that cannot be served.
+/// The target of a run; nullopt for this machine itself. If the command line
+/// and the settings name a target that cannot be used, returns nullopt and
+/// sets `error`.
 std::optional<connection::Target> targetOf(const CommandLine& line,
                                            const connection::Settings& settings,
                                            std::string& error);
 
-/// How this server's own parts and controllers are read.
+/// How this machine's own parts and controllers are read.
 connection::InBandOptions inBandOf(const CommandLine& line,
                                    const connection::Settings& settings);
 
-/// Runs the application on its target, closes the connections, and tells on
-/// standard error what went wrong. The exit status.
+/// Runs the application on its target, closes the connections and prints on
+/// standard error what went wrong. Returns the exit status.
 int runConnected(const CommandLine& line,
                  std::optional<connection::Target> target,
                  connection::InBandOptions inBand,

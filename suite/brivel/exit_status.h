@@ -4,7 +4,7 @@
 
 namespace brivel {
 
-/// How the process ends, beside the result codes that it hands on.
+/// Exit statuses of the host itself. Result codes become exit statuses, too.
 enum ExitStatus : int {
   kExitSuccess = 0,
   kExitUsage = 2,          ///< The command line or the settings are wrong.

@@ -5,14 +5,14 @@
 
 namespace brivel {
 
-/// Why a file is no shared library that could be loaded here, in one clause:
-/// it cannot be read, is no library, is made for another kind of machine, or
-/// is truncated. Empty when nothing speaks against loading it. Loading a
-/// truncated library would end the process, so this is asked first.
-std::string objectionToLibrary(const std::string& file);
+/// Checks whether a file is a shared library for this machine. Returns the
+/// reason why not in one clause (it cannot be read, is no library, is made for
+/// another kind of machine, is truncated), or an empty text. Loading a
+/// truncated library would end the process, so this comes first.
+std::string problemWithLibrary(const std::string& file);
 
-/// Why the system has just refused to load a library, in its own words.
-/// `failure` is what the loading library says.
-std::string reasonForRefusal(const std::error_code& failure);
+/// Why the system has just refused to load a library, in the system's own
+/// words. `failure` is the error of the call that loaded it.
+std::string loadError(const std::error_code& failure);
 
 }  // namespace brivel

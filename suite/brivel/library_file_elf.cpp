@@ -56,7 +56,7 @@ bool isWhole(std::istream& stream, const Elf64_Ehdr& header,
 
 }  // namespace
 
-std::string objectionToLibrary(const std::string& file) {
+std::string problemWithLibrary(const std::string& file) {
   std::ifstream stream(file, std::ios::binary | std::ios::ate);
   if (!stream) {
     return std::string("it cannot be read: ") + std::strerror(errno);
@@ -83,7 +83,7 @@ std::string objectionToLibrary(const std::string& file) {
   return isWhole(stream, header, fileSize) ? "" : "it is truncated";
 }
 
-std::string reasonForRefusal(const std::error_code& failure) {
+std::string loadError(const std::error_code& failure) {
   const char* const reason = dlerror();
   return reason == nullptr ? failure.message() : reason;
 }

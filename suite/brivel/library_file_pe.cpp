@@ -39,7 +39,7 @@ bool isWhole(std::istream& stream, std::uint64_t sections,
 
 }  // namespace
 
-std::string objectionToLibrary(const std::string& file) {
+std::string problemWithLibrary(const std::string& file) {
   std::ifstream stream(std::filesystem::u8path(file),
                        std::ios::binary | std::ios::ate);
   if (!stream) {
@@ -78,7 +78,7 @@ std::string objectionToLibrary(const std::string& file) {
                                                           : "it is truncated";
 }
 
-std::string reasonForRefusal(const std::error_code& failure) {
+std::string loadError(const std::error_code& failure) {
   return failure.message();
 }
 

@@ -30,9 +30,9 @@ Function* entryPoint(const boost::dll::shared_library& library,
 std::optional<Module> Module::load(const std::filesystem::path& file,
                                    std::string& error) {
   const std::string name = file.string();
-  const std::string objection = objectionToLibrary(name);
-  if (!objection.empty()) {
-    error = name + " cannot be loaded: " + objection;
+  const std::string problem = problemWithLibrary(name);
+  if (!problem.empty()) {
+    error = name + " cannot be loaded: " + problem;
     return std::nullopt;
   }
   auto library = std::make_unique<Library>();
@@ -44,7 +44,7 @@ std::optional<Module> Module::load(const std::filesystem::path& file,
       file, failure,
       boost::dll::load_mode::rtld_now | boost::dll::load_mode::rtld_local);
   if (failure) {
-    error = name + " cannot be loaded: " + reasonForRefusal(failure);
+    error = name + " cannot be loaded: " + loadError(failure);
     return std::nullopt;
   }
   library->init = entryPoint<void()>(library->handle, "Init");

@@ -10,11 +10,11 @@
 
 namespace brivel {
 
-/// An application's library, loaded: unloaded when the object dies.
+/// The loaded library of an application. The destructor unloads it.
 class Module {
  public:
-  /// Loads a library and finds its three entry points. Nothing when that does
-  /// not succeed, and the reason in `error`, with the file's name.
+  /// Loads a library and finds its three entry points. Returns nullopt and
+  /// sets `error`, which names the file, if that fails.
   static std::optional<Module> load(const std::filesystem::path& file,
                                     std::string& error);
 
@@ -23,7 +23,7 @@ class Module {
 
   const std::filesystem::path& file() const;
 
-  // The entry points. What the library throws passes through.
+  // The entry points. Exceptions of the library pass through.
   void init() const;
   std::int32_t paramRegister(std::int32_t command) const;
   BrivelResult appMain(std::int32_t command) const;

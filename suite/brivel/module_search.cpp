@@ -17,8 +17,8 @@ constexpr const char* kVariable = "BRIVEL_MODULES";
 
 std::string suffix() { return boost::dll::shared_library::suffix().string(); }
 
-// Whether a text can be the name of an application, and so of a file that is
-// nowhere but in the directory of the applications.
+// Whether a text can be the name of an application. Such a name cannot lead
+// out of the directory of the applications.
 bool isName(const std::string& text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||

@@ -7,17 +7,18 @@
 
 namespace brivel {
 
-/// Where the applications are: the environment's BRIVEL_MODULES, else the
-/// folder "brivel" beside the library that this code is in. Absolute.
+/// The folder of the applications: BRIVEL_MODULES of the environment, else the
+/// folder "brivel" beside the library that this code is in. An absolute path.
 std::filesystem::path moduleDirectory();
 
-/// The libraries in a directory, by name; empty when there is no such
-/// directory.
+/// The libraries in a directory, sorted by name; empty if the directory does
+/// not exist.
 std::vector<std::filesystem::path> moduleFiles(
     const std::filesystem::path& directory);
 
-/// The library of an application, which need not be sound. Nothing when there
-/// is none, and the reason in `error`, with the names that there are.
+/// Finds the library of an application by its file name; it is not loaded.
+/// Returns nullopt and sets `error`, which lists the names that exist, if
+/// there is none.
 std::optional<std::filesystem::path> findModule(
     const std::filesystem::path& directory, const std::string& application,
     std::string& error);

@@ -7,9 +7,9 @@
 
 namespace brivel {
 
-/// Draws on a terminal how many resources have been read and for how long the
-/// run has been going, once that is more than a second; gone again when the
-/// reading is over. The process's observer for as long as it lives.
+/// Shows on a terminal how many resources have been read and how long the run
+/// has taken, once it takes more than a second, and removes the line at the
+/// end. The process's progress observer during its life.
 class ProgressLine : public connection::Progress {
  public:
   using Clock = std::chrono::steady_clock;

@@ -8,8 +8,8 @@
 
 namespace brivel {
 
-/// What a run cost, a line for each target and one for the wall time, each
-/// with its line end.
+/// What a run cost: one line per target and one for the wall time, each with
+/// its line end.
 std::string statsLines(const std::vector<connection::TargetCost>& costs,
                        std::chrono::nanoseconds wallTime);
 

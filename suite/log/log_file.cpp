@@ -122,7 +122,7 @@ void writeLine(unsigned int level, std::string_view file, int line,
     openedLog->logger.log(spdlog::source_loc{name.c_str(), line, ""},
                           levelOf(level), escapeControls(text));
   } catch (const std::exception&) {
-    // A line that cannot be made is a line less; the run matters more.
+    // Losing a line is better than ending the run.
   }
 }
 

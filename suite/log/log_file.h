@@ -11,24 +11,24 @@ struct LogOptions {
   unsigned int level = 3;  ///< 0 nothing, 1 errors, 3 information, 4 trace.
 };
 
-/// Opens the process's log; until then, and after `closeLog`, every line is
-/// dropped. A regular file rotates: 4 MiB, and three older ones ("brivel.1.log"
-/// ...). Files are readable by their owner alone, missing directories are made
-/// likewise. A log that cannot be written is told once on standard error, and
-/// the run goes on without it.
+/// Opens the process's log. Before that and after `closeLog`, lines are
+/// dropped. A regular file is rotated at 4 MiB; three older ones are kept
+/// ("brivel.1.log" ...). Files and the directories that are made for them are
+/// readable by their owner only. If the log cannot be written, one warning
+/// goes to standard error and the run continues without a log.
 void openLog(const LogOptions& options);
 
 /// Closes the log.
 void closeLog();
 
-/// Path of the log that is being written; empty when there is none.
+/// Path of the open log; empty if there is none.
 const std::string& logPath();
 
 /// The threshold in force: 0 when nothing is written.
 unsigned int threshold();
 
-/// Writes one line, if the threshold lets its level through. `file` is a
-/// source path with separators of any platform; its last part is shown. Never
+/// Writes one line if its level is within the threshold. `file` is a source
+/// path with the separators of any platform; its last part is written. Never
 /// throws.
 void writeLine(unsigned int level, std::string_view file, int line,
                std::string_view text) noexcept;

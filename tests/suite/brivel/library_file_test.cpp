@@ -11,7 +11,7 @@
 
 namespace {
 
-using brivel::objectionToLibrary;
+using brivel::problemWithLibrary;
 
 class LibraryFile : public testing::Test {
  protected:
@@ -26,26 +26,26 @@ class LibraryFile : public testing::Test {
 };
 
 TEST_F(LibraryFile, SoundLibraryHasNoObjection) {
-  EXPECT_EQ(objectionToLibrary(sound()), "");
+  EXPECT_EQ(problemWithLibrary(sound()), "");
 }
 
 TEST_F(LibraryFile, MissingFileIsTold) {
-  EXPECT_EQ(objectionToLibrary(directory_.path("none.so")),
+  EXPECT_EQ(problemWithLibrary(directory_.path("none.so")),
             "it cannot be read: No such file or directory");
 }
 
 TEST_F(LibraryFile, TextIsNoLibrary) {
-  EXPECT_EQ(objectionToLibrary(directory_.write("a.so", "#!/bin/sh\n")),
+  EXPECT_EQ(problemWithLibrary(directory_.write("a.so", "#!/bin/sh\n")),
             "it is no library");
 }
 
 TEST_F(LibraryFile, EmptyFileIsNoLibrary) {
-  EXPECT_EQ(objectionToLibrary(directory_.write("a.so", "")),
+  EXPECT_EQ(problemWithLibrary(directory_.write("a.so", "")),
             "it is no library");
 }
 
 TEST_F(LibraryFile, DirectoryIsNoLibrary) {
-  EXPECT_NE(objectionToLibrary(directory_.path()), "");
+  EXPECT_NE(problemWithLibrary(directory_.path()), "");
 }
 
 TEST_F(LibraryFile, CutLibraryIsToldAtEveryLength) {
@@ -53,7 +53,7 @@ TEST_F(LibraryFile, CutLibraryIsToldAtEveryLength) {
   for (std::size_t length = 4; length < whole.size();
        length += 1 + whole.size() / 97) {
     EXPECT_EQ(
-        objectionToLibrary(directory_.write("a.so", whole.substr(0, length))),
+        problemWithLibrary(directory_.write("a.so", whole.substr(0, length))),
         "it is truncated")
         << length << " of " << whole.size();
   }
@@ -63,21 +63,21 @@ TEST_F(LibraryFile, LibraryOfAnotherMachineIsTold) {
   std::string bytes = bytesOf(sound());
   bytes[18] = 0x28;  // e_machine: a 32-bit ARM.
   bytes[19] = 0;
-  EXPECT_EQ(objectionToLibrary(directory_.write("a.so", bytes)),
+  EXPECT_EQ(problemWithLibrary(directory_.write("a.so", bytes)),
             "it is made for another kind of machine");
 }
 
 TEST_F(LibraryFile, ObjectFileIsNoSharedLibrary) {
   std::string bytes = bytesOf(sound());
   bytes[16] = 1;  // e_type: relocatable.
-  EXPECT_EQ(objectionToLibrary(directory_.write("a.so", bytes)),
+  EXPECT_EQ(problemWithLibrary(directory_.write("a.so", bytes)),
             "it is no shared library");
 }
 
 TEST_F(LibraryFile, ImpossibleTablesAreTold) {
   std::string bytes = bytesOf(sound());
   bytes.replace(32, 8, 8, '\xFF');  // e_phoff.
-  EXPECT_EQ(objectionToLibrary(directory_.write("a.so", bytes)),
+  EXPECT_EQ(problemWithLibrary(directory_.write("a.so", bytes)),
             "it is truncated");
 }
 

@@ -1,4 +1,4 @@
-#include "suite/brivel/own_lines.h"
+#include "suite/brivel/print_error.h"
 
 #include <iostream>
 
@@ -6,7 +6,7 @@
 
 namespace brivel {
 
-void tell(const std::string& text) {
+void printError(const std::string& text) {
   std::cerr << "brivel: " << logging::escapeControls(text) << std::endl;
 }
 
