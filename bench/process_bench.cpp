@@ -2,53 +2,29 @@
 // time of an empty program stands beside it: that much is the system's.
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <string>
 #include <vector>
+
+#include "tests/support/child_process.h"
 
 namespace {
 
 const std::string kTarget = "file:" RACK_SERVER;
 
-// Runs a program with its output thrown away. Its exit status; -1 when it
-// cannot be started or a signal ended it.
-int run(std::vector<std::string> words) {
-  std::vector<char*> argv;
-  for (std::string& word : words) {
-    argv.push_back(word.data());
-  }
-  argv.push_back(nullptr);
-  std::vector<std::string> settings{"LC_ALL=C", "HOME=/nonexistent"};
-  std::vector<char*> environment;
-  for (std::string& setting : settings) {
-    environment.push_back(setting.data());
-  }
-  environment.push_back(nullptr);
-
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null",
-                                   O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null",
-                                   O_WRONLY, 0);
-  pid_t process = -1;
-  const int error = posix_spawn(&process, argv[0], &actions, nullptr,
-                                argv.data(), environment.data());
-  posix_spawn_file_actions_destroy(&actions);
-  int status = 0;
-  if (error != 0 || waitpid(process, &status, 0) != process) {
-    return -1;
-  }
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+// Runs a program with its output thrown away. Whether all went well.
+bool run(const std::vector<std::string>& words) {
+  support::ChildOptions options;
+  options.program = words.front();
+  options.arguments.assign(words.begin() + 1, words.end());
+  options.environment = {"LC_ALL=C", "HOME=/nonexistent"};
+  options.outputFile = "/dev/null";
+  return support::runChild(options).status == 0;
 }
 
 void wholeProcess(benchmark::State& state, std::vector<std::string> words) {
   for (auto _ : state) {
-    if (run(words) != 0) {
+    if (!run(words)) {
       state.SkipWithError("the program failed");
       break;
     }

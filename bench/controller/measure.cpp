@@ -1,51 +1,17 @@
 #include "bench/controller/measure.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <regex>
-#include <sstream>
-#include <system_error>
 
 #include "tests/bmc/controller.h"
 #include "tests/bmc/options.h"
+#include "tests/support/temp_folder.h"
 
 namespace bench {
 namespace {
 
-namespace fs = std::filesystem;
-
-// A folder for the files of one measurement; goes away with it.
-class Folder {
- public:
-  Folder() {
-    std::string pattern = fs::temp_directory_path() / "bench-XXXXXX";
-    if (mkdtemp(pattern.data()) != nullptr) {
-      path_ = pattern;
-    }
-  }
-  ~Folder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string file(const char* name) const { return path_ / name; }
-  std::string path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
-std::string readText(const std::string& path) {
-  std::ostringstream text;
-  text << std::ifstream(path).rdbuf();
-  return text.str();
-}
+using support::TempFolder;
 
 double median(const std::vector<Run>& runs, double Run::*figure) {
   std::vector<double> values;
@@ -78,14 +44,14 @@ std::vector<std::string> controllerArguments(const Job& job) {
 
 std::vector<std::string> brivelCommand(const Job& job,
                                        const bmc::Controller& controller,
-                                       const Folder& folder) {
+                                       const TempFolder& folder) {
   std::vector<std::string> words{BRIVEL_PROGRAM,
                                  "--bmc",
                                  "https://" + controller.https(),
                                  "--user",
                                  bmc::kDefaultUser,
                                  "--password-file",
-                                 folder.file("password"),
+                                 folder.at("password"),
                                  "--cacert",
                                  controller.ready().certificate,
                                  "--max-connections",
@@ -96,18 +62,11 @@ std::vector<std::string> brivelCommand(const Job& job,
   return words;
 }
 
-void writePassword(const Folder& folder) {
-  const std::string path = folder.file("password");
-  std::ofstream(path) << bmc::kDefaultPassword << '\n';
-  // One that others can read is refused. If this fails, the run will say so.
-  static_cast<void>(chmod(path.c_str(), S_IRUSR | S_IWUSR));
-}
-
 // Lets curl fetch what brivel has fetched, from the same controller.
 Run runCurl(const Job& job, const bmc::Controller& controller,
             const std::vector<bmc::LoggedRequest>& requests,
-            const Folder& folder) {
-  std::ofstream config(folder.file("curlrc"));
+            const TempFolder& folder) {
+  std::ofstream config(folder.at("curlrc"));
   config << "user = \"" << bmc::kDefaultUser << ':' << bmc::kDefaultPassword
          << "\"\ncacert = \"" << controller.ready().certificate << "\"\n";
   for (const bmc::LoggedRequest& request : requests) {
@@ -120,8 +79,8 @@ Run runCurl(const Job& job, const bmc::Controller& controller,
   config.close();
   return runProgram({"curl", "--disable", "--silent", "--globoff", "--parallel",
                      "--parallel-max", std::to_string(job.connections),
-                     "--parallel-immediate", "--config", folder.file("curlrc")},
-                    folder.path(), folder.file("errors"));
+                     "--parallel-immediate", "--config", folder.at("curlrc")},
+                    folder.path().string());
 }
 
 // One run of a job on a controller of its own.
@@ -144,26 +103,26 @@ std::size_t levelsIn(const std::string& statistics) {
 }
 
 std::optional<Measured> runOnce(const Job& job, std::string& error) {
-  const Folder folder;
+  const TempFolder folder;
   const bmc::Controller controller(controllerArguments(job));
   if (!controller.running()) {
     error = "the controller does not start";
     return std::nullopt;
   }
-  writePassword(folder);
+  folder.write("password", std::string(bmc::kDefaultPassword) + "\n");
   Measured measured;
   measured.brivel = runProgram(brivelCommand(job, controller, folder),
-                               folder.path(), folder.file("errors"));
+                               folder.path().string());
   if (measured.brivel.status != 0) {
-    error = "brivel failed: " + readText(folder.file("errors"));
+    error = "brivel failed: " + measured.brivel.errors;
     return std::nullopt;
   }
-  measured.levels = levelsIn(readText(folder.file("errors")));
+  measured.levels = levelsIn(measured.brivel.errors);
   measured.requests = controller.requests();
   measured.connections = controller.counters().connections;
   measured.curl = runCurl(job, controller, measured.requests, folder);
   if (measured.curl.status != 0) {
-    error = "curl failed: " + readText(folder.file("errors"));
+    error = "curl failed: " + measured.curl.errors;
     return std::nullopt;
   }
   return measured;

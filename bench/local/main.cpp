@@ -9,13 +9,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "bench/controller/program.h"
 #include "bench/local/dump.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ double median(std::vector<bench::Run> runs, double bench::Run::*value) {
 void printRow(const Job& job) {
   constexpr int kNoSuchProgram = 127;
   const int status = job.runs.front().status;
-  if (status < 0 || status == kNoSuchProgram) {
+  if (status == kNoSuchProgram) {
     std::printf("| %s | not installed | | | |\n", job.what.c_str());
     return;
   }
@@ -74,20 +74,18 @@ int main(int argc, char** argv) {
   app.add_option("--recorded", recorded, "Folder of a recorded machine");
   CLI11_PARSE(app, argc, argv);
 
-  namespace fs = std::filesystem;
-  std::string work =
-      (fs::temp_directory_path() / "local-bench-XXXXXX").string();
-  if (mkdtemp(work.data()) == nullptr ||
-      !bench::writeDump(recorded, work + "/dump")) {
-    std::cerr << "local_bench: " << recorded << " cannot be read, or " << work
+  const support::TempFolder work;
+  const std::string dump = work.at("dump");
+  if (!bench::writeDump(recorded, dump)) {
+    std::cerr << "local_bench: " << recorded << " cannot be read, or " << dump
               << " not be written\n";
     return EXIT_FAILURE;
   }
-  std::vector<Job> jobs = jobsOf(brivel, recorded, work + "/dump");
+  std::vector<Job> jobs = jobsOf(brivel, recorded, dump);
   // In turns, so that what else the machine does falls on all alike.
   for (unsigned run = 0; run < count; ++run) {
     for (Job& job : jobs) {
-      job.runs.push_back(bench::runProgram(job.words, work, work + "/errors"));
+      job.runs.push_back(bench::runProgram(job.words, work.path().string()));
     }
   }
   std::puts("| run | exit status | wall ms | processor ms | MiB |");
@@ -95,6 +93,5 @@ int main(int argc, char** argv) {
   for (const Job& job : jobs) {
     printRow(job);
   }
-  fs::remove_all(work);
   return EXIT_SUCCESS;
 }

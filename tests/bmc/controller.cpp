@@ -1,38 +1,23 @@
 #include "tests/bmc/controller.h"
 
 #include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <boost/json/object.hpp>
 #include <boost/json/parse.hpp>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <sstream>
-#include <thread>
 
 #include "tests/bmc/control/control_client.h"
 
 namespace bmc {
 namespace {
 
-namespace fs = std::filesystem;
 namespace json = boost::json;
 
 constexpr std::chrono::seconds kPatience{20};
 constexpr std::chrono::milliseconds kPollPause{2};
-
-fs::path makeFolder() {
-  std::string pattern = fs::temp_directory_path() / "bmc-XXXXXX";
-  return mkdtemp(pattern.data()) == nullptr ? fs::path() : fs::path(pattern);
-}
-
-// The exit status of a process that has ended; -1 when a signal ended it.
-int exitStatusOf(int waitStatus) {
-  return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1;
-}
 
 LoggedRequest toRequest(const json::object& entry) {
   LoggedRequest request;
@@ -52,9 +37,8 @@ LoggedRequest toRequest(const json::object& entry) {
 
 }  // namespace
 
-Controller::Controller(const std::vector<std::string>& arguments)
-    : folder_(makeFolder()) {
-  running_ = !folder_.empty() && spawn(arguments) && awaitReadiness();
+Controller::Controller(const std::vector<std::string>& arguments) {
+  running_ = spawn(arguments) && awaitReadiness();
 }
 
 Controller::~Controller() {
@@ -62,52 +46,38 @@ Controller::~Controller() {
   if (lifeline_ >= 0) {
     close(lifeline_);
   }
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
 }
 
 std::string Controller::program() { return BMC_PROGRAM; }
 
 bool Controller::spawn(const std::vector<std::string>& arguments) {
-  std::vector<std::string> words{BMC_PROGRAM, "--dir", folder_.string()};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> argv;
-  for (std::string& word : words) {
-    argv.push_back(word.data());
-  }
-  argv.push_back(nullptr);
-
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     return false;
   }
   lifeline_ = ends[1];
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[0], STDIN_FILENO);
-  const int error = posix_spawn(&process_, BMC_PROGRAM, &actions, nullptr,
-                                argv.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
+  support::ChildOptions options;
+  options.program = BMC_PROGRAM;
+  options.arguments = {"--dir", folder_.path().string()};
+  options.arguments.insert(options.arguments.end(), arguments.begin(),
+                           arguments.end());
+  options.environment = support::ownEnvironment();
+  options.inputDescriptor = ends[0];
+  options.outputDescriptor = STDOUT_FILENO;
+  options.errorDescriptor = STDERR_FILENO;
+  options.timeLimit = {};
+  process_.emplace(options);
   close(ends[0]);
-  if (error != 0) {
-    process_ = -1;
-  }
-  return error == 0;
+  return true;
 }
 
 bool Controller::awaitReadiness() {
   const auto end = std::chrono::steady_clock::now() + kPatience;
-  while (!readReady(folder_.string(), ready_)) {
-    int status = 0;
-    if (waitpid(process_, &status, WNOHANG) == process_) {
-      exitStatus_ = exitStatusOf(status);
-      process_ = -1;
+  while (!readReady(folder_.path().string(), ready_)) {
+    if (process_->waitFor(kPollPause) ||
+        std::chrono::steady_clock::now() > end) {
       return false;
     }
-    if (std::chrono::steady_clock::now() > end) {
-      return false;
-    }
-    std::this_thread::sleep_for(kPollPause);
   }
   return true;
 }
@@ -146,26 +116,17 @@ std::vector<LoggedRequest> Controller::requests() const {
 }
 
 int Controller::stop() {
-  if (process_ < 0) {
-    return exitStatus_;
+  if (!process_) {
+    return -1;
   }
+  running_ = false;
   // The signal alone: with the end of its input it would come twice, and the
   // second one kills a process that is already on its way out.
-  kill(process_, SIGTERM);
-  const auto end = std::chrono::steady_clock::now() + kPatience;
-  int status = 0;
-  while (waitpid(process_, &status, WNOHANG) == 0) {
-    if (std::chrono::steady_clock::now() > end) {
-      kill(process_, SIGKILL);
-      waitpid(process_, &status, 0);
-      break;
-    }
-    std::this_thread::sleep_for(kPollPause);
+  process_->signal(SIGTERM);
+  if (!process_->waitFor(kPatience)) {
+    process_->signal(SIGKILL);
   }
-  process_ = -1;
-  running_ = false;
-  exitStatus_ = exitStatusOf(status);
-  return exitStatus_;
+  return process_->wait().status;
 }
 
 }  // namespace bmc

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
-#include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/bmc/control/ready.h"
 #include "tests/bmc/record/counters.h"
+#include "tests/support/child_process.h"
+#include "tests/support/temp_folder.h"
 
 namespace bmc {
 
@@ -60,19 +60,19 @@ class Controller {
   /// Its log so far, one JSON object a line.
   std::string log() const;
 
-  /// Ends it in order. Its exit status, or -1 when it had to be killed; the
-  /// same again when it was stopped before.
+  /// Ends it in order. Its exit status, or 128 and the number of the signal
+  /// that ended it, or -1 when it was never started; the same again when it
+  /// was stopped before.
   int stop();
 
  private:
   bool spawn(const std::vector<std::string>& arguments);
   bool awaitReadiness();
 
-  std::filesystem::path folder_;
-  pid_t process_ = -1;
+  support::TempFolder folder_;
   int lifeline_ = -1;  ///< Its standard input: it ends with this descriptor.
+  std::optional<support::ChildProcess> process_;
   bool running_ = false;
-  int exitStatus_ = -1;
   Ready ready_;
 };
 

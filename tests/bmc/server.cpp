@@ -29,20 +29,18 @@
 #include "tests/bmc/wire/connection_policy.h"
 #include "tests/bmc/wire/listener.h"
 #include "tests/bmc/wire/tls_context.h"
+#include "tests/support/file_text.h"
 
 namespace bmc {
 namespace {
 
 std::optional<std::string> readFile(const std::string& path,
                                     std::string& error) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  if (!file) {
+  auto text = support::readFile(path);
+  if (!text) {
     error = path + ": cannot be read";
-    return std::nullopt;
   }
-  return text.str();
+  return text;
 }
 
 std::optional<std::string> readPassword(const std::string& path,

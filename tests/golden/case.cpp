@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tests/golden/text_file.h"
+#include "tests/support/file_text.h"
 
 namespace golden {
 namespace {
@@ -94,7 +95,7 @@ std::vector<Case> findCases(const fs::path& root) {
     found.root = root;
     found.folder = file.parent_path();
     found.arguments = file;
-    const auto variants = linesOf(readText(found.folder / "variants"));
+    const auto variants = linesOf(support::fileText(found.folder / "variants"));
     const bool first = cases.empty() || cases.back().folder != found.folder;
     for (std::size_t i = 0; i < std::max<std::size_t>(variants.size(), 1);
          ++i) {

@@ -1,9 +1,9 @@
 #include "tests/golden/case.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include "tests/golden/text_file.h"
+#include "tests/support/temp_folder.h"
 
 namespace golden {
 namespace {
@@ -12,18 +12,14 @@ namespace fs = std::filesystem;
 
 class FindCases : public testing::Test {
  protected:
-  FindCases() {
-    std::string pattern = fs::temp_directory_path() / "golden-XXXXXX";
-    root_ = mkdtemp(pattern.data());
-    fs::create_directories(root_ / "login" / "wrong-user");
-  }
-  ~FindCases() override { fs::remove_all(root_); }
+  FindCases() { fs::create_directories(root_ / "login" / "wrong-user"); }
 
   fs::path at(const std::string& file) const {
     return root_ / "login" / "wrong-user" / file;
   }
 
-  fs::path root_;
+  const support::TempFolder folder_;
+  const fs::path& root_ = folder_.path();
 };
 
 TEST_F(FindCases, EachArgumentFileIsARun) {

@@ -1,48 +1,25 @@
 #include "tests/golden/golden_case.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 #include "tests/bmc/controller.h"
-#include "tests/golden/child.h"
 #include "tests/golden/expectations.h"
 #include "tests/golden/interruption.h"
 #include "tests/golden/own_network.h"
 #include "tests/golden/text_file.h"
+#include "tests/support/child_process.h"
+#include "tests/support/file_text.h"
+#include "tests/support/temp_folder.h"
 
 namespace golden {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A new, empty folder that goes away with its owner.
-class WorkFolder {
- public:
-  WorkFolder() {
-    std::string pattern = fs::temp_directory_path() / "brivel-golden-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) {
-      throw std::runtime_error("cannot make " + pattern);
-    }
-    path_ = pattern;
-  }
-  ~WorkFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
 
 // Places that differ from machine to machine, and how a case writes them.
 class Places {
@@ -73,7 +50,7 @@ class Places {
 // "overlay" laid over it, as WORK/tree.
 void makeTree(const Case& theCase, const Setting& setting,
               const fs::path& work) {
-  const auto names = linesOf(readText(theCase.folder / "sample"));
+  const auto names = linesOf(support::fileText(theCase.folder / "sample"));
   if (names.empty()) {
     return;
   }
@@ -90,11 +67,11 @@ void makeTree(const Case& theCase, const Setting& setting,
 std::unique_ptr<bmc::Controller> startController(const Case& theCase,
                                                  const fs::path& work,
                                                  Places& places) {
-  const std::string options = readText(theCase.inherited("bmc"));
+  const std::string options = support::fileText(theCase.inherited("bmc"));
   if (options.empty()) {
     return nullptr;
   }
-  const std::string faults = readText(theCase.file("faults.json"));
+  const std::string faults = support::fileText(theCase.file("faults.json"));
   writeText(work / "faults.json",
             faults.empty() ? "{}" : theCase.filled(faults));
   auto controller =
@@ -122,7 +99,8 @@ std::vector<std::string> environmentOf(const Case& theCase,
       environment.push_back(std::string(name) + "=" + value);
     }
   }
-  const std::string own = places.here(readText(theCase.inherited("env")));
+  const std::string own =
+      places.here(support::fileText(theCase.inherited("env")));
   for (std::string& line : linesOf(own)) {
     environment.push_back(std::move(line));
   }
@@ -133,7 +111,7 @@ std::vector<std::string> environmentOf(const Case& theCase,
 void check(const Case& theCase, const Setting& setting, const char* file,
            const std::string& actual) {
   const fs::path kept = theCase.file(file);
-  const std::string expected = theCase.filled(readText(kept));
+  const std::string expected = theCase.filled(support::fileText(kept));
   if (setting.refresh && theCase.first) {
     writeText(kept, actual);
   } else if (setting.refresh && !theCase.variant.empty()) {
@@ -151,7 +129,7 @@ void check(const Case& theCase, const Setting& setting, const char* file,
 void checkLog(const Case& theCase, const std::string& log) {
   std::size_t at = 0;
   for (const std::string& line :
-       linesOf(theCase.filled(readText(theCase.file("log"))))) {
+       linesOf(theCase.filled(support::fileText(theCase.file("log"))))) {
     const auto found = log.find(line, at);
     if (found == std::string::npos) {
       ADD_FAILURE() << "not in the log, or not in this order: " << line
@@ -166,7 +144,8 @@ void checkLog(const Case& theCase, const std::string& log) {
 // The lines of the file "never" occur in nothing that the run wrote.
 void checkNever(const Case& theCase, const Places& places,
                 const std::string& everything) {
-  const std::string kept = places.here(readText(theCase.inherited("never")));
+  const std::string kept =
+      places.here(support::fileText(theCase.inherited("never")));
   for (const std::string& line : linesOf(kept)) {
     EXPECT_EQ(everything.find(line), std::string::npos)
         << "must never be written: " << line;
@@ -176,7 +155,7 @@ void checkNever(const Case& theCase, const Places& places,
 // What the controller counted is what the file "counters" expects.
 void checkCounters(const Case& theCase, const bmc::Controller& controller) {
   const std::string expected =
-      theCase.filled(readText(theCase.inherited("counters")));
+      theCase.filled(support::fileText(theCase.inherited("counters")));
   for (const std::string& text :
        unmet(expected, figuresOf(controller.counters()))) {
     ADD_FAILURE() << text << "\nthe requests:\n" << controller.log();
@@ -186,18 +165,20 @@ void checkCounters(const Case& theCase, const bmc::Controller& controller) {
 // The run took no more than the file "limits" allows. Sanitizers take many
 // times the memory and time, so what they measure says nothing.
 void checkLimits(const Case& theCase, const Setting& setting,
-                 const Outcome& outcome) {
+                 const support::ChildEnd& end) {
 #if !defined(SYSHEALTH_SANITIZED)
-  const Figures figures{{"milliseconds", outcome.milliseconds},
-                        {"kibibytes", setting.foreign ? 0 : outcome.kibibytes}};
+  const Figures figures{
+      {"milliseconds", static_cast<std::uint64_t>(end.milliseconds)},
+      {"kibibytes", setting.foreign ? 0 : end.kibibytes}};
   for (const std::string& text :
-       unmet(theCase.filled(readText(theCase.inherited("limits"))), figures)) {
+       unmet(theCase.filled(support::fileText(theCase.inherited("limits"))),
+             figures)) {
     ADD_FAILURE() << text;
   }
 #else
   static_cast<void>(theCase);
   static_cast<void>(setting);
-  static_cast<void>(outcome);
+  static_cast<void>(end);
 #endif
 }
 
@@ -207,7 +188,7 @@ void runCase(const Case& theCase, const Setting& setting) {
   if (fs::exists(theCase.file("own-network")) && !enterOwnNetwork()) {
     GTEST_SKIP() << "the system gives this user no network of its own";
   }
-  const WorkFolder folder;
+  const support::TempFolder folder;
   const fs::path& work = folder.path();
   Places places;
   places.add("@WORK@", work.string());
@@ -220,36 +201,34 @@ void runCase(const Case& theCase, const Setting& setting) {
   fs::create_directories(work / "config" / "brivel");
   fs::create_directories(work / "home");
   writeText(work / "config" / "brivel" / "brivel.toml",
-            places.here(readText(theCase.inherited("settings.toml"))));
-  const fs::path input = theCase.folder / "stdin";
+            places.here(support::fileText(theCase.inherited("settings.toml"))));
 
-  Command command;
-  command.program = setting.program;
-  command.arguments =
-      linesOf(places.here(theCase.filled(readText(theCase.arguments))));
-  command.environment = environmentOf(theCase, work, places);
-  command.directory = setting.root;
-  command.input = fs::exists(input) ? input : fs::path("/dev/null");
-  command.output = work / "stdout";
-  command.errors = work / "stderr";
-  const std::string order = readText(theCase.file("interrupt"));
-  const Outcome outcome = runChild(command, [&](pid_t process) {
-    if (!order.empty() && controller) {
-      interrupt(linesOf(theCase.filled(order)).front(), *controller, process);
-    }
-  });
+  support::ChildOptions options;
+  options.program = setting.program;
+  options.arguments = linesOf(
+      places.here(theCase.filled(support::fileText(theCase.arguments))));
+  options.environment = environmentOf(theCase, work, places);
+  options.directory = setting.root;
+  options.input = support::fileText(theCase.folder / "stdin");
+  support::ChildProcess child(options);
+  const std::string order = support::fileText(theCase.file("interrupt"));
+  if (!order.empty() && controller) {
+    interrupt(linesOf(theCase.filled(order)).front(), *controller, child);
+  }
+  const support::ChildEnd end = child.wait();
 
-  const std::string output = readText(command.output);
-  const std::string errors = readText(command.errors);
-  const std::string log = readText(work / "state" / "brivel" / "brivel.log");
+  const std::string output = child.output();
+  const std::string errors = child.errors();
+  const std::string log =
+      support::fileText(work / "state" / "brivel" / "brivel.log");
   check(theCase, setting, "stdout", places.anywhere(output));
   check(theCase, setting, "stderr", places.anywhere(errors));
   check(theCase, setting, "status",
-        outcome.status == 0 ? "" : std::to_string(outcome.status) + "\n");
+        end.status == 0 ? "" : std::to_string(end.status) + "\n");
   checkLog(theCase, places.anywhere(log));
   checkNever(theCase, places, output + errors + log);
-  checkLimits(theCase, setting, outcome);
-  EXPECT_FALSE(outcome.dumpedCore);
+  checkLimits(theCase, setting, end);
+  EXPECT_FALSE(end.dumpedCore);
   if (controller) {
     checkCounters(theCase, *controller);
   }

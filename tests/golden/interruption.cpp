@@ -13,7 +13,7 @@
 namespace golden {
 
 void interrupt(const std::string& order, const bmc::Controller& controller,
-               pid_t process) {
+               const support::ChildProcess& process) {
   constexpr std::chrono::seconds kPatience{20};
   constexpr std::chrono::milliseconds kPause{5};
   const auto blank = order.find(' ');
@@ -31,7 +31,7 @@ void interrupt(const std::string& order, const bmc::Controller& controller,
         << "never came about: " << condition;
     std::this_thread::sleep_for(kPause);
   }
-  kill(process, kSignals.at(name));
+  process.signal(kSignals.at(name));
 }
 
 }  // namespace golden

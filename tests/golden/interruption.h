@@ -1,10 +1,9 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
 
 #include "tests/bmc/controller.h"
+#include "tests/support/child_process.h"
 
 namespace golden {
 
@@ -12,6 +11,6 @@ namespace golden {
 /// "SIGTERM requests >= 5". Waits for that, for 20 s at most; a test failure
 /// when it does not come about.
 void interrupt(const std::string& order, const bmc::Controller& controller,
-               pid_t process);
+               const support::ChildProcess& process);
 
 }  // namespace golden

@@ -1,15 +1,9 @@
 #include "tests/golden/text_file.h"
 
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace golden {
-
-std::string readText(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void writeText(const std::filesystem::path& file, const std::string& text) {
   if (text.empty()) {

@@ -7,9 +7,6 @@
 
 namespace golden {
 
-/// The bytes of a file; empty when there is none.
-std::string readText(const std::filesystem::path& file);
-
 /// Writes a file, or removes it when the text is empty, because a file that
 /// is missing stands for an empty text.
 void writeText(const std::filesystem::path& file, const std::string& text);

@@ -1,9 +1,7 @@
 #include "tests/bmc/control/control_service.h"
 
-#include <fstream>
-#include <sstream>
-
 #include "tests/bmc/wire/error_body.h"
+#include "tests/support/file_text.h"
 
 namespace bmc {
 
@@ -15,9 +13,7 @@ Reply ControlService::answer(const Request& request) {
     return jsonReply(200, toJson(counters_));
   }
   if (request.target == "/log") {
-    std::ostringstream text;
-    text << std::ifstream(journal_.path(), std::ios::binary).rdbuf();
-    return jsonReply(200, text.str());
+    return jsonReply(200, support::fileText(journal_.path()));
   }
   return errorReply(404, "ResourceMissingAtURI", "Ask /counters or /log.");
 }

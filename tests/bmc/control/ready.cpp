@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "tests/bmc/control/control_client.h"
+#include "tests/support/file_text.h"
 
 namespace bmc {
 namespace {
@@ -68,11 +69,9 @@ bool writeReady(const Ready& ready, const std::string& folder) {
 }
 
 bool readReady(const std::string& folder, Ready& ready) {
-  std::ifstream file(folder + "/ready.json", std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
   json::error_code error;
-  const json::value value = json::parse(text.str(), error);
+  const json::value value =
+      json::parse(support::fileText(folder + "/ready.json"), error);
   if (error || !value.is_object()) {
     return false;
   }

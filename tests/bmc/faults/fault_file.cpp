@@ -4,13 +4,12 @@
 
 #include <array>
 #include <boost/json/parse.hpp>
-#include <fstream>
-#include <sstream>
 #include <vector>
 
 #include "tests/bmc/faults/fault_rule_reader.h"
 #include "tests/bmc/faults/json_edit_reader.h"
 #include "tests/bmc/faults/object_reader.h"
+#include "tests/support/file_text.h"
 
 namespace bmc {
 namespace {
@@ -126,15 +125,13 @@ FaultPlan readPlan(const json::value& root, const std::string& folder,
 
 std::optional<FaultPlan> readFaultFile(const std::string& path,
                                        std::string& error) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  if (!file) {
+  const auto text = support::readFile(path);
+  if (!text) {
     error = path + ": cannot be read";
     return std::nullopt;
   }
   json::error_code code;
-  const json::value root = json::parse(text.str(), code);
+  const json::value root = json::parse(*text, code);
   if (code) {
     error = path + ": " + code.message();
     return std::nullopt;

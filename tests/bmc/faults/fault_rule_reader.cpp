@@ -2,24 +2,16 @@
 
 #include <boost/json/object.hpp>
 #include <chrono>
-#include <fstream>
-#include <sstream>
 #include <utility>
 
 #include "tests/bmc/faults/json_edit_reader.h"
 #include "tests/bmc/faults/object_reader.h"
+#include "tests/support/file_text.h"
 
 namespace bmc {
 namespace {
 
 namespace json = boost::json;
-
-std::optional<std::string> textOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return file ? std::optional(text.str()) : std::nullopt;
-}
 
 std::optional<std::string> fromHex(const std::string& hex) {
   std::string bytes;
@@ -136,7 +128,7 @@ class RuleReader {
       part.text = bytes.value_or("");
     }
     if (const auto file = reader.text("file")) {
-      const auto text = textOf(folder_ + "/" + *file);
+      const auto text = support::readFile(folder_ + "/" + *file);
       if (!text) {
         reader.complain("file", "cannot be read");
       }

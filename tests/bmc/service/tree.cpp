@@ -3,10 +3,10 @@
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <system_error>
 #include <utility>
+
+#include "tests/support/file_text.h"
 
 namespace bmc {
 namespace {
@@ -15,13 +15,6 @@ namespace fs = std::filesystem;
 namespace json = boost::json;
 
 constexpr std::string_view kRoot = "/redfish/v1";
-
-std::string readFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 std::optional<json::object> parseObject(const std::string& text) {
   json::error_code error;
@@ -33,7 +26,7 @@ std::optional<json::object> parseObject(const std::string& text) {
 }
 
 bool isServiceRoot(const fs::path& file) {
-  const auto object = parseObject(readFile(file));
+  const auto object = parseObject(support::fileText(file));
   if (!object) {
     return false;
   }
@@ -84,7 +77,7 @@ std::optional<Tree> Tree::load(const std::string& folder, std::string& error) {
       key += "/" + place.generic_string();
     }
     tree.resources_[key] = {
-        std::make_shared<const std::string>(readFile(entry->path())),
+        std::make_shared<const std::string>(support::fileText(entry->path())),
         std::string(type)};
   }
   if (code) {
