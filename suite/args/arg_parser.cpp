@@ -17,7 +17,7 @@ int ArgParser::RegisterApp(const std::string& name, int appId) {
 }
 
 int ArgParser::RegisterOption(int appId, const std::string& spec) {
-  const args::ParserScope* const scope = args::ParserScope::current();
+  args::ParserScope* const scope = args::ParserScope::current();
   return scope == nullptr ? args::kParserErrorNoParser
                           : scope->registerOption(appId, spec);
 }

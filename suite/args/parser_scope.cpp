@@ -10,6 +10,8 @@ ParserScope* currentScope = nullptr;
 
 }  // namespace
 
+ParserScope::ParserScope() : ParserScope(OptionValues()) {}
+
 ParserScope::ParserScope(OptionValues values) : values_(std::move(values)) {
   currentScope = this;
 }
@@ -35,20 +37,25 @@ ParserError ParserScope::registerApp(const std::string& name, int appId) {
   if (taken) {
     return kParserErrorRegistered;
   }
-  registrations_.push_back({name, appId});
+  registrations_.push_back({name, appId, {}});
   return kParserErrorNone;
 }
 
-ParserError ParserScope::registerOption(int appId,
-                                        const std::string& spec) const {
-  const bool known = std::any_of(registrations_.begin(), registrations_.end(),
-                                 [&](const Registration& registration) {
-                                   return registration.appId == appId;
-                                 });
-  if (!known) {
+ParserError ParserScope::registerOption(int appId, const std::string& spec) {
+  const auto known = std::find_if(registrations_.begin(), registrations_.end(),
+                                  [&](const Registration& registration) {
+                                    return registration.appId == appId;
+                                  });
+  if (known == registrations_.end()) {
     return kParserErrorUnknownApp;
   }
-  return spec.empty() ? kParserErrorNone : kParserErrorSpecification;
+  std::optional<Specification> specification =
+      parseSpecification(spec, specificationError_);
+  if (!specification) {
+    return kParserErrorSpecification;
+  }
+  known->specification = *std::move(specification);
+  return kParserErrorNone;
 }
 
 }  // namespace args

@@ -4,7 +4,10 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "suite/args/specification.h"
 
 namespace args {
 
@@ -17,6 +20,7 @@ using OptionValues = std::map<std::string, std::string, std::less<>>;
 struct Registration {
   std::string name;
   int appId = 0;
+  Specification specification;  ///< As it was registered last.
 };
 
 /// Error codes of `ArgParser::RegisterApp` and `RegisterOption`.
@@ -26,7 +30,7 @@ enum ParserError : int {
   kParserErrorEmptyName = 2,     ///< An application without a name.
   kParserErrorRegistered = 3,    ///< The name or the number is taken.
   kParserErrorUnknownApp = 4,    ///< Options of an unregistered application.
-  kParserErrorSpecification = 5  ///< Applications have no options of their own.
+  kParserErrorSpecification = 5  ///< See `parseSpecification`.
 };
 
 /// The lifetime of the argument parser: while a scope exists,
@@ -35,6 +39,7 @@ enum ParserError : int {
 /// most one exists at a time.
 class ParserScope {
  public:
+  ParserScope();
   explicit ParserScope(OptionValues values);
   ~ParserScope();
 
@@ -44,21 +49,29 @@ class ParserScope {
   /// The current scope; null if there is none.
   static ParserScope* current();
 
+  /// Sets the values, which are known only after the application has registered
+  /// its options.
+  void setValues(OptionValues values) { values_ = std::move(values); }
+
   /// The text of an option; null if it is not given.
   const std::string* find(const std::string& option) const;
 
   /// See `ArgParser::RegisterApp` and `ArgParser::RegisterOption`.
   ParserError registerApp(const std::string& name, int appId);
-  ParserError registerOption(int appId, const std::string& spec) const;
+  ParserError registerOption(int appId, const std::string& spec);
 
   /// Applications registered so far, in order.
   const std::vector<Registration>& registrations() const {
     return registrations_;
   }
 
+  /// What is wrong with a specification that was refused; empty if none was.
+  const std::string& specificationError() const { return specificationError_; }
+
  private:
   OptionValues values_;
   std::vector<Registration> registrations_;
+  std::string specificationError_;
 };
 
 }  // namespace args

@@ -1,7 +1,9 @@
 #include "suite/brivel/brivel_main.h"
 
 #include <chrono>
+#include <cstdint>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -9,11 +11,12 @@
 #include <utility>
 #include <vector>
 
-#include "suite/brivel/application_run.h"
+#include "suite/brivel/application.h"
 #include "suite/brivel/command_line.h"
 #include "suite/brivel/connected_run.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/help.h"
+#include "suite/brivel/module_search.h"
 #include "suite/brivel/print_error.h"
 #include "suite/brivel/standard_streams.h"
 #include "suite/brivel/user_paths.h"
@@ -26,7 +29,14 @@
 namespace brivel {
 namespace {
 
-int usageError(const std::string& text) {
+constexpr std::int32_t kShowCommand = 1;
+
+// Reports a mistake in the command line or the settings. A monitoring plug-in
+// says so in the way of plug-ins.
+int usageError(const std::string& text, bool plugIn = false) {
+  if (plugIn) {
+    return plugInUnknown(text);
+  }
   printError(text);
   std::cerr << "Try 'brivel --help'." << std::endl;
   return kExitUsage;
@@ -71,18 +81,115 @@ int list() {
   return errors.empty() ? kExitSuccess : kExitModule;
 }
 
+std::vector<std::string> applicationNames() {
+  std::vector<std::string> names;
+  for (const std::filesystem::path& file : moduleFiles(moduleDirectory())) {
+    names.push_back(file.stem().string());
+  }
+  return names;
+}
+
+// The command line names no application.
+int runNothing(const CommandLineStart& start) {
+  if (start.version) {
+    return show(versionText());
+  }
+  if (start.help) {
+    return show(shortHelp(applicationNames()));
+  }
+  if (start.empty) {
+    std::cerr << shortHelp(applicationNames()) << std::flush;
+    return kExitUsage;
+  }
+  return usageError("no application is named");
+}
+
+int helpOn(const std::string& name) {
+  std::string error;
+  auto application = Application::load(name, error);
+  if (!application || !application->registerOptions(kShowCommand, error)) {
+    printError(error);
+    return kExitModule;
+  }
+  return show(applicationHelp(name, application->specification(),
+                              application->options()));
+}
+
+int runHostCommand(int argc, char** argv, const HostCommand& command) {
+  std::string error;
+  const auto line = parseHostCommandLine(argc, argv, command, error);
+  if (!line) {
+    return usageError(error);
+  }
+  if (line->action == CommandLine::Action::kShowVersion) {
+    return show(versionText());
+  }
+  if (line->action == CommandLine::Action::kShowHelp) {
+    return show(fullHelp());
+  }
+  if (command.name == kHelpCommand) {
+    return line->arguments.empty() ? show(fullHelp())
+                                   : helpOn(line->arguments.front());
+  }
+  return list();
+}
+
 // Runs what the command line asks for on its target.
 int run(const CommandLine& line, const connection::Settings& settings,
+        Application& application,
         std::optional<connection::Secret> environmentPassword,
         std::chrono::steady_clock::time_point begun) {
   std::string error;
   std::optional<connection::Target> target = targetOf(line, settings, error);
   if (!error.empty()) {
-    return usageError((line.target.text.empty() ? "this server: " : "") +
-                      error);
+    return usageError((line.target.text.empty() ? "this server: " : "") + error,
+                      application.specification().plugInExit);
   }
-  return runConnected(line, std::move(target), inBandOf(line, settings),
-                      std::move(environmentPassword), begun);
+  return runConnected(line, application, std::move(target),
+                      inBandOf(line, settings), std::move(environmentPassword),
+                      begun);
+}
+
+int runApplication(int argc, char** argv, const CommandLineStart& start,
+                   std::optional<connection::Secret> environmentPassword,
+                   std::chrono::steady_clock::time_point begun) {
+  std::string error;
+  auto application = Application::load(start.application, error);
+  if (!application || !application->registerOptions(start.command, error)) {
+    printError(error);
+    return kExitModule;
+  }
+  const OptionList options = application->options();
+  const bool plugIn = application->specification().plugInExit;
+  const auto line = parseCommandLine(argc, argv, options, error);
+  if (!line) {
+    return usageError(error, plugIn);
+  }
+  if (line->action == CommandLine::Action::kShowVersion) {
+    return show(versionText());
+  }
+  if (line->action == CommandLine::Action::kShowHelp) {
+    return show(applicationHelp(line->application, application->specification(),
+                                options));
+  }
+  // A command that stands further back was not known when it was asked first.
+  if (line->command != start.command &&
+      !application->registerOptions(line->command, error)) {
+    printError(error);
+    return kExitModule;
+  }
+  const std::optional<connection::Settings> settings =
+      readSettings(*line, error);
+  if (!settings && plugIn) {
+    return plugInUnknown(error);
+  }
+  if (!settings) {
+    printError(error);
+    return kExitUsage;
+  }
+  openRunLog(*line, *settings);
+  return run(*line, *settings, *application, std::move(environmentPassword),
+             begun);
 }
 
 int brivel(int argc, char** argv) {
@@ -92,28 +199,21 @@ int brivel(int argc, char** argv) {
   std::optional<connection::Secret> environmentPassword =
       connection::takeEnvironmentPassword();
   std::string error;
-  const std::optional<CommandLine> line = parseCommandLine(argc, argv, error);
-  if (!line) {
+  const auto start = readCommandLineStart(argc, argv, error);
+  if (!start) {
     return usageError(error);
   }
-  if (line->action == CommandLine::Action::kShowHelp) {
-    return show(helpText());
+  if (start->application.empty()) {
+    return runNothing(*start);
   }
-  if (line->action == CommandLine::Action::kShowVersion) {
-    return show(versionText());
+  if (const HostCommand* const command = findHostCommand(start->application)) {
+    return runHostCommand(argc, argv, *command);
   }
   connection::installInterruptHandlers();
-  const std::optional<connection::Settings> settings =
-      readSettings(*line, error);
-  if (!settings) {
-    printError(error);
-    return kExitUsage;
-  }
-  openRunLog(*line, *settings);
+  // The application registers itself before the place of the log is known.
+  logging::keepEarlyLines();
   const int status =
-      line->action == CommandLine::Action::kListApplications
-          ? list()
-          : run(*line, *settings, std::move(environmentPassword), begun);
+      runApplication(argc, argv, *start, std::move(environmentPassword), begun);
   logging::closeLog();
   return status;
 }

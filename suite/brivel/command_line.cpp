@@ -1,11 +1,14 @@
 #include "suite/brivel/command_line.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
 #include "suite/args/integer.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/parsed_arguments.h"
+#include "suite/brivel/suggestion.h"
 #include "suite/connection/values.h"
 #include "suite/log/escape.h"
 
@@ -16,9 +19,6 @@ namespace {
 struct UsageError {
   std::string text;
 };
-
-constexpr const char* kApplicationList = "applications";
-constexpr const char* kHelpWord = "help";
 
 struct CommandWord {
   std::string_view word;
@@ -91,9 +91,9 @@ void checkValues(const Option& option, const std::vector<std::string>& texts) {
   checkValue(option, texts.front());
 }
 
-// Checks all given options against the table, alone and together.
-void checkOptions(const ParsedArguments& arguments) {
-  for (const Option& option : kOptions) {
+// Checks all given options against their rows, alone and together.
+void checkOptions(const ParsedArguments& arguments, const OptionList& options) {
+  for (const Option& option : options) {
     const auto given = arguments.options.find(option.name);
     if (given != arguments.options.end()) {
       checkValues(option, given->second);
@@ -141,41 +141,47 @@ class Values {
   const ParsedArguments& arguments_;
 };
 
-// Refuses options that are not in the table, and words beyond the command. A
-// value is not repeated: it may be a password.
-void checkUnknown(const ParsedArguments& arguments) {
-  if (arguments.unknown.empty()) {
-    if (arguments.words.size() > 2) {
-      throw UsageError{"one argument too many after APPLICATION and COMMAND"};
-    }
-    return;
-  }
-  const std::string& argument = arguments.unknown.front();
-  const std::string name = startsWith(argument, "--")
-                               ? argument.substr(0, argument.find('='))
-                               : argument.substr(0, 2);
-  std::string text = "unknown option " + quoted(name);
+constexpr const char* kNoPasswords =
+    "; a password is not taken from the command line, where every user of "
+    "this machine sees it: use --password-file, --password-stdin, "
+    "BRIVEL_PASSWORD or the prompt";
+
+// Refuses an option that is not in the table. Only its name is repeated: what
+// stands behind it may be a password.
+[[noreturn]] void refuseOption(const std::string& argument,
+                               const OptionList& options) {
+  const bool isLong = startsWith(argument, "--");
+  const std::string name =
+      isLong ? argument.substr(0, argument.find('=')) : argument.substr(0, 2);
+  const std::string text = "unknown option " + quoted(name);
   if (startsWith(name, "--pass") || name == "-p") {
-    text +=
-        "; a password is not taken from the command line, where every user of "
-        "this machine sees it: use --password-file, --password-stdin, "
-        "BRIVEL_PASSWORD or the prompt";
+    throw UsageError{text + kNoPasswords};
   }
-  throw UsageError{text};
+  std::vector<std::string> names;
+  for (const Option& option : options) {
+    names.emplace_back(option.name);
+  }
+  throw UsageError{text + (isLong ? suggestionFor(name, names) : "")};
 }
 
-std::int32_t commandOf(const std::string& text) {
+// The number of a command; nullopt if the text is none.
+std::optional<std::int32_t> knownCommand(const std::string& text) {
   for (const CommandWord& known : kCommandWords) {
     if (known.word == text) {
       return known.command;
     }
   }
-  const std::optional<int> number = args::parseInteger(text);
-  if (!number) {
+  return args::parseInteger(text);
+}
+
+std::int32_t commandOf(const std::string& text) {
+  const std::optional<std::int32_t> command = knownCommand(text);
+  if (!command) {
     throw UsageError{quoted(text) +
-                     " is no command; known are show, set, or a number"};
+                     " is no command; known are show, or a "
+                     "number"};
   }
-  return *number;
+  return *command;
 }
 
 void readTarget(const Values& values, CommandLine& line) {
@@ -201,69 +207,162 @@ void readTarget(const Values& values, CommandLine& line) {
   given.thorough = values.flag("--thorough");
 }
 
-// Hands the application its own options, by their names without dashes.
-void readApplicationOptions(const Values& values, CommandLine& line) {
-  for (const Option& option : kOptions) {
+// The values of the application's own options by their names without dashes.
+args::OptionValues applicationValues(const Values& values,
+                                     const OptionList& options) {
+  args::OptionValues own;
+  for (const Option& option : options) {
     const auto text = values.text(option.name);
     if (text && option.section == OptionSection::kApplication) {
-      line.applicationOptions[std::string(option.name.substr(2))] = *text;
+      own[std::string(option.name.substr(2))] = *text;
     }
   }
+  return own;
 }
 
-CommandLine readCommandLine(const ParsedArguments& arguments) {
-  const Values values(arguments);
-  CommandLine line;
-  if (values.flag("--help")) {
-    line.action = CommandLine::Action::kShowHelp;
-    return line;
+// Reads help and version, which go before all mistakes, and the files that
+// every command takes. Returns false if one of the former is asked for.
+bool readCommon(const Values& values, CommandLine& line) {
+  if (values.flag("--help") || values.flag("--version")) {
+    line.action = values.flag("--help") ? CommandLine::Action::kShowHelp
+                                        : CommandLine::Action::kShowVersion;
+    return false;
   }
-  if (values.flag("--version")) {
-    line.action = CommandLine::Action::kShowVersion;
-    return line;
-  }
-  checkUnknown(arguments);
-  if (arguments.words.empty()) {
-    throw UsageError{"no application is named"};
-  }
-  line.application = arguments.words.front();
-  if (line.application.empty()) {
-    throw UsageError{"APPLICATION needs a value"};
-  }
-  if (line.application == kHelpWord) {
-    line.action = CommandLine::Action::kShowHelp;
-    return line;
-  }
-  if (line.application == kApplicationList) {
-    line.action = CommandLine::Action::kListApplications;
-  }
-  if (arguments.words.size() > 1) {
-    line.command = commandOf(arguments.words[1]);
-  }
-  checkOptions(arguments);
-  readTarget(values, line);
-  readApplicationOptions(values, line);
   line.settingsFile = values.text("--config").value_or("");
   line.logFile = values.text("--log-file").value_or("");
   line.logLevel = values.number("--log-level");
   line.stats = values.flag("--stats").value_or(false);
+  return true;
+}
+
+CommandLine readApplicationLine(const ParsedArguments& arguments,
+                                const OptionList& options) {
+  const Values values(arguments);
+  CommandLine line;
+  line.application = arguments.words.front();
+  if (!readCommon(values, line)) {
+    return line;
+  }
+  if (!arguments.unknown.empty()) {
+    refuseOption(arguments.unknown.front(), options);
+  }
+  if (arguments.words.size() > 2) {
+    throw UsageError{"one argument too many after APPLICATION and COMMAND"};
+  }
+  if (arguments.words.size() > 1) {
+    line.command = commandOf(arguments.words[1]);
+  }
+  checkOptions(arguments, options);
+  readTarget(values, line);
+  line.applicationOptions = applicationValues(values, options);
   return line;
+}
+
+CommandLine readHostLine(const ParsedArguments& arguments,
+                         const HostCommand& command,
+                         const OptionList& options) {
+  const std::string name(command.name);
+  const Values values(arguments);
+  CommandLine line;
+  line.application = name;
+  if (!readCommon(values, line)) {
+    return line;
+  }
+  OptionList taken;
+  std::copy_if(options.begin(), options.end(), std::back_inserter(taken),
+               isForHostCommands);
+  if (!arguments.unknown.empty()) {
+    refuseOption(arguments.unknown.front(), taken);
+  }
+  for (const auto& [option, texts] : arguments.options) {
+    if (findOption(taken, option) == nullptr) {
+      throw UsageError{"'" + name + "' takes no " + std::string(option)};
+    }
+  }
+  if (arguments.words.size() > command.mostArguments + 1) {
+    throw UsageError{"one argument too many after '" + name + "'"};
+  }
+  checkOptions(arguments, taken);
+  line.arguments.assign(arguments.words.begin() + 1, arguments.words.end());
+  return line;
+}
+
+CommandLineStart readStart(const ParsedArguments& arguments,
+                           const OptionList& options) {
+  CommandLineStart start;
+  start.help = arguments.options.count("--help") > 0;
+  start.version = arguments.options.count("--version") > 0;
+  start.empty = arguments.options.empty() && arguments.words.empty() &&
+                arguments.unknown.empty();
+  if (arguments.words.empty() && (start.help || start.version)) {
+    return start;
+  }
+  if (!arguments.unknown.empty()) {
+    refuseOption(arguments.unknown.front(), options);
+  }
+  if (arguments.words.empty()) {
+    checkOptions(arguments, options);
+    return start;
+  }
+  start.application = arguments.words.front();
+  if (start.application.empty()) {
+    throw UsageError{"APPLICATION needs a value"};
+  }
+  if (arguments.words.size() > 1) {
+    start.command = knownCommand(arguments.words[1]).value_or(start.command);
+  }
+  return start;
+}
+
+// Splits a command line and reads it. Returns nullopt and sets `error` if
+// either fails.
+template <typename Split, typename Read>
+auto understood(const Split& split, const Read& read, std::string& error)
+    -> std::optional<decltype(read(*split()))> {
+  const auto arguments = split();
+  if (arguments) {
+    try {
+      return read(*arguments);
+    } catch (const UsageError& usage) {
+      error = usage.text;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
-std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv,
-                                            std::string& error) {
-  const auto arguments = splitArguments(argc, argv, error);
-  if (!arguments) {
-    return std::nullopt;
-  }
-  try {
-    return readCommandLine(*arguments);
-  } catch (const UsageError& usage) {
-    error = usage.text;
-  }
-  return std::nullopt;
+std::optional<CommandLineStart> readCommandLineStart(int argc,
+                                                     const char* const* argv,
+                                                     std::string& error) {
+  const OptionList options = withHostOptions(kItemOptions);
+  return understood(
+      [&] { return splitStart(argc, argv, options, error); },
+      [&](const ParsedArguments& start) { return readStart(start, options); },
+      error);
+}
+
+std::optional<CommandLine> parseCommandLine(
+    int argc, const char* const* argv, const OptionList& applicationOptions,
+    std::string& error) {
+  const OptionList options = withHostOptions(applicationOptions);
+  return understood([&] { return splitArguments(argc, argv, options, error); },
+                    [&](const ParsedArguments& arguments) {
+                      return readApplicationLine(arguments, options);
+                    },
+                    error);
+}
+
+std::optional<CommandLine> parseHostCommandLine(int argc,
+                                                const char* const* argv,
+                                                const HostCommand& command,
+                                                std::string& error) {
+  const OptionList options = withHostOptions(kItemOptions);
+  return understood([&] { return splitArguments(argc, argv, options, error); },
+                    [&](const ParsedArguments& arguments) {
+                      return readHostLine(arguments, command, options);
+                    },
+                    error);
 }
 
 }  // namespace brivel

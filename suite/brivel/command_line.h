@@ -3,20 +3,33 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "suite/args/parser_scope.h"
+#include "suite/brivel/options.h"
 #include "suite/connection/target.h"
 #include "syshealth/host/connect_info.h"
 
 namespace brivel {
 
+/// The beginning of a command line, as far as it can be understood before the
+/// application is loaded.
+struct CommandLineStart {
+  bool help = false;
+  bool version = false;
+  bool empty = false;        ///< There are no arguments at all.
+  std::string application;   ///< The first word; empty: none.
+  std::int32_t command = 1;  ///< If it stands right behind; else show.
+};
+
 /// What the command line asks for.
 struct CommandLine {
-  enum class Action { kRun, kListApplications, kShowHelp, kShowVersion };
+  enum class Action { kRun, kShowHelp, kShowVersion };
   Action action = Action::kRun;
 
-  std::string application;   ///< Name of the module.
-  std::int32_t command = 1;  ///< 1 show, 2 set, or any number.
+  std::string application;             ///< Name of a module or host command.
+  std::int32_t command = 1;            ///< 1 show, 2 set, or any number.
+  std::vector<std::string> arguments;  ///< Of a host command.
   args::OptionValues applicationOptions;
 
   ConnectMode mode = kConnectModeInBand;
@@ -30,11 +43,25 @@ struct CommandLine {
   bool stats = false;
 };
 
-/// Reads a command line by the table of options (options.h); the first
-/// argument is the program's name. Returns nullopt and sets `error` if it is
-/// not understood: a clause without control characters and without any text
-/// that may be a password.
-std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv,
-                                            std::string& error);
+// The functions below return nullopt and set `error` if they do not understand
+// the command line: a clause without control characters and without any text
+// that may be a password. The first argument is the program's name.
+
+/// Reads the beginning of a command line.
+std::optional<CommandLineStart> readCommandLineStart(int argc,
+                                                     const char* const* argv,
+                                                     std::string& error);
+
+/// Reads the command line of an application that takes the options
+/// `applicationOptions` beside the host's.
+std::optional<CommandLine> parseCommandLine(
+    int argc, const char* const* argv, const OptionList& applicationOptions,
+    std::string& error);
+
+/// Reads the command line of a command of the host.
+std::optional<CommandLine> parseHostCommandLine(int argc,
+                                                const char* const* argv,
+                                                const HostCommand& command,
+                                                std::string& error);
 
 }  // namespace brivel

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "suite/args/integer.h"
-#include "suite/brivel/application_run.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/print_error.h"
 #include "suite/brivel/progress_line.h"
@@ -24,6 +23,7 @@ namespace brivel {
 namespace {
 
 constexpr int kStandardError = 2;
+constexpr std::int32_t kMostPlugInStatus = 3;
 
 void warnOfInsecurity(const connection::Target& target,
                       const std::string& name) {
@@ -62,13 +62,18 @@ std::string causeOf(const connection::Connections& connections,
 
 // Prints the notes and the result line of a run. Returns the exit status.
 int reportResult(RunResult result, const connection::Connections& connections,
-                 const args::OptionValues& options) {
+                 const args::OptionValues& options, bool plugIn) {
   const bool abandoned = outputIsAbandoned();
   if (result.code == kResultSuccess && !outputIsWhole()) {
     result.code = kResultWriteFileFailed;
     result.cause = "standard output cannot be written";
   } else if (result.code != kResultSuccess && result.cause.empty()) {
     result.cause = causeOf(connections, options);
+  }
+  if (plugIn) {
+    return result.code >= 0 && result.code <= kMostPlugInStatus
+               ? static_cast<int>(result.code)
+               : plugInUnknown(resultText(result));
   }
   if (result.code == kResultSuccess) {
     for (const std::string& notice : connections.notices()) {
@@ -122,7 +127,7 @@ connection::InBandOptions inBandOf(const CommandLine& line,
   return options;
 }
 
-int runConnected(const CommandLine& line,
+int runConnected(const CommandLine& line, Application& application,
                  std::optional<connection::Target> target,
                  connection::InBandOptions inBand,
                  std::optional<connection::Secret> environmentPassword,
@@ -139,24 +144,24 @@ int runConnected(const CommandLine& line,
   if (isTerminal(kStandardError)) {
     progress.emplace(kStandardError);
   }
-  std::string error;
-  std::optional<RunResult> result = runApplication(line, error);
+  RunResult result = application.run(line.command, line.applicationOptions);
   progress.reset();
   connections.close();
 
-  if (!result) {
-    printError(error);
-    return kExitModule;
-  }
   if (line.stats) {
     const auto wallTime = std::chrono::steady_clock::now() - begun;
     std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
+  }
+  const bool plugIn = application.specification().plugInExit;
+  if (connection::interrupted() && plugIn) {
+    return plugInUnknown("interrupted");
   }
   if (connection::interrupted()) {
     printError("interrupted");
     return kExitInterrupted;
   }
-  return reportResult(*std::move(result), connections, line.applicationOptions);
+  return reportResult(std::move(result), connections, line.applicationOptions,
+                      plugIn);
 }
 
 }  // namespace brivel

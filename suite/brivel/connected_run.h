@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "suite/brivel/application.h"
 #include "suite/brivel/command_line.h"
 #include "suite/connection/in_band.h"
 #include "suite/connection/secret.h"
@@ -25,7 +26,7 @@ connection::InBandOptions inBandOf(const CommandLine& line,
 
 /// Runs the application on its target, closes the connections and prints on
 /// standard error what went wrong. Returns the exit status.
-int runConnected(const CommandLine& line,
+int runConnected(const CommandLine& line, Application& application,
                  std::optional<connection::Target> target,
                  connection::InBandOptions inBand,
                  std::optional<connection::Secret> environmentPassword,

@@ -6,6 +6,8 @@
 #include <system_error>
 
 #include "suite/brivel/environment.h"
+#include "suite/brivel/options.h"
+#include "suite/brivel/suggestion.h"
 #include "suite/log/escape.h"
 
 namespace brivel {
@@ -66,12 +68,18 @@ std::optional<fs::path> findModule(const fs::path& directory,
     return file;
   }
   std::string known;
+  std::vector<std::string> names;
   for (const fs::path& other : moduleFiles(directory)) {
-    known += (known.empty() ? "" : ", ") + other.stem().string();
+    names.push_back(other.stem().string());
+    known += (known.empty() ? "" : ", ") + names.back();
+  }
+  for (const HostCommand& command : kHostCommands) {
+    names.emplace_back(command.name);
   }
   error = "no application '" + application + "' in " + directory.string() +
           (known.empty() ? "; there are none"
-                         : "; there are: " + logging::escapeControls(known));
+                         : "; there are: " + logging::escapeControls(known)) +
+          logging::escapeControls(suggestionFor(application, names));
   return std::nullopt;
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <limits>
 #include <string_view>
+#include <vector>
 
 #include "suite/connection/values.h"
 
@@ -68,13 +72,8 @@ constexpr int kLargestInteger = std::numeric_limits<int>::max();
 #endif
 
 // clang-format off
-/// Every option, in the order of the help.
+/// The host's options, in the order of the help.
 constexpr Option kOptions[] = {
-    {"--device", 0, "LIST", ArgumentKind::kAnyText, 0, 0, OptionSection::kApplication,
-     "show tables instead: system, processor, fan, dimm, power, pci_adapter, several with commas between, or all for the six"},
-    {"--node", 0, "N", ArgumentKind::kInteger, kLeastInteger, kLargestInteger, OptionSection::kApplication,
-     "on this server: only its node N, counted from 1"},
-
     {"--bmc", 'H', "TARGET", ArgumentKind::kTarget, 0, 0, OptionSection::kTarget,
      "a management controller: a name from the settings, [https://][user@]host[:port], or file:DIR for a recorded server"},
     {"--esxi", 0, "HOST", ArgumentKind::kText, 0, 0, OptionSection::kTarget,
@@ -115,9 +114,17 @@ constexpr Option kOptions[] = {
      "what the run cost, on standard error"},
 
     {"--help", 'h', "", ArgumentKind::kFlag, 0, 0, OptionSection::kOther,
-     "this text"},
-    {"--version", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kOther,
+     "short help, or that of the application that is named"},
+    {"--version", 'V', "", ArgumentKind::kFlag, 0, 0, OptionSection::kOther,
      "the version"},
+};
+
+/// The options of an application that registers none of its own.
+constexpr Option kItemOptions[] = {
+    {"--device", 0, "LIST", ArgumentKind::kAnyText, 0, 0, OptionSection::kApplication,
+     "show tables instead of the summary: system, processor, fan, dimm, power, pci_adapter, several with commas between, or all for the six"},
+    {"--node", 0, "N", ArgumentKind::kInteger, kLeastInteger, kLargestInteger, OptionSection::kApplication,
+     "on this server: only its node N, counted from 1"},
 };
 
 constexpr OptionConflict kOptionConflicts[] = {
@@ -138,24 +145,61 @@ constexpr bool takesArgument(const Option& option) {
   return option.kind != ArgumentKind::kFlag;
 }
 
-/// The option with this long name ("--bmc"); null when there is none.
-constexpr const Option* findOption(std::string_view name) {
-  for (const Option& option : kOptions) {
-    if (option.name == name) {
-      return &option;
-    }
-  }
-  return nullptr;
+/// Options from one or several tables.
+using OptionList = std::vector<Option>;
+
+/// The host's options and those of an application.
+template <typename Table>
+OptionList withHostOptions(const Table& applicationOptions) {
+  OptionList options(std::begin(applicationOptions),
+                     std::end(applicationOptions));
+  options.insert(options.end(), std::begin(kOptions), std::end(kOptions));
+  return options;
 }
 
-/// The option with this letter; null when there is none.
-constexpr const Option* findOption(char letter) {
-  for (const Option& option : kOptions) {
-    if (option.letter == letter && letter != '\0') {
-      return &option;
-    }
-  }
-  return nullptr;
+/// The option with this long name ("--bmc"); null if there is none.
+template <typename Table>
+const Option* findOption(const Table& options, std::string_view name) {
+  const auto found =
+      std::find_if(std::begin(options), std::end(options),
+                   [&](const Option& option) { return option.name == name; });
+  return found == std::end(options) ? nullptr : &*found;
+}
+
+/// The option with this letter; null if there is none.
+template <typename Table>
+const Option* findOption(const Table& options, char letter) {
+  const auto found = std::find_if(
+      std::begin(options), std::end(options), [&](const Option& option) {
+        return option.letter != '\0' && option.letter == letter;
+      });
+  return found == std::end(options) ? nullptr : &*found;
+}
+
+/// A command of the host itself, which runs no application.
+struct HostCommand {
+  std::string_view name;
+  std::string_view arguments;  ///< How the help calls them; may be empty.
+  std::size_t mostArguments;
+  std::string_view help;
+};
+
+constexpr std::string_view kHelpCommand = "help";
+
+// clang-format off
+constexpr HostCommand kHostCommands[] = {
+    {"applications", "", 0, "the applications, each with number and file"},
+    {kHelpCommand, "[APPLICATION]", 1, "all options, or those of an application"},
+};
+// clang-format on
+
+/// The host's command of this name; null if there is none.
+const HostCommand* findHostCommand(std::string_view name);
+
+/// Whether the commands of the host take an option.
+constexpr bool isForHostCommands(const Option& option) {
+  return option.section == OptionSection::kFiles ||
+         option.section == OptionSection::kOther;
 }
 
 }  // namespace brivel

@@ -48,55 +48,106 @@ std::string parserNames(const Option& option) {
 
 // The option that an argument names: "--bmc", "-H", or "-kH", whose last
 // letter is the one that waits for a value. Null when it names none.
-const Option* namedOption(const std::string& argument) {
-  return argument.rfind("--", 0) == 0 ? findOption(argument)
+const Option* namedOption(const OptionList& options,
+                          const std::string& argument) {
+  return argument.rfind("--", 0) == 0 ? findOption(options, argument)
          : argument.empty()           ? nullptr
-                                      : findOption(argument.back());
+                                      : findOption(options, argument.back());
 }
+
+// A parser for a table of options, and what it finds.
+class Splitter {
+ public:
+  explicit Splitter(const OptionList& options) : options_(options) {
+    // The library's own help makes way for ours.
+    app_.set_help_flag();
+    app_.allow_extras();
+    for (const Option& option : options) {
+      CLI::Option* const parser = takesArgument(option)
+                                      ? app_.add_option(parserNames(option))
+                                      : app_.add_flag(parserNames(option));
+      // Repetitions are reported in our own words.
+      parser->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+      added_.emplace_back(&option, parser);
+    }
+  }
+
+  CLI::App& app() { return app_; }
+
+  // Splits the arguments. Returns false and sets `error` if an option at the
+  // end lacks its value.
+  bool split(int argc, const char* const* argv, std::string& error) {
+    try {
+      app_.parse(reversed(argc, argv));
+      return true;
+    } catch (const CLI::ArgumentMismatch&) {
+      const Option* const last = namedOption(options_, argv[argc - 1]);
+      error = (last == nullptr ? logging::escapeControls(argv[argc - 1])
+                               : std::string(last->name)) +
+              " needs a value";
+    } catch (const CLI::ParseError& failure) {
+      error = logging::escapeControls(failure.what());
+    }
+    return false;
+  }
+
+  // The options that were given.
+  ParsedArguments given() const {
+    ParsedArguments parsed;
+    for (const auto& [option, parser] : added_) {
+      if (parser->count() > 0) {
+        parsed.options[option->name] = parser->results();
+      }
+    }
+    return parsed;
+  }
+
+  // What no option took, without the mark that ends the options.
+  std::vector<std::string> rest() const {
+    std::vector<std::string> rest = app_.remaining();
+    const auto mark = std::find(rest.begin(), rest.end(), kEndOfOptions);
+    if (mark != rest.end()) {
+      rest.erase(mark);
+    }
+    return rest;
+  }
+
+ private:
+  const OptionList& options_;
+  CLI::App app_;
+  std::vector<std::pair<const Option*, CLI::Option*>> added_;
+};
 
 }  // namespace
 
 std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
+                                              const OptionList& options,
                                               std::string& error) {
-  CLI::App app;
-  // The library's own help makes way for ours.
-  app.set_help_flag();
-  app.allow_extras();
-  std::vector<std::pair<const Option*, CLI::Option*>> added;
-  for (const Option& option : kOptions) {
-    CLI::Option* const parser = takesArgument(option)
-                                    ? app.add_option(parserNames(option))
-                                    : app.add_flag(parserNames(option));
-    // Repetitions are reported in our own words.
-    parser->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    added.emplace_back(&option, parser);
-  }
-  CLI::Option* const words = app.add_option(kWords)->expected(-1);
+  Splitter splitter(options);
+  CLI::Option* const words = splitter.app().add_option(kWords)->expected(-1);
   words->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  try {
-    app.parse(reversed(argc, argv));
-  } catch (const CLI::ArgumentMismatch&) {
-    const Option* const last = namedOption(argv[argc - 1]);
-    error = (last == nullptr ? logging::escapeControls(argv[argc - 1])
-                             : std::string(last->name)) +
-            " needs a value";
-    return std::nullopt;
-  } catch (const CLI::ParseError& failure) {
-    error = logging::escapeControls(failure.what());
+  if (!splitter.split(argc, argv, error)) {
     return std::nullopt;
   }
-  ParsedArguments parsed;
-  for (const auto& [option, parser] : added) {
-    if (parser->count() > 0) {
-      parsed.options[option->name] = parser->results();
-    }
-  }
+  ParsedArguments parsed = splitter.given();
   parsed.words = words->results();
-  for (std::string& argument : app.remaining()) {
-    if (argument != kEndOfOptions) {
-      parsed.unknown.push_back(std::move(argument));
-    }
+  parsed.unknown = splitter.rest();
+  return parsed;
+}
+
+std::optional<ParsedArguments> splitStart(int argc, const char* const* argv,
+                                          const OptionList& options,
+                                          std::string& error) {
+  Splitter splitter(options);
+  splitter.app().prefix_command();
+  if (!splitter.split(argc, argv, error)) {
+    return std::nullopt;
   }
+  ParsedArguments parsed = splitter.given();
+  std::vector<std::string> rest = splitter.rest();
+  const bool unknown =
+      !rest.empty() && rest.front().size() > 1 && rest.front().front() == '-';
+  (unknown ? parsed.unknown : parsed.words) = std::move(rest);
   return parsed;
 }
 

@@ -6,9 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/brivel/options.h"
+
 namespace brivel {
 
 /// The command line split into options and words; no value is checked yet.
+/// Options are known by their names in the table that they were split by, whose
+/// texts must stay alive.
 struct ParsedArguments {
   /// The texts given to each option by its long name ("--bmc"), in order. A
   /// flag has "true" for each time it is given, and any text given to it by
@@ -20,10 +24,18 @@ struct ParsedArguments {
   std::vector<std::string> unknown;
 };
 
-/// Splits a command line by the table of options; the first argument is the
+/// Splits a command line by a table of options; the first argument is the
 /// program's name. Options may stand anywhere before a "--". Returns nullopt
 /// and sets `error` if the last argument is an option that lacks its value.
 std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
+                                              const OptionList& options,
                                               std::string& error);
+
+/// Splits a command line likewise, but no further than its first word. That
+/// word and all that follow are in `words`, options included; an option before
+/// it that is not in the table is in `unknown`.
+std::optional<ParsedArguments> splitStart(int argc, const char* const* argv,
+                                          const OptionList& options,
+                                          std::string& error);
 
 }  // namespace brivel

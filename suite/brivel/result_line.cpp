@@ -16,14 +16,19 @@ std::string sentence(std::string text) {
 
 }  // namespace
 
-std::string resultLine(const RunResult& result, const std::string& logPath) {
+std::string resultText(const RunResult& result) {
   const std::string message =
       result.message.empty() ? getResultMessage(result.code) : result.message;
-  std::string line = "brivel: result " + std::to_string(result.code) + ": " +
-                     sentence(message);
+  std::string text =
+      "result " + std::to_string(result.code) + ": " + sentence(message);
   if (!result.cause.empty()) {
-    line += " Cause: " + sentence(result.cause);
+    text += " Cause: " + sentence(result.cause);
   }
+  return text;
+}
+
+std::string resultLine(const RunResult& result, const std::string& logPath) {
+  std::string line = "brivel: " + resultText(result);
   if (!logPath.empty()) {
     line += " Log: " + logPath;
   }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "suite/log/escape.h"
 #include "suite/log/owned_file.h"
@@ -29,6 +30,18 @@ struct OpenLog {
   unsigned int level;
 };
 OpenLog* openedLog = nullptr;
+
+// A line that came before the log was open.
+struct EarlyLine {
+  spdlog::log_clock::time_point time;
+  unsigned int level;
+  std::string file;
+  int line;
+  std::string text;
+};
+constexpr std::size_t kMostEarlyLines = 1000;
+constexpr unsigned int kEverything = 4;
+std::vector<EarlyLine>* earlyLines = nullptr;  // Null: none are kept.
 
 void warn(const std::string& path, const std::string& reason) {
   std::fprintf(stderr, "brivel: warning: the log %s cannot be written: %s\n",
@@ -69,9 +82,26 @@ std::string_view baseName(std::string_view path) {
                                              : path.substr(separator + 1);
 }
 
+// Writes one line to the open log if its threshold lets it through.
+void writeAt(spdlog::log_clock::time_point time, unsigned int level,
+             std::string_view file, int line, std::string_view text) {
+  if (level <= openedLog->level) {
+    const std::string name(baseName(file));
+    openedLog->logger.log(time, spdlog::source_loc{name.c_str(), line, ""},
+                          levelOf(level), escapeControls(text));
+  }
+}
+
 }  // namespace
 
+void keepEarlyLines() {
+  closeLog();
+  earlyLines = new std::vector<EarlyLine>();
+}
+
 void openLog(const LogOptions& options) {
+  const std::unique_ptr<std::vector<EarlyLine>> early(
+      std::exchange(earlyLines, nullptr));
   closeLog();
   if (options.file.empty() || options.level == 0) {
     return;
@@ -98,29 +128,43 @@ void openLog(const LogOptions& options) {
       }
     });
     openedLog = opened.release();
+    for (const EarlyLine& line : early ? *early : std::vector<EarlyLine>()) {
+      writeAt(line.time, line.level, line.file, line.line, line.text);
+    }
   } catch (const std::exception& error) {
     warn(options.file, error.what());
   }
 }
 
-void closeLog() { delete std::exchange(openedLog, nullptr); }
+void closeLog() {
+  delete std::exchange(openedLog, nullptr);
+  delete std::exchange(earlyLines, nullptr);
+}
 
 const std::string& logPath() {
   static const std::string kNone;
   return openedLog == nullptr ? kNone : openedLog->path;
 }
 
-unsigned int threshold() { return openedLog == nullptr ? 0 : openedLog->level; }
+unsigned int threshold() {
+  return openedLog != nullptr    ? openedLog->level
+         : earlyLines != nullptr ? kEverything
+                                 : 0;
+}
 
 void writeLine(unsigned int level, std::string_view file, int line,
                std::string_view text) noexcept {
-  if (openedLog == nullptr || level > openedLog->level) {
+  if (level > threshold()) {
     return;
   }
   try {
-    const std::string name(baseName(file));
-    openedLog->logger.log(spdlog::source_loc{name.c_str(), line, ""},
-                          levelOf(level), escapeControls(text));
+    const auto now = spdlog::log_clock::now();
+    if (openedLog != nullptr) {
+      writeAt(now, level, file, line, text);
+    } else if (earlyLines->size() < kMostEarlyLines) {
+      earlyLines->push_back(
+          {now, level, std::string(file), line, std::string(text)});
+    }
   } catch (const std::exception&) {
     // Losing a line is better than ending the run.
   }

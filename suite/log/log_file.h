@@ -11,6 +11,11 @@ struct LogOptions {
   unsigned int level = 3;  ///< 0 nothing, 1 errors, 3 information, 4 trace.
 };
 
+/// Keeps lines of every level from now on until `openLog`, which then writes
+/// those that its threshold lets through, or `closeLog`, which drops them. For
+/// code that logs before the log's place is known.
+void keepEarlyLines();
+
 /// Opens the process's log. Before that and after `closeLog`, lines are
 /// dropped. A regular file is rotated at 4 MiB; three older ones are kept
 /// ("brivel.1.log" ...). Files and the directories that are made for them are
@@ -24,7 +29,7 @@ void closeLog();
 /// Path of the open log; empty if there is none.
 const std::string& logPath();
 
-/// The threshold in force: 0 when nothing is written.
+/// The threshold in force: 0 if nothing is written or kept.
 unsigned int threshold();
 
 /// Writes one line if its level is within the threshold. `file` is a source

@@ -125,11 +125,24 @@ TEST(RegisterOption, AcceptsAnEmptySpecification) {
   EXPECT_EQ(ArgParser::GetInstance()->RegisterOption(29, ""), 0);
 }
 
-TEST(RegisterOption, RefusesASpecification) {
-  const ParserScope scope(OptionValues{});
+TEST(RegisterOption, KeepsTheSpecification) {
+  const ParserScope scope;
+  ArgParser::GetInstance()->RegisterApp("export", 31);
+  EXPECT_EQ(
+      ArgParser::GetInstance()->RegisterOption(31, "Writes.\n--all  whole"), 0);
+  const args::Specification& specification =
+      scope.registrations().front().specification;
+  EXPECT_EQ(specification.summary, "Writes.");
+  EXPECT_EQ(specification.options.size(), 1U);
+  EXPECT_EQ(scope.specificationError(), "");
+}
+
+TEST(RegisterOption, RefusesATextThatIsNoSpecification) {
+  const ParserScope scope;
   ArgParser::GetInstance()->RegisterApp("syshealth", 29);
   EXPECT_EQ(ArgParser::GetInstance()->RegisterOption(29, "--colour"),
             args::kParserErrorSpecification);
+  EXPECT_NE(scope.specificationError(), "");
 }
 
 TEST(RegisterOption, RefusesAnUnknownApplication) {

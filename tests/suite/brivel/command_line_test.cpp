@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,16 +11,44 @@
 namespace {
 
 using brivel::CommandLine;
+using brivel::CommandLineStart;
 using brivel::parseCommandLine;
 
+// The options of an application that registers none of its own.
+const brivel::OptionList kItems(std::begin(brivel::kItemOptions),
+                                std::end(brivel::kItemOptions));
+
+// Reads a command line in two steps, as the host does.
 std::optional<CommandLine> parse(const std::vector<std::string>& arguments,
                                  std::string& error) {
   std::vector<const char*> pointers = {"brivel"};
   for (const std::string& argument : arguments) {
     pointers.push_back(argument.c_str());
   }
-  return parseCommandLine(static_cast<int>(pointers.size()), pointers.data(),
-                          error);
+  const int count = static_cast<int>(pointers.size());
+  const auto start =
+      brivel::readCommandLineStart(count, pointers.data(), error);
+  if (!start || start->application.empty()) {
+    return std::nullopt;
+  }
+  const brivel::HostCommand* const command =
+      brivel::findHostCommand(start->application);
+  return command == nullptr
+             ? parseCommandLine(count, pointers.data(), kItems, error)
+             : brivel::parseHostCommandLine(count, pointers.data(), *command,
+                                            error);
+}
+
+CommandLineStart startOf(const std::vector<std::string>& arguments) {
+  std::vector<const char*> pointers = {"brivel"};
+  for (const std::string& argument : arguments) {
+    pointers.push_back(argument.c_str());
+  }
+  std::string error;
+  const auto start = brivel::readCommandLineStart(
+      static_cast<int>(pointers.size()), pointers.data(), error);
+  EXPECT_TRUE(start) << error;
+  return start.value_or(CommandLineStart());
 }
 
 CommandLine parsed(const std::vector<std::string>& arguments) {
@@ -49,15 +78,35 @@ TEST(CommandLineApplication, AloneMeansShowInBand) {
   EXPECT_TRUE(line.applicationOptions.empty());
 }
 
-TEST(CommandLineApplication, IsNeeded) {
-  EXPECT_EQ(errorOf({}), "no application is named");
-  EXPECT_EQ(errorOf({"--bmc", "a"}), "no application is named");
+TEST(CommandLineStart, NamesTheApplication) {
+  EXPECT_TRUE(startOf({}).empty);
+  EXPECT_EQ(startOf({"--bmc", "a"}).application, "");
+  EXPECT_FALSE(startOf({"--bmc", "a"}).empty);
+  EXPECT_EQ(startOf({"--bmc", "a", "syshealth"}).application, "syshealth");
+  EXPECT_EQ(startOf({"--device=fan", "syshealth"}).application, "syshealth");
+  EXPECT_EQ(startOf({"export", "--format", "json"}).application, "export");
+  EXPECT_EQ(startOf({"--", "syshealth"}).application, "syshealth");
   EXPECT_EQ(errorOf({""}), "APPLICATION needs a value");
 }
 
-TEST(CommandLineApplication, ApplicationsIsTheList) {
-  EXPECT_EQ(parsed({"applications"}).action,
-            CommandLine::Action::kListApplications);
+TEST(CommandLineStart, KnowsACommandRightBehindTheApplication) {
+  EXPECT_EQ(startOf({"syshealth", "17"}).command, 17);
+  EXPECT_EQ(startOf({"syshealth", "-1"}).command, -1);
+  EXPECT_EQ(startOf({"syshealth", "--stats", "17"}).command, 1);
+  EXPECT_EQ(startOf({"syshealth", "list"}).command, 1);
+}
+
+TEST(CommandLineHost, CommandsTakeNoOptionsOfTheTarget) {
+  EXPECT_EQ(parsed({"applications"}).application, "applications");
+  EXPECT_EQ(parsed({"help", "syshealth"}).arguments,
+            std::vector<std::string>{"syshealth"});
+  EXPECT_EQ(errorOf({"applications", "--device", "all"}),
+            "'applications' takes no --device");
+  EXPECT_EQ(errorOf({"--bmc", "a", "applications"}),
+            "'applications' takes no --bmc");
+  EXPECT_EQ(errorOf({"applications", "all"}),
+            "one argument too many after 'applications'");
+  EXPECT_EQ(parsed({"applications", "--log-level", "0"}).logLevel, 0);
 }
 
 TEST(CommandLineCommand, WordsHaveNumbers) {
@@ -73,7 +122,7 @@ TEST(CommandLineCommand, NumberIsTakenAsItIs) {
 
 TEST(CommandLineCommand, UnknownWordIsNamed) {
   EXPECT_EQ(errorOf({"syshealth", "list"}),
-            "'list' is no command; known are show, set, or a number");
+            "'list' is no command; known are show, or a number");
   EXPECT_NE(errorOf({"syshealth", "99999999999"}), "");
 }
 
@@ -228,6 +277,8 @@ TEST(CommandLineFlags, MayBeRepeated) {
 TEST(CommandLineUnknownOption, IsNamedWithoutItsValue) {
   EXPECT_EQ(errorOf({"syshealth", "--colour=hunter2"}),
             "unknown option '--colour'");
+  EXPECT_EQ(errorOf({"--colour=hunter2", "syshealth"}),
+            "unknown option '--colour'");
   EXPECT_EQ(errorOf({"syshealth", "-xhunter2"}), "unknown option '-x'");
 }
 
@@ -236,6 +287,7 @@ TEST(CommandLineUnknownOption, PasswordIsShownItsPlacesAndNotRepeated) {
        {std::vector<std::string>{"--password", "hunter2", "syshealth"},
         std::vector<std::string>{"--password=hunter2", "syshealth"},
         std::vector<std::string>{"-phunter2", "syshealth"},
+        std::vector<std::string>{"-p", "hunter2", "syshealth"},
         std::vector<std::string>{"syshealth", "-p", "hunter2"}}) {
     const std::string error = errorOf(arguments);
     EXPECT_EQ(error.find("hunter2"), std::string::npos) << error;
@@ -243,18 +295,30 @@ TEST(CommandLineUnknownOption, PasswordIsShownItsPlacesAndNotRepeated) {
   }
 }
 
+TEST(CommandLineUnknownOption, IsComparedWithTheKnownOnes) {
+  EXPECT_EQ(errorOf({"syshealth", "--divice", "fan"}),
+            "unknown option '--divice'; did you mean '--device'?");
+  EXPECT_EQ(errorOf({"--timeuot", "2", "syshealth"}),
+            "unknown option '--timeuot'; did you mean '--timeout'?");
+}
+
 TEST(CommandLineHelp, GoesBeforeMistakes) {
+  EXPECT_TRUE(startOf({"--help"}).help);
+  EXPECT_TRUE(startOf({"-h"}).help);
   for (const auto& arguments :
-       {std::vector<std::string>{"--help"}, std::vector<std::string>{"-h"},
-        std::vector<std::string>{"help"},
-        std::vector<std::string>{"syshealth", "-h"},
-        std::vector<std::string>{"--nope", "-h"}}) {
+       {std::vector<std::string>{"syshealth", "-h"},
+        std::vector<std::string>{"-h", "syshealth"},
+        std::vector<std::string>{"applications", "--help"},
+        std::vector<std::string>{"syshealth", "--nope", "-h"}}) {
     EXPECT_EQ(parsed(arguments).action, CommandLine::Action::kShowHelp);
   }
 }
 
 TEST(CommandLineVersion, NeedsNoApplication) {
-  EXPECT_EQ(parsed({"--version"}).action, CommandLine::Action::kShowVersion);
+  EXPECT_TRUE(startOf({"--version"}).version);
+  EXPECT_TRUE(startOf({"-V"}).version);
+  EXPECT_EQ(parsed({"syshealth", "--version"}).action,
+            CommandLine::Action::kShowVersion);
 }
 
 }  // namespace

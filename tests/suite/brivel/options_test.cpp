@@ -11,8 +11,9 @@
 namespace {
 
 using brivel::ArgumentKind;
-using brivel::kOptions;
 using brivel::Option;
+
+const brivel::OptionList kAll = brivel::withHostOptions(brivel::kItemOptions);
 
 // What is wrong with a command line; empty if it is understood.
 std::string parseError(const std::vector<std::string>& arguments) {
@@ -20,10 +21,12 @@ std::string parseError(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     pointers.push_back(argument.c_str());
   }
+  const brivel::OptionList items(std::begin(brivel::kItemOptions),
+                                 std::end(brivel::kItemOptions));
   std::string error;
   const bool understood =
       brivel::parseCommandLine(static_cast<int>(pointers.size()),
-                               pointers.data(), error)
+                               pointers.data(), items, error)
           .has_value();
   EXPECT_EQ(understood, error.empty());
   return error;
@@ -46,7 +49,7 @@ std::string goodValue(const Option& option) {
 TEST(Options, HaveNamesAndLettersOfTheirOwn) {
   std::set<std::string> names;
   std::set<char> letters;
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     EXPECT_TRUE(names.insert(std::string(option.name)).second) << option.name;
     EXPECT_TRUE(option.letter == '\0' || letters.insert(option.letter).second)
         << option.name;
@@ -54,7 +57,7 @@ TEST(Options, HaveNamesAndLettersOfTheirOwn) {
 }
 
 TEST(Options, HaveAnArgumentOrAreFlagsAndAHelpLine) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     EXPECT_EQ(option.name.substr(0, 2), "--");
     EXPECT_EQ(option.argument.empty(), !takesArgument(option)) << option.name;
     EXPECT_FALSE(option.help.empty()) << option.name;
@@ -63,17 +66,17 @@ TEST(Options, HaveAnArgumentOrAreFlagsAndAHelpLine) {
 }
 
 TEST(Options, AreFoundByNameAndLetter) {
-  for (const Option& option : kOptions) {
-    EXPECT_EQ(brivel::findOption(option.name), &option);
-    EXPECT_EQ(brivel::findOption(option.letter),
+  for (const Option& option : kAll) {
+    EXPECT_EQ(brivel::findOption(kAll, option.name), &option);
+    EXPECT_EQ(brivel::findOption(kAll, option.letter),
               option.letter == '\0' ? nullptr : &option);
   }
-  EXPECT_EQ(brivel::findOption("--nothing"), nullptr);
-  EXPECT_EQ(brivel::findOption('?'), nullptr);
+  EXPECT_EQ(brivel::findOption(kAll, "--nothing"), nullptr);
+  EXPECT_EQ(brivel::findOption(kAll, '?'), nullptr);
 }
 
 TEST(Options, AreUnderstoodOnEitherSideOfTheApplication) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     const std::string name(option.name);
     std::vector<std::string> given = {name};
     if (takesArgument(option)) {
@@ -93,7 +96,7 @@ TEST(Options, AreUnderstoodOnEitherSideOfTheApplication) {
 }
 
 TEST(OptionsThatTakeAValue, NeedIt) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     if (!takesArgument(option)) {
       continue;
     }
@@ -112,7 +115,7 @@ TEST(OptionsThatTakeAValue, NeedIt) {
 }
 
 TEST(OptionsThatTakeAValue, AreGivenOnce) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     if (takesArgument(option)) {
       const std::string name(option.name);
       EXPECT_EQ(parseError({"syshealth", name, goodValue(option), name,
@@ -123,7 +126,7 @@ TEST(OptionsThatTakeAValue, AreGivenOnce) {
 }
 
 TEST(OptionsThatTakeAValue, AreCheckedByTheirKind) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     const std::string name(option.name);
     if (option.kind == ArgumentKind::kInteger ||
         option.kind == ArgumentKind::kSeconds) {
@@ -148,7 +151,7 @@ TEST(OptionsThatTakeAValue, AreCheckedByTheirKind) {
 }
 
 TEST(Flags, TakeNoValueAndMayBeRepeated) {
-  for (const Option& option : kOptions) {
+  for (const Option& option : kAll) {
     const std::string name(option.name);
     if (takesArgument(option) ||
         option.section == brivel::OptionSection::kOther) {
@@ -162,8 +165,8 @@ TEST(Flags, TakeNoValueAndMayBeRepeated) {
 
 TEST(OptionConflicts, AreBetweenOptionsOfTheTableAndRefused) {
   for (const brivel::OptionConflict& conflict : brivel::kOptionConflicts) {
-    ASSERT_NE(brivel::findOption(conflict.first), nullptr);
-    ASSERT_NE(brivel::findOption(conflict.second), nullptr);
+    ASSERT_NE(brivel::findOption(kAll, conflict.first), nullptr);
+    ASSERT_NE(brivel::findOption(kAll, conflict.second), nullptr);
     EXPECT_EQ(parseError({"syshealth", std::string(conflict.first), "a",
                           std::string(conflict.second), "b"}),
               conflict.reason);

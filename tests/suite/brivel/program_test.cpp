@@ -39,7 +39,8 @@ TEST_F(Program, HandsTheModeToTheApplication) {
 TEST_F(Program, ShowsTheHelp) {
   const ProgramEnd end = run({"--help"});
   EXPECT_EQ(end.status, 0);
-  EXPECT_EQ(end.output.rfind("brivel - ", 0), 0U);
+  EXPECT_EQ(end.output.rfind("Usage: brivel ", 0), 0U);
+  EXPECT_NE(end.output.find("\nApplications: sample\n"), std::string::npos);
   EXPECT_EQ(end.errors, "");
 }
 

@@ -52,6 +52,29 @@ class LogFile : public testing::Test {
   fs::path directory_;
 };
 
+TEST_F(LogFile, EarlyLinesAreWrittenWithinTheThreshold) {
+  logging::keepEarlyLines();
+  EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 4U);
+  write(3, "early information");
+  write(4, "early trace");
+  logging::openLog({path("early.log"), 3});
+  write(3, "late information");
+  logging::closeLog();
+  const std::string log = contents(path("early.log"));
+  EXPECT_EQ(log.find("early trace"), std::string::npos);
+  EXPECT_LT(log.find("early information"), log.find("late information"));
+  EXPECT_NE(log.find("place.cpp:42"), std::string::npos);
+}
+
+TEST_F(LogFile, EarlyLinesAreDroppedWithoutALog) {
+  logging::keepEarlyLines();
+  write(1, "early");
+  logging::closeLog();
+  logging::openLog({path("late.log"), 4});
+  write(1, "late");
+  EXPECT_EQ(contents(path("late.log")).find("early"), std::string::npos);
+}
+
 TEST_F(LogFile, LinesWithoutALogAreDropped) {
   EXPECT_EQ(Tarvex::Log::GetMinLogLevel(), 0U);
   write(1, "nobody reads this");

@@ -1,0 +1,162 @@
+#include "suite/brivel/application.h"
+
+#include <exception>
+#include <filesystem>
+#include <utility>
+
+#include "suite/brivel/module_search.h"
+#include "syshealth/host/log.h"
+#include "syshealth/result/result_codes.h"
+
+namespace brivel {
+namespace {
+
+// Calls into a module. An exception must be caught while the module is loaded.
+template <typename Call>
+RunResult guarded(const Call& call) {
+  std::string what = "an exception of no known type";
+  try {
+    return call();
+  } catch (const std::exception& failure) {
+    what = failure.what();
+  } catch (...) {
+  }
+  RunResult result;
+  result.code = kResultInternalError;
+  result.cause = "the application failed: " + what;
+  Tarvex::Log(1, __FILE__, __LINE__).Stream() << result.cause;
+  return result;
+}
+
+// What is wrong with the name that a module registered; empty if nothing is.
+std::string nameProblem(const std::vector<args::Registration>& registered,
+                        const std::string& name) {
+  if (registered.empty()) {
+    return " registers no application, not '" + name + "'";
+  }
+  if (registered.size() == 1 && registered.front().name == name) {
+    return "";
+  }
+  return " registers the application '" + registered.back().name + "', not '" +
+         name + "'";
+}
+
+std::optional<Module> loadModule(const std::filesystem::path& file,
+                                 const args::ParserScope& parser,
+                                 std::string& error) {
+  std::optional<Module> module = Module::load(file, error);
+  if (!module) {
+    return std::nullopt;
+  }
+  const RunResult started = guarded([&] {
+    module->init();
+    return RunResult();
+  });
+  const std::string problem =
+      started.code == 0
+          ? nameProblem(parser.registrations(), file.stem().string())
+          : " cannot be started: " + started.cause;
+  if (!problem.empty()) {
+    error = file.string() + problem;
+    return std::nullopt;
+  }
+  return module;
+}
+
+}  // namespace
+
+std::optional<Application> Application::load(const std::string& name,
+                                             std::string& error) {
+  const auto file = findModule(moduleDirectory(), name, error);
+  if (!file) {
+    return std::nullopt;
+  }
+  auto parser = std::make_unique<args::ParserScope>();
+  auto module = loadModule(*file, *parser, error);
+  if (!module) {
+    return std::nullopt;
+  }
+  return Application(std::move(parser), *std::move(module));
+}
+
+Application::Application(std::unique_ptr<args::ParserScope> parser,
+                         Module module)
+    : parser_(std::move(parser)), module_(std::move(module)) {}
+
+bool Application::registerOptions(std::int32_t command, std::string& error) {
+  registered_ = guarded([&] {
+    RunResult result;
+    result.code = module_.paramRegister(command);
+    return result;
+  });
+  std::string problem = parser_->specificationError();
+  for (const args::ApplicationOption& option : specification().options) {
+    if (problem.empty() && findOption(kOptions, option.name) != nullptr) {
+      problem = "its option " + option.name + " is one of brivel's own";
+    }
+  }
+  if (!problem.empty()) {
+    error = module_.file().string() + " cannot be used: " + problem;
+  }
+  return problem.empty();
+}
+
+const args::Specification& Application::specification() const {
+  return parser_->registrations().front().specification;
+}
+
+OptionList Application::options() const {
+  if (specification().summary.empty()) {
+    return OptionList(std::begin(kItemOptions), std::end(kItemOptions));
+  }
+  OptionList options;
+  for (const args::ApplicationOption& own : specification().options) {
+    const ArgumentKind kind = own.argument.empty()  ? ArgumentKind::kFlag
+                              : own.argument == "N" ? ArgumentKind::kInteger
+                                                    : ArgumentKind::kAnyText;
+    options.push_back({own.name, '\0', own.argument, kind, kLeastInteger,
+                       kLargestInteger, OptionSection::kApplication, own.help});
+  }
+  return options;
+}
+
+RunResult Application::run(std::int32_t command, args::OptionValues values) {
+  if (registered_.code != kResultSuccess) {
+    return registered_;
+  }
+  parser_->setValues(std::move(values));
+  return guarded([&] {
+    BrivelResult answer = module_.appMain(command);
+    RunResult result;
+    result.code = answer.code;
+    result.message = answer.message;
+    return result;
+  });
+}
+
+std::string Application::listLine() const {
+  const args::Registration& registered = parser_->registrations().front();
+  return registered.name + "  " + std::to_string(registered.appId) + "  " +
+         module_.file().string();
+}
+
+std::string listApplications(std::vector<std::string>& errors) {
+  std::string list;
+  const std::filesystem::path directory = moduleDirectory();
+  const std::vector<std::filesystem::path> files = moduleFiles(directory);
+  if (files.empty()) {
+    errors.push_back("no applications in " + directory.string());
+  }
+  for (const std::filesystem::path& file : files) {
+    std::string error;
+    const auto application = Application::load(file.stem().string(), error);
+    if (application) {
+      list += application->listLine() + "\n";
+    } else {
+      errors.push_back(error);
+    }
+  }
+  return list;
+}
+
+}  // namespace brivel
