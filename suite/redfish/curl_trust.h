@@ -14,7 +14,7 @@ namespace redfish {
 class CurlTrust {
  public:
   /// `oneCertificate`: the certificate is compared with one that is known, by
-  /// the handle's user (presented_key.h).
+  /// the handle's user (certificate_check.h).
   CurlTrust(std::string caFile, std::string pin, bool insecure,
             bool oneCertificate);
 
