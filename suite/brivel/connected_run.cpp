@@ -7,6 +7,7 @@
 
 #include "suite/args/integer.h"
 #include "suite/brivel/exit_status.h"
+#include "suite/brivel/help.h"
 #include "suite/brivel/print_error.h"
 #include "suite/brivel/progress_line.h"
 #include "suite/brivel/result_line.h"
@@ -49,15 +50,20 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   return hints;
 }
 
-// The cause of a failed run for which the application gave none; empty if the
-// host does not know it either.
-std::string causeOf(const connection::Connections& connections,
-                    const args::OptionValues& options) {
-  const std::string cause = connections.cause();
+// Says why a run failed for which the application gave no cause, if the host
+// knows it.
+void explain(RunResult& result, const connection::Connections& connections,
+             const args::OptionValues& options) {
   const auto device = options.find("device");
-  return cause.empty() && device != options.end()
-             ? connection::objectionToItems(device->second)
-             : cause;
+  if (auto failure = connections.failure()) {
+    result.remedy = std::exchange(failure->remedy, "");
+    result.cause = describe(*failure);
+  } else if (device != options.end()) {
+    result.cause = connection::objectionToItems(device->second);
+  }
+  result.combined = device != options.end() &&
+                    connection::isCombined(result.code, device->second) &&
+                    !connections.hasReturned(result.code);
 }
 
 // Prints the notes and the result line of a run. Returns the exit status.
@@ -68,7 +74,7 @@ int reportResult(RunResult result, const connection::Connections& connections,
     result.code = kResultWriteFileFailed;
     result.cause = "standard output cannot be written";
   } else if (result.code != kResultSuccess && result.cause.empty()) {
-    result.cause = causeOf(connections, options);
+    explain(result, connections, options);
   }
   if (plugIn) {
     return result.code >= 0 && result.code <= kMostPlugInStatus
@@ -81,7 +87,10 @@ int reportResult(RunResult result, const connection::Connections& connections,
     }
   }
   if (result.code != kResultSuccess && !abandoned) {
-    std::cerr << resultLine(result, logging::logPath()) << std::endl;
+    std::cerr << (isTerminal(kStandardError)
+                      ? resultLines(result, logging::logPath(), kHelpWidth)
+                      : resultLine(result, logging::logPath()) + "\n")
+              << std::flush;
   }
   return exitStatusOf(result.code);
 }
@@ -132,8 +141,10 @@ int runConnected(const CommandLine& line, Application& application,
                  connection::InBandOptions inBand,
                  std::optional<connection::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun) {
+  const std::string name =
+      target ? connection::inWords(target->address) : "this server";
   if (target) {
-    warnOfInsecurity(*target, connection::inWords(target->address));
+    warnOfInsecurity(*target, name);
   } else if (line.localRoot.empty()) {
     warnOfInsecurity(inBand.controller, "this server's controller");
   }
@@ -142,7 +153,7 @@ int runConnected(const CommandLine& line, Application& application,
       hintsOf(line.applicationOptions), std::move(inBand));
   std::optional<ProgressLine> progress;
   if (isTerminal(kStandardError)) {
-    progress.emplace(kStandardError);
+    progress.emplace(kStandardError, name);
   }
   RunResult result = application.run(line.command, line.applicationOptions);
   progress.reset();

@@ -1,8 +1,9 @@
 #include "suite/brivel/help.h"
 
 #include <algorithm>
-#include <sstream>
 #include <string_view>
+
+#include "suite/brivel/fold.h"
 
 namespace brivel {
 namespace {
@@ -59,24 +60,6 @@ constexpr const char* kCommands =
 constexpr const char* kExitStatus =
     "Exit status: 0 success; 1 to 63 the result code; 64 any other result; 2 wrong usage; 3 no such application, or it cannot be loaded; 130 interrupted.";
 // clang-format on
-
-// Folds a text behind what its first line begins with; all lines but the first
-// begin with `indent` blanks. Returns lines with their ends.
-std::string folded(std::string line, std::string_view text, std::size_t indent,
-                   std::size_t width) {
-  std::string lines;
-  std::istringstream words{std::string(text)};
-  bool begun = false;
-  for (std::string word; words >> word; begun = true) {
-    if (begun && line.size() + 1 + word.size() > width) {
-      lines += line + "\n";
-      line.assign(indent, ' ');
-      begun = false;
-    }
-    line += (begun ? " " : "") + word;
-  }
-  return lines + line + "\n";
-}
 
 std::string paragraph(std::string_view text, std::size_t width,
                       std::size_t indent = 0) {

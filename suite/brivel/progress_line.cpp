@@ -1,23 +1,26 @@
 #include "suite/brivel/progress_line.h"
 
-#include <array>
-#include <cinttypes>
 #include <cstddef>
-#include <cstdio>
-#include <string_view>
 
 #include "suite/brivel/terminal.h"
+#include "suite/log/escape.h"
 
 namespace brivel {
 namespace {
 
 constexpr std::chrono::seconds kQuietStart{1};
 constexpr std::chrono::milliseconds kBetweenDrawings{100};
+constexpr std::size_t kWidest = 79;
 
 }  // namespace
 
-ProgressLine::ProgressLine(int descriptor, Clock::time_point (*now)())
-    : descriptor_(descriptor), now_(now), begun_(now()), drawnAt_(begun_) {
+ProgressLine::ProgressLine(int descriptor, std::string target,
+                           Clock::time_point (*now)())
+    : descriptor_(descriptor),
+      target_(logging::escapeControls(target)),
+      now_(now),
+      begun_(now()),
+      drawnAt_(begun_) {
   connection::setProgress(this);
 }
 
@@ -34,11 +37,13 @@ void ProgressLine::tick(std::uint64_t resourcesRead) {
   }
   const auto elapsed =
       std::chrono::duration_cast<std::chrono::seconds>(time - begun_).count();
-  std::array<char, 80> line{};
-  const int length = std::snprintf(
-      line.data(), line.size(), "\r%" PRIu64 " resources read, %lld s\x1b[K",
-      resourcesRead, static_cast<long long>(elapsed));
-  drawOn(descriptor_, {line.data(), static_cast<std::size_t>(length)});
+  const std::string count =
+      ": " + std::to_string(resourcesRead) +
+      (resourcesRead == 1 ? " resource, " : " resources, ") +
+      std::to_string(elapsed) + " s";
+  // A line that is wider than the terminal could not be drawn over.
+  const std::string target = target_.substr(0, kWidest - count.size());
+  drawOn(descriptor_, "\r" + target + count + "\x1b[K");
   drawn_ = true;
   drawnAt_ = time;
 }

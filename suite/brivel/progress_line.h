@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 
 #include "suite/connection/run_watch.h"
 
@@ -14,9 +15,10 @@ class ProgressLine : public connection::Progress {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// `descriptor` is the terminal; `now` is asked for the time.
-  explicit ProgressLine(int descriptor,
-                        Clock::time_point (*now)() = Clock::now);
+  /// `descriptor` is the terminal, `target` the name that the line begins
+  /// with, and `now` tells the time.
+  ProgressLine(int descriptor, std::string target,
+               Clock::time_point (*now)() = Clock::now);
   ~ProgressLine() override;
 
   ProgressLine(const ProgressLine&) = delete;
@@ -27,6 +29,7 @@ class ProgressLine : public connection::Progress {
 
  private:
   int descriptor_;
+  std::string target_;
   Clock::time_point (*now_)();
   Clock::time_point begun_;
   Clock::time_point drawnAt_;

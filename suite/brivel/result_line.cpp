@@ -1,5 +1,6 @@
 #include "suite/brivel/result_line.h"
 
+#include "suite/brivel/fold.h"
 #include "suite/log/escape.h"
 #include "syshealth/result/result_registry.h"
 
@@ -14,15 +15,25 @@ std::string sentence(std::string text) {
   return ends ? text : text + ".";
 }
 
+// "13: Connection failed."
+std::string codeAndMessage(const RunResult& result) {
+  const std::string code = std::to_string(result.code);
+  if (result.message.empty() && result.combined) {
+    return code + " (several items failed).";
+  }
+  return code + ": " +
+         sentence(result.message.empty() ? getResultMessage(result.code)
+                                         : result.message);
+}
+
 }  // namespace
 
 std::string resultText(const RunResult& result) {
-  const std::string message =
-      result.message.empty() ? getResultMessage(result.code) : result.message;
-  std::string text =
-      "result " + std::to_string(result.code) + ": " + sentence(message);
+  std::string text = "result " + codeAndMessage(result);
   if (!result.cause.empty()) {
-    text += " Cause: " + sentence(result.cause);
+    text += " Cause: " +
+            sentence(result.cause +
+                     (result.remedy.empty() ? "" : "; " + result.remedy));
   }
   return text;
 }
@@ -33,6 +44,22 @@ std::string resultLine(const RunResult& result, const std::string& logPath) {
     line += " Log: " + logPath;
   }
   return logging::escapeControls(line);
+}
+
+std::string resultLines(const RunResult& result, const std::string& logPath,
+                        std::size_t width) {
+  std::string lines;
+  const auto add = [&](const std::string& label, const std::string& text) {
+    if (!text.empty()) {
+      lines +=
+          folded(label, logging::escapeControls(text), label.size(), width);
+    }
+  };
+  add("brivel: result ", codeAndMessage(result));
+  add("  cause:  ", result.cause);
+  add("  remedy: ", result.remedy);
+  add("  log:    ", logPath);
+  return lines;
 }
 
 }  // namespace brivel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,13 +11,21 @@ struct RunResult {
   std::int32_t code = 0;  ///< 0: success.
   std::string message;    ///< Of the application; empty: of the catalogue.
   std::string cause;      ///< What went wrong, one clause; may be empty.
+  std::string remedy;     ///< What to do about it, one clause; may be empty.
+  bool combined = false;  ///< The code is the OR of the codes of several items,
+                          ///< and so has no message of its own.
 };
 
-/// The result of a failed run: "result CODE: MESSAGE Cause: CAUSE".
+/// The result of a failed run: "result CODE: MESSAGE Cause: CAUSE; REMEDY."
 std::string resultText(const RunResult& result);
 
-/// The last line of a failed run: result code, message, cause, and the path of
-/// the log if there is one. Without line end.
+/// What the host says last of a failed run: `resultText` and the path of the
+/// log, if there is one. Without line end.
 std::string resultLine(const RunResult& result, const std::string& logPath);
+
+/// The same for a terminal of `width` columns: one line for each part, folded
+/// where it is too long, each with its line end.
+std::string resultLines(const RunResult& result, const std::string& logPath,
+                        std::size_t width);
 
 }  // namespace brivel

@@ -135,14 +135,18 @@ int Connections::listTargets(std::vector<ConnectionInfo>& list) {
 
 void Connections::close() noexcept { pool_.close(); }
 
-std::string Connections::cause() const {
-  const auto& failure = pool_.lastFailure();
-  if (!failure && mode_ == kConnectModeEsxi) {
-    return target_->address.host +
-           ": ESXi hosts are not asked; name the server's management "
-           "controller by --bmc";
+std::optional<Failure> Connections::failure() const {
+  if (!pool_.lastFailure() && mode_ == kConnectModeEsxi) {
+    return Failure{FailureKind::kNoSystem, target_->address.host, "",
+                   "ESXi hosts are not asked",
+                   "name the server's management controller by --bmc"};
   }
-  return failure ? describe(*failure) : "";
+  return pool_.lastFailure();
+}
+
+std::string Connections::cause() const {
+  const auto met = failure();
+  return met ? describe(*met) : "";
 }
 
 std::vector<TargetCost> Connections::costs() const {
@@ -363,6 +367,7 @@ ConnectionInfo Connections::record(std::int64_t handle) const {
 int Connections::fail(Failure failure) {
   const int result = resultOf(failure.kind);
   if (result != 0) {
+    returned_.insert(result);
     pool_.report(std::move(failure));
   }
   return result;

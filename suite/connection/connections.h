@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -75,9 +76,14 @@ class Connections {
   /// Logs out and closes. Never throws.
   void close() noexcept;
 
-  /// The failure that the run's result stands for, in one line for a person;
-  /// empty when none was met.
+  /// The failure that the run's result stands for; nullopt if none was met.
+  std::optional<redfish::Failure> failure() const;
+
+  /// The same in one line for a person; empty if none was met.
   std::string cause() const;
+
+  /// Whether `tryTarget` or `listTargets` has returned this result code.
+  bool hasReturned(int code) const { return returned_.count(code) > 0; }
 
   /// What a person should know of a run that ended well: ways that were
   /// barred, files that this user may not read. A line each.
@@ -123,6 +129,7 @@ class Connections {
   bool barred_ = false;  ///< A way that the firmware names leads nowhere.
   std::optional<redfish::Failure> unusable_;  ///< Why there is no service.
   std::vector<std::string> notices_;
+  std::set<int> returned_;  ///< Result codes of failures.
   std::size_t nodesLogged_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "suite/redfish/selection.h"
+#include "syshealth/result/result_codes.h"
 
 namespace connection {
 namespace {
@@ -67,6 +68,17 @@ std::uint32_t wantsOf(const std::string* device) {
     wants |= item == nullptr ? 0 : item->want;
   }
   return wants;
+}
+
+bool isCombined(std::int32_t code, const std::string& device) {
+  // What an item ends with: the results of the statuses of its call, and that
+  // of a node which does not exist.
+  const std::int32_t kOfOneItem[] = {
+      kResultGenericFailure, kResultReadFileFailed, kResultConnectionFailed,
+      kResultInternalError, kResultNotSupported};
+  return (device == kAll || namesIn(device).size() > 1) &&
+         std::find(std::begin(kOfOneItem), std::end(kOfOneItem), code) ==
+             std::end(kOfOneItem);
 }
 
 std::string objectionToItems(const std::string& device) {

@@ -11,6 +11,11 @@ namespace connection {
 /// health summary. Names that are no item count for nothing.
 std::uint32_t wantsOf(const std::string* device);
 
+/// Whether a result code of a run with this text of the option "device" can
+/// only be the OR of the codes of several items: more than one is asked for,
+/// and none of them ends with that code by itself.
+bool isCombined(std::int32_t code, const std::string& device);
+
 /// What is wrong with the text of the option "device": which name in it is no
 /// item, and which items there are. Empty when nothing is.
 std::string objectionToItems(const std::string& device);

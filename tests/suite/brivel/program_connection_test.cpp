@@ -207,8 +207,7 @@ TEST_F(ProgramSlowConnection, ProgressIsDrawnAndWipedOnATerminal) {
   ChildProcess child(started({"sample", "300"}));
   EXPECT_EQ(child.wait(), 0) << child.errors();
   const std::string shown = child.errors();
-  EXPECT_NE(shown.find(" resources read, 1 s\x1b[K"), std::string::npos)
-      << shown;
+  EXPECT_NE(shown.find(" resources, 1 s\x1b[K"), std::string::npos) << shown;
   constexpr std::size_t kWipe = 4;
   ASSERT_GE(shown.size(), kWipe);
   EXPECT_EQ(shown.substr(shown.size() - kWipe), "\r\x1b[K");

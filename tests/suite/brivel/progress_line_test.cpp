@@ -45,7 +45,7 @@ class ProgressLineTest : public testing::Test {
 };
 
 TEST_F(ProgressLineTest, ShortRunsDrawNothing) {
-  ProgressLine line(terminal(), simulatedNow);
+  ProgressLine line(terminal(), "10.0.0.5:443", simulatedNow);
   simulated += milliseconds(999);
   line.tick(5);
   line.done();
@@ -53,14 +53,25 @@ TEST_F(ProgressLineTest, ShortRunsDrawNothing) {
 }
 
 TEST_F(ProgressLineTest, LongerRunsShowCountAndTime) {
-  ProgressLine line(terminal(), simulatedNow);
+  ProgressLine line(terminal(), "10.0.0.5:443", simulatedNow);
   simulated += milliseconds(2500);
   line.tick(17);
-  EXPECT_EQ(drawn(), "\r17 resources read, 2 s\x1b[K");
+  EXPECT_EQ(drawn(), "\r10.0.0.5:443: 17 resources, 2 s\x1b[K");
+  simulated += milliseconds(500);
+  line.tick(1);
+  EXPECT_EQ(drawn(), "\r10.0.0.5:443: 1 resource, 3 s\x1b[K");
+}
+
+TEST_F(ProgressLineTest, IsCutToTheTerminal) {
+  ProgressLine line(terminal(), std::string(300, 'x'), simulatedNow);
+  simulated += milliseconds(2000);
+  line.tick(17);
+  EXPECT_EQ(drawn(),
+            "\r" + std::string(79 - 19, 'x') + ": 17 resources, 2 s\x1b[K");
 }
 
 TEST_F(ProgressLineTest, DrawsTenTimesASecondAtMost) {
-  ProgressLine line(terminal(), simulatedNow);
+  ProgressLine line(terminal(), "10.0.0.5:443", simulatedNow);
   simulated += milliseconds(1000);
   line.tick(1);
   EXPECT_NE(drawn(), "");
@@ -73,7 +84,7 @@ TEST_F(ProgressLineTest, DrawsTenTimesASecondAtMost) {
 }
 
 TEST_F(ProgressLineTest, IsWipedWhenTheReadingIsOver) {
-  ProgressLine line(terminal(), simulatedNow);
+  ProgressLine line(terminal(), "10.0.0.5:443", simulatedNow);
   simulated += milliseconds(1500);
   line.tick(1);
   drawn();
@@ -85,7 +96,7 @@ TEST_F(ProgressLineTest, IsWipedWhenTheReadingIsOver) {
 
 TEST_F(ProgressLineTest, IsWipedWhenItDies) {
   {
-    ProgressLine line(terminal(), simulatedNow);
+    ProgressLine line(terminal(), "10.0.0.5:443", simulatedNow);
     simulated += milliseconds(1500);
     line.tick(1);
     drawn();

@@ -55,4 +55,19 @@ TEST(ObjectionToItems, IsEmptyForItems) {
   EXPECT_EQ(connection::objectionToItems("fan,dimm,fan"), "");
 }
 
+TEST(IsCombined, NeedsSeveralItems) {
+  EXPECT_FALSE(connection::isCombined(29, "fan"));
+  EXPECT_TRUE(connection::isCombined(29, "fan,dimm"));
+  EXPECT_TRUE(connection::isCombined(29, "all"));
+}
+
+TEST(IsCombined, IsNoCodeThatAnItemEndsWith) {
+  for (const std::int32_t code : {1, 10, 13, 17, 25}) {
+    EXPECT_FALSE(connection::isCombined(code, "all")) << code;
+  }
+  for (const std::int32_t code : {10 | 13, 10 | 25, 13 | 25, 10 | 13 | 25}) {
+    EXPECT_TRUE(connection::isCombined(code, "all")) << code;
+  }
+}
+
 }  // namespace
