@@ -36,6 +36,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT WIN32)
   target_compile_options(brivel_options INTERFACE
     -ffunction-sections -fdata-sections)
   target_link_options(brivel_options INTERFACE LINKER:--gc-sections)
+  include(hardening)
 endif()
 if(SYSHEALTH_SANITIZE)
   target_compile_options(brivel_options INTERFACE

@@ -23,7 +23,7 @@ void onSignal(int /*signal*/) {
   mark.store(true);
   const char wake = 1;
   // A full pipe is readable already, which is all that is wanted.
-  static_cast<void>(write(writeEnd.load(), &wake, 1));
+  static_cast<void>(write(writeEnd.load(), &wake, 1) < 0);
   errno = savedErrno;
 }
 
