@@ -7,6 +7,13 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# Counts up when the services that applications see change: their declarations
+# in syshealth/, or the runtime that both sides share (docs/stability.md).
+# An installed program looks for applications in a folder of this name, and so
+# finds none that was built for another number.
+set(BRIVEL_ABI 1)
+set(BRIVEL_INSTALLED_MODULES applications-${BRIVEL_ABI})
+
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 

@@ -36,8 +36,12 @@ fs::path moduleDirectory() {
     return fs::absolute(fs::u8path(chosen));
   }
   const fs::path library = fs::canonical(boost::dll::this_line_location());
-  return (library.parent_path() / BRIVEL_MODULES_FROM_LIBRARY)
-      .lexically_normal();
+  const fs::path folder = library.parent_path();
+  const fs::path built =
+      (folder / BRIVEL_MODULES_FROM_LIBRARY).lexically_normal();
+  std::error_code failure;
+  return fs::is_directory(built, failure) ? built
+                                          : folder / BRIVEL_INSTALLED_MODULES;
 }
 
 std::vector<fs::path> moduleFiles(const fs::path& directory) {

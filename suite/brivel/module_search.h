@@ -7,8 +7,10 @@
 
 namespace brivel {
 
-/// The folder of the applications: BRIVEL_MODULES of the environment, else the
-/// folder "brivel" beside the library that this code is in. An absolute path.
+/// The folder of the applications, as an absolute path: BRIVEL_MODULES of the
+/// environment; else a folder beside the library that this code is in, which
+/// is "brivel" in a build tree and "applications-" with the number of the ABI
+/// in an installed one.
 std::filesystem::path moduleDirectory();
 
 /// The libraries in a directory, sorted by name; empty if the directory does

@@ -1,0 +1,68 @@
+# What `cmake --install` puts where. debian/ makes its packages by the same
+# rules.
+include(GNUInstallDirs)
+
+# The suite's libraries are nobody else's, so they have a folder of their own,
+# and the applications one below it.
+set(libraries ${CMAKE_INSTALL_LIBDIR}/brivel)
+
+file(RELATIVE_PATH from_program
+     ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/brivel)
+# The second place is that of the build tree. CMake would exchange it for the
+# first one by itself, but leaves an empty place behind meanwhile, and that is
+# the working directory.
+set_target_properties(brivel PROPERTIES
+  BUILD_WITH_INSTALL_RPATH ON
+  INSTALL_RPATH "\$ORIGIN/${from_program}:\$ORIGIN/../lib")
+
+install(TARGETS brivel RUNTIME)
+install(PROGRAMS $<TARGET_FILE:record-local>
+        DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME brivel-record-local)
+install(TARGETS brivel_suite EXPORT brivel LIBRARY DESTINATION ${libraries})
+install(TARGETS syshealth
+        LIBRARY DESTINATION ${libraries}/${BRIVEL_INSTALLED_MODULES})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/rack-server
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/examples/brivel.toml
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+
+# For applications that others write: the headers of the services, and what
+# find_package(brivel) reads.
+foreach(header
+    app/entry_points.h
+    health/alert.h
+    health/dev_health.h
+    health/orvane_type.h
+    host/app_base.h
+    host/arg_parser.h
+    host/connect_info.h
+    host/connection_info.h
+    host/export.h
+    host/log.h
+    inventory/components.h
+    result/brivel_result.h)
+  cmake_path(GET header PARENT_PATH room)
+  install(FILES ${PROJECT_SOURCE_DIR}/syshealth/${header}
+          DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brivel/syshealth/${room})
+endforeach()
+set_target_properties(brivel_suite PROPERTIES EXPORT_NAME suite)
+target_include_directories(brivel_suite INTERFACE
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/brivel>)
+
+include(CMakePackageConfigHelpers)
+set(config ${PROJECT_BINARY_DIR}/sdk)
+set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/brivel)
+set(BRIVEL_APPLICATIONS_DIR ${libraries}/${BRIVEL_INSTALLED_MODULES})
+configure_package_config_file(
+  ${PROJECT_SOURCE_DIR}/packaging/sdk/brivel-config.cmake.in
+  ${config}/brivel-config.cmake INSTALL_DESTINATION ${config_folder}
+  NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(${config}/brivel-config-version.cmake
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  ${config}/brivel-config.cmake ${config}/brivel-config-version.cmake
+  DESTINATION ${config_folder})
+install(EXPORT brivel NAMESPACE brivel:: FILE brivel-targets.cmake
+        DESTINATION ${config_folder})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/application
+        DESTINATION ${CMAKE_INSTALL_DOCDIR}-dev/examples)
