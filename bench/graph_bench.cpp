@@ -6,7 +6,7 @@
 #include <string>
 
 #include "bench/sample_graph.h"
-#include "suite/redfish/json.h"
+#include "suite/redfish/graph/json.h"
 
 namespace {
 

@@ -3,13 +3,13 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/sample_graph.h"
-#include "suite/devhealth/dimm_mapping.h"
-#include "suite/devhealth/fan_mapping.h"
-#include "suite/devhealth/pci_mapping.h"
-#include "suite/devhealth/power_mapping.h"
-#include "suite/devhealth/processor_mapping.h"
-#include "suite/devhealth/system_mapping.h"
-#include "suite/redfish/topology.h"
+#include "suite/devhealth/inventory/dimm_mapping.h"
+#include "suite/devhealth/inventory/fan_mapping.h"
+#include "suite/devhealth/inventory/pci_mapping.h"
+#include "suite/devhealth/inventory/power_mapping.h"
+#include "suite/devhealth/inventory/processor_mapping.h"
+#include "suite/devhealth/inventory/system_mapping.h"
+#include "suite/redfish/graph/topology.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "suite/redfish/directory_transport.h"
+#include "suite/redfish/recorded/directory_transport.h"
 
 namespace bench {
 
@@ -26,7 +26,7 @@ const redfish::Graph& sampleGraph() {
   static redfish::Service service = sampleService();
   static const auto failure = service.read(wholeNode());
   if (failure) {
-    std::cerr << redfish::describe(*failure) << '\n';
+    std::cerr << base::describe(*failure) << '\n';
     std::exit(EXIT_FAILURE);
   }
   return service.graph();

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "suite/redfish/graph.h"
-#include "suite/redfish/selection.h"
+#include "suite/redfish/crawl/selection.h"
+#include "suite/redfish/graph/graph.h"
 #include "suite/redfish/service.h"
 
 namespace bench {

@@ -13,7 +13,7 @@ find_package(spdlog REQUIRED)
 find_package(tomlplusplus REQUIRED)
 
 # What speaks HTTP and TLS. It is loaded by the runs that need it
-# (suite/redfish/curl_library.h), so that nothing is linked with it.
+# (suite/http/curl/curl_library.h), so that nothing is linked with it.
 add_library(brivel_network INTERFACE)
 target_include_directories(brivel_network SYSTEM INTERFACE
   ${CURL_INCLUDE_DIRS} ${OPENSSL_INCLUDE_DIR})

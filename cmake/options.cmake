@@ -52,3 +52,9 @@ if(SYSHEALTH_SANITIZE)
   target_link_options(brivel_options INTERFACE
     -fsanitize=${SYSHEALTH_SANITIZE})
 endif()
+
+# What programs of tests, fuzz targets and benchmarks link of the suite: the
+# ground floor, and with it the client of controllers.
+set(BRIVEL_GROUND brivel_base brivel_platform)
+set(BRIVEL_CLIENT ${BRIVEL_GROUND}
+    brivel_http brivel_ipmi brivel_network_transport brivel_redfish)

@@ -6,16 +6,16 @@
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "suite/local/discovery.h"
-#include "suite/local/ipmi_message.h"
-#include "suite/local/pci.h"
-#include "suite/local/pci_ids.h"
-#include "suite/local/pci_vpd.h"
+#include "suite/ipmi/ipmi_message.h"
+#include "suite/local/controller/discovery.h"
+#include "suite/local/pci/pci.h"
+#include "suite/local/pci/pci_ids.h"
+#include "suite/local/pci/pci_vpd.h"
 
 namespace {
 
 void readIpmi(std::string_view bytes) {
-  local::IpmiResponse response;
+  ipmi::IpmiResponse response;
   if (!bytes.empty()) {
     response.completion = static_cast<std::uint8_t>(bytes[0]);
     response.data = bytes.substr(1);
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                size - 1);
   switch (data[0] % 5) {
     case 0:
-      local::parseVpd(local::ByteView(bytes));
+      local::parseVpd(base::ByteView(bytes));
       break;
     case 1:
       readIpmi(bytes);

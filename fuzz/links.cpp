@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "suite/connection/address.h"
-#include "suite/redfish/json.h"
-#include "suite/redfish/redirect.h"
-#include "suite/redfish/uri.h"
+#include "suite/connection/settings/address.h"
+#include "suite/redfish/graph/json.h"
+#include "suite/redfish/graph/uri.h"
+#include "suite/redfish/session/redirect.h"
 
 namespace {
 

@@ -4,15 +4,15 @@
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "suite/redfish/rmcp_message.h"
+#include "suite/ipmi/rmcp_message.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
   const std::string_view datagram(reinterpret_cast<const char*>(data), size);
-  const auto capabilities = redfish::readCapabilities(datagram);
+  const auto capabilities = ipmi::readCapabilities(datagram);
   // The shortest answer has a header of 14 bytes and a message of 8.
   check(!capabilities || size >= 22);
-  const auto pong = redfish::readPresencePong(datagram, 0x5A);
+  const auto pong = ipmi::readPresencePong(datagram, 0x5A);
   check(!pong || size >= 21);
   return 0;
 }

@@ -18,17 +18,17 @@
 #include <vector>
 
 #include "fuzz/check.h"
+#include "suite/base/text.h"
 #include "suite/redfish/pool.h"
-#include "suite/redfish/text.h"
 #include "syshealth/health/dev_health.h"
 
 namespace {
 
-using redfish::Answer;
-using redfish::Method;
-using redfish::Request;
+using http::Answer;
+using http::Method;
+using http::Request;
 
-class FuzzTransport : public redfish::Transport {
+class FuzzTransport : public http::Transport {
  public:
   explicit FuzzTransport(std::string_view input) {
     while (!input.empty()) {
@@ -56,7 +56,7 @@ class FuzzTransport : public redfish::Transport {
     return last_;
   }
 
-  std::optional<Answer> next(redfish::Clock::time_point) override {
+  std::optional<Answer> next(base::Clock::time_point) override {
     if (ready_.empty()) {
       return std::nullopt;
     }
@@ -66,7 +66,7 @@ class FuzzTransport : public redfish::Transport {
   }
 
   void cancelAll() override { ready_.clear(); }
-  redfish::TransportStats stats() const override { return {}; }
+  http::TransportStats stats() const override { return {}; }
 
  private:
   void add(std::string_view text) {
@@ -105,7 +105,7 @@ class FuzzTransport : public redfish::Transport {
 // Texts that reach the console are clean: cleaning them changes nothing.
 template <typename... Text>
 void checkTexts(const Text&... texts) {
-  (check(redfish::cleanText(texts) == texts), ...);
+  (check(base::cleanText(texts) == texts), ...);
 }
 
 void checkAlerts(const std::vector<Tarvex::DeviceHealth::Alert>& alerts) {

@@ -1,5 +1,5 @@
 // Settings files as people write them.
-#include "suite/connection/settings.h"
+#include "suite/connection/settings/settings.h"
 
 #include <cstddef>
 #include <cstdint>

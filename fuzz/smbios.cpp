@@ -1,7 +1,7 @@
 // Firmware tables: the first byte is the length of the entry point, which
 // follows; the rest is the table. Everything is read from it, and mapped to
 // the records.
-#include "suite/local/smbios.h"
+#include "suite/local/smbios/smbios.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,11 +9,11 @@
 #include <string_view>
 
 #include "fuzz/check.h"
-#include "suite/devhealth/local_inventory.h"
-#include "suite/local/controller_path.h"
-#include "suite/local/host_interface.h"
-#include "suite/local/smbios_parts.h"
-#include "suite/local/smbios_system.h"
+#include "suite/devhealth/inventory/local_inventory.h"
+#include "suite/local/controller/controller_path.h"
+#include "suite/local/smbios/host_interface.h"
+#include "suite/local/smbios/smbios_parts.h"
+#include "suite/local/smbios/smbios_system.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   const std::string_view entry = bytes.substr(1, data[0]);
   const std::string_view table = bytes.substr(1 + entry.size());
   const local::SmbiosTables tables = parseSmbios(
-      local::parseSmbiosEntry(local::ByteView(entry)), local::ByteView(table));
+      local::parseSmbiosEntry(base::ByteView(entry)), base::ByteView(table));
   std::size_t formatted = 0;
   for (const local::SmbiosStructure& structure : tables.structures) {
     check(structure.formatted.size() >= 4);

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <fstream>
 
-#include "suite/local/firmware_table.h"
-#include "suite/local/root.h"
+#include "suite/local/facts/root.h"
+#include "suite/local/smbios/firmware_table.h"
 
 namespace bench {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "suite/args/integer.h"
 #include "suite/args/parser_scope.h"
+#include "suite/base/integer.h"
 
 ArgParser* ArgParser::GetInstance() {
   static ArgParser parser;
@@ -43,7 +43,7 @@ bool ArgParser::GetValue(const std::string& option, int& value) {
   if (!GetValue(option, text)) {
     return false;
   }
-  const std::optional<int> number = args::parseInteger(text);
+  const std::optional<int> number = base::parseInteger(text);
   if (!number) {
     return false;
   }

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "suite/base/progress.h"
 #include "suite/brivel/application.h"
 #include "suite/brivel/command_line.h"
 #include "suite/brivel/connected_run.h"
@@ -18,12 +19,13 @@
 #include "suite/brivel/help.h"
 #include "suite/brivel/module_search.h"
 #include "suite/brivel/print_error.h"
-#include "suite/brivel/standard_streams.h"
-#include "suite/brivel/user_paths.h"
-#include "suite/connection/run_watch.h"
-#include "suite/connection/settings.h"
-#include "suite/connection/target.h"
+#include "suite/connection/password/environment_password.h"
+#include "suite/connection/settings/settings.h"
+#include "suite/connection/settings/target.h"
 #include "suite/log/log_file.h"
+#include "suite/platform/interrupt.h"
+#include "suite/platform/standard_streams.h"
+#include "suite/platform/user_paths.h"
 #include "syshealth/result/result_codes.h"
 
 namespace brivel {
@@ -44,7 +46,7 @@ int usageError(const std::string& text, bool plugIn = false) {
 
 int show(std::string_view text) {
   std::cout << text << std::flush;
-  return outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
+  return platform::outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
 }
 
 // The settings of the run. Returns nullopt and sets `error` if they cannot be
@@ -52,18 +54,18 @@ int show(std::string_view text) {
 std::optional<connection::Settings> readSettings(const CommandLine& line,
                                                  std::string& error) {
   const std::string file =
-      line.settingsFile.empty() ? settingsFile() : line.settingsFile;
+      line.settingsFile.empty() ? platform::settingsFile() : line.settingsFile;
   if (file.empty()) {
     return connection::Settings();
   }
-  return connection::loadSettings(file, homeDirectory(), error);
+  return connection::loadSettings(file, platform::homeDirectory(), error);
 }
 
 void openRunLog(const CommandLine& line, const connection::Settings& settings) {
   logging::LogOptions options;
   options.file = !line.logFile.empty() ? line.logFile
                  : settings.logFile    ? *settings.logFile
-                                       : logFile();
+                                       : platform::logFile();
   const std::optional<int> level =
       line.logLevel ? line.logLevel : settings.logLevel;
   if (level) {
@@ -137,7 +139,7 @@ int runHostCommand(int argc, char** argv, const HostCommand& command) {
 // Runs what the command line asks for on its target.
 int run(const CommandLine& line, const connection::Settings& settings,
         Application& application,
-        std::optional<connection::Secret> environmentPassword,
+        std::optional<base::Secret> environmentPassword,
         std::chrono::steady_clock::time_point begun) {
   std::string error;
   std::optional<connection::Target> target = targetOf(line, settings, error);
@@ -151,7 +153,7 @@ int run(const CommandLine& line, const connection::Settings& settings,
 }
 
 int runApplication(int argc, char** argv, const CommandLineStart& start,
-                   std::optional<connection::Secret> environmentPassword,
+                   std::optional<base::Secret> environmentPassword,
                    std::chrono::steady_clock::time_point begun) {
   std::string error;
   auto application = Application::load(start.application, error);
@@ -194,9 +196,9 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
 
 int brivel(int argc, char** argv) {
   const auto begun = std::chrono::steady_clock::now();
-  prepareStandardStreams();
+  platform::prepareStandardStreams();
   // Out of the environment first of all, whatever becomes of the run.
-  std::optional<connection::Secret> environmentPassword =
+  std::optional<base::Secret> environmentPassword =
       connection::takeEnvironmentPassword();
   std::string error;
   const auto start = readCommandLineStart(argc, argv, error);
@@ -209,7 +211,7 @@ int brivel(int argc, char** argv) {
   if (const HostCommand* const command = findHostCommand(start->application)) {
     return runHostCommand(argc, argv, *command);
   }
-  connection::installInterruptHandlers();
+  platform::installInterruptHandlers();
   // The application registers itself before the place of the log is known.
   logging::keepEarlyLines();
   const int status =
@@ -222,15 +224,11 @@ int brivel(int argc, char** argv) {
 }  // namespace brivel
 
 int brivelMain(int argc, char** argv) {
-  // The start of the process has walked through all libraries, and its end
-  // does so once more, on top of what the run has touched.
-  connection::releaseLoaderPages();
   int status = kResultInternalError;
   try {
     status = brivel::brivel(argc, argv);
   } catch (const std::exception& failure) {
     brivel::printError(std::string("internal error: ") + failure.what());
   }
-  connection::releaseLoaderPages();
   return status;
 }

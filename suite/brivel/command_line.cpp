@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "suite/args/integer.h"
+#include "suite/base/escape.h"
+#include "suite/base/integer.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/parsed_arguments.h"
 #include "suite/brivel/suggestion.h"
-#include "suite/connection/values.h"
-#include "suite/log/escape.h"
+#include "suite/connection/settings/values.h"
 
 namespace brivel {
 namespace {
@@ -33,7 +33,7 @@ constexpr CommandWord kCommandWords[] = {
 // clang-format on
 
 std::string quoted(const std::string& text) {
-  return "'" + logging::escapeControls(text) + "'";
+  return "'" + base::escapeControls(text) + "'";
 }
 
 bool startsWith(std::string_view text, std::string_view prefix) {
@@ -41,7 +41,7 @@ bool startsWith(std::string_view text, std::string_view prefix) {
 }
 
 void checkInteger(const Option& option, const std::string& text) {
-  const std::optional<int> value = args::parseInteger(text);
+  const std::optional<int> value = base::parseInteger(text);
   if (value && *value >= option.least && *value <= option.most) {
     return;
   }
@@ -122,7 +122,7 @@ class Values {
 
   std::optional<int> number(std::string_view name) const {
     const std::optional<std::string> given = text(name);
-    return given ? args::parseInteger(*given) : std::nullopt;
+    return given ? base::parseInteger(*given) : std::nullopt;
   }
 
   std::optional<std::chrono::milliseconds> seconds(
@@ -171,7 +171,7 @@ std::optional<std::int32_t> knownCommand(const std::string& text) {
       return known.command;
     }
   }
-  return args::parseInteger(text);
+  return base::parseInteger(text);
 }
 
 std::int32_t commandOf(const std::string& text) {

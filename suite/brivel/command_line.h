@@ -7,7 +7,7 @@
 
 #include "suite/args/parser_scope.h"
 #include "suite/brivel/options.h"
-#include "suite/connection/target.h"
+#include "suite/connection/settings/target.h"
 #include "syshealth/host/connect_info.h"
 
 namespace brivel {

@@ -5,19 +5,20 @@
 #include <system_error>
 #include <utility>
 
-#include "suite/args/integer.h"
+#include "suite/base/integer.h"
+#include "suite/base/progress.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/help.h"
 #include "suite/brivel/print_error.h"
 #include "suite/brivel/progress_line.h"
 #include "suite/brivel/result_line.h"
-#include "suite/brivel/standard_streams.h"
 #include "suite/brivel/stats_lines.h"
-#include "suite/brivel/terminal.h"
 #include "suite/connection/connections.h"
-#include "suite/connection/prefetch.h"
-#include "suite/connection/run_watch.h"
+#include "suite/connection/device_items.h"
 #include "suite/log/log_file.h"
+#include "suite/platform/interrupt.h"
+#include "suite/platform/standard_streams.h"
+#include "suite/platform/terminal.h"
 #include "syshealth/result/result_codes.h"
 
 namespace brivel {
@@ -45,7 +46,7 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   hints.wants =
       connection::wantsOf(device == options.end() ? nullptr : &device->second);
   if (node != options.end()) {
-    hints.node = args::parseInteger(node->second).value_or(0);
+    hints.node = base::parseInteger(node->second).value_or(0);
   }
   return hints;
 }
@@ -69,8 +70,8 @@ void explain(RunResult& result, const connection::Connections& connections,
 // Prints the notes and the result line of a run. Returns the exit status.
 int reportResult(RunResult result, const connection::Connections& connections,
                  const args::OptionValues& options, bool plugIn) {
-  const bool abandoned = outputIsAbandoned();
-  if (result.code == kResultSuccess && !outputIsWhole()) {
+  const bool abandoned = platform::outputIsAbandoned();
+  if (result.code == kResultSuccess && !platform::outputIsWhole()) {
     result.code = kResultWriteFileFailed;
     result.cause = "standard output cannot be written";
   } else if (result.code != kResultSuccess && result.cause.empty()) {
@@ -87,7 +88,7 @@ int reportResult(RunResult result, const connection::Connections& connections,
     }
   }
   if (result.code != kResultSuccess && !abandoned) {
-    std::cerr << (isTerminal(kStandardError)
+    std::cerr << (platform::isTerminal(kStandardError)
                       ? resultLines(result, logging::logPath(), kHelpWidth)
                       : resultLine(result, logging::logPath()) + "\n")
               << std::flush;
@@ -139,7 +140,7 @@ connection::InBandOptions inBandOf(const CommandLine& line,
 int runConnected(const CommandLine& line, Application& application,
                  std::optional<connection::Target> target,
                  connection::InBandOptions inBand,
-                 std::optional<connection::Secret> environmentPassword,
+                 std::optional<base::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun) {
   const std::string name =
       target ? connection::inWords(target->address) : "this server";
@@ -152,7 +153,7 @@ int runConnected(const CommandLine& line, Application& application,
       line.mode, std::move(target), std::move(environmentPassword),
       hintsOf(line.applicationOptions), std::move(inBand));
   std::optional<ProgressLine> progress;
-  if (isTerminal(kStandardError)) {
+  if (platform::isTerminal(kStandardError)) {
     progress.emplace(kStandardError, name);
   }
   RunResult result = application.run(line.command, line.applicationOptions);
@@ -164,10 +165,10 @@ int runConnected(const CommandLine& line, Application& application,
     std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
   }
   const bool plugIn = application.specification().plugInExit;
-  if (connection::interrupted() && plugIn) {
+  if (platform::interrupted() && plugIn) {
     return plugInUnknown("interrupted");
   }
-  if (connection::interrupted()) {
+  if (platform::interrupted()) {
     printError("interrupted");
     return kExitInterrupted;
   }

@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "suite/base/secret.h"
 #include "suite/brivel/application.h"
 #include "suite/brivel/command_line.h"
 #include "suite/connection/in_band.h"
-#include "suite/connection/secret.h"
-#include "suite/connection/settings.h"
-#include "suite/connection/target.h"
+#include "suite/connection/settings/settings.h"
+#include "suite/connection/settings/target.h"
 
 namespace brivel {
 
@@ -29,7 +29,7 @@ connection::InBandOptions inBandOf(const CommandLine& line,
 int runConnected(const CommandLine& line, Application& application,
                  std::optional<connection::Target> target,
                  connection::InBandOptions inBand,
-                 std::optional<connection::Secret> environmentPassword,
+                 std::optional<base::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun);
 
 }  // namespace brivel

@@ -5,10 +5,10 @@
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 
-#include "suite/brivel/environment.h"
+#include "suite/base/escape.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/suggestion.h"
-#include "suite/log/escape.h"
+#include "suite/platform/environment.h"
 
 namespace brivel {
 namespace {
@@ -31,7 +31,7 @@ bool isName(const std::string& text) {
 }  // namespace
 
 fs::path moduleDirectory() {
-  const std::string chosen = environmentValue(kVariable);
+  const std::string chosen = platform::environmentValue(kVariable);
   if (!chosen.empty()) {
     return fs::absolute(fs::u8path(chosen));
   }
@@ -82,8 +82,8 @@ std::optional<fs::path> findModule(const fs::path& directory,
   }
   error = "no application '" + application + "' in " + directory.string() +
           (known.empty() ? "; there are none"
-                         : "; there are: " + logging::escapeControls(known)) +
-          logging::escapeControls(suggestionFor(application, names));
+                         : "; there are: " + base::escapeControls(known)) +
+          base::escapeControls(suggestionFor(application, names));
   return std::nullopt;
 }
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "suite/connection/values.h"
+#include "suite/connection/settings/values.h"
 
 namespace brivel {
 

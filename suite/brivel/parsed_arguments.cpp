@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "suite/base/escape.h"
 #include "suite/brivel/options.h"
-#include "suite/log/escape.h"
 
 namespace brivel {
 namespace {
@@ -82,11 +82,11 @@ class Splitter {
       return true;
     } catch (const CLI::ArgumentMismatch&) {
       const Option* const last = namedOption(options_, argv[argc - 1]);
-      error = (last == nullptr ? logging::escapeControls(argv[argc - 1])
+      error = (last == nullptr ? base::escapeControls(argv[argc - 1])
                                : std::string(last->name)) +
               " needs a value";
     } catch (const CLI::ParseError& failure) {
-      error = logging::escapeControls(failure.what());
+      error = base::escapeControls(failure.what());
     }
     return false;
   }

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "suite/brivel/terminal.h"
-#include "suite/log/escape.h"
+#include "suite/base/escape.h"
+#include "suite/platform/terminal.h"
 
 namespace brivel {
 namespace {
@@ -17,15 +17,15 @@ constexpr std::size_t kWidest = 79;
 ProgressLine::ProgressLine(int descriptor, std::string target,
                            Clock::time_point (*now)())
     : descriptor_(descriptor),
-      target_(logging::escapeControls(target)),
+      target_(base::escapeControls(target)),
       now_(now),
       begun_(now()),
       drawnAt_(begun_) {
-  connection::setProgress(this);
+  base::setProgress(this);
 }
 
 ProgressLine::~ProgressLine() {
-  connection::setProgress(nullptr);
+  base::setProgress(nullptr);
   done();
 }
 
@@ -43,14 +43,14 @@ void ProgressLine::tick(std::uint64_t resourcesRead) {
       std::to_string(elapsed) + " s";
   // A line that is wider than the terminal could not be drawn over.
   const std::string target = target_.substr(0, kWidest - count.size());
-  drawOn(descriptor_, "\r" + target + count + "\x1b[K");
+  platform::drawOn(descriptor_, "\r" + target + count + "\x1b[K");
   drawn_ = true;
   drawnAt_ = time;
 }
 
 void ProgressLine::done() {
   if (drawn_) {
-    drawOn(descriptor_, "\r\x1b[K");
+    platform::drawOn(descriptor_, "\r\x1b[K");
     drawn_ = false;
   }
 }

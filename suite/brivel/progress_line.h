@@ -4,14 +4,15 @@
 #include <cstdint>
 #include <string>
 
-#include "suite/connection/run_watch.h"
+#include "suite/base/progress.h"
+#include "suite/platform/interrupt.h"
 
 namespace brivel {
 
 /// Shows on a terminal how many resources have been read and how long the run
 /// has taken, once it takes more than a second, and removes the line at the
 /// end. The process's progress observer during its life.
-class ProgressLine : public connection::Progress {
+class ProgressLine : public base::Progress {
  public:
   using Clock = std::chrono::steady_clock;
 

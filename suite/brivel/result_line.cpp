@@ -1,7 +1,7 @@
 #include "suite/brivel/result_line.h"
 
+#include "suite/base/escape.h"
 #include "suite/brivel/fold.h"
-#include "suite/log/escape.h"
 #include "syshealth/result/result_registry.h"
 
 namespace brivel {
@@ -43,7 +43,7 @@ std::string resultLine(const RunResult& result, const std::string& logPath) {
   if (!logPath.empty()) {
     line += " Log: " + logPath;
   }
-  return logging::escapeControls(line);
+  return base::escapeControls(line);
 }
 
 std::string resultLines(const RunResult& result, const std::string& logPath,
@@ -51,8 +51,7 @@ std::string resultLines(const RunResult& result, const std::string& logPath,
   std::string lines;
   const auto add = [&](const std::string& label, const std::string& text) {
     if (!text.empty()) {
-      lines +=
-          folded(label, logging::escapeControls(text), label.size(), width);
+      lines += folded(label, base::escapeControls(text), label.size(), width);
     }
   };
   add("brivel: result ", codeAndMessage(result));

@@ -3,15 +3,15 @@
 #include <chrono>
 #include <utility>
 
-#include "suite/local/ipmi_device.h"
-#include "suite/redfish/secret.h"
+#include "suite/base/secret.h"
+#include "suite/local/controller/ipmi_device.h"
 
 namespace connection {
 namespace {
 
+using base::Failure;
+using base::FailureKind;
 using local::Access;
-using redfish::Failure;
-using redfish::FailureKind;
 
 // Making an account takes a controller a moment.
 constexpr std::chrono::milliseconds kTimeout(10000);
@@ -26,12 +26,12 @@ Failure failureOf(FailureKind kind, std::string cause) {
 
 }  // namespace
 
-std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
+std::optional<MadeAccount> madeAccount(ipmi::IpmiResponse response,
                                        const std::string& device,
                                        Failure& failure) {
-  auto account = local::bootstrapAccount(response);
+  auto account = ipmi::bootstrapAccount(response);
   const std::uint8_t completion = response.completion;
-  redfish::wipe(response.data);
+  base::wipe(response.data);
   if (!account) {
     failure =
         failureOf(FailureKind::kNoBootstrapAccount,
@@ -43,15 +43,15 @@ std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
                             std::to_string(completion) + ")");
     return std::nullopt;
   }
-  return MadeAccount{
-      std::move(account->user),
-      {Secret(std::move(account->password)), "the controller, over " + device}};
+  return MadeAccount{std::move(account->user),
+                     {base::Secret(std::move(account->password)),
+                      "the controller, over " + device}};
 }
 
 std::string namedCertificate(const local::Machine& machine) {
   local::IpmiDevice device(machine.root());
-  const auto response = device.ask(local::fingerprintRequest(), kTimeout);
-  return response ? local::certificateDigest(*response).value_or("") : "";
+  const auto response = device.ask(ipmi::fingerprintRequest(), kTimeout);
+  return response ? ipmi::certificateDigest(*response).value_or("") : "";
 }
 
 std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
@@ -70,7 +70,7 @@ std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
                "run brivel as root"};
     return std::nullopt;
   }
-  auto response = device.ask(local::bootstrapRequest(), kTimeout);
+  auto response = device.ask(ipmi::bootstrapRequest(), kTimeout);
   if (!response) {
     failure = failureOf(
         FailureKind::kIpmiDevice,

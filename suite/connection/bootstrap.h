@@ -3,11 +3,11 @@
 #include <optional>
 #include <string>
 
-#include "suite/connection/credential.h"
+#include "suite/base/failure.h"
 #include "suite/connection/in_band.h"
-#include "suite/local/ipmi_message.h"
+#include "suite/connection/password/credential.h"
+#include "suite/ipmi/ipmi_message.h"
 #include "suite/local/machine.h"
-#include "suite/redfish/failure.h"
 
 namespace connection {
 
@@ -23,12 +23,12 @@ struct MadeAccount {
 /// machine. Nothing, and why in `failure`, when there is none to be had.
 std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
                                             const FoundController& controller,
-                                            redfish::Failure& failure);
+                                            base::Failure& failure);
 
 /// What the answer to the request says; `device` is named in the failure.
-std::optional<MadeAccount> madeAccount(local::IpmiResponse response,
+std::optional<MadeAccount> madeAccount(ipmi::IpmiResponse response,
                                        const std::string& device,
-                                       redfish::Failure& failure);
+                                       base::Failure& failure);
 
 /// The SHA-256 digest of the certificate of the machine's controller, as it
 /// tells it over the local IPMI device (DSP0270); empty when it does not.

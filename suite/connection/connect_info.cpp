@@ -18,7 +18,7 @@ ConnectMode ConnectInfo::GetConMode() {
 
 int ConnectInfo::TryCimCon(ConnectionInfo& info) {
   connection::Connections* const run = connection::Connections::current();
-  return run == nullptr ? connection::resultOf(redfish::FailureKind::kInternal)
+  return run == nullptr ? connection::resultOf(base::FailureKind::kInternal)
                         : run->tryTarget(info);
 }
 
@@ -26,7 +26,7 @@ ConnectionErr ConnectInfo::GetCimConnectInfo(
     std::vector<ConnectionInfo>& list) {
   connection::Connections* const run = connection::Connections::current();
   return static_cast<ConnectionErr>(
-      run == nullptr ? connection::resultOf(redfish::FailureKind::kInternal)
+      run == nullptr ? connection::resultOf(base::FailureKind::kInternal)
                      : run->listTargets(list));
 }
 
@@ -42,9 +42,8 @@ BrivelResult ConnectInfo::ParseCimError(const ConnectionErr& error) {
   constexpr int kLargestSuiteCode = 0xFF;
   const bool known = error > 0 && error <= kLargestSuiteCode;
   BrivelResult result;
-  result.code = known
-                    ? static_cast<int>(error)
-                    : connection::resultOf(redfish::FailureKind::kUnreachable);
+  result.code = known ? static_cast<int>(error)
+                      : connection::resultOf(base::FailureKind::kUnreachable);
   result.message = getResultMessage(result.code);
   return result;
 }

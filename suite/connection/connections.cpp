@@ -14,8 +14,8 @@
 namespace connection {
 namespace {
 
-using redfish::Failure;
-using redfish::FailureKind;
+using base::Failure;
+using base::FailureKind;
 using Tarvex::TarvexConnection::ConnectionInfo;
 
 Connections* living = nullptr;
@@ -71,7 +71,7 @@ bool restsOnTable(std::uint32_t wants) {
 }  // namespace
 
 Connections::Connections(ConnectMode mode, std::optional<Target> target,
-                         std::optional<Secret> environmentPassword,
+                         std::optional<base::Secret> environmentPassword,
                          RunHints hints, InBandOptions inBand)
     : mode_(mode),
       target_(std::move(target)),
@@ -260,7 +260,7 @@ std::optional<Failure> Connections::addService(Target target,
     return failure;
   }
   environmentPassword_.reset();
-  const Secret* const password =
+  const base::Secret* const password =
       needsPassword(target) ? &credential_->password : nullptr;
   const std::int64_t handle =
       pool_.add(openService(target, password, hints_.wants));

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "suite/connection/credential.h"
+#include "suite/base/secret.h"
 #include "suite/connection/in_band.h"
-#include "suite/connection/secret.h"
+#include "suite/connection/password/credential.h"
 #include "suite/connection/service_nodes.h"
-#include "suite/connection/target.h"
+#include "suite/connection/settings/target.h"
 #include "suite/local/machine.h"
 #include "suite/redfish/pool.h"
 #include "syshealth/host/connect_info.h"
@@ -49,7 +49,7 @@ class Connections {
   /// allows, this machine's own controllers are looked for, and where there is
   /// none the machine itself is the target.
   Connections(ConnectMode mode, std::optional<Target> target,
-              std::optional<Secret> environmentPassword, RunHints hints,
+              std::optional<base::Secret> environmentPassword, RunHints hints,
               InBandOptions inBand = {});
   ~Connections();  ///< Closes.
 
@@ -77,7 +77,7 @@ class Connections {
   void close() noexcept;
 
   /// The failure that the run's result stands for; nullopt if none was met.
-  std::optional<redfish::Failure> failure() const;
+  std::optional<base::Failure> failure() const;
 
   /// The same in one line for a person; empty if none was met.
   std::string cause() const;
@@ -93,21 +93,21 @@ class Connections {
   std::vector<TargetCost> costs() const;
 
  private:
-  std::optional<redfish::Failure> ensureService();
-  std::optional<redfish::Failure> ensureControllers();
-  std::optional<redfish::Failure> addService(
-      Target target, const std::string& serviceUuid = "");
-  std::optional<redfish::Failure> takeCredential(const Target& target);
+  std::optional<base::Failure> ensureService();
+  std::optional<base::Failure> ensureControllers();
+  std::optional<base::Failure> addService(Target target,
+                                          const std::string& serviceUuid = "");
+  std::optional<base::Failure> takeCredential(const Target& target);
   void trustOverIpmi(Target& target);
-  std::optional<redfish::Failure> makeAccount(FoundController& controller);
-  std::optional<redfish::Failure> reachAny(std::int64_t& handle);
-  std::optional<redfish::Failure> nodes(
+  std::optional<base::Failure> makeAccount(FoundController& controller);
+  std::optional<base::Failure> reachAny(std::int64_t& handle);
+  std::optional<base::Failure> nodes(
       std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
   void logNode(std::size_t number, const std::string& address,
                const ServiceNode& node);
   void notice(const std::string& text);
   Tarvex::TarvexConnection::ConnectionInfo record(std::int64_t handle) const;
-  int fail(redfish::Failure failure);
+  int fail(base::Failure failure);
 
   /// A service of the pool, by its handle.
   struct Known {
@@ -117,7 +117,7 @@ class Connections {
 
   ConnectMode mode_;
   std::optional<Target> target_;
-  std::optional<Secret> environmentPassword_;
+  std::optional<base::Secret> environmentPassword_;
   RunHints hints_;
   InBandOptions inBand_;
   std::optional<Credential> credential_;
@@ -127,7 +127,7 @@ class Connections {
   bool alone_ = false;   ///< No controller was found: the machine itself is
                          ///< the target.
   bool barred_ = false;  ///< A way that the firmware names leads nowhere.
-  std::optional<redfish::Failure> unusable_;  ///< Why there is no service.
+  std::optional<base::Failure> unusable_;  ///< Why there is no service.
   std::vector<std::string> notices_;
   std::set<int> returned_;  ///< Result codes of failures.
   std::size_t nodesLogged_ = 0;

@@ -4,8 +4,8 @@
 
 namespace connection {
 
-int resultOf(redfish::FailureKind kind) {
-  using Kind = redfish::FailureKind;
+int resultOf(base::FailureKind kind) {
+  using Kind = base::FailureKind;
   // clang-format off
   switch (kind) {
     case Kind::kNameNotResolved:  return kResultConnectionFailed;

@@ -2,24 +2,24 @@
 
 #include <utility>
 
-#include "suite/connection/settings_place.h"
-#include "suite/local/controller_path.h"
-#include "suite/local/discovery.h"
-#include "suite/local/network.h"
+#include "suite/local/controller/controller_path.h"
+#include "suite/local/controller/discovery.h"
+#include "suite/local/controller/network.h"
+#include "suite/platform/user_paths.h"
 #include "syshealth/host/log.h"
 
 namespace connection {
 namespace {
 
+using base::Failure;
+using base::FailureKind;
 using local::Access;
 using local::ControllerPath;
 using local::PathProblem;
-using redfish::Failure;
-using redfish::FailureKind;
 
 std::string nameAController() {
   return std::string("name a controller by --bmc, or in the settings (") +
-         usersSettings() + ") by source in [inband]";
+         platform::userSettingsPath() + ") by source in [inband]";
 }
 
 Failure failureOf(FailureKind kind, std::string cause, std::string remedy) {

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "suite/connection/target.h"
+#include "suite/base/failure.h"
+#include "suite/connection/settings/target.h"
 #include "suite/local/machine.h"
-#include "suite/redfish/failure.h"
 
 namespace connection {
 
@@ -31,7 +31,7 @@ struct FoundControllers {
   std::vector<FoundController> controllers;
   /// Without a controller, why there is none; with some, why the way to
   /// another one is barred.
-  std::optional<redfish::Failure> failure;
+  std::optional<base::Failure> failure;
   /// The failure is that of a way which the firmware names.
   bool barred = false;
 };
@@ -44,7 +44,6 @@ FoundControllers findControllers(local::Machine& machine, const Target& base);
 
 /// The failure that the machine's IPMI device adds to one of `findControllers`:
 /// what was looked for in vain, or that the device does not answer.
-redfish::Failure withIpmi(redfish::Failure failure,
-                          const local::IpmiFinding& ipmi);
+base::Failure withIpmi(base::Failure failure, const local::IpmiFinding& ipmi);
 
 }  // namespace connection

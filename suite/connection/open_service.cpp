@@ -2,17 +2,17 @@
 
 #include <utility>
 
-#include "suite/redfish/directory_transport.h"
-#include "suite/redfish/network_transport.h"
+#include "suite/http/network_transport.h"
+#include "suite/redfish/recorded/directory_transport.h"
 
 namespace connection {
 namespace {
 
-std::unique_ptr<redfish::Transport> makeTransport(const Target& target) {
+std::unique_ptr<http::Transport> makeTransport(const Target& target) {
   if (target.address.scheme == Address::Scheme::kDirectory) {
     return redfish::makeDirectoryTransport(target.address.directory);
   }
-  redfish::NetworkTransportOptions options;
+  http::NetworkTransportOptions options;
   options.origin = originOf(target.address);
   options.connectTimeout = std::min(options.connectTimeout, target.timeout);
   options.maxConnections = target.maxConnections;
@@ -20,7 +20,7 @@ std::unique_ptr<redfish::Transport> makeTransport(const Target& target) {
   options.pin = target.pin;
   options.insecure = target.insecure;
   options.certificate = target.certificate;
-  return redfish::makeNetworkTransport(std::move(options));
+  return http::makeNetworkTransport(std::move(options));
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ bool needsPassword(const Target& target) {
 }
 
 std::unique_ptr<redfish::Service> openService(const Target& target,
-                                              const Secret* password,
+                                              const base::Secret* password,
                                               std::uint32_t wants) {
   redfish::ServiceOptions options;
   if (password != nullptr) {
@@ -41,7 +41,7 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   options.maxConnections = target.maxConnections;
   options.requestTimeout = target.timeout;
   options.callTimeout = target.deadline;
-  options.deadline = redfish::Clock::now() + target.deadline;
+  options.deadline = base::Clock::now() + target.deadline;
   options.prefetch = wants | (target.thorough ? redfish::kWantThorough : 0U);
   options.lan.host = target.address.host;
   options.lan.port = static_cast<std::uint16_t>(target.ipmiPort);

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "suite/connection/secret.h"
-#include "suite/connection/target.h"
+#include "suite/base/secret.h"
+#include "suite/connection/settings/target.h"
 #include "suite/redfish/service.h"
 
 namespace connection {
@@ -17,7 +17,7 @@ bool needsPassword(const Target& target);
 /// run counts from here. `password` may be null; `wants` are the
 /// `redfish::Want` values that the run will ask for.
 std::unique_ptr<redfish::Service> openService(const Target& target,
-                                              const Secret* password,
+                                              const base::Secret* password,
                                               std::uint32_t wants);
 
 }  // namespace connection

@@ -5,8 +5,8 @@
 #include <limits>
 #include <utility>
 
-#include "suite/redfish/json.h"
-#include "suite/redfish/topology.h"
+#include "suite/redfish/graph/json.h"
+#include "suite/redfish/graph/topology.h"
 
 namespace connection {
 namespace {
@@ -37,8 +37,7 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
   ServiceNodes found;
   // A node that cannot be read is a node still, and a service without any was
   // reached all the same: the calls that read them tell what is wrong.
-  if (failure && !allKnown &&
-      failure->kind != redfish::FailureKind::kNoSystem) {
+  if (failure && !allKnown && failure->kind != base::FailureKind::kNoSystem) {
     found.failure = std::move(failure);
     return found;
   }
@@ -53,8 +52,8 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
   return found;
 }
 
-std::optional<redfish::Failure> foreign(const redfish::Service& service,
-                                        const std::string& expectedUuid) {
+std::optional<base::Failure> foreign(const redfish::Service& service,
+                                     const std::string& expectedUuid) {
   const redfish::Resource* const root = redfish::serviceRoot(service.graph());
   if (expectedUuid.empty() || root == nullptr) {
     return std::nullopt;
@@ -63,8 +62,8 @@ std::optional<redfish::Failure> foreign(const redfish::Service& service,
   if (uuid.empty() || uuid == expectedUuid) {
     return std::nullopt;
   }
-  return redfish::Failure{
-      redfish::FailureKind::kNotRedfish, service.address(), "",
+  return base::Failure{
+      base::FailureKind::kNotRedfish, service.address(), "",
       "this is not the controller's service that the firmware names: its UUID "
       "is another one",
       "check the host interface in the controller, or name the service by "

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "suite/redfish/failure.h"
+#include "suite/base/failure.h"
 #include "suite/redfish/service.h"
 
 namespace connection {
@@ -21,7 +21,7 @@ struct ServiceNode {
 /// The nodes of a service by their index in it, or why they are not known.
 struct ServiceNodes {
   std::vector<ServiceNode> nodes;
-  std::optional<redfish::Failure> failure;
+  std::optional<base::Failure> failure;
 };
 
 /// Reads the nodes of a service, and along with them what the run will ask of
@@ -33,8 +33,8 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
 /// Whether a service that was read is another one than the firmware names:
 /// both may state a UUID, and must mean the same one then. `expectedUuid` in
 /// lower case; empty: any service will do.
-std::optional<redfish::Failure> foreign(const redfish::Service& service,
-                                        const std::string& expectedUuid);
+std::optional<base::Failure> foreign(const redfish::Service& service,
+                                     const std::string& expectedUuid);
 
 /// A UUID, or any text, with its capital letters made small.
 std::string lowerCase(std::string_view text);

@@ -2,15 +2,15 @@
 
 #include <utility>
 
-#include "suite/devhealth/dimm_mapping.h"
 #include "suite/devhealth/failure_status.h"
-#include "suite/devhealth/fan_mapping.h"
 #include "suite/devhealth/health_reader.h"
+#include "suite/devhealth/inventory/dimm_mapping.h"
+#include "suite/devhealth/inventory/fan_mapping.h"
+#include "suite/devhealth/inventory/pci_mapping.h"
+#include "suite/devhealth/inventory/power_mapping.h"
+#include "suite/devhealth/inventory/processor_mapping.h"
+#include "suite/devhealth/inventory/system_mapping.h"
 #include "suite/devhealth/local_target.h"
-#include "suite/devhealth/pci_mapping.h"
-#include "suite/devhealth/power_mapping.h"
-#include "suite/devhealth/processor_mapping.h"
-#include "suite/devhealth/system_mapping.h"
 #include "suite/devhealth/target_reader.h"
 
 namespace Tarvex::DeviceHealth {

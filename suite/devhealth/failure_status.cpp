@@ -2,8 +2,8 @@
 
 namespace devhealth {
 
-int statusOf(redfish::FailureKind kind, Moment moment) {
-  using Kind = redfish::FailureKind;
+int statusOf(base::FailureKind kind, Moment moment) {
+  using Kind = base::FailureKind;
   const int late =
       moment == Moment::kConnecting ? kStatusNoConnection : kStatusUnreadable;
   // clang-format off

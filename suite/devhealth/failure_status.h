@@ -1,6 +1,6 @@
 #pragma once
 
-#include "suite/redfish/failure.h"
+#include "suite/base/failure.h"
 
 namespace devhealth {
 
@@ -20,6 +20,6 @@ enum class Moment {
 
 /// The status that a failure stands for. A target that does not answer in time
 /// is out of reach while connecting, and unreadable after that.
-int statusOf(redfish::FailureKind kind, Moment moment);
+int statusOf(base::FailureKind kind, Moment moment);
 
 }  // namespace devhealth

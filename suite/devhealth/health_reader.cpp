@@ -4,8 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
-#include "suite/devhealth/alerts.h"
 #include "suite/devhealth/failure_status.h"
+#include "suite/devhealth/health/alerts.h"
 
 namespace devhealth {
 namespace {

@@ -3,18 +3,18 @@
 #include <string>
 #include <utility>
 
+#include "suite/base/failure.h"
 #include "suite/devhealth/failure_status.h"
-#include "suite/devhealth/local_inventory.h"
-#include "suite/redfish/failure.h"
+#include "suite/devhealth/inventory/local_inventory.h"
 #include "suite/redfish/pool.h"
 #include "syshealth/host/log.h"
 
 namespace devhealth {
 namespace {
 
+using base::Failure;
+using base::FailureKind;
 using local::Access;
-using redfish::Failure;
-using redfish::FailureKind;
 
 int fail(FailureKind kind, int status, std::string cause, std::string remedy) {
   Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};

@@ -11,8 +11,8 @@
 namespace Tarvex::Agentless {
 namespace {
 
-using redfish::Failure;
-using redfish::FailureKind;
+using base::Failure;
+using base::FailureKind;
 using redfish::Generation;
 
 // The module's generations and the probe's are numbered alike.

@@ -9,7 +9,7 @@
 namespace devhealth {
 namespace {
 
-using redfish::Failure;
+using base::Failure;
 using redfish::Pool;
 
 constexpr unsigned int kLogError = 1;
@@ -45,7 +45,7 @@ TargetReader::TargetReader(
 int TargetReader::read(redfish::Selection selection) {
   if (service_ == nullptr) {
     Failure failure;
-    failure.kind = redfish::FailureKind::kUnreachable;
+    failure.kind = base::FailureKind::kUnreachable;
     failure.address = address_;
     failure.cause = "there is no connection to this target";
     log(failure);

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-#include "suite/redfish/graph.h"
-#include "suite/redfish/selection.h"
+#include "suite/redfish/crawl/selection.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
 #include "suite/redfish/service.h"
-#include "suite/redfish/topology.h"
 #include "syshealth/host/connection_info.h"
 
 namespace devhealth {
@@ -36,7 +36,7 @@ class TargetReader {
   bool thorough() const { return service_->thorough(); }
 
   /// Reports that what was read is not enough. A status.
-  int fail(redfish::Failure failure) const;
+  int fail(base::Failure failure) const;
 
  private:
   redfish::Service* service_;

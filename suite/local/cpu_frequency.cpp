@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "suite/local/numbers.h"
+#include "suite/base/numbers.h"
 
 namespace local {
 
@@ -12,14 +12,15 @@ std::vector<unsigned> packageMaxMhz(const Root& root) {
   constexpr long kHighestKhz = 100'000'000;  // More would be nonsense.
   const std::string cpus = "/sys/devices/system/cpu";
   std::map<long, unsigned> packages;
-  for (const auto& cpu : numbered(root.list(cpus), "cpu")) {
+  for (const auto& cpu : base::numbered(root.list(cpus), "cpu")) {
     const std::string folder = cpus + "/" + cpu.second;
     const auto package =
-        decimal(root.line(folder + "/topology/physical_package_id"));
+        base::decimal(root.line(folder + "/topology/physical_package_id"));
     if (!package) {
       continue;
     }
-    const auto khz = decimal(root.line(folder + "/cpufreq/cpuinfo_max_freq"));
+    const auto khz =
+        base::decimal(root.line(folder + "/cpufreq/cpuinfo_max_freq"));
     unsigned& mhz = packages[*package];
     if (khz && *khz > 0 && *khz <= kHighestKhz) {
       mhz = std::max(mhz, static_cast<unsigned>(*khz / 1000));

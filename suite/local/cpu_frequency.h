@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "suite/local/root.h"
+#include "suite/local/facts/root.h"
 
 namespace local {
 

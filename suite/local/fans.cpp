@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "suite/local/numbers.h"
+#include "suite/base/numbers.h"
 
 namespace local {
 namespace {
@@ -18,8 +18,8 @@ std::set<unsigned> fanNumbers(const std::vector<std::string>& names) {
           name.substr(name.size() - suffix.size()) != suffix) {
         continue;
       }
-      const auto number =
-          numberBehind(name.substr(0, name.size() - suffix.size()), "fan");
+      const auto number = base::numberBehind(
+          name.substr(0, name.size() - suffix.size()), "fan");
       if (number) {
         numbers.insert(*number);
       }
@@ -45,7 +45,7 @@ FanState fanState(const Root& root, const std::string& fan) {
 std::vector<FanFacts> fanFacts(const Root& root) {
   std::vector<FanFacts> fans;
   const std::string hwmon = "/sys/class/hwmon";
-  for (const auto& chip : numbered(root.list(hwmon), "hwmon")) {
+  for (const auto& chip : base::numbered(root.list(hwmon), "hwmon")) {
     std::string folder = hwmon + "/" + chip.second;
     // Old drivers keep their attributes with the device itself.
     if (!root.exists(folder + "/name")) {
@@ -57,8 +57,8 @@ std::vector<FanFacts> fanFacts(const Root& root) {
       fan.input = "fan" + std::to_string(number);
       const std::string path = folder + "/" + fan.input;
       fan.label = root.line(path + "_label");
-      fan.targetRpm = decimal(root.line(path + "_target"));
-      fan.measuredRpm = decimal(root.line(path + "_input"));
+      fan.targetRpm = base::decimal(root.line(path + "_target"));
+      fan.measuredRpm = base::decimal(root.line(path + "_input"));
       fan.state = fanState(root, path);
       fans.push_back(std::move(fan));
     }

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "suite/local/facts.h"
-#include "suite/local/root.h"
+#include "suite/local/facts/facts.h"
+#include "suite/local/facts/root.h"
 
 namespace local {
 

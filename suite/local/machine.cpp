@@ -3,12 +3,12 @@
 #include <chrono>
 #include <utility>
 
+#include "suite/local/controller/ipmi_device.h"
 #include "suite/local/cpu_frequency.h"
 #include "suite/local/fans.h"
-#include "suite/local/ipmi_device.h"
-#include "suite/local/pci.h"
-#include "suite/local/smbios_parts.h"
-#include "suite/local/smbios_system.h"
+#include "suite/local/pci/running_adapters.h"
+#include "suite/local/smbios/smbios_parts.h"
+#include "suite/local/smbios/smbios_system.h"
 
 namespace local {
 namespace {
@@ -42,7 +42,7 @@ const SmbiosTables& Machine::smbios() {
   if (!table_) {
     table_ = root_.recorded() ? tableInFolders(root_) : runningTable();
     if (table_->access == Access::kRead) {
-      smbios_ = parseSmbios(table_->entry, ByteView(table_->bytes));
+      smbios_ = parseSmbios(table_->entry, base::ByteView(table_->bytes));
     }
   }
   return smbios_;
@@ -122,9 +122,9 @@ const IpmiFinding& Machine::ipmi() {
   if (!ipmi_) {
     IpmiDevice device(root_);
     ipmi_ = {device.access(), device.path(), std::nullopt};
-    const auto answer = device.ask(getDeviceIdRequest(), kIpmiTimeout);
+    const auto answer = device.ask(ipmi::getDeviceIdRequest(), kIpmiTimeout);
     if (answer) {
-      ipmi_->version = ipmiVersion(*answer);
+      ipmi_->version = ipmi::ipmiVersion(*answer);
     }
   }
   return *ipmi_;

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "suite/local/facts.h"
-#include "suite/local/firmware_table.h"
-#include "suite/local/host_interface.h"
-#include "suite/local/root.h"
-#include "suite/local/smbios.h"
+#include "suite/local/facts/facts.h"
+#include "suite/local/facts/root.h"
+#include "suite/local/smbios/firmware_table.h"
+#include "suite/local/smbios/host_interface.h"
+#include "suite/local/smbios/smbios.h"
 
 namespace local {
 

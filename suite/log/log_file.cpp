@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "suite/log/escape.h"
-#include "suite/log/owned_file.h"
+#include "suite/base/escape.h"
+#include "suite/platform/owned_file.h"
 
 namespace logging {
 namespace {
@@ -45,7 +45,8 @@ std::vector<EarlyLine>* earlyLines = nullptr;  // Null: none are kept.
 
 void warn(const std::string& path, const std::string& reason) {
   std::fprintf(stderr, "brivel: warning: the log %s cannot be written: %s\n",
-               escapeControls(path).c_str(), escapeControls(reason).c_str());
+               base::escapeControls(path).c_str(),
+               base::escapeControls(reason).c_str());
 }
 
 spdlog::sink_ptr makeSink(const std::filesystem::path& file, bool regular) {
@@ -56,7 +57,7 @@ spdlog::sink_ptr makeSink(const std::filesystem::path& file, bool regular) {
   // The file that follows a rotated one is made here, before the library
   // would make it with whatever rights the user's mask leaves.
   handlers.before_open = [](const spdlog::filename_t& name) {
-    restrictToOwner(name);
+    platform::restrictToOwner(name);
   };
   return std::make_shared<spdlog::sinks::rotating_file_sink_st>(
       file.native(), kRotateAtBytes, kOlderFiles, false, handlers);
@@ -88,7 +89,7 @@ void writeAt(spdlog::log_clock::time_point time, unsigned int level,
   if (level <= openedLog->level) {
     const std::string name(baseName(file));
     openedLog->logger.log(time, spdlog::source_loc{name.c_str(), line, ""},
-                          levelOf(level), escapeControls(text));
+                          levelOf(level), base::escapeControls(text));
   }
 }
 
@@ -109,7 +110,7 @@ void openLog(const LogOptions& options) {
   const std::filesystem::path file = std::filesystem::u8path(options.file);
   bool regular = false;
   std::string refusal;
-  if (!prepareOwnedFile(file, regular, refusal)) {
+  if (!platform::prepareOwnedFile(file, regular, refusal)) {
     warn(options.file, refusal);
     return;
   }

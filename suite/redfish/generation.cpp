@@ -1,21 +1,20 @@
 #include "suite/redfish/generation.h"
 
-#include "suite/redfish/json.h"
-#include "suite/redfish/lan_probe.h"
-#include "suite/redfish/service.h"
-#include "suite/redfish/topology.h"
+#include "suite/ipmi/lan_probe.h"
+#include "suite/redfish/graph/json.h"
+#include "suite/redfish/graph/topology.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
 // Whether a controller that failed so may be one that only speaks IPMI.
-bool mayBeOlder(FailureKind kind) {
+bool mayBeOlder(base::FailureKind kind) {
   switch (kind) {
-    case FailureKind::kNotRedfish:
-    case FailureKind::kUnreachable:
-    case FailureKind::kConnectTimeout:
-    case FailureKind::kTls:
+    case base::FailureKind::kNotRedfish:
+    case base::FailureKind::kUnreachable:
+    case base::FailureKind::kConnectTimeout:
+    case base::FailureKind::kTls:
       return true;
     default:
       return false;
@@ -24,11 +23,11 @@ bool mayBeOlder(FailureKind kind) {
 
 }  // namespace
 
-Probed probeGeneration(Service& service, const LanAddress& lan,
-                       Clock::time_point until) {
+Probed probeGeneration(const Opened& opened, const LanAddress& lan,
+                       base::Clock::time_point until) {
   Probed probed;
-  probed.failure = service.open();
-  const Resource* root = serviceRoot(service.graph());
+  probed.failure = opened.failure;
+  const Resource* root = serviceRoot(opened.graph);
   // A link that is refused is no sign of another generation.
   if (root != nullptr && !stringAt(root->body, "Systems/@odata.id").empty()) {
     if (!probed.failure) {
@@ -39,21 +38,23 @@ Probed probeGeneration(Service& service, const LanAddress& lan,
   if (probed.failure && !mayBeOlder(probed.failure->kind)) {
     return probed;
   }
-  const LanAnswer answer =
-      lan.host.empty() ? LanAnswer::kNone : probeLan(lan.host, lan.port, until);
-  if (answer == LanAnswer::kNone) {
+  const ipmi::LanAnswer answer =
+      lan.host.empty() ? ipmi::LanAnswer::kNone
+                       : ipmi::probeLan(lan.host, lan.port, until);
+  if (answer == ipmi::LanAnswer::kNone) {
     // Something that answers HTTP is there, but is of no known generation.
-    if (probed.failure && probed.failure->kind == FailureKind::kNotRedfish) {
+    if (probed.failure &&
+        probed.failure->kind == base::FailureKind::kNotRedfish) {
       probed.failure.reset();
     }
     return probed;
   }
   probed.failure.reset();
-  probed.generation =
-      answer == LanAnswer::kIpmi20 ? Generation::kIpmi20 : Generation::kIpmi15;
+  probed.generation = answer == ipmi::LanAnswer::kIpmi20 ? Generation::kIpmi20
+                                                         : Generation::kIpmi15;
   Tarvex::Log(3, __FILE__, __LINE__).Stream()
-      << service.address() << ": no Redfish service, but it answers IPMI "
-      << (answer == LanAnswer::kIpmi20 ? "2.0" : "1.5");
+      << opened.address << ": no Redfish service, but it answers IPMI "
+      << (answer == ipmi::LanAnswer::kIpmi20 ? "2.0" : "1.5");
   return probed;
 }
 

@@ -4,12 +4,11 @@
 #include <optional>
 #include <string>
 
-#include "suite/redfish/failure.h"
-#include "suite/redfish/transport.h"
+#include "suite/base/clock.h"
+#include "suite/base/failure.h"
+#include "suite/redfish/graph/graph.h"
 
 namespace redfish {
-
-class Service;
 
 /// Class of a management controller, by what it speaks.
 enum class Generation : std::int32_t {
@@ -21,7 +20,7 @@ enum class Generation : std::int32_t {
 
 /// What a probe found: a generation, or why there is none.
 struct Probed {
-  std::optional<Failure> failure;
+  std::optional<base::Failure> failure;
   Generation generation = Generation::kUnknown;
 };
 
@@ -31,12 +30,19 @@ struct LanAddress {
   std::uint16_t port = 623;
 };
 
-/// Finds the generation of a service's controller: from its service root,
-/// which was read when the service was opened, and only where that did not
-/// answer as a Redfish service, by asking for IPMI over UDP. A name that does
-/// not resolve, a certificate that is not trusted and a login that is refused
-/// are no word about the generation and never lead to IPMI.
-Probed probeGeneration(Service& service, const LanAddress& lan,
-                       Clock::time_point until);
+/// What opening a service found.
+struct Opened {
+  std::optional<base::Failure> failure;  ///< Why it could not be opened.
+  const Graph& graph;                    ///< Holds the root if it was read.
+  const std::string& address;            ///< Of the service, for the log.
+};
+
+/// Finds the generation of a service's controller: from its service root, and
+/// only if that did not answer as a Redfish service, by asking for IPMI over
+/// UDP until `until`. A name that does not resolve, a certificate that is not
+/// trusted and a login that is refused say nothing about the generation and
+/// never lead to IPMI.
+Probed probeGeneration(const Opened& opened, const LanAddress& lan,
+                       base::Clock::time_point until);
 
 }  // namespace redfish

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "suite/redfish/failure.h"
+#include "suite/base/failure.h"
 #include "suite/redfish/service.h"
 
 namespace redfish {
@@ -42,15 +42,17 @@ class Pool {
 
   /// The failure that the run's result stands for, so that the host can tell
   /// its cause: the last one that was reported.
-  void report(Failure failure) { lastFailure_ = std::move(failure); }
-  const std::optional<Failure>& lastFailure() const { return lastFailure_; }
+  void report(base::Failure failure) { lastFailure_ = std::move(failure); }
+  const std::optional<base::Failure>& lastFailure() const {
+    return lastFailure_;
+  }
 
   /// Logs out of every service. Never throws.
   void close() noexcept;
 
  private:
   std::vector<std::unique_ptr<Service>> services_;
-  std::optional<Failure> lastFailure_;
+  std::optional<base::Failure> lastFailure_;
 };
 
 }  // namespace redfish

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "suite/redfish/answer.h"
-#include "suite/redfish/crawl.h"
-#include "suite/redfish/interrupt.h"
-#include "suite/redfish/progress.h"
-#include "suite/redfish/secret.h"
-#include "suite/redfish/topology.h"
+#include "suite/base/progress.h"
+#include "suite/base/secret.h"
+#include "suite/platform/interrupt.h"
+#include "suite/redfish/crawl/crawl.h"
+#include "suite/redfish/graph/topology.h"
+#include "suite/redfish/session/answer.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
@@ -34,12 +34,12 @@ json::object standardRoot() {
 }
 
 // Failures after which the run has nothing more to hope for.
-bool isLasting(FailureKind kind) {
+bool isLasting(base::FailureKind kind) {
   switch (kind) {
-    case FailureKind::kAuthentication:
-    case FailureKind::kPasswordChange:
-    case FailureKind::kNoCredentials:
-    case FailureKind::kInterrupted:
+    case base::FailureKind::kAuthentication:
+    case base::FailureKind::kPasswordChange:
+    case base::FailureKind::kNoCredentials:
+    case base::FailureKind::kInterrupted:
       return true;
     default:
       return false;
@@ -48,27 +48,28 @@ bool isLasting(FailureKind kind) {
 
 }  // namespace
 
-Service::Service(ServiceOptions options, std::unique_ptr<Transport> transport)
+Service::Service(ServiceOptions options,
+                 std::unique_ptr<http::Transport> transport)
     : options_(std::move(options)),
       transport_(std::move(transport)),
       fetcher_(*transport_, options_.maxConnections),
       session_(fetcher_, transport_->address(),
                transport_->live() ? options_.user : std::string(),
                options_.password) {
-  wipe(options_.password);
+  base::wipe(options_.password);
 }
 
 Service::~Service() { close(); }
 
-std::optional<Failure> Service::open() {
+std::optional<base::Failure> Service::open() {
   if (!opened_) {
     opened_ = true;
     lost_ = openOnce();
-    if (Progress* observer = progress()) {
+    if (base::Progress* observer = base::progress()) {
       observer->done();
     }
     if (lost_) {
-      Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*lost_);
+      Tarvex::Log(1, __FILE__, __LINE__).Stream() << base::describe(*lost_);
     }
   }
   return lost_;
@@ -76,12 +77,13 @@ std::optional<Failure> Service::open() {
 
 const Probed& Service::probe() {
   if (!probed_) {
-    probed_ = probeGeneration(*this, options_.lan, callEnd());
+    probed_ =
+        probeGeneration({open(), graph(), address()}, options_.lan, callEnd());
   }
   return *probed_;
 }
 
-std::optional<Failure> Service::read(const Selection& selection) {
+std::optional<base::Failure> Service::read(const Selection& selection) {
   if (auto failure = open()) {
     return failure;
   }
@@ -93,21 +95,21 @@ std::optional<Failure> Service::read(const Selection& selection) {
   Crawl crawl(knowledge_, fetcher_, session_, address(),
               options_.requestTimeout);
   auto failure = crawl.run(whole, callEnd());
-  if (failure && failure->kind == FailureKind::kDeadline &&
+  if (failure && failure->kind == base::FailureKind::kDeadline &&
       whole.wants != selection.wants) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
     Crawl own(knowledge_, fetcher_, session_, address(),
               options_.requestTimeout);
-    if (!own.run(selection, Clock::now())) {
+    if (!own.run(selection, base::Clock::now())) {
       failure.reset();
     }
   }
-  if (Progress* observer = progress()) {
+  if (base::Progress* observer = base::progress()) {
     observer->done();
   }
   if (failure) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(*failure);
+    Tarvex::Log(1, __FILE__, __LINE__).Stream() << base::describe(*failure);
     if (isLasting(failure->kind)) {
       lost_ = failure;
     }
@@ -131,21 +133,21 @@ ServiceStats Service::stats() const {
   return stats;
 }
 
-std::optional<Failure> Service::openOnce() {
-  const Clock::time_point until = callEnd();
+std::optional<base::Failure> Service::openOnce() {
+  const base::Clock::time_point until = callEnd();
   session_.begin(options_.requestTimeout);
   Fetch fetch;
   fetch.target = kRootTarget;
   fetch.timeout = options_.requestTimeout;
   const std::uint64_t ticket = fetcher_.get(std::move(fetch));
-  std::optional<Answer> root;
+  std::optional<http::Answer> root;
   bool loggingIn = session_.wanted();
   while (!root || loggingIn) {
     const bool loginOnly = root && session_.loginEnd() < until;
     auto fetched = fetcher_.next(loginOnly ? session_.loginEnd() : until);
     if (!fetched) {
-      return loginOnly && !interrupted() ? session_.late()
-                                         : outOfTime(kRootTarget);
+      return loginOnly && !platform::interrupted() ? session_.late()
+                                                   : outOfTime(kRootTarget);
     }
     if (session_.takes(*fetched)) {
       loggingIn = false;
@@ -178,8 +180,8 @@ std::optional<Failure> Service::openOnce() {
   return session_.basic() ? provePassword(body, until) : std::nullopt;
 }
 
-std::optional<Failure> Service::provePassword(const json::object& root,
-                                              Clock::time_point until) {
+std::optional<base::Failure> Service::provePassword(
+    const json::object& root, base::Clock::time_point until) {
   const auto systems = linkAt(root, "Systems");
   if (!systems) {
     return std::nullopt;
@@ -194,8 +196,8 @@ std::optional<Failure> Service::provePassword(const json::object& root,
   return std::nullopt;
 }
 
-std::optional<Failure> Service::takeRoot(Answer answer,
-                                         Clock::time_point until) {
+std::optional<base::Failure> Service::takeRoot(http::Answer answer,
+                                               base::Clock::time_point until) {
   if (answer.status == 404) {
     // A service of another version says under /redfish which ones it has.
     const auto versions = readPlainly("/redfish", until);
@@ -262,9 +264,9 @@ std::optional<Failure> Service::takeRoot(Answer answer,
   return std::nullopt;
 }
 
-std::optional<Failure> Service::notRedfish(std::string cause) const {
-  Failure failure;
-  failure.kind = FailureKind::kNotRedfish;
+std::optional<base::Failure> Service::notRedfish(std::string cause) const {
+  base::Failure failure;
+  failure.kind = base::FailureKind::kNotRedfish;
   failure.address = address();
   failure.uri = kRootTarget;
   failure.cause = std::move(cause);
@@ -272,8 +274,8 @@ std::optional<Failure> Service::notRedfish(std::string cause) const {
   return failure;
 }
 
-std::optional<Answer> Service::readPlainly(const std::string& target,
-                                           Clock::time_point until) {
+std::optional<http::Answer> Service::readPlainly(
+    const std::string& target, base::Clock::time_point until) {
   Fetch fetch;
   fetch.target = target;
   fetch.timeout = options_.requestTimeout;
@@ -286,23 +288,23 @@ std::optional<Answer> Service::readPlainly(const std::string& target,
   return std::nullopt;
 }
 
-Failure Service::outOfTime(const std::string& target) const {
-  Failure failure;
-  failure.kind =
-      interrupted() ? FailureKind::kInterrupted : FailureKind::kDeadline;
+base::Failure Service::outOfTime(const std::string& target) const {
+  base::Failure failure;
+  failure.kind = platform::interrupted() ? base::FailureKind::kInterrupted
+                                         : base::FailureKind::kDeadline;
   failure.address = address();
   failure.uri = target;
   failure.cause =
-      interrupted() ? "interrupted by the user" : "no answer in time";
-  if (!interrupted()) {
+      platform::interrupted() ? "interrupted by the user" : "no answer in time";
+  if (!platform::interrupted()) {
     failure.remedy =
         "raise --timeout or --deadline, or see why the controller is slow";
   }
   return failure;
 }
 
-Clock::time_point Service::callEnd() const {
-  return std::min(options_.deadline, Clock::now() + options_.callTimeout);
+base::Clock::time_point Service::callEnd() const {
+  return std::min(options_.deadline, base::Clock::now() + options_.callTimeout);
 }
 
 }  // namespace redfish

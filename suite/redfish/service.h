@@ -7,14 +7,14 @@
 #include <set>
 #include <string>
 
-#include "suite/redfish/failure.h"
-#include "suite/redfish/fetcher.h"
+#include "suite/base/failure.h"
+#include "suite/http/transport.h"
+#include "suite/redfish/crawl/knowledge.h"
+#include "suite/redfish/crawl/selection.h"
 #include "suite/redfish/generation.h"
-#include "suite/redfish/graph.h"
-#include "suite/redfish/knowledge.h"
-#include "suite/redfish/selection.h"
-#include "suite/redfish/session.h"
-#include "suite/redfish/transport.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/session/fetcher.h"
+#include "suite/redfish/session/session.h"
 
 namespace redfish {
 
@@ -24,8 +24,9 @@ struct ServiceOptions {
   std::string password;    ///< Wiped when the service dies.
   int maxConnections = 4;  ///< 1 to 16.
   std::chrono::milliseconds requestTimeout{30000};
-  std::chrono::milliseconds callTimeout{120000};          ///< One `read`.
-  Clock::time_point deadline = Clock::time_point::max();  ///< The run's.
+  std::chrono::milliseconds callTimeout{120000};  ///< One `read`.
+  base::Clock::time_point deadline =
+      base::Clock::time_point::max();  ///< The run's.
   LanAddress lan;  ///< Where to ask for IPMI when there is no Redfish.
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
@@ -33,7 +34,7 @@ struct ServiceOptions {
 
 /// What a service has cost so far.
 struct ServiceStats {
-  TransportStats transport;
+  http::TransportStats transport;
   std::uint64_t logins = 0;
   std::uint64_t logouts = 0;
   std::uint64_t retries = 0;
@@ -47,7 +48,7 @@ struct ServiceStats {
 /// Single-threaded.
 class Service {
  public:
-  Service(ServiceOptions options, std::unique_ptr<Transport> transport);
+  Service(ServiceOptions options, std::unique_ptr<http::Transport> transport);
   ~Service();  ///< Closes.
 
   Service(const Service&) = delete;
@@ -57,7 +58,7 @@ class Service {
 
   /// Reads the service root and logs in, once per run; later calls answer
   /// what the first found. Nothing on success.
-  std::optional<Failure> open();
+  std::optional<base::Failure> open();
 
   /// The generation of the controller, found once per run.
   const Probed& probe();
@@ -65,7 +66,7 @@ class Service {
   /// Opens, then reads all that the selection needs and that is not in the
   /// graph yet. Nothing on success: the root, Systems and the node were read.
   /// Whether the collections behind a want were readable is seen in the graph.
-  std::optional<Failure> read(const Selection& selection);
+  std::optional<base::Failure> read(const Selection& selection);
 
   const Graph& graph() const { return knowledge_.graph; }
 
@@ -78,27 +79,28 @@ class Service {
   ServiceStats stats() const;
 
  private:
-  std::optional<Failure> openOnce();
+  std::optional<base::Failure> openOnce();
   /// Reads a protected resource with HTTP Basic, so that a wrong password is
   /// told as a failed login.
-  std::optional<Failure> provePassword(const json::object& root,
-                                       Clock::time_point until);
+  std::optional<base::Failure> provePassword(const json::object& root,
+                                             base::Clock::time_point until);
   /// Judges the answer to the service root; on success it is in the graph.
-  std::optional<Failure> takeRoot(Answer answer, Clock::time_point until);
-  std::optional<Failure> notRedfish(std::string cause) const;
-  std::optional<Answer> readPlainly(const std::string& target,
-                                    Clock::time_point until);
-  Failure outOfTime(const std::string& target) const;
-  Clock::time_point callEnd() const;
+  std::optional<base::Failure> takeRoot(http::Answer answer,
+                                        base::Clock::time_point until);
+  std::optional<base::Failure> notRedfish(std::string cause) const;
+  std::optional<http::Answer> readPlainly(const std::string& target,
+                                          base::Clock::time_point until);
+  base::Failure outOfTime(const std::string& target) const;
+  base::Clock::time_point callEnd() const;
 
   ServiceOptions options_;
-  std::unique_ptr<Transport> transport_;
+  std::unique_ptr<http::Transport> transport_;
   Knowledge knowledge_;
   Fetcher fetcher_;
   Session session_;
   bool opened_ = false;
   std::optional<Probed> probed_;
-  std::optional<Failure> lost_;        ///< Why nothing more is to be had.
+  std::optional<base::Failure> lost_;  ///< Why nothing more is to be had.
   std::set<std::uint16_t> readAhead_;  ///< Nodes whose prefetch is done.
 };
 

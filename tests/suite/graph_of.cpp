@@ -15,9 +15,8 @@ void put(redfish::Graph& graph, std::string_view link, std::string_view text) {
   resource.uri = *uri;
   if (text == kBroken) {
     resource.state = redfish::ResourceState::kUnreadable;
-    resource.failure =
-        redfish::Failure{redfish::FailureKind::kServerError, "bmc:443",
-                         std::string(link), "HTTP status 500", ""};
+    resource.failure = base::Failure{base::FailureKind::kServerError, "bmc:443",
+                                     std::string(link), "HTTP status 500", ""};
   } else if (text != kMissing) {
     std::string error;
     std::optional<redfish::json::object> body =

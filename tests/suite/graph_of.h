@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "suite/redfish/graph.h"
+#include "suite/redfish/graph/graph.h"
 
 // Graphs for tests, out of small texts or a recorded server.
 

@@ -14,7 +14,7 @@
 
 #include "tests/windows/transport_wire.h"
 
-namespace redfish {
+namespace http {
 namespace {
 
 namespace json = boost::json;
@@ -101,9 +101,9 @@ class RemoteTransport final : public Transport {
         .to_number<std::uint64_t>();
   }
 
-  std::optional<Answer> next(Clock::time_point until) override {
-    const auto time =
-        std::chrono::ceil<std::chrono::microseconds>(until - Clock::now());
+  std::optional<Answer> next(base::Clock::time_point until) override {
+    const auto time = std::chrono::ceil<std::chrono::microseconds>(
+        until - base::Clock::now());
     const json::object told = command("next", {{"time", time.count()}});
     const json::value* answer = told.if_contains("answer");
     if (answer == nullptr) {
@@ -139,4 +139,4 @@ std::unique_ptr<Transport> makeNetworkTransport(
   return std::make_unique<RemoteTransport>(options);
 }
 
-}  // namespace redfish
+}  // namespace http

@@ -23,7 +23,7 @@ class Agent {
     const auto number = command.at("transport").to_number<std::uint64_t>();
     const std::string verb(command.at("verb").as_string());
     if (verb == "make") {
-      transports_[number] = redfish::makeNetworkTransport(
+      transports_[number] = http::makeNetworkTransport(
           wire::optionsOf(command.at("options").as_object()));
       return {};
     }
@@ -35,8 +35,7 @@ class Agent {
   }
 
  private:
-  static json::object act(redfish::Transport& transport,
-                          const std::string& verb,
+  static json::object act(http::Transport& transport, const std::string& verb,
                           const json::object& command) {
     if (verb == "start") {
       return {{"id", transport.start(
@@ -45,7 +44,7 @@ class Agent {
     if (verb == "next") {
       const std::chrono::microseconds time(
           command.at("time").to_number<std::int64_t>());
-      const auto answer = transport.next(redfish::Clock::now() + time);
+      const auto answer = transport.next(base::Clock::now() + time);
       return answer ? json::object{{"answer", wire::encode(*answer)}}
                     : json::object{};
     }
@@ -61,7 +60,7 @@ class Agent {
     return {};
   }
 
-  std::map<std::uint64_t, std::unique_ptr<redfish::Transport>> transports_;
+  std::map<std::uint64_t, std::unique_ptr<http::Transport>> transports_;
 };
 
 }  // namespace

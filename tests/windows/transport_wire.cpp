@@ -8,13 +8,13 @@
 namespace wire {
 
 namespace json = boost::json;
-using redfish::Answer;
-using redfish::Failure;
-using redfish::FailureKind;
-using redfish::Method;
-using redfish::NetworkTransportOptions;
-using redfish::Request;
-using redfish::TransportStats;
+using base::Failure;
+using base::FailureKind;
+using http::Answer;
+using http::Method;
+using http::NetworkTransportOptions;
+using http::Request;
+using http::TransportStats;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "suite/local/pci_vpd.h"
+#include "suite/local/pci/pci_vpd.h"
 
 namespace record {
 namespace {
@@ -43,7 +43,7 @@ void fill(std::string& bytes, std::size_t offset, std::size_t length) {
 // device part behind 06h, then the records (DSP0270).
 void maskHostInterface(std::string& bytes, MacMask& macs) {
   const auto byte = [&](std::size_t offset) -> std::size_t {
-    return local::ByteView(bytes).byte(offset).value_or(0);
+    return base::ByteView(bytes).byte(offset).value_or(0);
   };
   const std::size_t macAt = byte(6) == 4 ? 7 + 6 : byte(6) == 5 ? 7 + 9 : 0;
   if (macAt != 0 && macAt + 6 <= bytes.size()) {
@@ -157,7 +157,7 @@ std::string entryPointOf(local::SmbiosVersion version, std::size_t length) {
   return bytes;
 }
 
-std::string maskVpd(local::ByteView bytes) {
+std::string maskVpd(base::ByteView bytes) {
   const local::VitalProductData data = local::parseVpd(bytes);
   const std::string fields =
       vpdField("PN", data.partNumber) + vpdField("SN", maskText(data.serial));

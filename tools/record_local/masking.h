@@ -3,9 +3,9 @@
 #include <map>
 #include <string>
 
-#include "suite/local/byte_view.h"
-#include "suite/local/host_interface.h"
-#include "suite/local/smbios.h"
+#include "suite/base/byte_view.h"
+#include "suite/local/smbios/host_interface.h"
+#include "suite/local/smbios/smbios.h"
 
 namespace record {
 
@@ -38,6 +38,6 @@ std::string entryPointOf(local::SmbiosVersion version, std::size_t length);
 
 /// Vital product data with the part number as it is and the serial number
 /// masked, and nothing else.
-std::string maskVpd(local::ByteView bytes);
+std::string maskVpd(base::ByteView bytes);
 
 }  // namespace record

@@ -7,16 +7,16 @@
 #include <system_error>
 #include <utility>
 
-#include "suite/local/network.h"
-#include "suite/local/numbers.h"
-#include "suite/local/pci.h"
+#include "suite/base/numbers.h"
+#include "suite/local/controller/network.h"
+#include "suite/local/pci/pci.h"
 
 namespace record {
 namespace {
 
 namespace fs = std::filesystem;
+using base::ByteView;
 using local::Access;
-using local::ByteView;
 using local::Content;
 
 constexpr std::size_t kLimit = 16U * 1024 * 1024;
@@ -123,7 +123,7 @@ void Recorder::recordTexts() {
 
 void Recorder::recordFans() {
   const std::string hwmon = "/sys/class/hwmon";
-  for (const auto& chip : local::numbered(from_.list(hwmon), "hwmon")) {
+  for (const auto& chip : base::numbered(from_.list(hwmon), "hwmon")) {
     const std::string folder = hwmon + "/" + chip.second;
     // Old drivers keep their attributes with the device itself.
     const std::string place =
@@ -138,7 +138,7 @@ void Recorder::recordFans() {
 
 void Recorder::recordProcessors() {
   const std::string cpus = "/sys/devices/system/cpu";
-  for (const auto& cpu : local::numbered(from_.list(cpus), "cpu")) {
+  for (const auto& cpu : base::numbered(from_.list(cpus), "cpu")) {
     copy(cpus + "/" + cpu.second + "/topology/physical_package_id");
     copy(cpus + "/" + cpu.second + "/cpufreq/cpuinfo_max_freq");
   }
@@ -148,7 +148,7 @@ void Recorder::recordAdapters() {
   const std::string bus = "/sys/bus/pci/devices/";
   for (const std::string& name : from_.list(bus)) {
     const std::string folder = bus + name;
-    const auto code = local::hexadecimal(from_.line(folder + "/class"));
+    const auto code = base::hexadecimal(from_.line(folder + "/class"));
     if (!code || !local::isAdapterClass(*code)) {
       continue;
     }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/local/root.h"
+#include "suite/local/facts/root.h"
 #include "tools/record_local/masking.h"
 
 namespace record {

@@ -1,4 +1,4 @@
-#include "suite/connection/address.h"
+#include "suite/connection/settings/address.h"
 
 #include <gtest/gtest.h>
 
@@ -170,7 +170,7 @@ TEST(IsLoopback, KnowsOthers) {
 }
 
 TEST(OriginOf, KeepsHostPortAndScheme) {
-  const redfish::Origin origin = originOf(parsed("http://u@[::1]:8080"));
+  const http::Origin origin = originOf(parsed("http://u@[::1]:8080"));
   EXPECT_EQ(origin.host, "::1");
   EXPECT_EQ(origin.port, 8080);
   EXPECT_TRUE(origin.plainHttp);

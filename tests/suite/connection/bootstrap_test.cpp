@@ -10,8 +10,8 @@
 namespace connection {
 namespace {
 
-using redfish::Failure;
-using redfish::FailureKind;
+using base::Failure;
+using base::FailureKind;
 using testing::HasSubstr;
 using testing::Not;
 

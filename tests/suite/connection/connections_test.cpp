@@ -18,8 +18,8 @@
 
 namespace {
 
+using base::Secret;
 using connection::Connections;
-using connection::Secret;
 using connection::Target;
 using Tarvex::TarvexConnection::ConnectionInfo;
 

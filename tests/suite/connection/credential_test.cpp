@@ -1,4 +1,4 @@
-#include "suite/connection/credential.h"
+#include "suite/connection/password/credential.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -11,17 +11,18 @@
 #include <string>
 #include <utility>
 
+#include "suite/connection/password/environment_password.h"
 #include "tests/suite/connection/temporary_directory.h"
 
 namespace {
 
+using base::Failure;
+using base::FailureKind;
+using base::Secret;
 using connection::Credential;
 using connection::findCredential;
-using connection::Secret;
 using connection::takeEnvironmentPassword;
 using connection::Target;
-using redfish::Failure;
-using redfish::FailureKind;
 
 // Puts a text on standard input for as long as it lives.
 class Input {

@@ -6,7 +6,7 @@
 
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 
 struct Row {
   const char* name;

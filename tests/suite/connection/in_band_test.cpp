@@ -10,7 +10,7 @@
 
 #include "suite/connection/connections.h"
 #include "suite/local/machine.h"
-#include "suite/redfish/selection.h"
+#include "suite/redfish/crawl/selection.h"
 #include "syshealth/host/connect_info.h"
 #include "tests/suite/local/folder.h"
 #include "tests/suite/local/host_interface_builder.h"
@@ -19,11 +19,11 @@
 namespace connection {
 namespace {
 
+using base::FailureKind;
 using local::Access;
 using local::Folder;
 using local::Machine;
 using local::Structure;
-using redfish::FailureKind;
 using Tarvex::TarvexConnection::ConnectionInfo;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -166,8 +166,8 @@ TEST(FindControllers, TableThatCannotBeReadIsTold) {
   EXPECT_EQ(found.failure->kind, FailureKind::kFileUnreadable);
 }
 
-redfish::Failure silence() {
-  redfish::Failure failure;
+base::Failure silence() {
+  base::Failure failure;
   failure.kind = FailureKind::kNoHostInterface;
   failure.cause = "nothing";
   return failure;
@@ -188,7 +188,7 @@ TEST(WithIpmi, DeviceOfRootAloneIsNamedWithTheRemedy) {
 }
 
 TEST(WithIpmi, OtherFailuresStay) {
-  redfish::Failure failure = silence();
+  base::Failure failure = silence();
   failure.kind = FailureKind::kNotPermitted;
   failure = withIpmi(failure, {Access::kMissing, "/dev/ipmi0", std::nullopt});
   EXPECT_EQ(failure.cause, "nothing");

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "suite/redfish/directory_transport.h"
+#include "suite/redfish/recorded/directory_transport.h"
 
 namespace connection {
 namespace {
@@ -53,7 +53,7 @@ TEST_F(Foreign, AnotherUuidIsToldWithTheRemedy) {
   const auto failure =
       foreign(service_, "01112233-4455-6677-8899-aabbccddeeff");
   ASSERT_TRUE(failure);
-  EXPECT_EQ(failure->kind, redfish::FailureKind::kNotRedfish);
+  EXPECT_EQ(failure->kind, base::FailureKind::kNotRedfish);
   EXPECT_THAT(failure->cause, HasSubstr("UUID"));
   EXPECT_THAT(failure->remedy, HasSubstr("[inband]"));
 }

@@ -1,4 +1,4 @@
-#include "suite/connection/settings.h"
+#include "suite/connection/settings/settings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/connection/target.h"
+#include "suite/connection/settings/target.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/connection/values.h"
+#include "suite/connection/settings/values.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/alert_category.h"
+#include "suite/devhealth/health/alert_category.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/devhealth/alerts.h"
+#include "suite/devhealth/health/alerts.h"
 #include "tests/suite/devhealth/server.h"
 
 /// The alerts of a node, each in one line: category, severity, message

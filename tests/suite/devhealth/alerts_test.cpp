@@ -1,5 +1,5 @@
 // Alerts out of conditions: the service's list, and those of resources.
-#include "suite/devhealth/alerts.h"
+#include "suite/devhealth/health/alerts.h"
 
 #include <gtest/gtest.h>
 

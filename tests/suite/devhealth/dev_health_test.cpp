@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "tests/suite/devhealth/run_fixture.h"
-#include "tests/suite/redfish/log_recorder.h"
+#include "tests/suite/log_recorder.h"
 
 namespace Tarvex::DeviceHealth {
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 
 class DevHealthTest : public RunFixture {
  protected:

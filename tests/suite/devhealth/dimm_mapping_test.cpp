@@ -1,4 +1,4 @@
-#include "suite/devhealth/dimm_mapping.h"
+#include "suite/devhealth/inventory/dimm_mapping.h"
 
 #include <gtest/gtest.h>
 

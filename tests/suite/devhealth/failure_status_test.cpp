@@ -5,7 +5,7 @@
 namespace devhealth {
 namespace {
 
-using Kind = redfish::FailureKind;
+using Kind = base::FailureKind;
 
 struct Row {
   Kind kind;

@@ -1,4 +1,4 @@
-#include "suite/devhealth/fan_mapping.h"
+#include "suite/devhealth/inventory/fan_mapping.h"
 
 #include <gtest/gtest.h>
 

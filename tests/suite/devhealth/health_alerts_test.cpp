@@ -2,7 +2,7 @@
 // that finds them.
 #include <gtest/gtest.h>
 
-#include "suite/devhealth/alerts.h"
+#include "suite/devhealth/health/alerts.h"
 #include "tests/suite/devhealth/alert_reading.h"
 #include "tests/suite/graph_of.h"
 
@@ -421,7 +421,7 @@ TEST(WalkFailure, AllMembersUnreadableIsOne) {
   server.members("Systems/1", "Memory",
                  {{"A", std::string(kBroken)}, {"B", std::string(kBroken)}});
   ASSERT_TRUE(readingOf(server).failure.has_value());
-  EXPECT_EQ(readingOf(server).failure->kind, redfish::FailureKind::kBadContent);
+  EXPECT_EQ(readingOf(server).failure->kind, base::FailureKind::kBadContent);
 }
 
 TEST(WalkFailure, SingleUnreadableMemberIsNone) {

@@ -1,4 +1,4 @@
-#include "suite/devhealth/health_text.h"
+#include "suite/devhealth/parts/health_text.h"
 
 #include <gtest/gtest.h>
 

@@ -5,16 +5,16 @@
 #include <boost/json/parse.hpp>
 #include <functional>
 
-#include "suite/devhealth/alert_category.h"
-#include "suite/devhealth/alerts.h"
-#include "suite/devhealth/dimm_mapping.h"
-#include "suite/devhealth/fan_mapping.h"
-#include "suite/devhealth/pci_mapping.h"
-#include "suite/devhealth/power_mapping.h"
-#include "suite/devhealth/processor_mapping.h"
-#include "suite/devhealth/system_mapping.h"
-#include "suite/devhealth/value.h"
-#include "suite/redfish/topology.h"
+#include "suite/devhealth/health/alert_category.h"
+#include "suite/devhealth/health/alerts.h"
+#include "suite/devhealth/inventory/dimm_mapping.h"
+#include "suite/devhealth/inventory/fan_mapping.h"
+#include "suite/devhealth/inventory/pci_mapping.h"
+#include "suite/devhealth/inventory/power_mapping.h"
+#include "suite/devhealth/inventory/processor_mapping.h"
+#include "suite/devhealth/inventory/system_mapping.h"
+#include "suite/devhealth/parts/value.h"
+#include "suite/redfish/graph/topology.h"
 #include "tests/suite/graph_of.h"
 
 namespace devhealth {

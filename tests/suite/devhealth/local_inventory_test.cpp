@@ -1,4 +1,4 @@
-#include "suite/devhealth/local_inventory.h"
+#include "suite/devhealth/inventory/local_inventory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -127,7 +127,7 @@ TEST_F(LocalTargetTest, TableOfRootAloneIsNamedWithTheRemedy) {
   const local::OrdinaryUser user;
   std::vector<Tarvex::DeviceHealth::Processor> processors;
   EXPECT_EQ(client().get_processors(processors), -4);
-  EXPECT_EQ(pool_.lastFailure()->kind, redfish::FailureKind::kNotPermitted);
+  EXPECT_EQ(pool_.lastFailure()->kind, base::FailureKind::kNotPermitted);
   EXPECT_THAT(cause(), HasSubstr(kTable));
   EXPECT_THAT(cause(), HasSubstr("run brivel as root"));
 }

@@ -1,9 +1,9 @@
 // Identifiers, texts and registries of event messages.
 #include <gtest/gtest.h>
 
-#include "suite/devhealth/message_id.h"
-#include "suite/devhealth/message_registry.h"
-#include "suite/devhealth/message_text.h"
+#include "suite/devhealth/health/message_id.h"
+#include "suite/devhealth/health/message_registry.h"
+#include "suite/devhealth/health/message_text.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/node_scope.h"
+#include "suite/devhealth/health/node_scope.h"
 
 #include <gtest/gtest.h>
 

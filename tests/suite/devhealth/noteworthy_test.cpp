@@ -1,4 +1,4 @@
-#include "suite/devhealth/noteworthy.h"
+#include "suite/devhealth/health/noteworthy.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 namespace Tarvex::Agentless {
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 
 class OrvaneTypeAcquireTest : public RunFixture {
  protected:

@@ -1,4 +1,4 @@
-#include "suite/devhealth/pci_mapping.h"
+#include "suite/devhealth/inventory/pci_mapping.h"
 
 #include <gtest/gtest.h>
 

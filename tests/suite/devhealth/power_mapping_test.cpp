@@ -1,4 +1,4 @@
-#include "suite/devhealth/power_mapping.h"
+#include "suite/devhealth/inventory/power_mapping.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/processor_mapping.h"
+#include "suite/devhealth/inventory/processor_mapping.h"
 
 #include <gtest/gtest.h>
 
@@ -135,7 +135,7 @@ TEST(MapProcessors, AllMembersUnreadableIsAFailure) {
   const auto result =
       mapped({{"A", std::string(kBroken)}, {"B", std::string(kBroken)}});
   ASSERT_TRUE(result.failure.has_value());
-  EXPECT_EQ(result.failure->kind, redfish::FailureKind::kBadContent);
+  EXPECT_EQ(result.failure->kind, base::FailureKind::kBadContent);
   EXPECT_EQ(result.failure->cause,
             "none of 2 parts could be read; the first: HTTP status 500");
 }
@@ -166,7 +166,7 @@ TEST(MapProcessors, UnreadableCollectionIsAFailure) {
   server.linked("Systems/1", "Processors", kBroken);
   const auto result = mapProcessors(server.graph(), server.node());
   ASSERT_TRUE(result.failure.has_value());
-  EXPECT_EQ(result.failure->kind, redfish::FailureKind::kServerError);
+  EXPECT_EQ(result.failure->kind, base::FailureKind::kServerError);
 }
 
 TEST(MapProcessors, CollectionThatWasNeverReadIsAFailure) {

@@ -1,6 +1,6 @@
 #include "tests/suite/devhealth/run_fixture.h"
 
-#include "tests/suite/redfish/log_recorder.h"
+#include "tests/suite/log_recorder.h"
 
 RunFixture::RunFixture() {
   clearLog();

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "suite/redfish/graph.h"
-#include "suite/redfish/topology.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
 
 /// A small server for tests: one system, one chassis and one manager, to be
 /// filled part by part. Paths are given without "/redfish/v1/".

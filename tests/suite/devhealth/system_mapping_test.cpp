@@ -1,4 +1,4 @@
-#include "suite/devhealth/system_mapping.h"
+#include "suite/devhealth/inventory/system_mapping.h"
 
 #include <gtest/gtest.h>
 

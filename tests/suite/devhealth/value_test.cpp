@@ -1,4 +1,4 @@
-#include "suite/devhealth/value.h"
+#include "suite/devhealth/parts/value.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/local/controller_path.h"
+#include "suite/local/controller/controller_path.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

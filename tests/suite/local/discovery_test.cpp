@@ -1,4 +1,4 @@
-#include "suite/local/discovery.h"
+#include "suite/local/controller/discovery.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>

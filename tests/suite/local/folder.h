@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "suite/local/root.h"
+#include "suite/local/facts/root.h"
 
 namespace local {
 

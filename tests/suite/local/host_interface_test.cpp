@@ -1,4 +1,4 @@
-#include "suite/local/host_interface.h"
+#include "suite/local/smbios/host_interface.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "suite/local/ipmi_device.h"
+#include "suite/local/controller/ipmi_device.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ TEST(IpmiDevice, WithoutNodeIsMissing) {
   const Folder folder;
   IpmiDevice device(folder.root());
   EXPECT_EQ(device.access(), Access::kMissing);
-  EXPECT_FALSE(device.ask(getDeviceIdRequest(), 1s));
+  EXPECT_FALSE(device.ask(ipmi::getDeviceIdRequest(), 1s));
 }
 
 TEST(IpmiDevice, PlainFileIsNoDevice) {
@@ -22,7 +22,7 @@ TEST(IpmiDevice, PlainFileIsNoDevice) {
   IpmiDevice device(folder.root());
   EXPECT_EQ(device.access(), Access::kFailed);
   EXPECT_EQ(device.path(), "/dev/ipmi0");
-  EXPECT_FALSE(device.ask(getDeviceIdRequest(), 1s));
+  EXPECT_FALSE(device.ask(ipmi::getDeviceIdRequest(), 1s));
 }
 
 TEST(IpmiDevice, DeviceOutsideARecordedMachineIsMissing) {

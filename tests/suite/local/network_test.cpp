@@ -1,4 +1,4 @@
-#include "suite/local/network.h"
+#include "suite/local/controller/network.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "suite/local/pci_ids.h"
+#include "suite/local/pci/pci_ids.h"
 
 #include <gtest/gtest.h>
 

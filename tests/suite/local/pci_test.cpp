@@ -1,4 +1,4 @@
-#include "suite/local/pci.h"
+#include "suite/local/pci/pci.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

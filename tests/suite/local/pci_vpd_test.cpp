@@ -1,4 +1,4 @@
-#include "suite/local/pci_vpd.h"
+#include "suite/local/pci/pci_vpd.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ std::string vpd() {
 
 TEST(ParseVpd, ReadsSerialAndPartNumber) {
   const std::string bytes = vpd();
-  const VitalProductData data = parseVpd(ByteView(bytes));
+  const VitalProductData data = parseVpd(base::ByteView(bytes));
   EXPECT_EQ(data.serial, "SN-9");
   EXPECT_EQ(data.partNumber, "NB-200");
   EXPECT_TRUE(data.complete);
@@ -43,19 +43,19 @@ TEST(ParseVpd, EveryTruncationIsSurvived) {
   const std::string bytes = vpd();
   for (std::size_t length = 0; length < bytes.size(); ++length) {
     const std::string cut = bytes.substr(0, length);
-    EXPECT_FALSE(parseVpd(ByteView(cut)).complete) << length;
+    EXPECT_FALSE(parseVpd(base::ByteView(cut)).complete) << length;
   }
 }
 
 TEST(ParseVpd, FieldsBeforeACutAreRead) {
   const std::string bytes = vpd();
   const std::string cut = bytes.substr(0, bytes.find("EC") + 1);
-  EXPECT_EQ(parseVpd(ByteView(cut)).partNumber, "NB-200");
+  EXPECT_EQ(parseVpd(base::ByteView(cut)).partNumber, "NB-200");
 }
 
 TEST(ParseVpd, FieldLengthPastTheResourceEndsIt) {
   const std::string bytes = resource('\x90', std::string("SN\xFFx")) + "\x78";
-  const VitalProductData data = parseVpd(ByteView(bytes));
+  const VitalProductData data = parseVpd(base::ByteView(bytes));
   EXPECT_EQ(data.serial, "");
   EXPECT_TRUE(data.complete);
 }
@@ -63,7 +63,7 @@ TEST(ParseVpd, FieldLengthPastTheResourceEndsIt) {
 TEST(ParseVpd, ZerosAndOnesAreNoData) {
   for (const char byte : {'\0', '\xFF'}) {
     const std::string bytes(4096, byte);
-    const VitalProductData data = parseVpd(ByteView(bytes));
+    const VitalProductData data = parseVpd(base::ByteView(bytes));
     EXPECT_FALSE(data.complete);
     EXPECT_EQ(data.serial, "");
   }

@@ -1,4 +1,4 @@
-#include "suite/local/plug_and_play.h"
+#include "suite/local/pci/plug_and_play.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "suite/local/root.h"
+#include "suite/local/facts/root.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

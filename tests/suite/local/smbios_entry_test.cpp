@@ -1,4 +1,4 @@
-#include "suite/local/smbios_entry.h"
+#include "suite/local/smbios/smbios_entry.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 TEST(ParseSmbiosEntry, Reads32BitEntryPoint) {
   const std::string bytes = entryPoint32(2, 8, 1234, 56);
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->version.major, 2);
   EXPECT_EQ(entry->version.minor, 8);
@@ -22,7 +22,7 @@ TEST(ParseSmbiosEntry, Reads32BitEntryPoint) {
 
 TEST(ParseSmbiosEntry, Reads64BitEntryPoint) {
   const std::string bytes = entryPoint64(3, 7, 70000);
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->version.major, 3);
   EXPECT_EQ(entry->version.minor, 7);
@@ -37,7 +37,7 @@ TEST(ParseSmbiosEntry, ReadsTablePartAlone) {
   bytes[0x06] = 0x40;
   bytes[0x0C] = 7;
   bytes[0x0E] = 0x24;
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->version.major, 2);
   EXPECT_EQ(entry->version.minor, 4);
@@ -48,7 +48,7 @@ TEST(ParseSmbiosEntry, ReadsTablePartAlone) {
 TEST(ParseSmbiosEntry, WrongChecksumIsToldAndRead) {
   std::string bytes = entryPoint64(3, 2, 100);
   bytes[0x05] = static_cast<char>(bytes[0x05] + 1);
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_FALSE(entry->checksumRight);
   EXPECT_EQ(entry->version.major, 3);
@@ -58,7 +58,7 @@ TEST(ParseSmbiosEntry, AcceptsLengthThatVersion21Printed) {
   std::string bytes = entryPoint32(2, 1, 100, 5);
   bytes[0x05] = 0x1E;
   bytes[0x04] = static_cast<char>(bytes[0x04] + 1);
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_TRUE(entry->checksumRight);
 }
@@ -66,7 +66,7 @@ TEST(ParseSmbiosEntry, AcceptsLengthThatVersion21Printed) {
 TEST(ParseSmbiosEntry, ChecksumOverMoreThanThereIsIsWrong) {
   std::string bytes = entryPoint64(3, 2, 100);
   bytes[0x06] = static_cast<char>(0xFF);
-  const auto entry = parseSmbiosEntry(ByteView(bytes));
+  const auto entry = parseSmbiosEntry(base::ByteView(bytes));
   ASSERT_TRUE(entry);
   EXPECT_FALSE(entry->checksumRight);
 }
@@ -74,7 +74,7 @@ TEST(ParseSmbiosEntry, ChecksumOverMoreThanThereIsIsWrong) {
 TEST(ParseSmbiosEntry, CorrectsVersionsThatFirmwareMisstates) {
   const auto minorOf = [](unsigned stated) {
     const std::string bytes = entryPoint32(2, stated, 100, 5);
-    return parseSmbiosEntry(ByteView(bytes))->version.minor;
+    return parseSmbiosEntry(base::ByteView(bytes))->version.minor;
   };
   EXPECT_EQ(minorOf(31), 3);
   EXPECT_EQ(minorOf(33), 3);
@@ -86,14 +86,15 @@ TEST(ParseSmbiosEntry, TruncatedEntryPointGivesNothing) {
   for (const std::string& whole :
        {entryPoint32(2, 8, 100, 5), entryPoint64(3, 0, 100)}) {
     const std::string cut = whole.substr(0, 0x0B);
-    EXPECT_FALSE(parseSmbiosEntry(ByteView(cut)));
+    EXPECT_FALSE(parseSmbiosEntry(base::ByteView(cut)));
   }
 }
 
 TEST(ParseSmbiosEntry, OtherBytesGiveNothing) {
-  EXPECT_FALSE(parseSmbiosEntry(ByteView()));
-  EXPECT_FALSE(parseSmbiosEntry(ByteView("_SM")));
-  EXPECT_FALSE(parseSmbiosEntry(ByteView("nothing of the kind at all here")));
+  EXPECT_FALSE(parseSmbiosEntry(base::ByteView()));
+  EXPECT_FALSE(parseSmbiosEntry(base::ByteView("_SM")));
+  EXPECT_FALSE(
+      parseSmbiosEntry(base::ByteView("nothing of the kind at all here")));
 }
 
 TEST(SmbiosVersion, ComparesMajorBeforeMinor) {

@@ -1,4 +1,4 @@
-#include "suite/local/smbios_names.h"
+#include "suite/local/smbios/smbios_names.h"
 
 #include <gtest/gtest.h>
 

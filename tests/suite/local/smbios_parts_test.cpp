@@ -1,4 +1,4 @@
-#include "suite/local/smbios_parts.h"
+#include "suite/local/smbios/smbios_parts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "suite/local/smbios_system.h"
+#include "suite/local/smbios/smbios_system.h"
 
 #include <gtest/gtest.h>
 
@@ -69,8 +69,8 @@ TEST(SystemFacts, FirstOfSeveralCounts) {
 }
 
 TEST(UuidText, UnsetUuidIsEmpty) {
-  EXPECT_EQ(uuidText(ByteView(std::string(16, '\0')), {3, 0}), "");
-  EXPECT_EQ(uuidText(ByteView(std::string(16, '\xFF')), {3, 0}), "");
+  EXPECT_EQ(uuidText(base::ByteView(std::string(16, '\0')), {3, 0}), "");
+  EXPECT_EQ(uuidText(base::ByteView(std::string(16, '\xFF')), {3, 0}), "");
 }
 
 TEST(BoardFacts, MotherboardGoesBeforeOtherBoards) {

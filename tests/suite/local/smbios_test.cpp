@@ -1,4 +1,4 @@
-#include "suite/local/smbios.h"
+#include "suite/local/smbios/smbios.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,8 @@ using testing::SizeIs;
 SmbiosTables parse(const std::string& table) {
   static std::string entry;
   entry = entryPoint64(3, 3, table.size());
-  return parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(table));
+  return parseSmbios(parseSmbiosEntry(base::ByteView(entry)),
+                     base::ByteView(table));
 }
 
 std::vector<int> typesOf(const SmbiosTables& tables) {
@@ -51,31 +52,31 @@ TEST(ParseSmbios, StopsAtTheStatedLength) {
   const std::string first = Structure(1, 0x1B).build(0);
   const std::string table = first + Structure(4, 0x30).build(1);
   const std::string entry = entryPoint64(3, 3, first.size());
-  const SmbiosTables tables =
-      parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(table));
+  const SmbiosTables tables = parseSmbios(
+      parseSmbiosEntry(base::ByteView(entry)), base::ByteView(table));
   EXPECT_THAT(typesOf(tables), ElementsAre(1));
 }
 
 TEST(ParseSmbios, StatedLengthPastTheEndIsNoMatter) {
   const std::string table = tableOf({Structure(1, 0x1B)});
   const std::string entry = entryPoint64(3, 3, 0xFFFFFFFF);
-  const SmbiosTables tables =
-      parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(table));
+  const SmbiosTables tables = parseSmbios(
+      parseSmbiosEntry(base::ByteView(entry)), base::ByteView(table));
   EXPECT_THAT(typesOf(tables), ElementsAre(1, 127));
 }
 
 TEST(ParseSmbios, WrongCountIsToldAndNotObeyed) {
   const std::string table = tableOf({Structure(1, 0x1B), Structure(2, 0x0F)});
   const std::string entry = entryPoint32(2, 8, table.size(), 1);
-  const SmbiosTables tables =
-      parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(table));
+  const SmbiosTables tables = parseSmbios(
+      parseSmbiosEntry(base::ByteView(entry)), base::ByteView(table));
   EXPECT_THAT(typesOf(tables), ElementsAre(1, 2, 127));
   EXPECT_THAT(tables.defects, ElementsAre(HasSubstr("counts 1 structures")));
 }
 
 TEST(ParseSmbios, WithoutEntryPointReadsTheTableAsThree) {
   const std::string table = tableOf({Structure(1, 0x1B)});
-  const SmbiosTables tables = parseSmbios(std::nullopt, ByteView(table));
+  const SmbiosTables tables = parseSmbios(std::nullopt, base::ByteView(table));
   EXPECT_EQ(tables.version.major, 3);
   EXPECT_THAT(typesOf(tables), ElementsAre(1, 127));
   EXPECT_THAT(tables.defects, ElementsAre(HasSubstr("no usable entry point")));

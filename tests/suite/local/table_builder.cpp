@@ -101,7 +101,8 @@ ParsedTable::ParsedTable(const std::vector<Structure>& structures,
                          unsigned major, unsigned minor)
     : bytes(tableOf(structures)) {
   const std::string entry = entryPoint64(major, minor, bytes.size());
-  tables = parseSmbios(parseSmbiosEntry(ByteView(entry)), ByteView(bytes));
+  tables = parseSmbios(parseSmbiosEntry(base::ByteView(entry)),
+                       base::ByteView(bytes));
 }
 
 }  // namespace local

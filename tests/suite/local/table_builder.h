@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/local/smbios.h"
+#include "suite/local/smbios/smbios.h"
 
 namespace local {
 

@@ -1,17 +1,17 @@
 // What a crawl asks for: counts and targets of requests, over whole servers
 // and over the odd ones that a plan has to bear.
-#include "suite/redfish/crawl.h"
+#include "suite/redfish/crawl/crawl.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "suite/redfish/topology.h"
+#include "suite/redfish/graph/topology.h"
 #include "tests/suite/redfish/service_fixture.h"
 
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 using redfish::ResourceState;
 
 constexpr std::uint32_t kSixTables =
@@ -23,7 +23,7 @@ std::filesystem::path sample(const char* name) {
 }
 
 struct CrawlSample : ScriptedService, testing::Test {
-  std::optional<redfish::Failure> read(const char* name, std::uint32_t wants) {
+  std::optional<base::Failure> read(const char* name, std::uint32_t wants) {
     script->tree = sample(name);
     return start().read(wanting(wants));
   }
@@ -100,7 +100,7 @@ TEST_F(CrawlSample, WhatStallsAheadLosesNothingThatCame) {
   EXPECT_FALSE(read("rack-server", redfish::kWantSystem));
   EXPECT_FALSE(service->read(wanting(redfish::kWantProcessors)));
   EXPECT_EQ(service->read(wanting(redfish::kWantDimms))->kind,
-            FailureKind::kDeadline);
+            base::FailureKind::kDeadline);
 }
 
 TEST_F(CrawlSample, NoResourceIsAskedForTwice) {
@@ -134,7 +134,7 @@ TEST_F(CrawlSample, SecondNodeReadsItsOwnProcessorsOnly) {
 TEST_F(CrawlSample, NodeBeyondTheListIsNoSystem) {
   script->tree = sample("two-node");
   EXPECT_EQ(start().read(wanting(redfish::kWantSystem, 2))->kind,
-            FailureKind::kNoSystem);
+            base::FailureKind::kNoSystem);
 }
 
 // A service built link by link.
@@ -309,11 +309,11 @@ TEST_F(CrawlScript, UnreadableMemberIsKeptWithItsReason) {
   const auto* member = found("/Systems/1/Memory/1");
   ASSERT_NE(member, nullptr);
   EXPECT_EQ(member->state, ResourceState::kUnreadable);
-  EXPECT_EQ(member->failure->kind, FailureKind::kBadContent);
+  EXPECT_EQ(member->failure->kind, base::FailureKind::kBadContent);
 }
 
 TEST_F(CrawlScript, ResetOfAReusedConnectionIsRepeatedOnAFreshOne) {
-  auto reset = failureOf(FailureKind::kUnreachable);
+  auto reset = failureOf(base::FailureKind::kUnreachable);
   reset.reusedConnection = true;
   script->on("GET /redfish/v1/Systems/1/Memory", reset);
   on("/Systems/1/Memory", R"({"Members": []})");
@@ -324,15 +324,16 @@ TEST_F(CrawlScript, ResetOfAReusedConnectionIsRepeatedOnAFreshOne) {
 
 TEST_F(CrawlScript, ControllerThatVanishesEndsTheReading) {
   script->on("GET /redfish/v1/Systems/1/Memory",
-             failureOf(FailureKind::kUnreachable));
+             failureOf(base::FailureKind::kUnreachable));
   script->on("GET /redfish/v1/Systems/1/Processors",
-             failureOf(FailureKind::kUnreachable));
+             failureOf(base::FailureKind::kUnreachable));
   instead("/Systems/1", R"({
       "Memory": {"@odata.id": "/redfish/v1/Systems/1/Memory"},
       "Processors": {"@odata.id": "/redfish/v1/Systems/1/Processors"},
       "PCIeDevices": [{"@odata.id": "/redfish/v1/D/1"}]})");
-  script->on("GET /redfish/v1/D/1", failureOf(FailureKind::kUnreachable));
-  EXPECT_EQ(start().read(wanting(kSixTables))->kind, FailureKind::kUnreachable);
+  script->on("GET /redfish/v1/D/1", failureOf(base::FailureKind::kUnreachable));
+  EXPECT_EQ(start().read(wanting(kSixTables))->kind,
+            base::FailureKind::kUnreachable);
 }
 
 TEST_F(CrawlScript, RedirectOnTheSameOriginIsFollowed) {
@@ -350,7 +351,7 @@ TEST_F(CrawlScript, RedirectToAnotherOriginIsRefused) {
   script->on("GET /redfish/v1/Systems/1/Memory", moved);
   EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
   EXPECT_EQ(found("/Systems/1/Memory")->failure->kind,
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
   EXPECT_EQ(script->count("GET /redfish/v1/Other"), 0U);
 }
 

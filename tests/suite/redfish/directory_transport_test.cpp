@@ -1,11 +1,11 @@
-#include "suite/redfish/directory_transport.h"
+#include "suite/redfish/recorded/directory_transport.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <fstream>
 
-#include "tests/suite/redfish/temp_directory.h"
+#include "tests/suite/temp_directory.h"
 
 namespace redfish {
 namespace {
@@ -16,29 +16,32 @@ constexpr char kRoot[] =
     R"({"@odata.id": "/redfish/v1", "@odata.type": "#ServiceRoot.v1.ServiceRoot"})";
 constexpr char kSystems[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 
-Answer answerOf(Transport& transport, const std::string& target,
-                Method method = Method::kGet) {
-  Request request;
+http::Answer answerOf(http::Transport& transport, const std::string& target,
+                      http::Method method = http::Method::kGet) {
+  http::Request request;
   request.method = method;
   request.target = target;
   transport.start(std::move(request));
-  return transport.next(Clock::now()).value();
+  return transport.next(base::Clock::now()).value();
 }
 
 // The body at a target, or what came instead.
 std::string fetch(const fs::path& directory, const std::string& target) {
-  const Answer answer = answerOf(*makeDirectoryTransport(directory), target);
+  const http::Answer answer =
+      answerOf(*makeDirectoryTransport(directory), target);
   if (answer.failure) {
     return answer.failure->cause;
   }
   return answer.status == 200 ? answer.body : std::to_string(answer.status);
 }
 
-FailureKind failureAt(const fs::path& directory, const std::string& target) {
-  const Answer answer = answerOf(*makeDirectoryTransport(directory), target);
+base::FailureKind failureAt(const fs::path& directory,
+                            const std::string& target) {
+  const http::Answer answer =
+      answerOf(*makeDirectoryTransport(directory), target);
   EXPECT_TRUE(answer.failure);
   EXPECT_EQ(answer.status, 0);
-  return answer.failure.value_or(Failure{}).kind;
+  return answer.failure.value_or(base::Failure{}).kind;
 }
 
 class DirectoryTransportTest : public testing::Test {
@@ -98,7 +101,7 @@ TEST_F(DirectoryTransportTest, MissingFileIsNotFound) {
 TEST_F(DirectoryTransportTest, StoredErrorIsNotFound) {
   recording_.write("redfish/v1/Chassis/index.json",
                    R"({"error": {"code": "Base.1.0.GeneralError"}})");
-  const Answer answer =
+  const http::Answer answer =
       answerOf(*makeDirectoryTransport(directory()), "/redfish/v1/Chassis");
   EXPECT_EQ(answer.status, 404);
   EXPECT_NE(answer.body.find("GeneralError"), std::string::npos);
@@ -114,31 +117,33 @@ TEST_F(DirectoryTransportTest, ResourceWithAMemberErrorIsFound) {
 
 TEST_F(DirectoryTransportTest, OtherMethodsAreNotAllowed) {
   const auto transport = makeDirectoryTransport(directory());
-  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", Method::kPost).status, 405);
-  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", Method::kDelete).status, 405);
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", http::Method::kPost).status,
+            405);
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/", http::Method::kDelete).status,
+            405);
 }
 
 TEST_F(DirectoryTransportTest, MissingDirectoryFails) {
   EXPECT_EQ(failureAt(directory() / "no", "/redfish/v1/"),
-            FailureKind::kDirectoryMissing);
+            base::FailureKind::kDirectoryMissing);
 }
 
 TEST_F(DirectoryTransportTest, FileInPlaceOfTheDirectoryFails) {
   EXPECT_EQ(failureAt(directory() / "redfish/v1/index.json", "/redfish/v1/"),
-            FailureKind::kDirectoryMissing);
+            base::FailureKind::kDirectoryMissing);
 }
 
 TEST_F(DirectoryTransportTest, DirectoryWithoutServiceRootFails) {
   EXPECT_EQ(failureAt(directory() / "redfish", "/redfish/v1/"),
-            FailureKind::kFileUnreadable);
+            base::FailureKind::kFileUnreadable);
   EXPECT_EQ(failureAt(directory() / "redfish/v1/Systems", "/redfish/v1/"),
-            FailureKind::kFileUnreadable);
+            base::FailureKind::kFileUnreadable);
 }
 
 TEST_F(DirectoryTransportTest, FailureNamesDirectoryAndResource) {
   const auto transport = makeDirectoryTransport(directory() / "no");
-  const Answer answer = answerOf(*transport, "/redfish/v1/");
-  EXPECT_EQ(describe(answer.failure.value()),
+  const http::Answer answer = answerOf(*transport, "/redfish/v1/");
+  EXPECT_EQ(base::describe(answer.failure.value()),
             "file:" + (directory() / "no").string() +
                 ": /redfish/v1/: there is no such directory; check the path");
 }
@@ -147,11 +152,11 @@ TEST_F(DirectoryTransportTest, DotSegmentsDoNotLeadOutside) {
   recording_.write("secret/index.json", "{}");
   const fs::path inner = directory() / "redfish/v1";
   EXPECT_EQ(failureAt(inner, "/redfish/v1/../../secret"),
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
   EXPECT_EQ(failureAt(inner, "/redfish/v1/%2e%2e/%2e%2e/secret"),
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
   EXPECT_EQ(failureAt(inner, "/redfish/v1/Systems/..%2f..%2f..%2fsecret"),
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
 }
 
 TEST_F(DirectoryTransportTest, SymbolicLinksDoNotLeadOutside) {
@@ -161,15 +166,16 @@ TEST_F(DirectoryTransportTest, SymbolicLinksDoNotLeadOutside) {
   fs::create_directory(inner / "Managers");
   fs::create_symlink("../../../secret/index.json",
                      inner / "Managers/index.json");
-  EXPECT_EQ(failureAt(inner, "/redfish/v1/Chassis"), FailureKind::kRefusedLink);
+  EXPECT_EQ(failureAt(inner, "/redfish/v1/Chassis"),
+            base::FailureKind::kRefusedLink);
   EXPECT_EQ(failureAt(inner, "/redfish/v1/Managers"),
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
 }
 
 TEST_F(DirectoryTransportTest, NeighbourWithTheSamePrefixIsOutside) {
   recording_.write("redfish/v1x/index.json", "{}");
   EXPECT_EQ(failureAt(directory() / "redfish/v1", "/redfish/v1/../v1x"),
-            FailureKind::kRefusedLink);
+            base::FailureKind::kRefusedLink);
 }
 
 TEST_F(DirectoryTransportTest, SymbolicLinksInsideAreFollowed) {
@@ -180,7 +186,7 @@ TEST_F(DirectoryTransportTest, SymbolicLinksInsideAreFollowed) {
 TEST_F(DirectoryTransportTest, LoopOfSymbolicLinksFails) {
   fs::create_symlink("Loop", directory() / "redfish/v1/Loop");
   EXPECT_EQ(failureAt(directory(), "/redfish/v1/Loop"),
-            FailureKind::kFileUnreadable);
+            base::FailureKind::kFileUnreadable);
 }
 
 TEST_F(DirectoryTransportTest, PipeAndDirectoryAreNoResources) {
@@ -189,19 +195,20 @@ TEST_F(DirectoryTransportTest, PipeAndDirectoryAreNoResources) {
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   fs::create_directories(directory() / "redfish/v1/Folder/index.json");
   EXPECT_EQ(failureAt(directory(), "/redfish/v1/Pipe"),
-            FailureKind::kFileUnreadable);
+            base::FailureKind::kFileUnreadable);
   EXPECT_EQ(failureAt(directory(), "/redfish/v1/Folder"),
-            FailureKind::kFileUnreadable);
+            base::FailureKind::kFileUnreadable);
 }
 
 TEST_F(DirectoryTransportTest, LargestFileIsRead) {
   recording_.write("redfish/v1/Large/index.json", "");
   const fs::path file = directory() / "redfish/v1/Large/index.json";
-  fs::resize_file(file, kMaxBodyBytes);
-  EXPECT_EQ(fetch(directory(), "/redfish/v1/Large").size(), kMaxBodyBytes);
-  fs::resize_file(file, kMaxBodyBytes + 1);
+  fs::resize_file(file, http::kMaxBodyBytes);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Large").size(),
+            http::kMaxBodyBytes);
+  fs::resize_file(file, http::kMaxBodyBytes + 1);
   EXPECT_EQ(failureAt(directory(), "/redfish/v1/Large"),
-            FailureKind::kBadContent);
+            base::FailureKind::kBadContent);
 }
 
 TEST_F(DirectoryTransportTest, IsNoLiveService) {

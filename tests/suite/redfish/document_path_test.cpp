@@ -1,4 +1,4 @@
-#include "suite/redfish/document_path.h"
+#include "suite/redfish/graph/document_path.h"
 
 #include <gtest/gtest.h>
 

@@ -12,8 +12,8 @@
 
 namespace {
 
+using base::FailureKind;
 using boost::asio::ip::udp;
-using redfish::FailureKind;
 using redfish::Generation;
 
 // A controller that answers each datagram with the next of its answers; an
@@ -76,7 +76,7 @@ struct GenerationProbe : ScriptedService, testing::Test {
     options.lan.port = port;
     return start().probe();
   }
-  void rootFails(FailureKind kind) {
+  void rootFails(base::FailureKind kind) {
     script->on("GET /redfish/v1/", failureOf(kind));
   }
 };
@@ -89,7 +89,7 @@ TEST_F(GenerationProbe, ServiceWithSystemsIsTheNewest) {
 
 TEST_F(GenerationProbe, RefusedPortAndIpmi20) {
   UdpPeer peer({kIpmi20});
-  rootFails(FailureKind::kUnreachable);
+  rootFails(base::FailureKind::kUnreachable);
   const auto probed = probe(peer.port());
   EXPECT_FALSE(probed.failure);
   EXPECT_EQ(probed.generation, Generation::kIpmi20);
@@ -103,14 +103,14 @@ TEST_F(GenerationProbe, NoRedfishAndIpmi15) {
 
 TEST_F(GenerationProbe, RefusalOfExtendedDataIsAskedAgainWithout) {
   UdpPeer peer({kRefused, kIpmi15});
-  rootFails(FailureKind::kTls);
+  rootFails(base::FailureKind::kTls);
   EXPECT_EQ(probe(peer.port()).generation, Generation::kIpmi15);
   EXPECT_EQ(peer.asked(), 2);
 }
 
 TEST_F(GenerationProbe, GarbageIsNoAnswer) {
   UdpPeer peer({"garbage", kIpmi20});
-  rootFails(FailureKind::kUnreachable);
+  rootFails(base::FailureKind::kUnreachable);
   EXPECT_EQ(probe(peer.port()).generation, Generation::kIpmi20);
 }
 
@@ -122,9 +122,9 @@ TEST_F(GenerationProbe, NobodyListensEndsAtOnce) {
                .local_endpoint()
                .port();
   }
-  rootFails(FailureKind::kUnreachable);
-  const auto begin = redfish::Clock::now();
-  EXPECT_EQ(probe(free).failure->kind, FailureKind::kUnreachable);
+  rootFails(base::FailureKind::kUnreachable);
+  const auto begin = base::Clock::now();
+  EXPECT_EQ(probe(free).failure->kind, base::FailureKind::kUnreachable);
   // The whole conversation takes 5 s. Wine tells of a closed port only when
   // the second question is sent.
 #if defined(_WIN32)
@@ -132,7 +132,7 @@ TEST_F(GenerationProbe, NobodyListensEndsAtOnce) {
 #else
   constexpr std::chrono::milliseconds kAtOnce{1000};
 #endif
-  EXPECT_LT(redfish::Clock::now() - begin, kAtOnce);
+  EXPECT_LT(base::Clock::now() - begin, kAtOnce);
 }
 
 TEST_F(GenerationProbe, HttpWithoutIpmiIsUnknown) {
@@ -145,19 +145,19 @@ TEST_F(GenerationProbe, HttpWithoutIpmiIsUnknown) {
 
 TEST_F(GenerationProbe, UntrustedCertificateIsNeverTakenForOld) {
   UdpPeer peer({kIpmi20});
-  rootFails(FailureKind::kCertificate);
-  EXPECT_EQ(probe(peer.port()).failure->kind, FailureKind::kCertificate);
+  rootFails(base::FailureKind::kCertificate);
+  EXPECT_EQ(probe(peer.port()).failure->kind, base::FailureKind::kCertificate);
   EXPECT_EQ(peer.asked(), 0);
 }
 
 TEST_F(GenerationProbe, UnknownNameIsNeverTakenForOld) {
-  rootFails(FailureKind::kNameNotResolved);
+  rootFails(base::FailureKind::kNameNotResolved);
   EXPECT_TRUE(probe(1).failure);
 }
 
 TEST_F(GenerationProbe, FoundOnce) {
   UdpPeer peer({kIpmi20});
-  rootFails(FailureKind::kUnreachable);
+  rootFails(base::FailureKind::kUnreachable);
   probe(peer.port());
   service->probe();
   EXPECT_EQ(peer.asked(), 1);

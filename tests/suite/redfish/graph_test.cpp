@@ -1,4 +1,4 @@
-#include "suite/redfish/graph.h"
+#include "suite/redfish/graph/graph.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/redfish/json_limits.h"
+#include "suite/redfish/graph/json_limits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "suite/redfish/json.h"
+#include "suite/redfish/graph/json.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <boost/json/array.hpp>
 
-#include "suite/redfish/json_limits.h"
+#include "suite/redfish/graph/json_limits.h"
 
 namespace redfish {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/redfish/retry_after.h"
+#include "suite/redfish/session/retry_after.h"
 
 #include <gtest/gtest.h>
 

@@ -4,27 +4,27 @@
 #include <thread>
 #include <utility>
 
-#include "suite/redfish/directory_transport.h"
+#include "suite/redfish/recorded/directory_transport.h"
 
 namespace {
 
-using redfish::Answer;
-using redfish::Method;
-using redfish::Request;
+using http::Answer;
+using http::Method;
+using http::Request;
 
-std::string nameOf(const Request& request) {
+std::string nameOf(const http::Request& request) {
   switch (request.method) {
-    case Method::kPost:
+    case http::Method::kPost:
       return "POST " + request.target;
-    case Method::kDelete:
+    case http::Method::kDelete:
       return "DELETE " + request.target;
-    case Method::kGet:
+    case http::Method::kGet:
       break;
   }
   return "GET " + request.target;
 }
 
-class ScriptTransport : public redfish::Transport {
+class ScriptTransport : public http::Transport {
  public:
   explicit ScriptTransport(std::shared_ptr<Script> script)
       : script_(std::move(script)) {
@@ -36,14 +36,14 @@ class ScriptTransport : public redfish::Transport {
   const std::string& address() const override { return address_; }
   bool live() const override { return script_->live; }
 
-  std::uint64_t start(Request request) override {
+  std::uint64_t start(http::Request request) override {
     Script& script = *script_;
     const std::string name = nameOf(request);
     script.requests.push_back(name);
     if (request.freshConnection) {
       ++script.fresh;
     }
-    Answer answer = answerTo(name, request);
+    http::Answer answer = answerTo(name, request);
     script.sent.push_back(std::move(request));
     answer.id = ++last_;
     if (name == script.stalled) {
@@ -55,14 +55,14 @@ class ScriptTransport : public redfish::Transport {
     return last_;
   }
 
-  std::optional<Answer> next(redfish::Clock::time_point until) override {
+  std::optional<http::Answer> next(base::Clock::time_point until) override {
     if (ready_.empty()) {
       if (!script_->stalled.empty()) {
         std::this_thread::sleep_until(until);
       }
       return std::nullopt;
     }
-    Answer answer = std::move(ready_.front());
+    http::Answer answer = std::move(ready_.front());
     ready_.pop_front();
     script_->underWay = ready_.size();
     return answer;
@@ -70,47 +70,47 @@ class ScriptTransport : public redfish::Transport {
 
   void cancelAll() override { ready_.clear(); }
 
-  redfish::TransportStats stats() const override {
-    redfish::TransportStats stats;
+  http::TransportStats stats() const override {
+    http::TransportStats stats;
     stats.requests = last_;
     return stats;
   }
 
  private:
-  Answer answerTo(const std::string& name, const Request& request) {
+  http::Answer answerTo(const std::string& name, const http::Request& request) {
     Script& script = *script_;
     if (const auto found = script.answers.find(name);
         found != script.answers.end()) {
-      Answer answer = found->second.front();
+      http::Answer answer = found->second.front();
       if (found->second.size() > 1) {
         found->second.pop_front();
       }
-      if (request.method == Method::kPost && !answer.authToken.empty()) {
+      if (request.method == http::Method::kPost && !answer.authToken.empty()) {
         ++script.sessionsOpen;
       }
       return answer;
     }
-    if (request.method == Method::kPost && script.grantsSessions) {
-      Answer answer = answerOf(201);
+    if (request.method == http::Method::kPost && script.grantsSessions) {
+      http::Answer answer = answerOf(201);
       answer.authToken = "token-" + std::to_string(++granted_);
       answer.location = request.target + "/" + std::to_string(granted_);
       ++script.sessionsOpen;
       return answer;
     }
-    if (request.method == Method::kDelete) {
+    if (request.method == http::Method::kDelete) {
       --script.sessionsOpen;
       return answerOf(204, "");
     }
-    if (request.method == Method::kGet && tree_) {
+    if (request.method == http::Method::kGet && tree_) {
       tree_->start(request);
-      return *tree_->next(redfish::Clock::time_point::max());
+      return *tree_->next(base::Clock::time_point::max());
     }
     return answerOf(404, "");
   }
 
   std::shared_ptr<Script> script_;
-  std::unique_ptr<redfish::Transport> tree_;
-  std::deque<Answer> ready_;
+  std::unique_ptr<http::Transport> tree_;
+  std::deque<http::Answer> ready_;
   std::string address_ = "bmc.test:443";
   std::uint64_t last_ = 0;
   int granted_ = 0;
@@ -122,7 +122,7 @@ Script& Script::on(const std::string& request, int status, std::string body) {
   return on(request, answerOf(status, std::move(body)));
 }
 
-Script& Script::on(const std::string& request, redfish::Answer answer) {
+Script& Script::on(const std::string& request, http::Answer answer) {
   answers[request].push_back(std::move(answer));
   return *this;
 }
@@ -134,16 +134,16 @@ std::size_t Script::count(const std::string& start) const {
       }));
 }
 
-redfish::Answer answerOf(int status, std::string body) {
-  redfish::Answer answer;
+http::Answer answerOf(int status, std::string body) {
+  http::Answer answer;
   answer.status = status;
   answer.body = std::move(body);
   return answer;
 }
 
-redfish::Answer failureOf(redfish::FailureKind kind) {
-  redfish::Answer answer;
-  redfish::Failure failure;
+http::Answer failureOf(base::FailureKind kind) {
+  http::Answer answer;
+  base::Failure failure;
   failure.kind = kind;
   failure.address = "bmc.test:443";
   failure.cause = "scripted";
@@ -151,7 +151,7 @@ redfish::Answer failureOf(redfish::FailureKind kind) {
   return answer;
 }
 
-std::unique_ptr<redfish::Transport> makeScriptTransport(
+std::unique_ptr<http::Transport> makeScriptTransport(
     std::shared_ptr<Script> script) {
   return std::make_unique<ScriptTransport>(std::move(script));
 }

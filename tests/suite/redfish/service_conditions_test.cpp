@@ -1,4 +1,4 @@
-#include "suite/redfish/service_conditions.h"
+#include "suite/redfish/graph/service_conditions.h"
 
 #include <gtest/gtest.h>
 

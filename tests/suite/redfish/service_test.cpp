@@ -7,11 +7,11 @@
 
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 
 struct ServiceOpen : ScriptedService, testing::Test {
   ServiceOpen() { options.user.clear(); }
-  std::optional<redfish::Failure> rootAnswers(int status, std::string body) {
+  std::optional<base::Failure> rootAnswers(int status, std::string body) {
     script->on("GET /redfish/v1/", status, std::move(body));
     return start().open();
   }
@@ -23,7 +23,7 @@ TEST_F(ServiceOpen, RootIsInTheGraph) {
 }
 
 TEST_F(ServiceOpen, MissingRootIsNoRedfish) {
-  EXPECT_EQ(rootAnswers(404, "")->kind, FailureKind::kNotRedfish);
+  EXPECT_EQ(rootAnswers(404, "")->kind, base::FailureKind::kNotRedfish);
 }
 
 TEST_F(ServiceOpen, MissingRootMayBeNamedByTheVersions) {
@@ -34,35 +34,35 @@ TEST_F(ServiceOpen, MissingRootMayBeNamedByTheVersions) {
 
 TEST_F(ServiceOpen, HtmlIsNoRedfish) {
   EXPECT_EQ(rootAnswers(200, "<html>hello</html>")->kind,
-            FailureKind::kNotRedfish);
+            base::FailureKind::kNotRedfish);
 }
 
 TEST_F(ServiceOpen, OtherJsonIsNoRedfish) {
   EXPECT_EQ(rootAnswers(200, R"({"hello": "world"})")->kind,
-            FailureKind::kNotRedfish);
+            base::FailureKind::kNotRedfish);
 }
 
 TEST_F(ServiceOpen, AnotherMajorVersionIsNoRedfishOfOurs) {
   EXPECT_EQ(rootAnswers(200, R"({"@odata.type": "#ServiceRoot.v2.ServiceRoot",
                                  "RedfishVersion": "2.0.0"})")
                 ->kind,
-            FailureKind::kNotRedfish);
+            base::FailureKind::kNotRedfish);
 }
 
 TEST_F(ServiceOpen, TruncatedRootIsBadContent) {
   EXPECT_EQ(rootAnswers(200, R"({"@odata.type": "#Serv)")->kind,
-            FailureKind::kBadContent);
+            base::FailureKind::kBadContent);
 }
 
 TEST_F(ServiceOpen, RootBehindALoginIsReplacedByTheStandardUris) {
   EXPECT_FALSE(rootAnswers(401, ""));
   EXPECT_EQ(service->read(wanting(redfish::kWantProcessors))->kind,
-            FailureKind::kNoSystem);
+            base::FailureKind::kNoSystem);
   EXPECT_EQ(script->count("GET /redfish/v1/Systems"), 1U);
 }
 
 TEST_F(ServiceOpen, ServerErrorAtTheRootIsTold) {
-  EXPECT_EQ(rootAnswers(501, "")->kind, FailureKind::kServerError);
+  EXPECT_EQ(rootAnswers(501, "")->kind, base::FailureKind::kServerError);
 }
 
 TEST_F(ServiceOpen, BusyRootIsWaitedFor) {

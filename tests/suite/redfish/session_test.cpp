@@ -1,14 +1,14 @@
 // Logins as a service meets them: what is sent, and that no session is left.
-#include "suite/redfish/session.h"
+#include "suite/redfish/session/session.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/suite/redfish/log_recorder.h"
+#include "tests/suite/log_recorder.h"
 #include "tests/suite/redfish/service_fixture.h"
 
 namespace {
 
-using redfish::FailureKind;
+using base::FailureKind;
 
 constexpr const char* kSessions = "/redfish/v1/SessionService/Sessions";
 const std::string kLogin = std::string("POST ") + kSessions;
@@ -17,8 +17,8 @@ struct SessionTest : ScriptedService, testing::Test {
   SessionTest() { script->on("GET /redfish/v1/", 200, kRootBody); }
 
   // The scripted login answer with a token.
-  static redfish::Answer granted(std::string location, std::string body = "") {
-    redfish::Answer answer = answerOf(201, std::move(body));
+  static http::Answer granted(std::string location, std::string body = "") {
+    http::Answer answer = answerOf(201, std::move(body));
     answer.authToken = "tok";
     answer.location = std::move(location);
     return answer;
@@ -50,7 +50,7 @@ TEST_F(SessionTest, WrongPasswordIsTriedOnce) {
   script->on(kLogin, 401);
   const auto failure = start().open();
   ASSERT_TRUE(failure);
-  EXPECT_EQ(failure->kind, FailureKind::kAuthentication);
+  EXPECT_EQ(failure->kind, base::FailureKind::kAuthentication);
   EXPECT_TRUE(service->open());
   EXPECT_TRUE(service->read(wanting(redfish::kWantSystem)));
   service.reset();
@@ -59,13 +59,13 @@ TEST_F(SessionTest, WrongPasswordIsTriedOnce) {
 
 TEST_F(SessionTest, ForbiddenLoginIsAnAuthenticationFailure) {
   script->on(kLogin, 403);
-  EXPECT_EQ(start().open()->kind, FailureKind::kAuthentication);
+  EXPECT_EQ(start().open()->kind, base::FailureKind::kAuthentication);
 }
 
 TEST_F(SessionTest, PasswordThatMustBeChangedIsTold) {
   script->on(kLogin, 403, R"({"error": {"@Message.ExtendedInfo": [
       {"MessageId": "Base.1.18.PasswordChangeRequired"}]}})");
-  EXPECT_EQ(start().open()->kind, FailureKind::kPasswordChange);
+  EXPECT_EQ(start().open()->kind, base::FailureKind::kPasswordChange);
 }
 
 TEST_F(SessionTest, RootNamesAnotherPlaceForSessions) {
@@ -113,16 +113,16 @@ TEST_F(SessionTest, BasicWhenTheRootNamesNoSessionsAndSays401) {
 TEST_F(SessionTest, FullTableAndRefusedBasicIsBusy) {
   script->on(kLogin, 503).on("GET /redfish/v1/Systems", 401);
   EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
-            FailureKind::kBusy);
+            base::FailureKind::kBusy);
 }
 
 TEST_F(SessionTest, WrongPasswordIsTriedOnceWithBasicToo) {
   options.maxConnections = 16;
   script->on(kLogin, 404).on("GET /redfish/v1/Systems", 401);
-  EXPECT_EQ(start().open()->kind, FailureKind::kAuthentication);
+  EXPECT_EQ(start().open()->kind, base::FailureKind::kAuthentication);
   EXPECT_TRUE(service->read(wanting(redfish::kWantHealth)));
   std::size_t withPassword = 0;
-  for (const redfish::Request& request : script->sent) {
+  for (const http::Request& request : script->sent) {
     if (!request.basicPassword.empty()) {
       ++withPassword;
     }
@@ -178,7 +178,7 @@ TEST_F(SessionTest, WithoutAnyNameTheOnlySessionOfOursIsDeleted) {
 
 TEST_F(SessionTest, SessionGrantedBesideAFailedRootIsDeleted) {
   script->answers.clear();
-  script->on("GET /redfish/v1/", failureOf(FailureKind::kBadContent));
+  script->on("GET /redfish/v1/", failureOf(base::FailureKind::kBadContent));
   EXPECT_TRUE(start().open());
   service.reset();
   EXPECT_EQ(script->sessionsOpen, 0);
@@ -188,7 +188,7 @@ TEST_F(SessionTest, ExpiredSessionIsRenewedOnce) {
   script->on("GET /redfish/v1/Systems", 401)
       .on("GET /redfish/v1/Systems", 200, R"({"Members": []})");
   EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
-            FailureKind::kNoSystem);
+            base::FailureKind::kNoSystem);
   service.reset();
   EXPECT_EQ(script->count("POST"), 2U);
   EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/2");
@@ -197,7 +197,7 @@ TEST_F(SessionTest, ExpiredSessionIsRenewedOnce) {
 TEST_F(SessionTest, SessionThatEndsAgainIsGivenUp) {
   script->on("GET /redfish/v1/Systems", 401);
   EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
-            FailureKind::kAuthentication);
+            base::FailureKind::kAuthentication);
   EXPECT_EQ(script->count("POST"), 2U);
 }
 
@@ -205,7 +205,7 @@ TEST_F(SessionTest, ServiceThatAsksForALoginWithoutAUser) {
   options.user.clear();
   script->on("GET /redfish/v1/Systems", 401);
   EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
-            FailureKind::kNoCredentials);
+            base::FailureKind::kNoCredentials);
 }
 
 TEST_F(SessionTest, PasswordThatTheServiceRepeatsIsHidden) {

@@ -1,4 +1,4 @@
-#include "suite/redfish/status.h"
+#include "suite/redfish/graph/status.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/redfish/uri.h"
+#include "suite/redfish/graph/uri.h"
 
 #include <gtest/gtest.h>
 

@@ -5,15 +5,15 @@
 
 #include <string>
 
-#include "suite/local/pci_vpd.h"
-#include "suite/local/smbios_parts.h"
-#include "suite/local/smbios_system.h"
+#include "suite/local/pci/pci_vpd.h"
+#include "suite/local/smbios/smbios_parts.h"
+#include "suite/local/smbios/smbios_system.h"
 #include "tests/suite/local/host_interface_builder.h"
 
 namespace record {
 namespace {
 
-using local::ByteView;
+using base::ByteView;
 using local::ParsedTable;
 using local::SmbiosTables;
 using local::Structure;

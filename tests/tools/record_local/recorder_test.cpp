@@ -9,8 +9,8 @@
 #include <sstream>
 #include <string>
 
+#include "suite/local/controller/network.h"
 #include "suite/local/machine.h"
-#include "suite/local/network.h"
 #include "tests/suite/local/folder.h"
 #include "tests/suite/local/ordinary_user.h"
 #include "tests/suite/local/table_builder.h"

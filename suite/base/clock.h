@@ -1,0 +1,10 @@
+#pragma once
+
+#include <chrono>
+
+namespace base {
+
+/// The clock of all time limits: it never goes back.
+using Clock = std::chrono::steady_clock;
+
+}  // namespace base

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+
+namespace base {
+
+/// What went wrong, as finely as callers tell results apart. The result codes
+/// and statuses that each kind becomes are chosen by those who report them.
+enum class FailureKind {
+  kNameNotResolved,     ///< The host name has no address.
+  kUnreachable,         ///< Refused, no route, or reset before an answer.
+  kConnectTimeout,      ///< No TCP or TLS connection in time.
+  kReadTimeout,         ///< An answer did not arrive in time.
+  kDeadline,            ///< The time of the whole call or run is used up.
+  kCertificate,         ///< Chain, host name, pin or authority file refused.
+  kTls,                 ///< Any other failure of the TLS handshake.
+  kAuthentication,      ///< User name or password refused.
+  kForbidden,           ///< Logged in, but the privilege is missing.
+  kPasswordChange,      ///< The password must be changed first.
+  kNoCredentials,       ///< The service asks for a login; none configured.
+  kCredentialMissing,   ///< The file that should hold the password is not
+                        ///< there.
+  kBusy,                ///< 429/503 after all repeats; session table full.
+  kServerError,         ///< 5xx other than 503.
+  kNotRedfish,          ///< Answers, but is no Redfish service (version 1).
+  kNoSystem,            ///< No systems, or no such node.
+  kNotFound,            ///< 404 or 410: the resource does not exist.
+  kBadContent,          ///< Not JSON, truncated, over a limit, no object.
+  kRefusedLink,         ///< A link or redirect that leaves the service.
+  kDirectoryMissing,    ///< Recorded server: no such directory.
+  kFileUnreadable,      ///< A file of ours cannot be read: of a recorded
+                        ///< server, or one that holds a password.
+  kNoHostInterface,     ///< Nothing leads to this machine's controller.
+  kNoHostAddress,       ///< What leads there is down, or has no address.
+  kNotPermitted,        ///< This user may not read what it takes.
+  kNoBootstrapAccount,  ///< The controller made no account for us.
+  kIpmiDevice,          ///< The IPMI device does not work.
+  kInterrupted,         ///< The user ended the run.
+  kInternal             ///< A failure of our own.
+};
+
+/// One failure, told so that a person can act on it. Texts are clean: no
+/// control characters, no secrets.
+struct Failure {
+  FailureKind kind = FailureKind::kInternal;
+  std::string address;  ///< Target that failed: "10.0.0.5:443", "file:DIR".
+  std::string uri;      ///< Resource asked for; empty for the connection.
+  std::string cause;    ///< What happened, in one clause.
+  std::string remedy;   ///< What to do about it; may be empty.
+};
+
+/// The failure in one line: address, URI, cause, remedy.
+std::string describe(const Failure& failure);
+
+}  // namespace base

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace base {
+
+/// Overwrites a text's bytes, all the room that it holds, and empties it; the
+/// compiler may not drop it. A text that was moved away is worth wiping, too:
+/// a short one leaves its bytes behind.
+void wipe(std::string& text) noexcept;
+
+/// The text with every occurrence of the secret replaced by "***". A service
+/// may repeat what it was sent. Secrets shorter than 4 bytes are left alone:
+/// hiding them would garble the text and tell more than it hides.
+std::string withoutSecret(std::string text, std::string_view secret);
+
+/// A password in memory: its bytes are overwritten when it dies or moves on,
+/// and from the first one on the process leaves no core dump.
+class Secret {
+ public:
+  /// Takes the text over, and wipes the original.
+  explicit Secret(std::string&& text);
+  Secret(Secret&& other) noexcept;
+  Secret& operator=(Secret&& other) noexcept;
+  ~Secret();
+
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+}  // namespace base

@@ -1,0 +1,221 @@
+#include "suite/connection/settings/address.h"
+
+#include <algorithm>
+#include <boost/url/ipv4_address.hpp>
+#include <boost/url/ipv6_address.hpp>
+#include <charconv>
+#include <cstddef>
+#include <system_error>
+
+namespace connection {
+namespace {
+
+constexpr std::string_view kHttpsPrefix = "https://";
+constexpr std::string_view kHttpPrefix = "http://";
+constexpr std::string_view kFilePrefix = "file:";
+constexpr std::size_t kLongestHost = 253;  // RFC 1035, 2.3.4, as text.
+
+bool startsWith(std::string_view text, std::string_view prefix) {
+  return text.substr(0, prefix.size()) == prefix;
+}
+
+bool isAlphanumeric(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+         (c >= '0' && c <= '9');
+}
+
+bool isControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+std::string quoted(std::string_view text) {
+  std::string shown = "'";
+  std::transform(text.begin(), text.end(), std::back_inserter(shown),
+                 [](char c) { return isControl(c) ? '?' : c; });
+  return shown + "'";
+}
+
+bool isIpv4(const std::string& host) {
+  return boost::urls::parse_ipv4_address(host).has_value();
+}
+
+bool isIpv6(const std::string& host) {
+  return boost::urls::parse_ipv6_address(host).has_value();
+}
+
+// Host names as they are met in practice: labels of letters, digits, hyphens
+// and underscores. Digits and dots alone must be an IPv4 address.
+bool isHostName(const std::string& host) {
+  if (host.empty() || host.size() > kLongestHost || host.front() == '.' ||
+      host.front() == '-' || host.find("..") != std::string::npos) {
+    return false;
+  }
+  const bool numeric =
+      host.find_first_not_of("0123456789.") == std::string::npos;
+  return numeric
+             ? isIpv4(host)
+             : std::all_of(host.begin(), host.end(), [](char c) {
+                 return isAlphanumeric(c) || c == '.' || c == '-' || c == '_';
+               });
+}
+
+// Reads "fe80::1", "fe80::1%eth0" or "fe80::1%25eth0" (RFC 6874).
+std::optional<std::string> readIpv6(std::string_view literal) {
+  const std::size_t percent = literal.find('%');
+  std::string host(literal.substr(0, percent));
+  if (!isIpv6(host)) {
+    return std::nullopt;
+  }
+  if (percent == std::string_view::npos) {
+    return host;
+  }
+  std::string_view zone = literal.substr(percent + 1);
+  if (startsWith(zone, "25") && zone.size() > 2) {
+    zone.remove_prefix(2);
+  }
+  const bool sound =
+      !zone.empty() && std::all_of(zone.begin(), zone.end(), [](char c) {
+        return isAlphanumeric(c) || c == '.' || c == '-' || c == '_';
+      });
+  return sound ? std::optional(host + "%" + std::string(zone)) : std::nullopt;
+}
+
+bool readPort(std::string_view text, std::uint16_t& port) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, port);
+  return failure == std::errc{} && stop == end && port != 0;
+}
+
+// Reads "host", "host:port", "[address]" or "[address]:port".
+bool readHostAndPort(std::string_view text, Address& address,
+                     std::string& error) {
+  std::string_view rest;
+  if (startsWith(text, "[")) {
+    const std::size_t bracket = text.find(']');
+    const auto literal = bracket == std::string_view::npos
+                             ? std::nullopt
+                             : readIpv6(text.substr(1, bracket - 1));
+    if (!literal) {
+      error = quoted(text) + " holds no IPv6 address between its brackets";
+      return false;
+    }
+    address.host = *literal;
+    rest = text.substr(bracket + 1);
+  } else {
+    if (std::count(text.begin(), text.end(), ':') > 1) {
+      error = quoted(text) + " is not understood; an IPv6 address stands in " +
+              "brackets, as in [fe80::1] or [fe80::1]:8443";
+      return false;
+    }
+    const std::size_t colon = std::min(text.find(':'), text.size());
+    address.host = text.substr(0, colon);
+    rest = text.substr(colon);
+    if (!isHostName(address.host)) {
+      error = address.host.empty()
+                  ? "no host is named"
+                  : quoted(address.host) + " is no host name or address";
+      return false;
+    }
+  }
+  if (rest.empty()) {
+    return true;
+  }
+  if (rest.front() != ':' || !readPort(rest.substr(1), address.port)) {
+    error = quoted(rest) + " behind the host is no port from 1 to 65535";
+    return false;
+  }
+  return true;
+}
+
+std::optional<Address> readDirectory(std::string_view directory,
+                                     std::string& error) {
+  if (directory.empty() || directory.find('\0') != std::string_view::npos) {
+    error = "no directory is named; write file:DIR";
+    return std::nullopt;
+  }
+  Address address;
+  address.scheme = Address::Scheme::kDirectory;
+  // file:///dir is the same place as file:/dir (RFC 8089, appendix B).
+  address.directory = directory.substr(startsWith(directory, "///") ? 2 : 0);
+  return address;
+}
+
+void dropServicePath(std::string_view& text) {
+  const std::size_t slash = std::min(text.find('/'), text.size());
+  const std::string_view path = text.substr(slash);
+  if (path == "/" || path == "/redfish/v1" || path == "/redfish/v1/") {
+    text.remove_suffix(path.size());
+  }
+}
+
+}  // namespace
+
+std::optional<Address> parseAddress(std::string_view text, std::string& error) {
+  if (startsWith(text, kFilePrefix)) {
+    return readDirectory(text.substr(kFilePrefix.size()), error);
+  }
+  Address address;
+  std::string_view rest = text;
+  if (startsWith(rest, kHttpsPrefix)) {
+    rest.remove_prefix(kHttpsPrefix.size());
+  } else if (startsWith(rest, kHttpPrefix)) {
+    rest.remove_prefix(kHttpPrefix.size());
+    address.scheme = Address::Scheme::kHttp;
+  }
+  // The last "@" ends the user's name, which may hold others.
+  const std::size_t at = rest.rfind('@');
+  if (at != std::string_view::npos) {
+    address.user = rest.substr(0, at);
+    if (address.user.find(':') != std::string::npos) {
+      error =
+          "a password in the address would be seen by every user of this "
+          "machine; leave it out, and give it by --password-file, "
+          "--password-stdin, BRIVEL_PASSWORD or at the prompt";
+      return std::nullopt;
+    }
+    if (address.user.empty() ||
+        std::any_of(address.user.begin(), address.user.end(), isControl)) {
+      error = "the user's name before '@' is empty or holds control characters";
+      return std::nullopt;
+    }
+    rest.remove_prefix(at + 1);
+  }
+  if (rest.find("://") != std::string_view::npos) {
+    error = quoted(rest) + " is neither https:// nor file:";
+    return std::nullopt;
+  }
+  dropServicePath(rest);
+  if (rest.find('/') != std::string_view::npos) {
+    error = quoted(rest) +
+            " holds a path; name the host alone, or file:DIR for a recorded "
+            "server";
+    return std::nullopt;
+  }
+  if (!readHostAndPort(rest, address, error)) {
+    return std::nullopt;
+  }
+  return address;
+}
+
+bool isLoopback(const Address& address) {
+  if (address.host == "localhost") {
+    return true;
+  }
+  if (const auto four = boost::urls::parse_ipv4_address(address.host)) {
+    return four->is_loopback();
+  }
+  const auto six = boost::urls::parse_ipv6_address(address.host);
+  return six && six->is_loopback();
+}
+
+http::Origin originOf(const Address& address) {
+  return {address.host, address.port, address.scheme == Address::Scheme::kHttp};
+}
+
+std::string inWords(const Address& address) {
+  return address.scheme == Address::Scheme::kDirectory
+             ? std::string(kFilePrefix) + address.directory
+             : http::addressOf(originOf(address));
+}
+
+}  // namespace connection

@@ -1,0 +1,246 @@
+#include "suite/connection/settings/settings.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "suite/connection/settings/settings_values.h"
+#include "suite/connection/settings/values.h"
+
+namespace connection {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
+
+// Keys that a table may hold, each with what becomes of its value.
+using Keys = std::vector<
+    std::pair<std::string_view, std::function<void(const SettingsValue&)>>>;
+
+Keys targetKeys(TargetSettings& target) {
+  using Value = const SettingsValue&;
+  // clang-format off
+  return {
+      {"user", [&](Value value) { target.user = readText(value); }},
+      {"password-file", [&](Value value) { target.passwordFile = readPath(value); }},
+      {"cacert", [&](Value value) { target.caFile = readPath(value); }},
+      {"pin", [&](Value value) { target.pin = readPin(value); }},
+      {"insecure", [&](Value value) { target.insecure = readFlag(value); }},
+      {"plain-http", [&](Value value) { target.plainHttp = readFlag(value); }},
+      {"timeout", [&](Value value) { target.timeout = readSeconds(value); }},
+      {"deadline", [&](Value value) { target.deadline = readSeconds(value); }},
+      {"max-connections", [&](Value value) { target.maxConnections = readNumber(value, 1, kMostConnections); }},
+      {"ipmi-port", [&](Value value) { target.ipmiPort = readNumber(value, 1, kLargestPort); }},
+      {"thorough", [&](Value value) { target.thorough = readFlag(value); }},
+  };
+  // clang-format on
+}
+
+// Reads one file; its life is the reading.
+class SettingsReader {
+ public:
+  SettingsReader(const std::string& file, const std::string& home)
+      : directory_(fs::path(file).parent_path().string()), home_(home) {
+    settings_.file = file;
+  }
+
+  Settings read(const toml::table& root) {
+    // The named targets come first: [inband] may refer to one.
+    if (const toml::node* const targets = root.get("targets")) {
+      readTargets(table(*targets, "targets"));
+    }
+    for (const auto& [key, node] : root) {
+      if (key == "defaults") {
+        readDefaults(table(node, "defaults"));
+      } else if (key == "inband") {
+        readInband(table(node, "inband"));
+      } else if (key != "targets") {
+        throw SettingsMistake{key.source().begin.line,
+                              "unknown table or key '" +
+                                  std::string(key.str()) +
+                                  "'; known tables are [defaults], "
+                                  "[targets.NAME] and [inband]"};
+      }
+    }
+    return std::move(settings_);
+  }
+
+ private:
+  static const toml::table& table(const toml::node& node,
+                                  const std::string& name) {
+    if (!node.is_table()) {
+      throw SettingsMistake{node.source().begin.line,
+                            "'" + name + "' must be a table: [" + name + "]"};
+    }
+    return *node.as_table();
+  }
+
+  void readKeys(const toml::table& entries, const std::string& name,
+                const Keys& keys) const {
+    for (const auto& [key, node] : entries) {
+      const SettingsValue value{node, name, key.str(), directory_, home_};
+      std::string known;
+      bool taken = false;
+      for (const auto& [candidate, take] : keys) {
+        if (candidate == key.str()) {
+          take(value);
+          taken = true;
+        }
+        known += (known.empty() ? "" : ", ") + std::string(candidate);
+      }
+      if (taken) {
+        continue;
+      }
+      if (key.str() == "password") {
+        reject(value,
+               "does not belong here: put the password into a file that only "
+               "you can read (chmod 600), and name that file by password-file");
+      }
+      throw SettingsMistake{key.source().begin.line,
+                            "unknown key '" + std::string(key.str()) +
+                                "' in [" + name + "]; known are " + known};
+    }
+  }
+
+  void readDefaults(const toml::table& entries) {
+    Keys keys = targetKeys(settings_.defaults);
+    keys.emplace_back("log-file", [&](const SettingsValue& value) {
+      settings_.logFile = readPath(value);
+    });
+    keys.emplace_back("log-level", [&](const SettingsValue& value) {
+      settings_.logLevel = readNumber(value, 0, kHighestLogLevel);
+    });
+    readKeys(entries, "defaults", keys);
+  }
+
+  void readTargets(const toml::table& entries) {
+    for (const auto& [key, node] : entries) {
+      const std::string name = "targets." + std::string(key.str());
+      const toml::table& target = table(node, name);
+      std::optional<Address> address;
+      TargetSettings settings;
+      Keys keys = targetKeys(settings);
+      keys.emplace_back("address", [&](const SettingsValue& value) {
+        address = readAddress(value);
+      });
+      readKeys(target, name, keys);
+      if (!address) {
+        throw SettingsMistake{key.source().begin.line,
+                              "[" + name + "] has no address"};
+      }
+      settings_.targets.emplace(key.str(),
+                                NamedTarget{*address, std::move(settings)});
+    }
+  }
+
+  void readInband(const toml::table& entries) {
+    InBandSettings& inband = settings_.inband;
+    TargetSettings ofSource;
+    Keys keys = targetKeys(inband.settings);
+    keys.emplace_back("source", [&](const SettingsValue& value) {
+      const auto named = settings_.targets.find(readText(value));
+      if (named != settings_.targets.end()) {
+        inband.source = named->second.address;
+        ofSource = named->second.settings;
+      } else {
+        inband.source = readAddress(value);
+      }
+    });
+    keys.emplace_back("bootstrap-credentials", [&](const SettingsValue& value) {
+      inband.bootstrapCredentials = readFlag(value);
+    });
+    keys.emplace_back("pci-ids", [&](const SettingsValue& value) {
+      inband.pciIdsFile = readPath(value);
+    });
+    readKeys(entries, "inband", keys);
+    inband.settings = overlay(inband.settings, ofSource);
+  }
+
+  std::string directory_;
+  const std::string& home_;
+  Settings settings_;
+};
+
+// The whole file; nothing, and the reason in `error`, when it cannot be read.
+std::optional<std::string> readFile(const std::string& file,
+                                    std::string& error) {
+  std::error_code failure;
+  if (fs::is_directory(file, failure)) {
+    error = "is a directory";
+    return std::nullopt;
+  }
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) {
+    error = std::strerror(errno);
+    return std::nullopt;
+  }
+  std::string text(kLargestFile + 1, '\0');
+  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(stream.gcount()));
+  if (stream.bad() || text.size() > kLargestFile) {
+    error = stream.bad() ? "cannot be read" : "is larger than 1 MiB";
+    return std::nullopt;
+  }
+  return text;
+}
+
+}  // namespace
+
+TargetSettings overlay(const TargetSettings& first,
+                       const TargetSettings& second) {
+  TargetSettings both = first;
+  const auto fill = [&](auto member) {
+    if (!(both.*member)) {
+      both.*member = second.*member;
+    }
+  };
+  fill(&TargetSettings::user);
+  fill(&TargetSettings::passwordFile);
+  fill(&TargetSettings::caFile);
+  fill(&TargetSettings::pin);
+  fill(&TargetSettings::insecure);
+  fill(&TargetSettings::plainHttp);
+  fill(&TargetSettings::timeout);
+  fill(&TargetSettings::deadline);
+  fill(&TargetSettings::maxConnections);
+  fill(&TargetSettings::ipmiPort);
+  fill(&TargetSettings::thorough);
+  return both;
+}
+
+std::optional<Settings> loadSettings(const std::string& file,
+                                     const std::string& home,
+                                     std::string& error) {
+  std::string reason;
+  const std::optional<std::string> text = readFile(file, reason);
+  if (!text) {
+    error = file + ": " + reason;
+    return std::nullopt;
+  }
+  return readSettings(*text, file, home, error);
+}
+
+std::optional<Settings> readSettings(std::string_view text,
+                                     const std::string& file,
+                                     const std::string& home,
+                                     std::string& error) {
+  try {
+    return SettingsReader(file, home).read(toml::parse(text, file));
+  } catch (const SettingsMistake& mistake) {
+    error = file + ":" + std::to_string(mistake.line) + ": " + mistake.text;
+  } catch (const toml::parse_error& failure) {
+    error = file + ":" + std::to_string(failure.source().begin.line) + ": " +
+            std::string(failure.description());
+  }
+  return std::nullopt;
+}
+
+}  // namespace connection

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "suite/connection/settings/address.h"
+
+namespace connection {
+
+/// How a target is to be treated, as far as one source says so: the command
+/// line, the target's own table in the settings, or the defaults there.
+struct TargetSettings {
+  std::optional<std::string> user;
+  std::optional<std::string> passwordFile;
+  std::optional<std::string> caFile;  ///< Authorities to trust, PEM.
+  std::optional<std::string> pin;     ///< "sha256//..." of the public key.
+  std::optional<bool> insecure;       ///< Trust any certificate.
+  std::optional<bool> plainHttp;      ///< Allow http:// beyond this machine.
+  std::optional<std::chrono::milliseconds> timeout;   ///< Of one request.
+  std::optional<std::chrono::milliseconds> deadline;  ///< Of the whole run.
+  std::optional<int> maxConnections;                  ///< 1 to 16.
+  std::optional<int> ipmiPort;   ///< UDP port of IPMI over LAN.
+  std::optional<bool> thorough;  ///< Read past healthy roll-ups.
+};
+
+/// The first source's values, and the second's where the first has none.
+TargetSettings overlay(const TargetSettings& first,
+                       const TargetSettings& second);
+
+/// A target that the settings name.
+struct NamedTarget {
+  Address address;
+  TargetSettings settings;
+};
+
+/// How this machine itself is read when no target is named.
+struct InBandSettings {
+  /// What is asked in the place of the machine's own controllers.
+  std::optional<Address> source;
+  /// For the source, or for the controllers that the machine finds.
+  TargetSettings settings;
+  /// Let a controller make an account, where no user is named.
+  bool bootstrapCredentials = false;
+  /// Names of PCI devices; empty: where systems keep them.
+  std::string pciIdsFile;
+};
+
+/// The settings file, read.
+struct Settings {
+  std::string file;  ///< Empty: there is none.
+  TargetSettings defaults;
+  std::map<std::string, NamedTarget, std::less<>> targets;
+  InBandSettings inband;
+  std::optional<std::string> logFile;
+  std::optional<int> logLevel;  ///< 0 to 4.
+};
+
+/// Reads a settings file (TOML 1.0). Paths in it may begin with "~/", which is
+/// `home`, and are otherwise relative to the file's directory. Nothing when the
+/// file cannot be read or anything in it is not understood, and the reason in
+/// `error`, with file, line and key; values are not repeated there.
+std::optional<Settings> loadSettings(const std::string& file,
+                                     const std::string& home,
+                                     std::string& error);
+
+/// The same for the text of a settings file, which `file` only names.
+std::optional<Settings> readSettings(std::string_view text,
+                                     const std::string& file,
+                                     const std::string& home,
+                                     std::string& error);
+
+}  // namespace connection

@@ -1,0 +1,112 @@
+#include "suite/connection/settings/target.h"
+
+namespace connection {
+namespace {
+
+// The choice's address with what the settings, or the address itself, say
+// about it.
+std::optional<NamedTarget> find(const TargetChoice& choice,
+                                const Settings& settings, std::string& error) {
+  std::optional<NamedTarget> found;
+  const auto named = settings.targets.find(choice.text);
+  if (choice.text.empty()) {
+    if (settings.inband.source) {
+      found = NamedTarget{*settings.inband.source, settings.inband.settings};
+    }
+  } else if (named != settings.targets.end()) {
+    found = named->second;
+  } else if (auto address = parseAddress(choice.text, error)) {
+    const std::string& user = address->user;
+    if (choice.given.user && !user.empty() && *choice.given.user != user) {
+      error = "two users are given: '" + user + "' in the address, and '" +
+              *choice.given.user + "' by --user";
+      return std::nullopt;
+    }
+    found = NamedTarget{*std::move(address), {}};
+  }
+  if (found && !found->settings.user && !found->address.user.empty()) {
+    found->settings.user = found->address.user;
+  }
+  return found;
+}
+
+std::string settingsPasswordFile(const std::string& user,
+                                 const NamedTarget& found,
+                                 const Settings& settings) {
+  for (const TargetSettings* table : {&found.settings, &settings.defaults}) {
+    if (table->passwordFile && table->user.value_or(user) == user) {
+      return *table->passwordFile;
+    }
+  }
+  return "";
+}
+
+// What speaks against talking to the target so; empty when nothing does.
+std::string objection(const Target& target) {
+  const bool passwordGiven =
+      target.password.standardInput || !target.password.optionFile.empty();
+  if (target.address.scheme != Address::Scheme::kDirectory &&
+      target.user.empty() && passwordGiven) {
+    return "a password is given, but no user; add --user NAME";
+  }
+  if (target.address.scheme != Address::Scheme::kHttp ||
+      isLoopback(target.address)) {
+    return "";
+  }
+  if (!target.plainHttp) {
+    return "http:// is not encrypted, and meant for this machine itself; use "
+           "https://, or allow it by plain-http = true in the settings";
+  }
+  if (!target.user.empty()) {
+    return "no password is sent over http:// to another machine; use https://, "
+           "or name no user";
+  }
+  return "";
+}
+
+// The target with all that the sources say of it.
+Target merge(const TargetChoice& choice, const NamedTarget& found,
+             const Settings& settings) {
+  const TargetSettings merged =
+      overlay(overlay(choice.given, found.settings), settings.defaults);
+  Target target;
+  target.address = found.address;
+  target.user = merged.user.value_or("");
+  target.password = {choice.given.passwordFile.value_or(""),
+                     choice.passwordFromStdin,
+                     settingsPasswordFile(target.user, found, settings)};
+  target.caFile = merged.caFile.value_or("");
+  target.pin = merged.pin.value_or("");
+  target.insecure = merged.insecure.value_or(target.insecure);
+  target.timeout = merged.timeout.value_or(target.timeout);
+  target.deadline = merged.deadline.value_or(target.deadline);
+  target.maxConnections = merged.maxConnections.value_or(target.maxConnections);
+  target.ipmiPort = merged.ipmiPort.value_or(target.ipmiPort);
+  target.thorough = merged.thorough.value_or(target.thorough);
+  target.plainHttp = merged.plainHttp.value_or(target.plainHttp);
+  return target;
+}
+
+}  // namespace
+
+std::optional<Target> resolveTarget(const TargetChoice& choice,
+                                    const Settings& settings,
+                                    std::string& error) {
+  const std::optional<NamedTarget> found = find(choice, settings, error);
+  if (!found) {
+    return std::nullopt;
+  }
+  Target target = merge(choice, *found, settings);
+  const std::string reason = objection(target);
+  if (!reason.empty()) {
+    error = reason;
+    return std::nullopt;
+  }
+  return target;
+}
+
+Target controllerTarget(const TargetChoice& choice, const Settings& settings) {
+  return merge(choice, {{}, settings.inband.settings}, settings);
+}
+
+}  // namespace connection

@@ -1,8 +1,0 @@
-#pragma once
-
-namespace connection {
-
-/// How messages call the user's own settings file.
-const char* usersSettings();
-
-}  // namespace connection

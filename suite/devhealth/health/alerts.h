@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+#include "syshealth/health/alert.h"
+
+namespace devhealth {
+
+struct AlertOptions {
+  /// The components are to tell for themselves, even where the service's list
+  /// of conditions would do.
+  bool thorough = false;
+};
+
+/// What the graph tells of a node's active events, and what would have to be
+/// read to tell more.
+struct HealthReading {
+  /// In the order of the categories; severities 1 and 2 only.
+  std::vector<Tarvex::DeviceHealth::Alert> alerts;
+  /// Why the events cannot be known: a list of components that the walk needs
+  /// could not be read.
+  std::optional<base::Failure> failure;
+  /// The list of conditions answered, so that no walk was needed.
+  bool serviceConditionsSuffice = false;
+  /// Document keys of the resources whose branches were not entered although
+  /// a holder above them states a health that nothing found so far explains.
+  std::set<std::string> unexplained;
+  /// What else would tell more: origins of conditions, sensors, registries.
+  std::vector<redfish::Uri> wanted;
+};
+
+/// Reads the node's active events out of the graph: the service's list of
+/// conditions, the conditions of all that was read, and the health of parts
+/// that neither explains. Each event stands once. The alerts are the best
+/// answer that this graph gives; with `unexplained` and `wanted` read, the
+/// next one may be better. The node's system must not be null.
+HealthReading readAlerts(const redfish::Graph& graph, const redfish::Node& node,
+                         const AlertOptions& options);
+
+}  // namespace devhealth

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+
+namespace devhealth {
+
+/// What concerns one node of a service: all but the other nodes' systems, and
+/// the chassis and managers that serve only those. An enclosure that holds
+/// several nodes concerns them all.
+class NodeScope {
+ public:
+  NodeScope(const redfish::Graph& graph, const redfish::Node& node);
+
+  /// Whether a document, told by its key, concerns the node.
+  bool holds(std::string_view document) const;
+
+ private:
+  std::unordered_set<std::string> foreign_;  ///< Holders of other nodes.
+};
+
+}  // namespace devhealth

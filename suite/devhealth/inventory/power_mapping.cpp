@@ -1,0 +1,58 @@
+#include "suite/devhealth/inventory/power_mapping.h"
+
+#include <algorithm>
+#include <boost/json/array.hpp>
+
+#include "suite/devhealth/parts/chassis_parts.h"
+#include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/parts/value.h"
+#include "suite/redfish/graph/status.h"
+
+namespace devhealth {
+namespace {
+
+namespace json = redfish::json;
+using Tarvex::DeviceHealth::Power;
+
+// The rated output: that of the supply, else the largest of its input ranges,
+// which the two models name differently. The load of the moment is none.
+std::optional<double> ratedWatts(const json::object& supply, bool entry) {
+  const std::string_view rangeOutput =
+      entry ? "OutputWattage" : "CapacityWatts";
+  std::optional<double> watts = positiveAt(supply, "PowerCapacityWatts");
+  const json::array* ranges = redfish::arrayAt(supply, "InputRanges");
+  if (watts || ranges == nullptr) {
+    return watts;
+  }
+  for (const json::value& value : *ranges) {
+    const json::object* range = value.if_object();
+    if (range == nullptr) {
+      continue;
+    }
+    watts = std::max(watts, positiveAt(*range, rangeOutput));
+  }
+  return watts;
+}
+
+}  // namespace
+
+Mapped<Power> mapPowers(const redfish::Graph& graph,
+                        const redfish::Node& node) {
+  ReadTally tally;
+  std::vector<Power> rows;
+  for (ChassisPart& source :
+       chassisParts(graph, node, redfish::powerSources(node),
+                    kPowerSupplySchema, tally)) {
+    Power row;
+    row.elementName = std::move(source.name);
+    row.healthState = healthWord(redfish::Health::kUnknown);
+    if (const json::object* supply = source.part.object) {
+      row.totalOutputPower = quantity(ratedWatts(*supply, source.entry), "W");
+      row.healthState = healthState(*supply);
+    }
+    rows.push_back(std::move(row));
+  }
+  return tableOf(std::move(rows), tally);
+}
+
+}  // namespace devhealth

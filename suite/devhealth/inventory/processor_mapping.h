@@ -1,0 +1,15 @@
+#pragma once
+
+#include "suite/devhealth/parts/mapped.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+#include "syshealth/inventory/components.h"
+
+namespace devhealth {
+
+/// The node's processors: CPUs alone, without other kinds of accelerators and
+/// without the cores and threads inside them.
+Mapped<Tarvex::DeviceHealth::Processor> mapProcessors(
+    const redfish::Graph& graph, const redfish::Node& node);
+
+}  // namespace devhealth

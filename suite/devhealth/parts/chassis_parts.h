@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "suite/devhealth/parts/mapped.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+
+namespace devhealth {
+
+/// The two ways in which a chassis lists one kind of part: the subsystem with
+/// a collection of resources, and the older document with an array.
+struct PartSchema {
+  std::string_view subsystem;   ///< Link of a chassis, and the type behind it.
+  std::string_view collection;  ///< Link of the subsystem.
+  std::string_view type;        ///< Type of a member.
+  std::string_view document;    ///< Link of a chassis, older; also the type.
+  std::string_view array;       ///< Array in the document.
+  std::string_view locator;     ///< Locator of an entry, for its name.
+};
+
+inline constexpr PartSchema kFanSchema = {
+    "ThermalSubsystem", "Fans", "Fan", "Thermal", "Fans", "FanName"};
+inline constexpr PartSchema kPowerSupplySchema = {
+    "PowerSubsystem", "PowerSupplies", "PowerSupply",
+    "Power",          "PowerSupplies", ""};
+
+/// A part that makes a row.
+struct ChassisPart {
+  Part part;           ///< Its object is null when it could not be read.
+  std::string name;    ///< What it is called.
+  bool entry = false;  ///< It is an entry of the older document.
+};
+
+/// The parts of one kind in a list of places, such as `coolingSources` gives:
+/// chassis, single parts, places in the older document. A chassis is asked for
+/// its subsystem, and for its older document only when the subsystem has no
+/// such part; the same part never comes twice. When the places have none, the
+/// chassis that hold the node's own are asked, the nearest first. Absent parts
+/// are left out.
+std::vector<ChassisPart> chassisParts(const redfish::Graph& graph,
+                                      const redfish::Node& node,
+                                      const std::vector<redfish::Uri>& places,
+                                      const PartSchema& schema,
+                                      ReadTally& tally);
+
+/// The failure that keeps the node's chassis from being known: one that the
+/// system names cannot be read, or, when no chassis is known at all, the
+/// collection of chassis or a member of it.
+std::optional<base::Failure> chassisFailure(const redfish::Graph& graph,
+                                            const redfish::Node& node);
+
+}  // namespace devhealth

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "suite/base/failure.h"
+#include "suite/devhealth/parts/part_list.h"
+
+namespace devhealth {
+
+/// What a mapping made of the graph: the rows of one table, or why there is no
+/// table.
+template <typename Record>
+struct Mapped {
+  std::vector<Record> records;
+  /// Set when a list that the table needs could not be read, or none of the
+  /// parts in it; the records are not to be used then.
+  std::optional<base::Failure> failure;
+};
+
+/// Counts what a table was made from, and tells whether that is enough.
+class ReadTally {
+ public:
+  /// A part was read, whether or not it makes a row.
+  void read() { ++read_; }
+
+  /// A part could not be read. It has a row all the same, which says so.
+  void unreadable(const Part& part) {
+    if (unreadable_++ == 0) {
+      first_ = failureOf(part.uri, part.failure);
+    }
+  }
+
+  /// A list of parts could not be read. The first one tells the cause.
+  void fail(const base::Failure& failure) {
+    if (!failure_) {
+      failure_ = failure;
+    }
+  }
+
+  /// Why the table cannot be had; nothing when it can.
+  std::optional<base::Failure> verdict() const;
+
+ private:
+  std::size_t read_ = 0;
+  std::size_t unreadable_ = 0;
+  base::Failure first_;  ///< Of the parts that could not be read.
+  std::optional<base::Failure> failure_;
+};
+
+/// The table of some records.
+template <typename Record>
+Mapped<Record> tableOf(std::vector<Record> records, const ReadTally& tally) {
+  return {std::move(records), tally.verdict()};
+}
+
+}  // namespace devhealth

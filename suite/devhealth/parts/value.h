@@ -1,0 +1,56 @@
+#pragma once
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "suite/redfish/graph/json.h"
+
+namespace devhealth {
+
+// From JSON values to what the records hold. Services send numbers as texts
+// and texts as numbers, null for what they do not know and placeholders for
+// what the maker never filled in; each of these is an ordinary case here, and
+// none of them costs more than its own value.
+
+/// Longest text that a record or alert carries, in bytes; a longer one is cut
+/// at a character and ends in "...". It leaves room for every real value and
+/// keeps a hostile one from flooding the console.
+inline constexpr std::size_t kMaxTextBytes = 1024;
+
+/// A text made fit for a record: cleaned, cut to kMaxTextBytes; empty when it
+/// is a placeholder such as "N/A" or "To be filled by O.E.M.".
+std::string recordText(std::string_view text);
+
+/// The text of a value: that of a string, the digits of a number; empty for
+/// everything else.
+std::string textOf(const redfish::json::value& value);
+
+/// The text of the value at a path; empty where there is none.
+std::string textAt(const redfish::json::object& object, std::string_view path);
+
+/// The first text at the paths that is not empty.
+std::string firstTextAt(const redfish::json::object& object,
+                        std::initializer_list<std::string_view> paths);
+
+/// The number that a value is or that a string wholly holds; nothing for
+/// everything else, and for what is not finite or beyond 10^15.
+std::optional<double> numberOf(const redfish::json::value& value);
+
+/// The number at a path.
+std::optional<double> numberAt(const redfish::json::object& object,
+                               std::string_view path);
+
+/// The number at a path, if it is greater than 0.
+std::optional<double> positiveAt(const redfish::json::object& object,
+                                 std::string_view path);
+
+/// A number as text, the same in every locale: at most one decimal, and none
+/// where it is 0 (2333.0 is "2333").
+std::string formatNumber(double number);
+
+/// Number, blank, unit; empty without a number.
+std::string quantity(std::optional<double> number, std::string_view unit);
+
+}  // namespace devhealth

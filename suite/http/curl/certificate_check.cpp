@@ -1,0 +1,82 @@
+#include "suite/http/curl/certificate_check.h"
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "suite/http/curl/curl_handle.h"
+#include "suite/http/curl/curl_library.h"
+
+namespace http {
+namespace {
+
+// The pin of a certificate's key; empty when it cannot be made.
+std::string pinOf(const X509* certificate) {
+  if (certificate == nullptr) {
+    return "";
+  }
+  const OpensslLibrary& ssl = openssl();
+  const X509_PUBKEY* const key = ssl.x509GetX509Pubkey(certificate);
+  const int size = ssl.i2dX509Pubkey(key, nullptr);
+  if (size <= 0) {
+    return "";
+  }
+  std::vector<unsigned char> encoded(static_cast<std::size_t>(size));
+  unsigned char* end = encoded.data();
+  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+  unsigned int digestSize = 0;
+  if (ssl.i2dX509Pubkey(key, &end) != size ||
+      ssl.evpDigest(encoded.data(), encoded.size(), digest.data(), &digestSize,
+                    ssl.evpSha256(), nullptr) != 1) {
+    return "";
+  }
+  std::array<unsigned char, 2 * EVP_MAX_MD_SIZE> text{};
+  const int length = ssl.evpEncodeBlock(text.data(), digest.data(),
+                                        static_cast<int>(digestSize));
+  return "sha256//" + std::string(text.begin(), text.begin() + length);
+}
+
+bool isTrusted(const X509* certificate, const std::string& digest) {
+  const OpensslLibrary& ssl = openssl();
+  std::array<unsigned char, EVP_MAX_MD_SIZE> own{};
+  unsigned int size = 0;
+  return certificate != nullptr &&
+         ssl.x509Digest(certificate, ssl.evpSha256(), own.data(), &size) == 1 &&
+         digest == std::string(own.begin(), own.begin() + size);
+}
+
+// The check of a chain, OpenSSL's own unless one certificate is to be
+// trusted, and a note of whose it is.
+int verify(X509_STORE_CTX* chain, void* data) {
+  auto& check = *static_cast<CertificateCheck*>(data);
+  const OpensslLibrary& ssl = openssl();
+  const X509* const certificate = ssl.x509StoreCtxGet0Cert(chain);
+  bool trusted = false;
+  try {
+    check.pin = pinOf(certificate);
+    trusted = !check.trusted.empty() && isTrusted(certificate, check.trusted);
+  } catch (...) {
+    check.pin.clear();
+  }
+  if (check.trusted.empty()) {
+    return ssl.x509VerifyCert(chain);
+  }
+  ssl.x509StoreCtxSetError(
+      chain, trusted ? X509_V_OK : X509_V_ERR_APPLICATION_VERIFICATION);
+  return trusted ? 1 : 0;
+}
+
+CURLcode prepare(CURL* /*easy*/, void* context, void* check) {
+  openssl().sslCtxSetCertVerifyCallback(static_cast<SSL_CTX*>(context), verify,
+                                        check);
+  return CURLE_OK;
+}
+
+}  // namespace
+
+void installCertificateCheck(CURL* easy, CertificateCheck& check) {
+  setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &prepare);
+  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&check));
+}
+
+}  // namespace http

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <memory>
+
+#include "suite/http/curl/curl_library.h"
+
+namespace http {
+
+// Owners of libcurl's handles, and its setting of options with the error
+// turned into an exception: what fails there is memory, or our own mistake.
+
+template <auto Function>
+struct CurlDeleter {
+  template <typename Handle>
+  void operator()(Handle* handle) const {
+    static_cast<void>(
+        (curl().*Function)(handle));  // Nobody is left to be told.
+  }
+};
+
+using CurlEasy = std::unique_ptr<CURL, CurlDeleter<&CurlLibrary::easyCleanup>>;
+using CurlMulti =
+    std::unique_ptr<CURLM, CurlDeleter<&CurlLibrary::multiCleanup>>;
+using CurlShare =
+    std::unique_ptr<CURLSH, CurlDeleter<&CurlLibrary::shareCleanup>>;
+
+/// New handles; libcurl is made ready for use before the first one. Throw
+/// when there is no memory for them.
+CurlEasy makeCurlEasy();
+CurlMulti makeCurlMulti();
+CurlShare makeCurlShare();
+
+/// Throws unless the code says success.
+void check(CURLcode code);
+void check(CURLMcode code);
+void check(CURLSHcode code);
+
+template <typename Value>
+void setOption(CURL* easy, CURLoption option, Value value) {
+  check(curl().easySetopt(easy, option, value));
+}
+
+/// A list of header lines whose text is overwritten when it dies.
+class CurlHeaders {
+ public:
+  CurlHeaders() = default;
+  ~CurlHeaders();
+
+  CurlHeaders(CurlHeaders&& other) noexcept : list_(other.list_) {
+    other.list_ = nullptr;
+  }
+  CurlHeaders& operator=(CurlHeaders&& other) noexcept;
+
+  void append(const char* line);
+  curl_slist* get() const { return list_; }
+
+ private:
+  curl_slist* list_ = nullptr;
+};
+
+}  // namespace http

@@ -1,0 +1,269 @@
+#include "suite/http/curl/curl_transfer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "suite/base/secret.h"
+
+namespace http {
+namespace {
+
+constexpr char kUserAgent[] = "brivel/1.0";
+
+// What libcurl may be late with a time limit before we step in.
+constexpr std::chrono::milliseconds kGrace(100);
+
+// What an info of a finished transfer says; 0 when it says nothing.
+template <typename Value>
+Value infoOf(CURL* easy, CURLINFO info) {
+  Value value = 0;
+  return curl().easyGetinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
+}
+
+// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
+bool isHttp2(CURL* easy) {
+  const curl_tlssessioninfo* session = nullptr;
+  if (curl().easyGetinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
+      session->backend != CURLSSLBACKEND_OPENSSL ||
+      session->internals == nullptr) {
+    return false;
+  }
+  const unsigned char* name = nullptr;
+  unsigned int size = 0;
+  openssl().sslGet0AlpnSelected(static_cast<const SSL*>(session->internals),
+                                &name, &size);
+  return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
+}
+
+// Whether a code says that HTTP/2 was spoken badly.
+bool isFraming(CURLcode code) {
+  return code == CURLE_HTTP2 || code == CURLE_HTTP2_STREAM;
+}
+
+// Whether a code says that the connection was lost, which is also all that
+// some kinds of bad framing look like.
+bool isLoss(CURLcode code) {
+  return code == CURLE_GOT_NOTHING || code == CURLE_SEND_ERROR ||
+         code == CURLE_RECV_ERROR || code == CURLE_PARTIAL_FILE;
+}
+
+bool hasCome(CURL* easy, CURLINFO time) {
+  return infoOf<curl_off_t>(easy, time) > 0;
+}
+
+}  // namespace
+
+void CurlTransfer::prepare(std::uint64_t id, Request request,
+                           const std::string& url, bool identity) {
+  id_ = id;
+  // Short texts leave their bytes behind, wherever they are moved to.
+  std::swap(request_, request);
+  deadline_ = base::Clock::now() + request_.timeout + kGrace;
+  base::wipe(request.body);
+  base::wipe(request.basicPassword);
+
+  CURL* easy = easy_.get();
+  setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
+  setOption(easy, CURLOPT_URL, url.c_str());
+  setOption(easy, CURLOPT_PATH_AS_IS, 1L);
+  setOption(easy, CURLOPT_USERAGENT, kUserAgent);
+  // 0 would mean without end.
+  setOption(easy, CURLOPT_TIMEOUT_MS,
+            std::max(static_cast<long>(request_.timeout.count()), 1L));
+  setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
+            static_cast<curl_off_t>(kMaxBodyBytes));
+  setOption(easy, CURLOPT_ERRORBUFFER, errorText_.data());
+  setOption(easy, CURLOPT_PREREQFUNCTION, &CurlTransfer::onConnection);
+  setOption(easy, CURLOPT_PREREQDATA, static_cast<void*>(this));
+  setOption(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
+  setOption(easy, CURLOPT_WRITEDATA, static_cast<void*>(this));
+  setOption(easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
+  setOption(easy, CURLOPT_HEADERDATA, static_cast<void*>(this));
+  if (!identity) {
+    setOption(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
+  }
+  // libcurl repeats a request by itself when a kept-alive connection turns
+  // out to be dead. A login must never be sent twice.
+  if (request_.freshConnection || request_.method == Method::kPost) {
+    setOption(easy, CURLOPT_FRESH_CONNECT, 1L);
+  }
+  setMethod();
+  setHeaders(identity);
+  setCredentials();
+}
+
+void CurlTransfer::setMethod() {
+  CURL* easy = easy_.get();
+  switch (request_.method) {
+    case Method::kGet:
+      setOption(easy, CURLOPT_HTTPGET, 1L);
+      break;
+    case Method::kPost:
+      setOption(easy, CURLOPT_POST, 1L);
+      setOption(easy, CURLOPT_POSTFIELDS, request_.body.c_str());
+      setOption(easy, CURLOPT_POSTFIELDSIZE_LARGE,
+                static_cast<curl_off_t>(request_.body.size()));
+      break;
+    case Method::kDelete:
+      setOption(easy, CURLOPT_CUSTOMREQUEST, "DELETE");
+      break;
+  }
+}
+
+void CurlTransfer::setHeaders(bool identity) {
+  headerLines_.append("Accept: application/json");
+  headerLines_.append("OData-Version: 4.0");
+  // Without libcurl's own decoder: what comes in spite of this request is
+  // taken as it is.
+  if (identity) {
+    headerLines_.append("Accept-Encoding: identity");
+  }
+  if (request_.method == Method::kPost) {
+    headerLines_.append("Content-Type: application/json");
+    headerLines_.append("Expect:");
+  }
+  for (const auto& [name, value] : request_.headers) {
+    std::string line;
+    line.reserve(name.size() + 2 + value.size());
+    line.append(name).append(": ").append(value);
+    headerLines_.append(line.c_str());
+    base::wipe(line);
+  }
+  setOption(easy_.get(), CURLOPT_HTTPHEADER, headerLines_.get());
+}
+
+void CurlTransfer::setCredentials() {
+  if (request_.basicUser.empty() && request_.basicPassword.empty()) {
+    return;
+  }
+  setOption(easy_.get(), CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
+  setOption(easy_.get(), CURLOPT_USERNAME, request_.basicUser.c_str());
+  setOption(easy_.get(), CURLOPT_PASSWORD, request_.basicPassword.c_str());
+}
+
+int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
+                               char* /*localAddress*/, int /*remotePort*/,
+                               int /*localPort*/) {
+  auto& transfer = *static_cast<CurlTransfer*>(self);
+  transfer.connected_ = true;
+  transfer.speaksHttp2_ = isHttp2(transfer.easy_.get());
+  return CURL_PREREQFUNC_OK;
+}
+
+std::size_t CurlTransfer::onBody(char* data, std::size_t size,
+                                 std::size_t count, void* self) {
+  auto& transfer = *static_cast<CurlTransfer*>(self);
+  const std::size_t bytes = size * count;
+  if (bytes > kMaxBodyBytes - transfer.body_.size()) {
+    transfer.bodyTooLarge_ = true;
+    return CURL_WRITEFUNC_ERROR;
+  }
+  try {
+    transfer.body_.append(data, bytes);
+  } catch (...) {
+    transfer.exception_ = std::current_exception();
+    return CURL_WRITEFUNC_ERROR;
+  }
+  return bytes;
+}
+
+std::size_t CurlTransfer::onHeader(char* data, std::size_t size,
+                                   std::size_t count, void* self) {
+  auto& transfer = *static_cast<CurlTransfer*>(self);
+  const std::size_t bytes = size * count;
+  try {
+    return transfer.headers_.add({data, bytes}) ? bytes : CURL_WRITEFUNC_ERROR;
+  } catch (...) {
+    transfer.exception_ = std::current_exception();
+    return CURL_WRITEFUNC_ERROR;
+  }
+}
+
+Answer CurlTransfer::finish(CURLcode code, const std::string& address,
+                            std::chrono::milliseconds connectTimeout,
+                            const std::string& presentedPin) {
+  if (exception_ != nullptr) {
+    std::rethrow_exception(exception_);
+  }
+  CURL* easy = easy_.get();
+  Answer answer;
+  answer.id = id_;
+  answer.reusedConnection =
+      hasCome(easy, CURLINFO_PRETRANSFER_TIME_T) && connections() == 0;
+  answer.badEncoding = code == CURLE_BAD_CONTENT_ENCODING;
+  answer.http2Error = isFraming(code) || (speaksHttp2_ && isLoss(code));
+  if (code != CURLE_OK) {
+    CurlOutcome end = outcome(code, connectTimeout);
+    end.presentedPin = presentedPin;
+    answer.failure = failureOf(end);
+    answer.failure->address = address;
+    answer.failure->uri = request_.target;
+    return answer;
+  }
+  answer.status = static_cast<int>(infoOf<long>(easy, CURLINFO_RESPONSE_CODE));
+  answer.location = headers_.location();
+  answer.authToken = headers_.authToken();
+  answer.retryAfter = headers_.retryAfter();
+  answer.body = std::move(body_);
+  return answer;
+}
+
+CurlOutcome CurlTransfer::outcome(
+    CURLcode code, std::chrono::milliseconds connectTimeout) const {
+  CURL* easy = easy_.get();
+  CurlOutcome outcome;
+  outcome.code = code;
+  outcome.text = errorText_.data();
+  outcome.verifyResult = infoOf<long>(easy, CURLINFO_SSL_VERIFYRESULT);
+  outcome.osError = infoOf<long>(easy, CURLINFO_OS_ERRNO);
+  outcome.resolved = hasCome(easy, CURLINFO_NAMELOOKUP_TIME_T);
+  // libcurl has words for every end that it makes itself. A request that waits
+  // for a connection may get one when its time is over already.
+  outcome.queued = code == CURLE_OPERATION_TIMEDOUT &&
+                   (outcome.text.empty() ||
+                    (!outcome.resolved &&
+                     outcome.text.find("Resolving") == std::string::npos));
+  outcome.sent = hasCome(easy, CURLINFO_PRETRANSFER_TIME_T);
+  // The time of the connect is known only when TLS stands, too.
+  outcome.connected = outcome.sent || connections() > 0;
+  outcome.answered = headers_.begun();
+  // A header that is longer than libcurl's own buffer for one never gets
+  // here, and is reported as a lack of memory.
+  outcome.headersTooLarge =
+      headers_.tooLarge() || (code == CURLE_OUT_OF_MEMORY && outcome.sent);
+  outcome.bodyTooLarge = bodyTooLarge_;
+  outcome.connectTimeout = connectTimeout;
+  outcome.timeout = request_.timeout;
+  return outcome;
+}
+
+void CurlTransfer::reset() noexcept {
+  curl().easyReset(easy_.get());
+  for (auto& [name, value] : request_.headers) {
+    base::wipe(value);
+  }
+  base::wipe(request_.body);
+  base::wipe(request_.basicPassword);
+  request_.headers.clear();
+  headerLines_ = CurlHeaders();
+  headers_.clear();
+  body_ = std::string();
+  connected_ = false;
+  speaksHttp2_ = false;
+  bodyTooLarge_ = false;
+  exception_ = nullptr;
+  errorText_.fill('\0');
+}
+
+std::uint64_t CurlTransfer::connections() const {
+  return static_cast<std::uint64_t>(
+      infoOf<long>(easy_.get(), CURLINFO_NUM_CONNECTS));
+}
+
+std::uint64_t CurlTransfer::bytes() const {
+  return static_cast<std::uint64_t>(
+      infoOf<curl_off_t>(easy_.get(), CURLINFO_SIZE_DOWNLOAD_T));
+}
+
+}  // namespace http

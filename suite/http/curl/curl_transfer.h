@@ -1,0 +1,91 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "suite/http/curl/curl_failure.h"
+#include "suite/http/curl/curl_handle.h"
+#include "suite/http/response_headers.h"
+#include "suite/http/transport.h"
+
+namespace http {
+
+/// One request on its way, and what has come back of it. Lives as long as the
+/// transport: its handle is used for one request after another. Never moves,
+/// because libcurl holds its address.
+class CurlTransfer {
+ public:
+  CurlTransfer() : easy_(makeCurlEasy()) {}
+
+  CurlTransfer(const CurlTransfer&) = delete;
+  CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+  CURL* easy() const { return easy_.get(); }
+
+  /// Makes the handle ready for a request; options that all requests of the
+  /// transport share are set by the caller afterwards. `url` is the URL in
+  /// full. `identity` asks for a body without compression.
+  void prepare(std::uint64_t id, Request request, const std::string& url,
+               bool identity);
+
+  /// What became of the request. Rethrows what was thrown while the answer
+  /// came in. Address and URI of a failure are filled in. `presentedPin` is
+  /// that of the key that the server showed last.
+  Answer finish(CURLcode code, const std::string& address,
+                std::chrono::milliseconds connectTimeout,
+                const std::string& presentedPin);
+
+  /// Forgets the request, with its secrets.
+  void reset() noexcept;
+
+  std::uint64_t id() const { return id_; }
+  const Request& request() const { return request_; }
+
+  /// Whether it has its connection, handshake included, so that the request
+  /// may be on its way.
+  bool connected() const { return connected_; }
+
+  /// When the request is over at the latest. libcurl itself does not watch
+  /// the time of requests that wait for a connection to become free.
+  base::Clock::time_point deadline() const { return deadline_; }
+
+  /// Whether its connection speaks HTTP/2.
+  bool speaksHttp2() const { return speaksHttp2_; }
+
+  /// Connections opened, and bytes of the body as they were sent.
+  std::uint64_t connections() const;
+  std::uint64_t bytes() const;
+
+ private:
+  static int onConnection(void* self, char* remoteAddress, char* localAddress,
+                          int remotePort, int localPort);
+  static std::size_t onBody(char* data, std::size_t size, std::size_t count,
+                            void* self);
+  static std::size_t onHeader(char* data, std::size_t size, std::size_t count,
+                              void* self);
+
+  void setMethod();
+  void setHeaders(bool identity);
+  void setCredentials();
+  CurlOutcome outcome(CURLcode code,
+                      std::chrono::milliseconds connectTimeout) const;
+
+  CurlEasy easy_;
+  std::uint64_t id_ = 0;
+  Request request_;
+  base::Clock::time_point deadline_;
+  CurlHeaders headerLines_;
+  ResponseHeaders headers_;
+  std::string body_;
+  bool connected_ = false;
+  bool speaksHttp2_ = false;
+  bool bodyTooLarge_ = false;
+  std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.
+  std::array<char, CURL_ERROR_SIZE> errorText_{};
+};
+
+}  // namespace http

@@ -1,0 +1,288 @@
+#include <algorithm>
+#include <deque>
+#include <utility>
+#include <vector>
+
+#include "suite/base/secret.h"
+#include "suite/http/curl/certificate_check.h"
+#include "suite/http/curl/curl_handle.h"
+#include "suite/http/curl/curl_transfer.h"
+#include "suite/http/curl/curl_trust.h"
+#include "suite/http/network_fault.h"
+#include "suite/http/network_transport.h"
+#include "suite/http/request_trace.h"
+#include "suite/platform/interrupt.h"
+
+namespace http {
+namespace {
+
+// Longest wait in one go; `next` waits again when there is time left.
+constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
+
+class CurlTransport final : public Transport {
+ public:
+  explicit CurlTransport(NetworkTransportOptions options);
+  ~CurlTransport() override;
+
+  const std::string& address() const override { return address_; }
+  bool live() const override { return true; }
+  std::uint64_t start(Request request) override;
+  std::optional<Answer> next(base::Clock::time_point until) override;
+  void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
+  bool mayHaveArrived(std::uint64_t id) const override;
+  void cancelAll() override;
+  void disableCompression() override { identity_ = true; }
+  void disableHttp2() override {
+    http2Allowed_ = false;
+    http2Known_ = false;
+  }
+  TransportStats stats() const override { return stats_; }
+
+ private:
+  using TransferPtr = std::unique_ptr<CurlTransfer>;
+
+  // What is wrong with the options, so that nothing can be asked.
+  std::optional<base::Failure> optionFault() const;
+
+  TransferPtr takeIdle();
+  void setSharedOptions(CURL* easy);
+  void perform();
+  void collect();
+  void expire(base::Clock::time_point now);
+  void complete(CurlTransfer* transfer, CURLcode code);
+  void release(TransferPtr transfer) noexcept;
+  bool newlyInterrupted();
+  void wait(base::Clock::duration time);
+
+  NetworkTransportOptions options_;
+  std::string address_;
+  std::string url_;  // Empty: the host is none.
+  CurlTrust trust_;
+  bool identity_ = false;
+  bool http2Allowed_ = true;
+  bool http2Known_ = false;
+  bool interruptSeen_ = false;
+  bool interruptDeferred_ = false;
+  std::uint64_t lastId_ = 0;
+  TransportStats stats_;
+  std::deque<Answer> ready_;
+  CertificateCheck certificateCheck_;
+  // Destroyed in the reverse order: the transfers go first, for their handles
+  // use the others.
+  CurlShare share_;
+  CurlMulti multi_;
+  std::vector<TransferPtr> idle_;
+  std::vector<TransferPtr> active_;
+};
+
+CurlTransport::CurlTransport(NetworkTransportOptions options)
+    : options_(std::move(options)),
+      address_(addressOf(options_.origin)),
+      url_(urlOf(options_.origin).value_or("")),
+      trust_(options_.caFile, options_.pin, options_.insecure,
+             !options_.certificate.empty()),
+      certificateCheck_{"", options_.certificate},
+      share_(makeCurlShare()),
+      multi_(makeCurlMulti()) {
+  options_.maxConnections = std::max(options_.maxConnections, 1);
+  const long connections = options_.maxConnections;
+  check(curl().multiSetopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS,
+                           connections));
+  check(curl().multiSetopt(multi_.get(), CURLMOPT_MAXCONNECTS, connections));
+  check(curl().shareSetopt(share_.get(), CURLSHOPT_SHARE,
+                           CURL_LOCK_DATA_SSL_SESSION));
+  check(curl().shareSetopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
+}
+
+CurlTransport::~CurlTransport() { cancelAll(); }
+
+std::optional<base::Failure> CurlTransport::optionFault() const {
+  if (url_.empty()) {
+    return failureOf(NetworkFault::kNoHostName, "");
+  }
+  return options_.origin.plainHttp ? std::nullopt : trust_.fault();
+}
+
+std::uint64_t CurlTransport::start(Request request) {
+  const std::uint64_t id = ++lastId_;
+  if (std::optional<base::Failure> fault = optionFault()) {
+    Answer answer;
+    answer.id = id;
+    answer.failure = std::move(fault);
+    answer.failure->address = address_;
+    answer.failure->uri = request.target;
+    ready_.push_back(std::move(answer));
+    return id;
+  }
+  TransferPtr transfer = takeIdle();
+  const std::string url = url_ + request.target;
+  transfer->prepare(id, std::move(request), url, identity_);
+  setSharedOptions(transfer->easy());
+  check(curl().multiAddHandle(multi_.get(), transfer->easy()));
+  active_.push_back(std::move(transfer));
+  ++stats_.requests;
+  return id;
+}
+
+CurlTransport::TransferPtr CurlTransport::takeIdle() {
+  if (idle_.empty()) {
+    return std::make_unique<CurlTransfer>();
+  }
+  TransferPtr transfer = std::move(idle_.back());
+  idle_.pop_back();
+  return transfer;
+}
+
+void CurlTransport::setSharedOptions(CURL* easy) {
+  const bool plain = options_.origin.plainHttp;
+  setOption(easy, CURLOPT_SHARE, share_.get());
+  setOption(easy, CURLOPT_PROTOCOLS_STR, plain ? "http" : "https");
+  setOption(easy, CURLOPT_PROXY, "");
+  setOption(easy, CURLOPT_CONNECTTIMEOUT_MS,
+            std::max(static_cast<long>(options_.connectTimeout.count()), 1L));
+  setOption(easy, CURLOPT_NOSIGNAL, 1L);
+  // A resolver that hangs must not hold us when we leave.
+  setOption(easy, CURLOPT_QUICK_EXIT, 1L);
+  setOption(easy, CURLOPT_TCP_KEEPALIVE, 1L);
+  setOption(easy, CURLOPT_HTTP_VERSION,
+            static_cast<long>(!plain && http2Allowed_ ? CURL_HTTP_VERSION_2TLS
+                                                      : CURL_HTTP_VERSION_1_1));
+  // Waiting to see whether the first connection can be shared costs round
+  // trips on every controller that speaks HTTP/1.1, which most do.
+  setOption(easy, CURLOPT_PIPEWAIT, http2Known_ ? 1L : 0L);
+  if (plain) {
+    return;
+  }
+  trust_.apply(easy);
+  installCertificateCheck(easy, certificateCheck_);
+}
+
+std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
+  while (true) {
+    if (ready_.empty() && !active_.empty()) {
+      perform();
+      collect();
+      expire(base::Clock::now());
+    }
+    if (!ready_.empty()) {
+      Answer answer = std::move(ready_.front());
+      ready_.pop_front();
+      return answer;
+    }
+    if (active_.empty() || newlyInterrupted()) {
+      return std::nullopt;
+    }
+    const base::Clock::time_point now = base::Clock::now();
+    if (now >= until) {
+      return std::nullopt;
+    }
+    base::Clock::time_point wakeUp = until;
+    for (const TransferPtr& transfer : active_) {
+      wakeUp = std::min(wakeUp, transfer->deadline());
+    }
+    wait(wakeUp - now);
+  }
+}
+
+void CurlTransport::perform() {
+  int running = 0;
+  check(curl().multiPerform(multi_.get(), &running));
+}
+
+void CurlTransport::collect() {
+  int left = 0;
+  while (const CURLMsg* message = curl().multiInfoRead(multi_.get(), &left)) {
+    if (message->msg != CURLMSG_DONE) {
+      continue;
+    }
+    // The message dies with the next call.
+    const CURLcode code = message->data.result;
+    char* transfer = nullptr;
+    check(
+        curl().easyGetinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer));
+    complete(reinterpret_cast<CurlTransfer*>(transfer), code);
+  }
+}
+
+void CurlTransport::expire(base::Clock::time_point now) {
+  // Backwards: completing one takes it out of the list.
+  for (std::size_t index = active_.size(); index-- > 0;) {
+    if (active_[index]->deadline() <= now) {
+      complete(active_[index].get(), CURLE_OPERATION_TIMEDOUT);
+    }
+  }
+}
+
+void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
+  const auto found = std::find_if(
+      active_.begin(), active_.end(),
+      [transfer](const TransferPtr& owner) { return owner.get() == transfer; });
+  TransferPtr owner = std::move(*found);
+  active_.erase(found);
+  check(curl().multiRemoveHandle(multi_.get(), owner->easy()));
+
+  stats_.connections += owner->connections();
+  stats_.bytes += owner->bytes();
+  http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
+  Answer answer = owner->finish(code, address_, options_.connectTimeout,
+                                certificateCheck_.pin);
+  traceAnswer(address_, owner->request(), answer, owner->bytes());
+  ready_.push_back(std::move(answer));
+  release(std::move(owner));
+}
+
+void CurlTransport::release(TransferPtr transfer) noexcept {
+  transfer->reset();
+  if (idle_.size() < static_cast<std::size_t>(options_.maxConnections)) {
+    idle_.push_back(std::move(transfer));
+  }
+}
+
+bool CurlTransport::newlyInterrupted() {
+  if (interruptSeen_ || interruptDeferred_ || !platform::interrupted()) {
+    return false;
+  }
+  interruptSeen_ = true;
+  return true;
+}
+
+void CurlTransport::wait(base::Clock::duration time) {
+  // Rounded up, lest the last fraction of a millisecond is spent in circles.
+  const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
+      std::min<base::Clock::duration>(time, kMaxWait));
+  // The descriptor stays readable for good: it is watched only until the
+  // interrupt was told.
+  curl_waitfd interrupt{platform::interruptFd(), CURL_WAIT_POLLIN, 0};
+  const bool watch =
+      !interruptSeen_ && !interruptDeferred_ && interrupt.fd >= 0;
+  check(curl().multiPoll(multi_.get(), &interrupt, watch ? 1U : 0U,
+                         static_cast<int>(wanted.count()), nullptr));
+}
+
+bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
+  return std::none_of(active_.begin(), active_.end(),
+                      [id](const TransferPtr& transfer) {
+                        return transfer->id() == id && !transfer->connected();
+                      });
+}
+
+void CurlTransport::cancelAll() {
+  for (const TransferPtr& transfer : active_) {
+    static_cast<void>(curl().multiRemoveHandle(multi_.get(), transfer->easy()));
+    transfer->reset();
+  }
+  active_.clear();
+  for (Answer& answer : ready_) {
+    base::wipe(answer.authToken);
+  }
+  ready_.clear();
+}
+
+}  // namespace
+
+std::unique_ptr<Transport> makeNetworkTransport(
+    NetworkTransportOptions options) {
+  return std::make_unique<CurlTransport>(std::move(options));
+}
+
+}  // namespace http

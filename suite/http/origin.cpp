@@ -1,0 +1,77 @@
+#include "suite/http/origin.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "suite/base/text.h"
+
+namespace http {
+namespace {
+
+constexpr std::uint16_t kHttpPort = 80;
+constexpr std::uint16_t kHttpsPort = 443;
+constexpr std::size_t kMaxHostBytes = 255;
+
+std::uint16_t portOf(const Origin& origin) {
+  if (origin.port != 0) {
+    return origin.port;
+  }
+  return origin.plainHttp ? kHttpPort : kHttpsPort;
+}
+
+bool isAlnum(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
+         (c >= 'A' && c <= 'Z');
+}
+
+// Whether each character is a letter, a digit, or one of `others`; letters of
+// other scripts (internationalised names) count as letters.
+bool consistsOf(std::string_view text, std::string_view others) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
+    return isAlnum(c) || static_cast<unsigned char>(c) >= 0x80 ||
+           others.find(c) != std::string_view::npos;
+  });
+}
+
+bool isIpv6(std::string_view host) {
+  return host.find(':') != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string addressOf(const Origin& origin) {
+  const std::string host = base::cleanText(origin.host);
+  return (isIpv6(host) ? '[' + host + ']' : host) + ':' +
+         std::to_string(portOf(origin));
+}
+
+std::optional<std::string> urlOf(const Origin& origin) {
+  const std::string_view host = origin.host;
+  if (host.size() > kMaxHostBytes) {
+    return std::nullopt;
+  }
+  std::string url = origin.plainHttp ? "http://" : "https://";
+  if (isIpv6(host)) {
+    const std::string_view address = host.substr(0, host.find('%'));
+    if (!consistsOf(address, ":.")) {
+      return std::nullopt;
+    }
+    url.append("[").append(address);
+    if (address.size() < host.size()) {
+      const std::string_view zone = host.substr(address.size() + 1);
+      if (!consistsOf(zone, "-._~")) {
+        return std::nullopt;
+      }
+      url.append("%25").append(zone);
+    }
+    url += ']';
+  } else {
+    if (!consistsOf(host, "-._")) {
+      return std::nullopt;
+    }
+    url += host;
+  }
+  return url + ':' + std::to_string(portOf(origin));
+}
+
+}  // namespace http

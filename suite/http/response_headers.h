@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace http {
+
+/// The few headers of an answer that matter, collected line by line. Interim
+/// answers (1xx) and trailers do not count; of a repeated header the last one
+/// does.
+class ResponseHeaders {
+ public:
+  /// Takes a line as it came, status lines and empty ones included. False
+  /// when the lines of this answer, all together, are over the limit.
+  bool add(std::string_view line);
+
+  bool begun() const { return bytes_ > 0; }  ///< Something has come.
+  bool tooLarge() const;
+
+  const std::string& location() const { return location_; }
+  const std::string& retryAfter() const { return retryAfter_; }
+
+  /// The token for X-Auth-Token; empty as well when it is none that can be
+  /// sent back in a header.
+  const std::string& authToken() const { return authToken_; }
+
+  /// Forgets everything, with the token.
+  void clear() noexcept;
+
+ private:
+  std::size_t bytes_ = 0;
+  bool complete_ = false;  ///< The empty line after the final headers came.
+  bool interim_ = false;
+  std::string location_;
+  std::string retryAfter_;
+  std::string authToken_;
+};
+
+}  // namespace http

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "suite/base/clock.h"
+#include "suite/base/failure.h"
+
+namespace http {
+
+/// Largest body that a transport delivers, counted after decoding. A larger
+/// one fails its request and no other.
+constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20U;
+
+/// Most bytes of headers that a transport takes in for one answer.
+constexpr std::size_t kMaxHeaderBytes = std::size_t{64} << 10U;
+
+enum class Method { kGet, kPost, kDelete };
+
+/// One request to the service's origin.
+struct Request {
+  Method method = Method::kGet;
+  std::string target;  ///< Path and query, e.g. "/redfish/v1/Systems".
+  std::string body;    ///< JSON of a POST; wiped by the transport after use.
+  /// Headers beyond those that every request carries (Accept, OData-Version,
+  /// User-Agent, and Content-Type of a POST).
+  std::vector<std::pair<std::string, std::string>> headers;
+  /// User and password for preemptive HTTP Basic; both empty: none.
+  std::string basicUser;
+  std::string basicPassword;
+  std::chrono::milliseconds timeout{30000};
+  /// Ask for a connection of its own, because a reused one was just reset.
+  bool freshConnection = false;
+};
+
+/// The answer to one request, or why there is none.
+struct Answer {
+  std::uint64_t id = 0;  ///< As `start` returned it.
+  /// Set when no whole answer arrived; `status` is 0 then.
+  std::optional<base::Failure> failure;
+  bool reusedConnection = false;  ///< The request went over a kept-alive one.
+  bool badEncoding = false;       ///< The failure is a wrong compression.
+  bool http2Error = false;        ///< The failure may be one of HTTP/2: bad
+                                  ///< framing, or a connection that spoke it
+                                  ///< and was lost.
+  bool http2 = false;             ///< The answer came over HTTP/2.
+  int status = 0;                 ///< HTTP status.
+  std::string location;           ///< Header Location.
+  std::string authToken;          ///< Header X-Auth-Token.
+  std::string retryAfter;         ///< Header Retry-After, as it stands.
+  std::string body;               ///< Decoded, within the limits.
+};
+
+/// What a transport has cost so far.
+struct TransportStats {
+  std::uint64_t requests = 0;     ///< Requests sent.
+  std::uint64_t connections = 0;  ///< Connections opened.
+  std::uint64_t bytes = 0;        ///< Bytes of bodies received, as sent.
+};
+
+/// A way to ask one origin: HTTPS, or a directory that holds a recorded
+/// server. Requests run side by side and their answers come one by one, in
+/// the order in which they are complete. Single-threaded. Destroying it
+/// abandons what is under way.
+class Transport {
+ public:
+  virtual ~Transport() = default;
+
+  /// The origin in words: "10.0.0.5:443", "file:DIR". For messages.
+  virtual const std::string& address() const = 0;
+
+  /// Whether sessions, queries and time limits mean anything here; false for
+  /// a recorded server.
+  virtual bool live() const = 0;
+
+  /// Starts a request. Never fails: what goes wrong is told by its answer.
+  virtual std::uint64_t start(Request request) = 0;
+
+  /// The next complete answer. Waits for it until `until` at the latest;
+  /// nothing when none came by then, when nothing is under way, or when the
+  /// user interrupted the run while waiting.
+  virtual std::optional<Answer> next(base::Clock::time_point until) = 0;
+
+  /// While set, `next` waits on although the user interrupted the run: for
+  /// the answer of a login that must be undone, and for a logout.
+  virtual void deferInterrupt(bool /*defer*/) {}
+
+  /// Whether the service may have seen a request: false only while one that
+  /// is under way still waits for its connection.
+  virtual bool mayHaveArrived(std::uint64_t /*id*/) const { return true; }
+
+  /// Abandons everything under way.
+  virtual void cancelAll() = 0;
+
+  /// Gives up offering compression, or HTTP/2, for the rest of the run.
+  virtual void disableCompression() {}
+  virtual void disableHttp2() {}
+
+  virtual TransportStats stats() const = 0;
+};
+
+}  // namespace http

@@ -1,0 +1,118 @@
+#include "suite/local/pci/pci_ids.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+namespace local {
+namespace {
+
+constexpr std::size_t kIdDigits = 4;
+// Behind the last vendor the file lists device classes, in lines that start
+// with this.
+constexpr std::string_view kClassMark = "C ";
+
+// Cuts the first line off a text.
+std::string_view takeLine(std::string_view& rest) {
+  const std::size_t end = std::min(rest.find('\n'), rest.size());
+  const std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  return line;
+}
+
+std::optional<std::uint16_t> idAt(std::string_view line, std::size_t offset) {
+  if (line.size() < offset + kIdDigits) {
+    return std::nullopt;
+  }
+  std::uint16_t id = 0;
+  const char* begin = line.data() + offset;
+  const auto result = std::from_chars(begin, begin + kIdDigits, id, 16);
+  if (result.ec != std::errc() || result.ptr != begin + kIdDigits) {
+    return std::nullopt;
+  }
+  return id;
+}
+
+// The name at the end of a line whose ids end at an offset.
+std::string_view nameBehind(std::string_view line, std::size_t offset) {
+  const std::size_t begin = line.find_first_not_of(' ', offset);
+  if (begin == std::string_view::npos || begin == offset) {
+    return {};
+  }
+  return line.substr(begin);
+}
+
+}  // namespace
+
+PciIds::PciIds(std::string text) : text_(std::move(text)) {
+  std::string_view rest = text_;
+  while (!rest.empty()) {
+    const std::size_t offset = text_.size() - rest.size();
+    const std::string_view line = takeLine(rest);
+    if (line.substr(0, kClassMark.size()) == kClassMark) {
+      break;
+    }
+    if (line.empty() || line[0] == '\t' || line[0] == '#') {
+      continue;
+    }
+    if (const auto vendor = idAt(line, 0)) {
+      vendors_.emplace_back(*vendor, offset);
+    }
+  }
+  std::stable_sort(
+      vendors_.begin(), vendors_.end(),
+      [](const auto& a, const auto& b) { return a.first < b.first; });
+}
+
+std::string_view PciIds::section(std::uint16_t vendor) const {
+  const auto found = std::lower_bound(
+      vendors_.begin(), vendors_.end(), vendor,
+      [](const auto& entry, std::uint16_t id) { return entry.first < id; });
+  if (found == vendors_.end() || found->first != vendor) {
+    return {};
+  }
+  const std::string_view text = text_;
+  return text.substr(found->second);
+}
+
+std::string_view PciIds::vendorName(std::uint16_t vendor) const {
+  std::string_view rest = section(vendor);
+  return nameBehind(takeLine(rest), kIdDigits);
+}
+
+PciNames PciIds::names(const PciIdentity& identity) const {
+  PciNames found;
+  std::string_view rest = section(identity.vendor);
+  found.manufacturer = nameBehind(takeLine(rest), kIdDigits);
+  bool inDevice = false;
+  while (!rest.empty()) {
+    const std::string_view line = takeLine(rest);
+    if (line.empty() || line[0] == '#') {
+      continue;
+    }
+    if (line[0] != '\t') {
+      break;  // The next vendor.
+    }
+    const bool subsystem = line.substr(0, 2) == "\t\t";
+    if (!subsystem) {
+      if (inDevice) {
+        break;
+      }
+      inDevice = idAt(line, 1) == identity.device;
+      if (inDevice) {
+        found.model = nameBehind(line, 1 + kIdDigits);
+      }
+    } else if (inDevice && idAt(line, 2) == identity.subsystemVendor &&
+               idAt(line, 7) == identity.subsystem) {
+      const std::string_view maker = vendorName(identity.subsystemVendor);
+      if (!maker.empty()) {
+        found.manufacturer = maker;
+      }
+      found.model = nameBehind(line, 7 + kIdDigits);
+      break;
+    }
+  }
+  return found;
+}
+
+}  // namespace local

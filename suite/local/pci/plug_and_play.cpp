@@ -1,0 +1,131 @@
+#include "suite/local/pci/plug_and_play.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string_view>
+#include <utility>
+
+#include "suite/base/numbers.h"
+
+namespace local {
+namespace {
+
+// The hexadecimal digits behind a mark in one of the IDs, as many as wanted.
+std::optional<std::uint32_t> numberAt(const std::vector<std::string>& ids,
+                                      std::string_view mark,
+                                      std::size_t digits) {
+  for (const std::string& id : ids) {
+    const std::size_t found = id.find(mark);
+    if (found == std::string::npos) {
+      continue;
+    }
+    const auto text = std::string_view(id).substr(found + mark.size(), digits);
+    if (text.size() != digits) {
+      continue;
+    }
+    if (const auto number = base::hexadecimal(text)) {
+      return number;
+    }
+  }
+  return std::nullopt;
+}
+
+// All decimal numbers of a text, in its order.
+std::vector<std::uint32_t> numbersIn(std::string_view text) {
+  constexpr std::size_t kMostDigits = 9;
+  std::vector<std::uint32_t> numbers;
+  const auto isDigit = [](unsigned char c) { return std::isdigit(c) != 0; };
+  for (auto at = text.begin(); at != text.end();) {
+    const auto begin = std::find_if(at, text.end(), isDigit);
+    at = std::find_if_not(begin, text.end(), isDigit);
+    const std::string digits(begin, at);
+    if (digits.empty() || digits.size() > kMostDigits) {
+      continue;
+    }
+    numbers.push_back(static_cast<std::uint32_t>(std::stoul(digits)));
+  }
+  return numbers;
+}
+
+std::uint16_t half(const std::optional<std::uint32_t>& number) {
+  return static_cast<std::uint16_t>(number.value_or(0) & 0xFFFFU);
+}
+
+PciIdentity identityOf(const std::vector<std::string>& ids) {
+  PciIdentity identity;
+  identity.vendor = half(numberAt(ids, "VEN_", 4));
+  identity.device = half(numberAt(ids, "DEV_", 4));
+  // The card, then its maker, in one number.
+  const std::uint32_t subsystem = numberAt(ids, "SUBSYS_", 8).value_or(0);
+  identity.subsystem = half(subsystem >> 16U);
+  identity.subsystemVendor = half(subsystem);
+  return identity;
+}
+
+}  // namespace
+
+std::optional<PciAddress> addressOf(const PnpPlace& place) {
+  std::uint32_t bus = 0;
+  std::uint32_t device = 0;
+  std::uint32_t function = 0;
+  if (place.bus && place.address) {
+    bus = *place.bus;
+    device = *place.address >> 16U;
+    function = *place.address & 0xFFFFU;
+  } else {
+    const auto numbers = numbersIn(place.location);
+    if (numbers.size() < 3) {
+      return std::nullopt;
+    }
+    bus = numbers[numbers.size() - 3];
+    device = numbers[numbers.size() - 2];
+    function = numbers[numbers.size() - 1];
+  }
+  if (device > 31 || function > 7) {
+    return std::nullopt;
+  }
+  return PciAddress{bus >> 8U, static_cast<std::uint8_t>(bus & 0xFFU),
+                    static_cast<std::uint8_t>(device),
+                    static_cast<std::uint8_t>(function)};
+}
+
+std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& functions,
+                               const PciContext& context) {
+  const PciIds ids =
+      context.idsFile.empty() ? PciIds("") : configuredIds(context.idsFile);
+  std::vector<PciFacts> facts;
+  for (const PnpFunction& function : functions) {
+    const auto address = addressOf(function.place);
+    const auto code = numberAt(function.ids, "CC_", 6);
+    if (!address || address->function != 0 || !code || !isAdapterClass(*code)) {
+      continue;
+    }
+    std::vector<PciAddress> above;
+    for (const PnpPlace& port : function.above) {
+      if (const auto place = addressOf(port)) {
+        above.push_back(*place);
+      }
+    }
+    const PciIdentity identity = identityOf(function.ids);
+    PciNames names = ids.names(identity);
+    if (names.manufacturer.empty()) {
+      names.manufacturer = function.manufacturer;
+    }
+    if (names.model.empty()) {
+      names.model = function.description;
+    }
+    PciFacts fact;
+    fact.address = *address;
+    fact.vendorId = identity.vendor;
+    fact.deviceId = identity.device;
+    fact.manufacturer = std::move(names.manufacturer);
+    fact.model = std::move(names.model);
+    fact.slot = designationOf(*address, above, context);
+    fact.driverBound = function.driverBound;
+    facts.push_back(std::move(fact));
+  }
+  sortByAddress(facts);
+  return facts;
+}
+
+}  // namespace local

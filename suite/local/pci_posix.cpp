@@ -1,9 +1,0 @@
-#include "suite/local/pci.h"
-
-namespace local {
-
-std::vector<PciFacts> runningAdapters(const PciContext& context) {
-  return pciFacts(Root(), context);
-}
-
-}  // namespace local

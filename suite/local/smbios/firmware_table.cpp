@@ -1,0 +1,31 @@
+#include "suite/local/smbios/firmware_table.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace local {
+namespace {
+
+constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
+constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
+
+// Tables of large servers have some hundred kilobytes.
+constexpr std::size_t kTableLimit = 4U * 1024 * 1024;
+constexpr std::size_t kEntryLimit = 4096;
+
+}  // namespace
+
+FirmwareTable tableInFolders(const Root& root) {
+  FirmwareTable table;
+  table.name = kTable;
+  Content content = root.read(kTable, kTableLimit);
+  table.access = content.access;
+  table.bytes = std::move(content.bytes);
+  if (table.access == Access::kRead) {
+    const Content entry = root.read(kEntryPoint, kEntryLimit);
+    table.entry = parseSmbiosEntry(base::ByteView(entry.bytes));
+  }
+  return table;
+}
+
+}  // namespace local

@@ -1,0 +1,7 @@
+#include "suite/local/smbios/firmware_table.h"
+
+namespace local {
+
+FirmwareTable runningTable() { return tableInFolders(Root()); }
+
+}  // namespace local

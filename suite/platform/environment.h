@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// A variable of the environment as UTF-8; empty if it is not set.
+std::string environmentValue(const char* name);
+
+/// Takes a variable out of the environment and overwrites its value there, so
+/// that neither a child process nor /proc shows it. Returns nullopt if it is
+/// not set.
+std::optional<std::string> takeEnvironmentVariable(const char* name);
+
+}  // namespace platform

@@ -1,0 +1,16 @@
+#include "suite/platform/memory.h"
+
+#include <windows.h>
+
+namespace platform {
+
+void overwrite(void* bytes, std::size_t size) noexcept {
+  SecureZeroMemory(bytes, size);
+}
+
+void disableCoreDumps() {
+  // Without its dialogue, error reporting makes no dump either.
+  SetErrorMode(GetErrorMode() | SEM_NOGPFAULTERRORBOX);
+}
+
+}  // namespace platform

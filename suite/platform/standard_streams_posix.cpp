@@ -1,0 +1,33 @@
+#include "suite/platform/standard_streams.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <iostream>
+
+namespace platform {
+
+void prepareStandardStreams() {
+  int descriptor = 0;
+  do {
+    // Read-only: what is written to a closed output is still an error.
+    descriptor = open("/dev/null", O_RDONLY);
+  } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+  if (descriptor > STDERR_FILENO) {
+    close(descriptor);
+  }
+  signal(SIGPIPE, SIG_IGN);
+}
+
+bool outputIsWhole() { return static_cast<bool>(std::cout.flush()); }
+
+bool outputIsAbandoned() {
+  pollfd output = {};
+  output.fd = STDOUT_FILENO;
+  output.events = POLLOUT;
+  return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+#include "suite/platform/user_paths.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace platform {
+namespace {
+
+constexpr const char* kSystemSettings = "/etc/brivel/brivel.toml";
+
+std::string absoluteFrom(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value == '/' ? value : "";
+}
+
+// A base directory of the user's, by its variable or below the home; empty
+// when there is neither.
+std::string baseDirectory(const char* variable, const char* belowHome) {
+  const std::string base = absoluteFrom(variable);
+  if (!base.empty()) {
+    return base;
+  }
+  const std::string home = homeDirectory();
+  return home.empty() ? "" : home + belowHome;
+}
+
+bool exists(const std::string& file) { return access(file.c_str(), F_OK) == 0; }
+
+}  // namespace
+
+std::string homeDirectory() {
+  const std::string home = absoluteFrom("HOME");
+  if (!home.empty()) {
+    return home;
+  }
+  const passwd* const entry = getpwuid(getuid());
+  return entry == nullptr || entry->pw_dir == nullptr ? "" : entry->pw_dir;
+}
+
+std::string settingsFile() {
+  const std::string base = baseDirectory("XDG_CONFIG_HOME", "/.config");
+  const std::string own = base + "/brivel/brivel.toml";
+  if (!base.empty() && exists(own)) {
+    return own;
+  }
+  return exists(kSystemSettings) ? kSystemSettings : "";
+}
+
+std::string logFile() {
+  const std::string base = baseDirectory("XDG_STATE_HOME", "/.local/state");
+  return base.empty() ? "" : base + "/brivel/brivel.log";
+}
+
+const char* userSettingsPath() { return "~/.config/brivel/brivel.toml"; }
+
+}  // namespace platform

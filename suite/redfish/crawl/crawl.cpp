@@ -1,0 +1,273 @@
+#include "suite/redfish/crawl/crawl.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "suite/base/progress.h"
+#include "suite/base/text.h"
+#include "suite/platform/interrupt.h"
+#include "suite/redfish/crawl/kind_set.h"
+
+namespace redfish {
+namespace {
+
+constexpr std::size_t kMaxResources = 2000;  // Asked for in one crawl.
+constexpr std::chrono::milliseconds kProgressStep{250};
+constexpr std::size_t kQuotedLink = 120;  // Bytes of it in a message.
+
+}  // namespace
+
+Crawl::Crawl(Knowledge& knowledge, Fetcher& fetcher, Session& session,
+             std::string address, std::chrono::milliseconds requestTimeout)
+    : knowledge_(knowledge),
+      fetcher_(fetcher),
+      session_(session),
+      address_(std::move(address)),
+      requestTimeout_(requestTimeout) {}
+
+std::optional<base::Failure> Crawl::run(const Selection& selection,
+                                        base::Clock::time_point until) {
+  selection_ = selection;
+  bits_ = planBits(selection.wants);
+  thorough_ = (selection.wants & kWantThorough) != 0;
+  level_ = knowledge_.levels;
+  for (const auto& known : knowledge_.kinds) {
+    forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
+  }
+  for (const Uri& link : selection.extras) {
+    ask(link, Kind::kExtra);
+  }
+
+  while (!fatal_) {
+    evaluate();
+    if (pending_.empty()) {
+      drained_ = true;
+      evaluate();
+      drained_ = false;
+      if (pending_.empty()) {
+        break;
+      }
+    }
+    if (auto fetched = nextAnswer(until)) {
+      arrive(std::move(*fetched), until);
+    }
+  }
+  if (fatal_) {
+    fetcher_.cancelAll();
+    for (const auto& document : underWay_) {
+      knowledge_.kinds.erase(document);
+    }
+    return fatal_;
+  }
+  return requirementsMet();
+}
+
+void Crawl::ask(const Uri& link, Kind kind) {
+  const std::string& document = link.document();
+  KindSet& kinds = knowledge_.kinds[document];
+  if (kinds.test(index(kind))) {
+    return;
+  }
+  kinds.set(index(kind));
+  if (knowledge_.graph.find(document) != nullptr) {
+    openRules(document, kind);
+    return;
+  }
+  ++waiting_[index(kind)];
+  if (!underWay_.insert(document).second) {
+    return;
+  }
+  if (++asked_ > kMaxResources + kMaxMembers) {
+    end(fail(base::FailureKind::kBadContent, "resources without end"));
+    return;
+  }
+  if (asked_ > kMaxResources) {
+    Resource resource;
+    resource.uri = link;
+    resource.state = ResourceState::kUnreadable;
+    resource.failure = fail(base::FailureKind::kBadContent,
+                            "more than 2000 resources in one reading");
+    resource.failure->uri = link.target();
+    admit(std::move(resource));
+    return;
+  }
+  Pending pending;
+  pending.uri = link;
+  pending.kind = kind;
+  pending.level = level_ + 1;
+  fetch(std::move(pending));
+}
+
+void Crawl::fetch(Pending pending) {
+  Fetch request;
+  request.target = pending.uri.target();
+  request.priority = heightOf(pending.kind);
+  request.timeout = requestTimeout_;
+  const std::string_view query =
+      pending.plain ? std::string_view()
+                    : knowledge_.expand.queryFor(pending.kind, bits_);
+  pending.expanded = !query.empty();
+  if (pending.expanded) {
+    request.target += request.target.find('?') == std::string::npos ? '?' : '&';
+    request.target += query;
+    request.patient = false;  // A refusal is answered by asking plainly.
+    request.timeout *= 2;
+  }
+  pending_.emplace(fetcher_.get(std::move(request)), std::move(pending));
+}
+
+void Crawl::fetchAgain(Pending pending) {
+  ++pending.level;
+  fetch(std::move(pending));
+}
+
+void Crawl::follow(const Rule& rule, const Resource& resource) {
+  const json::array* links = arrayAt(resource.body, rule.path);
+  if (links != nullptr && links->size() > kMaxMembers) {
+    spoil(resource.uri.document(), base::FailureKind::kBadContent,
+          "more than 4096 links in " + std::string(rule.path));
+    return;
+  }
+  for (const Uri& link : linksAt(resource.body, rule.path)) {
+    ask(link, rule.to);
+  }
+}
+
+void Crawl::openRules(const std::string& document, Kind kind) {
+  for (const Rule& rule : rulesFrom(kind)) {
+    if ((rule.wants & bits_) != 0) {
+      open_.push_back({document, &rule});
+    }
+  }
+}
+
+void Crawl::evaluate() {
+  // What belongs to the node is found out before what hangs on it is decided.
+  while (!fatal_ && (evaluatePass(true) || evaluatePass(false))) {
+  }
+}
+
+bool Crawl::evaluatePass(bool structure) {
+  bool decided = false;
+  std::vector<Open> work;
+  work.swap(open_);
+  for (Open& open : work) {
+    const bool structural =
+        (open.rule->wants & (kPlanChassis | kPlanHealth)) != 0;
+    const Resource* resource = knowledge_.graph.find(open.document);
+    if (structural != structure) {
+      open_.push_back(std::move(open));
+      continue;
+    }
+    if (resource == nullptr || resource->state != ResourceState::kRead) {
+      continue;
+    }
+    const Decision decision = decide(*open.rule, *resource);
+    if (decision == Decision::kWait) {
+      open_.push_back(std::move(open));
+      continue;
+    }
+    decided = true;
+    if (decision == Decision::kEnter) {
+      follow(*open.rule, *resource);
+    }
+  }
+  return decided;
+}
+
+std::optional<Fetched> Crawl::nextAnswer(base::Clock::time_point until) {
+  while (true) {
+    const base::Clock::time_point now = base::Clock::now();
+    const base::Clock::time_point wake =
+        base::progress() != nullptr ? std::min(until, now + kProgressStep)
+                                    : until;
+    auto fetched = fetcher_.next(wake);
+    if (base::Progress* observer = base::progress()) {
+      observer->tick(knowledge_.graph.resources().size());
+    }
+    if (fetched) {
+      return fetched;
+    }
+    if (platform::interrupted()) {
+      end(fail(base::FailureKind::kInterrupted, "interrupted by the user"));
+      return std::nullopt;
+    }
+    if (base::Clock::now() >= until) {
+      base::Failure failure = fail(base::FailureKind::kDeadline, "time is up");
+      failure.uri = pending_.begin()->second.uri.target();
+      failure.remedy =
+          "raise --timeout or --deadline, or see why the "
+          "controller is slow";
+      end(std::move(failure));
+      return std::nullopt;
+    }
+    if (fetcher_.idle()) {
+      end(fail(base::FailureKind::kInternal, "an answer was lost"));
+      return std::nullopt;
+    }
+  }
+}
+
+void Crawl::end(base::Failure failure) {
+  failure.cause = session_.scrub(std::move(failure.cause));
+  fatal_ = std::move(failure);
+}
+
+base::Failure Crawl::fail(base::FailureKind kind, std::string cause) const {
+  base::Failure failure;
+  failure.kind = kind;
+  failure.address = address_;
+  failure.cause = std::move(cause);
+  return failure;
+}
+
+std::optional<base::Failure> Crawl::requirementsMet() const {
+  const Graph& graph = knowledge_.graph;
+  const Resource* root = serviceRoot(graph);
+  const auto systemsLink =
+      root == nullptr ? std::nullopt : linkAt(root->body, "Systems");
+  const std::string_view text =
+      root == nullptr ? "" : stringAt(root->body, "Systems/@odata.id");
+  if (!systemsLink && !text.empty()) {
+    base::Failure failure =
+        fail(base::FailureKind::kRefusedLink,
+             "its link to the systems does not stay below /redfish/: \"" +
+                 base::excerpt(text, kQuotedLink) + '"');
+    failure.uri = root->uri.target();
+    return failure;
+  }
+  const Resource* systems =
+      systemsLink ? graph.find(systemsLink->document()) : nullptr;
+  if (systems == nullptr || systems->state == ResourceState::kAbsent) {
+    return fail(base::FailureKind::kNoSystem, "the service lists no systems");
+  }
+  if (systems->failure) {
+    return systems->failure;
+  }
+
+  const auto nodes = eligibleSystems(graph);
+  if (nodes.empty()) {
+    return fail(base::FailureKind::kNoSystem, "the service lists no systems");
+  }
+  if (selection_.nodeIndex >= nodes.size()) {
+    return fail(base::FailureKind::kNoSystem,
+                "the service has " + std::to_string(nodes.size()) +
+                    " node(s), not " +
+                    std::to_string(selection_.nodeIndex + 1));
+  }
+  const Resource* system = nodes[selection_.nodeIndex];
+  if (system != nullptr && system->failure) {
+    return system->failure;
+  }
+  if (system == nullptr || system->state != ResourceState::kRead) {
+    base::Failure failure =
+        fail(base::FailureKind::kNoSystem, "the node's system does not exist");
+    if (system != nullptr) {
+      failure.uri = system->uri.target();
+    }
+    return failure;
+  }
+  return std::nullopt;
+}
+
+}  // namespace redfish

@@ -1,0 +1,169 @@
+// What a crawl makes of the answers: repeats, failures, resources.
+#include <algorithm>
+#include <utility>
+
+#include "suite/redfish/crawl/crawl.h"
+#include "suite/redfish/crawl/kind_set.h"
+#include "suite/redfish/session/answer.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+namespace {
+
+// Connections that fail one after another before the controller is given up.
+constexpr int kMaxUnreachable = 3;
+
+}  // namespace
+
+void Crawl::arrive(Fetched fetched, base::Clock::time_point until) {
+  const auto found = pending_.find(fetched.ticket);
+  if (found == pending_.end()) {
+    return;
+  }
+  Pending pending = std::move(found->second);
+  pending_.erase(found);
+  level_ = std::max(level_, pending.level);
+  knowledge_.levels = std::max(knowledge_.levels, pending.level);
+  if (!reauthorized(fetched, pending, until)) {
+    return;
+  }
+
+  Resource resource =
+      resourceFrom(std::move(fetched.answer), pending.uri, address_);
+  if (refusedExpansion(pending, resource)) {
+    return;
+  }
+  countTrouble(resource);
+  if (fatal_) {
+    return;
+  }
+  if (!pending.head.empty()) {
+    takePage(pending.head, std::move(resource));
+  } else {
+    admit(std::move(resource));
+  }
+}
+
+bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
+                         base::Clock::time_point until) {
+  if (fetched.answer.failure || fetched.answer.status != 401) {
+    return true;
+  }
+  const bool stale = fetched.generation != fetcher_.generation();
+  if (!stale) {
+    if (!session_.renewable() || renewed_) {
+      end(session_.refusal());
+      return false;
+    }
+    renewed_ = true;
+    if (auto failure = session_.renew(requestTimeout_, until)) {
+      end(std::move(*failure));
+      return false;
+    }
+  }
+  fetchAgain(pending);
+  return false;
+}
+
+bool Crawl::refusedExpansion(const Pending& pending, const Resource& resource) {
+  if (!pending.expanded || resource.state == ResourceState::kRead) {
+    return false;
+  }
+  // Busy is no refusal: a plain request would fare no better.
+  if (resource.failure &&
+      (resource.failure->kind == base::FailureKind::kBusy ||
+       resource.failure->kind == base::FailureKind::kForbidden)) {
+    return false;
+  }
+  if (knowledge_.expand.usable()) {
+    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+        << address_ << ": " << pending.uri.target()
+        << ": no answer to $expand, asking plainly from now on";
+    knowledge_.expand.giveUp();
+  }
+  Pending again = pending;
+  again.plain = true;
+  fetchAgain(std::move(again));
+  return true;
+}
+
+void Crawl::countTrouble(const Resource& resource) {
+  if (!resource.failure) {
+    unreachableInRow_ = 0;
+    return;
+  }
+  switch (resource.failure->kind) {
+    case base::FailureKind::kUnreachable:
+    case base::FailureKind::kConnectTimeout:
+    case base::FailureKind::kNameNotResolved:
+      if (++unreachableInRow_ >= kMaxUnreachable) {
+        end(*resource.failure);
+      }
+      break;
+    case base::FailureKind::kCertificate:
+    case base::FailureKind::kPasswordChange:
+      end(*resource.failure);
+      break;
+    default:
+      unreachableInRow_ = 0;
+  }
+}
+
+void Crawl::admit(Resource resource) {
+  const std::string document = resource.uri.document();
+  const KindSet kinds = knowledge_.kinds[document];
+  underWay_.erase(document);
+  if (resource.failure) {
+    resource.failure->cause =
+        session_.scrub(std::move(resource.failure->cause));
+    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        << base::describe(*resource.failure);
+  } else if (resource.state == ResourceState::kAbsent) {
+    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+        << address_ << ": " << resource.uri.target() << ": does not exist";
+  }
+  Resource& kept = knowledge_.graph.insert(std::move(resource));
+  bool collection = false;
+  forEachKind(kinds, [&](Kind kind) {
+    --waiting_[index(kind)];
+    collection = collection || isCollection(kind);
+    if (kind == Kind::kSystems || kind == Kind::kSystem ||
+        kind == Kind::kChassisCollection || kind == Kind::kChassis ||
+        kind == Kind::kManagers || kind == Kind::kManager) {
+      node_.reset();
+    }
+  });
+  if (kept.state != ResourceState::kRead) {
+    return;
+  }
+  tellRefusedLinks(kept);
+  if (collection && !takeMembers(kept)) {
+    return;
+  }
+  forEachKind(kinds, [&](Kind kind) {
+    takeExpanded(kept, kind);
+    openRules(document, kind);
+  });
+  if (collection) {
+    pages_[document].insert(document);
+    askNextPage(document, kept.body);
+  }
+}
+
+void Crawl::tellRefusedLinks(const Resource& resource) const {
+  constexpr std::size_t kMaxTold = 8;
+  const auto refused = refusedLinks(resource.body);
+  for (std::size_t i = 0; i < std::min(refused.size(), kMaxTold); ++i) {
+    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        << address_ << ": " << resource.uri.target()
+        << ": refused a link that does not stay below /redfish/: \""
+        << session_.scrub(refused[i]) << "\"";
+  }
+  if (refused.size() > kMaxTold) {
+    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        << address_ << ": " << resource.uri.target() << ": refused "
+        << refused.size() - kMaxTold << " more links";
+  }
+}
+
+}  // namespace redfish

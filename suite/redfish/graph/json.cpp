@@ -1,0 +1,207 @@
+#include "suite/redfish/graph/json.h"
+
+#include <algorithm>
+#include <boost/json/array.hpp>
+#include <boost/json/parser.hpp>
+#include <utility>
+
+#include "suite/base/text.h"
+#include "suite/redfish/graph/json_limits.h"
+
+namespace redfish {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kWhitespace = " \t\r\n";
+constexpr std::string_view kLinkName = "@odata.id";
+
+constexpr std::size_t kQuotedLinkBytes = 120;
+
+// What a body is that does not start with an object.
+std::string notAnObject(std::string_view text) {
+  if (text.empty()) {
+    return "the body is empty";
+  }
+  switch (text.front()) {
+    case '<':
+      return "the body is HTML or XML, not JSON";
+    case '[':
+      return "the body is a JSON array, not an object";
+    case '"':
+      return "the body is a JSON string, not an object";
+    default:
+      break;
+  }
+  if (text.front() == '-' || (text.front() >= '0' && text.front() <= '9')) {
+    return "the body is a number, not a JSON object";
+  }
+  return "the body is not JSON, it starts with \"" + base::excerpt(text, 20) +
+         "\"";
+}
+
+// Why the parser stopped at a byte of the body.
+std::string parserReason(const boost::system::error_code& code,
+                         std::size_t offset, std::size_t size) {
+  if (code == json::error::incomplete) {
+    return "the JSON is truncated at byte " + std::to_string(size);
+  }
+  const std::string place = " at byte " + std::to_string(offset);
+  if (code == json::error::too_deep) {
+    return "the JSON is nested deeper than " + std::to_string(kMaxJsonDepth) +
+           " levels" + place;
+  }
+  return "the JSON is malformed" + place + " (" + code.message() + ")";
+}
+
+std::optional<json::object> parseText(std::string_view text,
+                                      std::size_t skipped, std::string& error) {
+  json::parse_options options;
+  options.max_depth = kMaxJsonDepth;
+  // One wrong byte in a name must not cost the whole resource: texts are made
+  // valid where they are used.
+  options.allow_invalid_utf8 = true;
+  json::parser parser({}, options);
+  boost::system::error_code code;
+  const std::size_t parsed = parser.write_some(text.data(), text.size(), code);
+  if (code) {
+    error = parserReason(code, skipped + parsed, skipped + text.size());
+    return std::nullopt;
+  }
+  if (text.find_first_not_of(kWhitespace, parsed) != std::string_view::npos) {
+    error = "the JSON is followed by something else at byte " +
+            std::to_string(skipped + parsed);
+    return std::nullopt;
+  }
+  return std::move(parser.release().as_object());
+}
+
+// The text of a reference, an object with a link; null when there is none.
+const json::string* linkTextOf(const json::object& object) {
+  const json::value* link = object.if_contains(kLinkName);
+  return link == nullptr ? nullptr : link->if_string();
+}
+
+void collectRefusedLinks(const json::object& object,
+                         std::vector<std::string>& refused);
+
+void collectRefusedLinks(const json::value& value,
+                         std::vector<std::string>& refused) {
+  if (const json::object* object = value.if_object()) {
+    collectRefusedLinks(*object, refused);
+  } else if (const json::array* array = value.if_array()) {
+    for (const json::value& entry : *array) {
+      collectRefusedLinks(entry, refused);
+    }
+  }
+}
+
+void collectRefusedLinks(const json::object& object,
+                         std::vector<std::string>& refused) {
+  const json::string* text = linkTextOf(object);
+  if (text != nullptr && !Uri::parse({text->data(), text->size()})) {
+    refused.push_back(
+        base::excerpt({text->data(), text->size()}, kQuotedLinkBytes));
+  }
+  for (const auto& member : object) {
+    collectRefusedLinks(member.value(), refused);
+  }
+}
+
+}  // namespace
+
+std::optional<json::object> parseObject(std::string_view body,
+                                        std::string& error) {
+  std::string_view text = body;
+  if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+    text.remove_prefix(kByteOrderMark.size());
+  }
+  text.remove_prefix(
+      std::min(text.find_first_not_of(kWhitespace), text.size()));
+  if (text.empty() || text.front() != '{') {
+    error = notAnObject(text);
+    return std::nullopt;
+  }
+  if (exceedsJsonLimits(text, error)) {
+    return std::nullopt;
+  }
+  return parseText(text, body.size() - text.size(), error);
+}
+
+const json::value* memberAt(const json::object& object, std::string_view path) {
+  const json::object* holder = &object;
+  while (holder != nullptr) {
+    const std::size_t slash = path.find('/');
+    const json::value* value = holder->if_contains(path.substr(0, slash));
+    if (value == nullptr || value->is_null()) {
+      return nullptr;
+    }
+    if (slash == std::string_view::npos) {
+      return value;
+    }
+    holder = value->if_object();
+    path.remove_prefix(slash + 1);
+  }
+  return nullptr;
+}
+
+const json::object* objectAt(const json::object& object,
+                             std::string_view path) {
+  const json::value* value = memberAt(object, path);
+  return value == nullptr ? nullptr : value->if_object();
+}
+
+const json::array* arrayAt(const json::object& object, std::string_view path) {
+  const json::value* value = memberAt(object, path);
+  return value == nullptr ? nullptr : value->if_array();
+}
+
+std::string_view stringAt(const json::object& object, std::string_view path) {
+  const json::value* value = memberAt(object, path);
+  const json::string* text = value == nullptr ? nullptr : value->if_string();
+  return text == nullptr ? std::string_view()
+                         : std::string_view(text->data(), text->size());
+}
+
+std::optional<Uri> linkOf(const json::value& value) {
+  const json::object* object = value.if_object();
+  const json::string* text = object == nullptr ? nullptr : linkTextOf(*object);
+  if (text == nullptr) {
+    return std::nullopt;
+  }
+  return Uri::parse({text->data(), text->size()});
+}
+
+std::vector<std::string> refusedLinks(const json::object& object) {
+  std::vector<std::string> refused;
+  collectRefusedLinks(object, refused);
+  return refused;
+}
+
+std::optional<Uri> linkAt(const json::object& object, std::string_view path) {
+  const json::value* value = memberAt(object, path);
+  return value == nullptr ? std::nullopt : linkOf(*value);
+}
+
+std::vector<Uri> linksAt(const json::object& object, std::string_view path) {
+  std::vector<Uri> links;
+  const json::value* value = memberAt(object, path);
+  if (value == nullptr) {
+    return links;
+  }
+  const auto append = [&links](const json::value& entry) {
+    if (std::optional<Uri> link = linkOf(entry)) {
+      links.push_back(std::move(*link));
+    }
+  };
+  if (const json::array* array = value->if_array()) {
+    links.reserve(array->size());
+    for (const json::value& entry : *array) {
+      append(entry);
+    }
+  } else {
+    append(*value);
+  }
+  return links;
+}
+
+}  // namespace redfish

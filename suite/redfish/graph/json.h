@@ -1,0 +1,51 @@
+#pragma once
+
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "suite/redfish/graph/uri.h"
+
+namespace redfish {
+
+namespace json = boost::json;
+
+/// Reads a body as one JSON object: a byte-order mark is stripped, the limits
+/// of json_limits.h hold, duplicate names resolve to the last, integers stay
+/// exact. Bytes in strings that are no UTF-8 are kept (`cleanText` replaces
+/// them). On failure nothing, and the reason in `error`.
+std::optional<json::object> parseObject(std::string_view body,
+                                        std::string& error);
+
+/// The member at a path of names such as "Links/Chassis", each step an
+/// object; null where a step is missing, null, or no object.
+const json::value* memberAt(const json::object& object, std::string_view path);
+
+/// The object at a path; null where there is none.
+const json::object* objectAt(const json::object& object, std::string_view path);
+
+/// The array at a path; null where there is none.
+const json::array* arrayAt(const json::object& object, std::string_view path);
+
+/// The string at a path, as it stands; empty where there is none.
+std::string_view stringAt(const json::object& object, std::string_view path);
+
+/// The link that a value is: an object with a string "@odata.id" that passes
+/// the rules for links. A refused link counts as none.
+std::optional<Uri> linkOf(const json::value& value);
+
+/// The link at a path of an object.
+std::optional<Uri> linkAt(const json::object& object, std::string_view path);
+
+/// All links at a path: an array's entries, or a single object as an array of
+/// one. Bad entries are skipped. Order as served, repeats kept.
+std::vector<Uri> linksAt(const json::object& object, std::string_view path);
+
+/// The links anywhere in an object that break the rules, for messages: clean,
+/// and cut to 120 bytes.
+std::vector<std::string> refusedLinks(const json::object& object);
+
+}  // namespace redfish

@@ -1,0 +1,110 @@
+#include "suite/redfish/graph/json_limits.h"
+
+#include <array>
+#include <cstdint>
+
+namespace redfish {
+namespace {
+
+// The place of the quote that ends a string whose text starts at `begin`;
+// the end of the text when there is none.
+std::size_t endOfString(std::string_view text, std::size_t begin) {
+  while (true) {
+    const std::size_t stop = text.find_first_of("\"\\", begin);
+    if (stop == std::string_view::npos) {
+      return text.size();
+    }
+    if (text[stop] == '"') {
+      return stop;
+    }
+    begin = stop + 2;
+    if (begin >= text.size()) {
+      return text.size();
+    }
+  }
+}
+
+// Counts the values and, for each object or array that is open, its entries.
+class Counter {
+ public:
+  void open(bool object) {
+    if (depth_ < levels_.size()) {
+      levels_[depth_] = {object, 1};
+    }
+    ++depth_;
+    ++values_;
+  }
+
+  void close() {
+    if (depth_ > 0) {
+      --depth_;
+    }
+  }
+
+  void separate() {
+    ++values_;
+    if (depth_ == 0 || depth_ > levels_.size()) {
+      return;
+    }
+    Level& level = levels_[depth_ - 1];
+    ++level.entries;
+    tooManyMembers_ =
+        tooManyMembers_ || (level.object && level.entries > kMaxJsonMembers);
+  }
+
+  bool tooManyValues() const { return values_ > kMaxJsonValues; }
+  bool tooManyMembers() const { return tooManyMembers_; }
+
+ private:
+  struct Level {
+    bool object;
+    std::size_t entries;
+  };
+  std::array<Level, kMaxJsonDepth> levels_{};
+  std::size_t depth_ = 0;
+  std::size_t values_ = 0;
+  bool tooManyMembers_ = false;
+};
+
+}  // namespace
+
+bool exceedsJsonLimits(std::string_view text, std::string& error) {
+  // Each value and each member takes a byte at least.
+  if (text.size() <= kMaxJsonMembers) {
+    return false;
+  }
+  Counter counter;
+  for (std::size_t index = 0; index < text.size(); ++index) {
+    switch (text[index]) {
+      case '"':
+        index = endOfString(text, index + 1);
+        break;
+      case '{':
+      case '[':
+        counter.open(text[index] == '{');
+        break;
+      case '}':
+      case ']':
+        counter.close();
+        break;
+      case ',':
+        counter.separate();
+        break;
+      default:
+        break;
+    }
+    if (counter.tooManyMembers()) {
+      error = "a JSON object has more than " + std::to_string(kMaxJsonMembers) +
+              " members";
+      return true;
+    }
+    if (counter.tooManyValues()) {
+      error = "the JSON has more than " + std::to_string(kMaxJsonValues) +
+              " values";
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace redfish

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "suite/http/transport.h"
+
+namespace redfish {
+
+/// What proves who we are with every request: a session's token, or user and
+/// password for HTTP Basic, or nothing.
+struct Authorization {
+  std::string token;
+  std::string basicUser;
+  std::string basicPassword;
+  /// Not accepted by the service yet: one request goes out alone first, so
+  /// that a wrong password is tried once.
+  bool unproven = false;
+};
+
+/// A request to read one resource.
+struct Fetch {
+  std::string target;   ///< Path and query.
+  int priority = 0;     ///< Higher goes first.
+  bool patient = true;  ///< Repeat after a server error.
+  std::chrono::milliseconds timeout{30000};
+};
+
+/// The final answer to a request, after all repeats.
+struct Fetched {
+  std::uint64_t ticket = 0;
+  unsigned generation = 0;  ///< Authorization that it was sent with.
+  http::Answer answer;
+};
+
+/// Sends requests through a transport, as many side by side as the controller
+/// bears, and repeats those that deserve it: an overloaded service (429, 503)
+/// up to three times after the wait that it asks for, a gateway or server
+/// error (500, 502, 504) and a reset of a reused connection once. Redirects of
+/// reads are followed on the same origin, at most three. Trouble halves the
+/// number of requests under way; a row of good answers raises it again.
+class Fetcher {
+ public:
+  /// At most `maxConnections` requests under way at once.
+  Fetcher(http::Transport& transport, int maxConnections);
+  ~Fetcher();  ///< Wipes the authorization.
+
+  Fetcher(const Fetcher&) = delete;
+  Fetcher& operator=(const Fetcher&) = delete;
+
+  /// Replaces what later requests carry; each call is a new generation.
+  void authorize(Authorization authorization);
+  unsigned generation() const { return generation_; }
+
+  /// Queues a read. Its answer comes from `next` under the ticket returned.
+  std::uint64_t get(Fetch fetch);
+
+  /// Starts a request of any method at once, past the queue and its limit,
+  /// without authorization; it is never repeated.
+  std::uint64_t send(http::Request request);
+
+  /// The next final answer; waits until `until` at the latest. Nothing when
+  /// none came by then, when nothing is under way, or when the user
+  /// interrupted the run.
+  std::optional<Fetched> next(base::Clock::time_point until);
+
+  /// Waits for the answer to a request that was sent; the answers of reads
+  /// that come meanwhile are kept for `next`, and no queued read is started.
+  /// Nothing when none came by then, or when the user interrupted the run: the
+  /// request stays under way.
+  std::optional<http::Answer> wait(std::uint64_t ticket,
+                                   base::Clock::time_point until);
+
+  /// Whether the service may have seen a request that was sent; false only
+  /// while it still waits for its connection.
+  bool mayHaveArrived(std::uint64_t ticket) const;
+
+  /// While set, an interrupt by the user ends no wait.
+  void deferInterrupt(bool defer) { transport_.deferInterrupt(defer); }
+
+  /// Whether nothing is queued, under way, or waiting for a repeat.
+  bool idle() const;
+
+  /// Abandons everything.
+  void cancelAll();
+
+  /// The service bears one request at a time.
+  void setSerial();
+
+  std::uint64_t retries() const { return retries_; }
+
+ private:
+  /// One queued or running read and what has befallen it so far.
+  struct Job {
+    Fetch fetch;
+    std::uint64_t ticket = 0;
+    unsigned generation = 0;
+    int overloads = 0;
+    int redirects = 0;
+    bool serverErrorRepeated = false;
+    bool resetRepeated = false;
+    bool encodingRepeated = false;
+    bool http2Repeated = false;
+    bool fresh = false;
+  };
+
+  void startQueued();
+  void startDue(base::Clock::time_point now);
+  std::optional<Fetched> settle(http::Answer answer);
+  /// Whether the job goes out again; if so it has been queued or delayed.
+  bool repeated(Job& job, http::Answer& answer);
+  bool redirected(Job& job, http::Answer& answer);
+  void repeatAfter(Job job, std::chrono::milliseconds delay);
+  int limit() const { return authorization_.unproven ? 1 : limit_; }
+  void slowDown();
+  void speedUp();
+
+  http::Transport& transport_;
+  int maxConnections_;
+  int limit_;
+  int goodInRow_ = 0;
+  Authorization authorization_;
+  unsigned generation_ = 0;
+  std::uint64_t lastTicket_ = 0;
+  std::uint64_t retries_ = 0;
+  std::map<int, std::deque<Job>, std::greater<>> queue_;  ///< By priority.
+  std::multimap<base::Clock::time_point, Job> delayed_;
+  std::map<std::uint64_t, Job> reads_;            ///< By transport id.
+  std::map<std::uint64_t, std::uint64_t> sends_;  ///< Transport id to ticket.
+  std::deque<http::Answer> kept_;  ///< Came while a login was waited for.
+};
+
+}  // namespace redfish

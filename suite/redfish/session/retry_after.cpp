@@ -1,0 +1,72 @@
+#include "suite/redfish/session/retry_after.h"
+
+#include <algorithm>
+#include <charconv>
+#include <ctime>
+#include <iomanip>
+#include <locale>
+#include <optional>
+#include <sstream>
+#include <string>
+
+namespace redfish {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr milliseconds kShortest = seconds(1);
+constexpr milliseconds kLongest = seconds(30);
+
+std::time_t fromUtc(std::tm parts) {
+#if defined(_WIN32)
+  return _mkgmtime(&parts);
+#else
+  return timegm(&parts);
+#endif
+}
+
+// An HTTP date in its preferred form, "Sun, 06 Nov 1994 08:49:37 GMT".
+std::optional<std::chrono::system_clock::time_point> parseDate(
+    std::string_view text) {
+  std::istringstream in{std::string(text)};
+  in.imbue(std::locale::classic());
+  std::tm parts{};
+  in >> std::get_time(&parts, "%a, %d %b %Y %H:%M:%S");
+  const std::time_t time = in.fail() ? -1 : fromUtc(parts);
+  if (time == -1) {
+    return std::nullopt;
+  }
+  return std::chrono::system_clock::from_time_t(time);
+}
+
+}  // namespace
+
+milliseconds retryDelay(std::string_view retryAfter, int attempt,
+                        std::chrono::system_clock::time_point now) {
+  if (!retryAfter.empty()) {
+    unsigned long count = 0;
+    const char* end = retryAfter.data() + retryAfter.size();
+    const auto read = std::from_chars(retryAfter.data(), end, count);
+    if (read.ptr == end && read.ec == std::errc()) {
+      return std::clamp<milliseconds>(seconds(std::min(count, 30UL)), kShortest,
+                                      kLongest);
+    }
+    if (read.ptr == end && read.ec == std::errc::result_out_of_range) {
+      return kLongest;
+    }
+    if (const auto date = parseDate(retryAfter)) {
+      if (*date >= now + kLongest) {
+        return kLongest;
+      }
+      if (*date <= now + kShortest) {
+        return kShortest;
+      }
+      return std::chrono::duration_cast<milliseconds>(*date - now);
+    }
+  }
+  return std::min<milliseconds>(kShortest * (1 << std::clamp(attempt, 0, 5)),
+                                kLongest);
+}
+
+}  // namespace redfish

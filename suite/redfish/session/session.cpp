@@ -1,0 +1,320 @@
+#include "suite/redfish/session/session.h"
+
+#include <algorithm>
+#include <boost/json/serialize.hpp>
+#include <utility>
+
+#include "suite/base/secret.h"
+#include "suite/http/network_fault.h"
+#include "suite/platform/interrupt.h"
+#include "suite/redfish/graph/uri.h"
+#include "suite/redfish/session/answer.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+namespace {
+
+std::string targetAt(const json::object& object, std::string_view path) {
+  const auto link = linkAt(object, path);
+  return link ? link->target() : std::string();
+}
+
+// Where the service keeps sessions, as its root says; empty when it does not.
+std::string sessionsTarget(const json::object& root) {
+  std::string target = targetAt(root, "Links/Sessions");
+  // A root that came expanded carries the session service inside.
+  if (target.empty()) {
+    target = targetAt(root, "SessionService/Sessions");
+  }
+  return target;
+}
+
+// Path of a session from the text that names it: a link, or, from services
+// that leave the prefix out, its last segment below the sessions' URI.
+std::string sessionPath(const std::string& text, const std::string& sessions) {
+  if (const auto uri = Uri::parse(text)) {
+    return uri->target();
+  }
+  const std::size_t slash = text.find_last_of('/');
+  const std::string id = slash == text.npos ? text : text.substr(slash + 1);
+  if (id.empty()) {
+    return {};
+  }
+  const auto uri = Uri::parse(sessions + "/" + id);
+  return uri ? uri->target() : std::string();
+}
+
+}  // namespace
+
+Session::Session(Fetcher& fetcher, std::string address, std::string user,
+                 std::string password)
+    : fetcher_(fetcher),
+      address_(std::move(address)),
+      user_(std::move(user)),
+      password_(std::move(password)) {}
+
+Session::~Session() {
+  base::wipe(password_);
+  base::wipe(token_);
+}
+
+void Session::begin(std::chrono::milliseconds timeout) {
+  if (wanted()) {
+    sendLogin(timeout);
+  }
+}
+
+bool Session::takes(const Fetched& fetched) {
+  if (!ticket_ || fetched.ticket != *ticket_) {
+    return false;
+  }
+  ticket_.reset();
+  answer_ = fetched.answer;
+  return true;
+}
+
+base::Failure Session::late() const {
+  base::Failure failure =
+      http::failureOf(ticket_ && !fetcher_.mayHaveArrived(*ticket_)
+                          ? http::NetworkFault::kConnectTimeout
+                          : http::NetworkFault::kAnswerTimeout,
+                      "", {patience_, patience_});
+  failure.address = address_;
+  failure.uri = loginTarget_;
+  return failure;
+}
+
+std::optional<base::Failure> Session::conclude(
+    const json::object& root, std::chrono::milliseconds timeout,
+    base::Clock::time_point until) {
+  if (!wanted()) {
+    return std::nullopt;
+  }
+  const std::string named = sessionsTarget(root);
+  Outcome outcome = answer_ ? judge(*answer_) : Outcome::kWrongPlace;
+  const bool refused = answer_ && answer_->status == 401;
+  answer_.reset();
+  if (outcome == Outcome::kWrongPlace && !named.empty() &&
+      named != loginTarget_) {
+    loginTarget_ = named;
+    outcome = login(timeout, until);
+  }
+  // A service that names no sessions knows Basic alone and says 401 to all
+  // else; that is no word about the password.
+  if (outcome == Outcome::kFailed && refused && named.empty()) {
+    outcome = Outcome::kImpossible;
+  }
+  if (outcome == Outcome::kSession) {
+    return std::nullopt;
+  }
+  if (outcome == Outcome::kFailed) {
+    return failure_;
+  }
+  useBasic();
+  return std::nullopt;
+}
+
+std::optional<base::Failure> Session::renew(std::chrono::milliseconds timeout,
+                                            base::Clock::time_point until) {
+  token_.clear();
+  sessionTarget_.clear();
+  granted_ = false;
+  if (login(timeout, until) == Outcome::kSession) {
+    return std::nullopt;
+  }
+  if (failure_) {
+    return failure_;
+  }
+  return fail(base::FailureKind::kAuthentication,
+              "the session ended and no new one was granted", "");
+}
+
+std::string Session::scrub(std::string text) const {
+  return base::withoutSecret(base::withoutSecret(std::move(text), password_),
+                             token_);
+}
+
+void Session::sendLogin(std::chrono::milliseconds timeout) {
+  patience_ = timeout;
+  loginEnd_ = base::Clock::now() + timeout;
+  ticket_ = fetcher_.send(loginRequest());
+}
+
+http::Request Session::loginRequest() const {
+  json::object body;
+  body["UserName"] = user_;
+  body["Password"] = password_;
+  http::Request request;
+  request.method = http::Method::kPost;
+  request.target = loginTarget_;
+  request.body = json::serialize(body);
+  // Longer than we wait for it: what it grants late is taken back by `logout`.
+  request.timeout = patience_ + kLogoutTimeout;
+  if (json::value* secret = body.if_contains("Password")) {
+    json::string& text = secret->as_string();
+    std::fill(text.begin(), text.end(), '\0');
+  }
+  return request;
+}
+
+Session::Outcome Session::login(std::chrono::milliseconds timeout,
+                                base::Clock::time_point until) {
+  sendLogin(timeout);
+  const auto answer = fetcher_.wait(*ticket_, std::min(until, loginEnd_));
+  if (!answer) {
+    // It stays under way: what it may yet grant is taken back by `logout`.
+    failure_ = platform::interrupted() ? fail(base::FailureKind::kInterrupted,
+                                              "interrupted by the user", "")
+               : loginEnd_ <= until
+                   ? late()
+                   : fail(base::FailureKind::kDeadline,
+                          "no answer to the login in time", "");
+    return Outcome::kFailed;
+  }
+  ticket_.reset();
+  return judge(*answer);
+}
+
+Session::Outcome Session::judge(const http::Answer& answer) {
+  failure_.reset();
+  if (answer.failure) {
+    failure_ = answer.failure;
+    failure_->uri = loginTarget_;
+    return Outcome::kFailed;
+  }
+  if (answer.status >= 200 && answer.status < 300) {
+    return adopt(answer) ? Outcome::kSession : Outcome::kImpossible;
+  }
+  const std::string message = scrub(firstMessage(answer.body));
+  const std::string told = message.empty() ? "" : " (" + message + ")";
+  const std::string status = "HTTP status " + std::to_string(answer.status);
+  std::string error;
+  const auto body = parseObject(answer.body, error);
+  switch (answer.status) {
+    case 401:
+      failure_ = fail(base::FailureKind::kAuthentication,
+                      "user name or password refused" + told,
+                      "check the user name and the password; it was tried once "
+                      "only, because controllers lock accounts");
+      return Outcome::kFailed;
+    case 403:
+      if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
+        failure_ = fail(base::FailureKind::kPasswordChange,
+                        "the password of this account must be changed first",
+                        "change it on the controller, then run again");
+      } else {
+        failure_ = fail(base::FailureKind::kAuthentication,
+                        "the account may not log in" + told,
+                        "it may be disabled, locked, or lack the Login "
+                        "privilege");
+      }
+      return Outcome::kFailed;
+    case 400:
+      for (const char* key : {"ResourceAtUriUnauthorized", "AccountLocked",
+                              "NoValidSession", "InsufficientPrivilege",
+                              "AuthenticationFailed", "InvalidCredentials"}) {
+        if (body && hasMessageKey(*body, key)) {
+          failure_ = fail(base::FailureKind::kAuthentication,
+                          "user name or password refused" + told,
+                          "check the user name and the password");
+          return Outcome::kFailed;
+        }
+      }
+      return Outcome::kImpossible;
+    case 404:
+    case 405:
+    case 301:
+    case 302:
+    case 307:
+    case 308:
+      return Outcome::kWrongPlace;
+    case 501:
+      return Outcome::kImpossible;
+    case 429:
+    case 503:
+      tableFull_ = true;
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": no session granted (" << status << ")" << told
+          << "; its session table may be full";
+      return Outcome::kImpossible;
+    default:
+      failure_ =
+          fail(answer.status >= 500 ? base::FailureKind::kServerError
+                                    : base::FailureKind::kBadContent,
+               "the login was answered with " + status + told,
+               "try again later; if it stays so, restart the controller");
+      return Outcome::kFailed;
+  }
+}
+
+bool Session::adopt(const http::Answer& answer) {
+  if (answer.failure || answer.status < 200 || answer.status > 299) {
+    return false;
+  }
+  sessionTarget_.clear();
+  if (!answer.location.empty()) {
+    sessionTarget_ = sessionPath(answer.location, loginTarget_);
+  }
+  std::string error;
+  const auto body = parseObject(answer.body, error);
+  for (const char* name : {"@odata.id", "Id"}) {
+    if (!sessionTarget_.empty() || !body) {
+      break;
+    }
+    const std::string text(stringAt(*body, name));
+    if (!text.empty()) {
+      sessionTarget_ = sessionPath(text, loginTarget_);
+    }
+  }
+  granted_ = !answer.authToken.empty() || !sessionTarget_.empty();
+  if (granted_) {
+    ++logins_;
+  }
+  if (answer.authToken.empty()) {
+    return false;
+  }
+  token_ = answer.authToken;
+  fetcher_.authorize({token_, "", "", false});
+  return true;
+}
+
+base::Failure Session::refusal() const {
+  if (!wanted()) {
+    return fail(base::FailureKind::kNoCredentials,
+                "the service asks for a login", "name a user and a password");
+  }
+  if (basic_ && tableFull_) {
+    return fail(base::FailureKind::kBusy,
+                "no session is left at the service, and HTTP Basic is refused",
+                "end sessions that are no longer in use, or raise the "
+                "service's session limit");
+  }
+  if (basic_) {
+    return fail(base::FailureKind::kAuthentication,
+                "user name or password refused",
+                "check the user name and the password");
+  }
+  return fail(base::FailureKind::kAuthentication,
+              "the session ended again at once after a new login",
+              "check the session timeout of the service");
+}
+
+void Session::useBasic() {
+  basic_ = true;
+  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+      << address_ << ": no session to be had, using HTTP Basic";
+  fetcher_.authorize({"", user_, password_, true});
+}
+
+base::Failure Session::fail(base::FailureKind kind, std::string cause,
+                            std::string remedy) const {
+  base::Failure failure;
+  failure.kind = kind;
+  failure.address = address_;
+  failure.uri = loginTarget_;
+  failure.cause = std::move(cause);
+  failure.remedy = std::move(remedy);
+  return failure;
+}
+
+}  // namespace redfish

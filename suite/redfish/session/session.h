@@ -1,0 +1,122 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "suite/base/failure.h"
+#include "suite/redfish/graph/json.h"
+#include "suite/redfish/session/fetcher.h"
+
+namespace redfish {
+
+/// The login at one service (DSP0266, session management): a session where it
+/// can be had, HTTP Basic where the service cannot make one. A password that
+/// was refused is never tried again. The session is deleted by `logout`, on
+/// every way out; a session that was granted is always known here first.
+class Session {
+ public:
+  /// An empty user means that no login is wanted. `user` and `password` are
+  /// kept for as long as the session lives, and wiped then.
+  Session(Fetcher& fetcher, std::string address, std::string user,
+          std::string password);
+  ~Session();
+
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  /// Sends the login to the standard URI without waiting, so that it is under
+  /// way beside the first read. Nothing is sent without a user.
+  void begin(std::chrono::milliseconds timeout);
+
+  /// Whether an answer fetched belongs to `begin`; if so it is taken in.
+  bool takes(const Fetched& fetched);
+
+  /// When the login under way has had its time, as `begin` was told. What it
+  /// still grants later is taken back by `logout`.
+  base::Clock::time_point loginEnd() const { return loginEnd_; }
+  /// What it means that no answer came by then.
+  base::Failure late() const;
+
+  /// Ends the login once the service root is known: tries the URI that the
+  /// root names where the standard one was none, or falls to Basic. Requires
+  /// that the answer to `begin` was taken. Nothing on success.
+  std::optional<base::Failure> conclude(const json::object& root,
+                                        std::chrono::milliseconds timeout,
+                                        base::Clock::time_point until);
+
+  /// Logs in again after the service forgot the session. Nothing on success.
+  std::optional<base::Failure> renew(std::chrono::milliseconds timeout,
+                                     base::Clock::time_point until);
+
+  /// Whether a user is configured.
+  bool wanted() const { return !user_.empty(); }
+  /// Whether HTTP Basic is in use: nobody has accepted the password yet.
+  bool basic() const { return basic_; }
+  /// Whether the login can be renewed: Basic cannot.
+  bool renewable() const { return wanted() && !basic_; }
+
+  /// What it means that the service answered 401 although we had logged in,
+  /// or because no login was wanted.
+  base::Failure refusal() const;
+
+  /// A text for messages, without the password and the token in it.
+  std::string scrub(std::string text) const;
+
+  /// Waits for a login under way, then deletes the session, within 5 seconds
+  /// each. Never throws.
+  void logout() noexcept;
+
+  std::uint64_t logins() const { return logins_; }
+  std::uint64_t logouts() const { return logouts_; }
+
+ private:
+  /// How long an end of the run may wait for a login under way, and for the
+  /// logout.
+  static constexpr std::chrono::milliseconds kLogoutTimeout{5000};
+
+  /// What the answer to a login means.
+  enum class Outcome { kSession, kWrongPlace, kImpossible, kFailed };
+
+  void sendLogin(std::chrono::milliseconds timeout);
+  http::Request loginRequest() const;
+  /// Sends the login and judges its answer; kFailed when none came in time.
+  Outcome login(std::chrono::milliseconds timeout,
+                base::Clock::time_point until);
+  Outcome judge(const http::Answer& answer);
+  /// Takes token and URI of a session that the answer grants; false when it
+  /// gives no token, though a session may have been made.
+  bool adopt(const http::Answer& answer);
+  /// The URI of a session that was granted without one: the only session of
+  /// our user among those that the service lists; empty if that is unclear.
+  std::string findSession(base::Clock::time_point until);
+  /// Puts what proves who we are into a request.
+  void prove(http::Request& request) const;
+  std::optional<json::object> read(const std::string& target,
+                                   base::Clock::time_point until);
+  void useBasic();
+  base::Failure fail(base::FailureKind kind, std::string cause,
+                     std::string remedy) const;
+
+  Fetcher& fetcher_;
+  std::string address_;
+  std::string user_;
+  std::string password_;
+  std::string loginTarget_ = "/redfish/v1/SessionService/Sessions";
+  std::optional<std::uint64_t> ticket_;    ///< Of a login under way.
+  std::chrono::milliseconds patience_{0};  ///< With it.
+  base::Clock::time_point loginEnd_;       ///< When that ends.
+  std::optional<http::Answer> answer_;     ///< To `begin`, not yet judged.
+  std::string token_;
+  bool granted_ = false;       ///< A session is there to be deleted.
+  std::string sessionTarget_;  ///< Where to delete it.
+  bool basic_ = false;
+  bool tableFull_ = false;  ///< Basic is in use because no session was left.
+  std::optional<base::Failure> failure_;
+  std::uint64_t logins_ = 0;
+  std::uint64_t logouts_ = 0;
+};
+
+}  // namespace redfish

@@ -1,0 +1,109 @@
+// The end of a login: whatever the service has granted is given back.
+#include <utility>
+
+#include "suite/base/secret.h"
+#include "suite/redfish/graph/uri.h"
+#include "suite/redfish/session/session.h"
+#include "syshealth/host/log.h"
+
+namespace redfish {
+
+void Session::logout() noexcept {
+  try {
+    fetcher_.deferInterrupt(true);
+    // A login that the service has never seen grants nothing.
+    if (ticket_ && fetcher_.mayHaveArrived(*ticket_)) {
+      const auto answer =
+          fetcher_.wait(*ticket_, base::Clock::now() + kLogoutTimeout);
+      if (answer) {
+        adopt(*answer);
+      } else {
+        Tarvex::Log(1, __FILE__, __LINE__).Stream()
+            << address_ << ": the login was never answered; if it made a "
+            << "session, that stays open until it times out there";
+      }
+    }
+    ticket_.reset();
+    if (answer_) {
+      adopt(*answer_);
+    }
+    answer_.reset();
+    fetcher_.cancelAll();
+    if (!granted_) {
+      return;
+    }
+    granted_ = false;
+    const auto end = base::Clock::now() + kLogoutTimeout;
+    if (sessionTarget_.empty()) {
+      sessionTarget_ = findSession(end);
+    }
+    if (sessionTarget_.empty()) {
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": the service did not say where its session is; it "
+          << "stays open until it times out there";
+      return;
+    }
+    http::Request request;
+    request.method = http::Method::kDelete;
+    request.target = sessionTarget_;
+    prove(request);
+    request.timeout = kLogoutTimeout;
+    base::wipe(token_);
+    const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), end);
+    if (!answer || answer->failure) {
+      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+          << address_ << ": no answer to the logout; the session may stay open "
+          << "until it times out";
+      return;
+    }
+    ++logouts_;
+  } catch (...) {
+    // Leaving is best effort: there is nobody left to tell.
+  }
+}
+
+std::string Session::findSession(base::Clock::time_point until) {
+  const auto sessions = read(loginTarget_, until);
+  if (!sessions) {
+    return {};
+  }
+  const std::vector<Uri> members = linksAt(*sessions, "Members");
+  if (members.size() == 1) {
+    return members.front().target();
+  }
+  constexpr std::size_t kMaxSessions = 64;
+  std::vector<std::string> ours;
+  for (std::size_t i = 0; i < members.size() && i < kMaxSessions; ++i) {
+    const auto session = read(members[i].target(), until);
+    if (session && stringAt(*session, "UserName") == user_) {
+      ours.push_back(members[i].target());
+    }
+  }
+  return ours.size() == 1 ? ours.front() : std::string();
+}
+
+std::optional<json::object> Session::read(const std::string& target,
+                                          base::Clock::time_point until) {
+  http::Request request;
+  request.target = target;
+  prove(request);
+  request.timeout = kLogoutTimeout;
+  const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), until);
+  if (!answer || answer->failure || answer->status != 200) {
+    return std::nullopt;
+  }
+  std::string error;
+  return parseObject(answer->body, error);
+}
+
+void Session::prove(http::Request& request) const {
+  if (!token_.empty()) {
+    request.headers.emplace_back("X-Auth-Token", token_);
+  } else {
+    // A service that made a session and kept its token to itself.
+    request.basicUser = user_;
+    request.basicPassword = password_;
+  }
+}
+
+}  // namespace redfish

@@ -1,0 +1,154 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "suite/http/network_transport.h"
+#include "tests/bmc/gzip.h"
+#include "tests/suite/http/scripted_server.h"
+#include "tests/suite/http/transport_client.h"
+
+namespace http {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
+
+TEST(CurlTransportAnswer, CarriesStatusHeadersAndBody) {
+  const Answer answer =
+      answerTo(httpAnswer(201, kBody,
+                          "Location: /redfish/v1/S/1\r\nX-Auth-Token: abc\r\n"
+                          "Retry-After: 3\r\n"));
+  EXPECT_EQ(told(answer), "no failure");
+  EXPECT_EQ(answer.status, 201);
+  EXPECT_EQ(answer.location, "/redfish/v1/S/1");
+  EXPECT_EQ(answer.authToken, "abc");
+  EXPECT_EQ(answer.retryAfter, "3");
+  EXPECT_EQ(answer.body, kBody);
+}
+
+TEST(CurlTransportAnswer, InterimAnswersAreSkipped) {
+  const Answer answer = answerTo(
+      "HTTP/1.1 100 Continue\r\nLocation: /x\r\n\r\n" + httpAnswer(200, kBody));
+  EXPECT_EQ(answer.status, 200);
+  EXPECT_EQ(answer.location, "");
+}
+
+TEST(CurlTransportAnswer, ErrorStatusIsNoFailure) {
+  const Answer answer = answerTo(httpAnswer(503, "busy"));
+  EXPECT_FALSE(answer.failure);
+  EXPECT_EQ(answer.status, 503);
+  EXPECT_EQ(answer.body, "busy");
+}
+
+TEST(CurlTransportAnswer, RedirectIsNotFollowed) {
+  const Answer answer =
+      answerTo(httpAnswer(302, "", "Location: https://192.0.2.1/\r\n"));
+  EXPECT_EQ(answer.status, 302);
+  EXPECT_EQ(answer.location, "https://192.0.2.1/");
+}
+
+TEST(CurlTransportAnswer, ChunkedBodyIsJoined) {
+  EXPECT_EQ(answerTo("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                     "2\r\n{}\r\n3\r\n   \r\n0\r\nLocation: /t\r\n\r\n")
+                .body,
+            "{}   ");
+}
+
+TEST(CurlTransportAnswer, BodyMayEndWithTheConnection) {
+  EXPECT_EQ(answerTo("HTTP/1.1 200 OK\r\n\r\n{}").body, "{}");
+}
+
+TEST(CurlTransportAnswer, GzipIsDecoded) {
+  const Answer answer =
+      answerTo(httpAnswer(200, bmc::gzip(kBody), "Content-Encoding: gzip\r\n"));
+  EXPECT_EQ(told(answer), "no failure");
+  EXPECT_EQ(answer.body, kBody);
+}
+
+TEST(CurlTransportAnswer, WrongCompressionIsTold) {
+  const Answer answer =
+      answerTo(httpAnswer(200, kBody, "Content-Encoding: gzip\r\n"));
+  EXPECT_TRUE(answer.badEncoding);
+  EXPECT_EQ(kindOf(answer), "content");
+  EXPECT_EQ(told(answer), "the answer is not compressed as it says");
+}
+
+TEST(CurlTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
+  std::string sent;
+  ScriptedServer server([&sent](Peer& peer) {
+    sent = peer.readRequest();
+    peer.write(httpAnswer(200, kBody, "Content-Encoding: gzip\r\n"));
+  });
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  transport->disableCompression();
+  const Answer answer = ask(*transport, get());
+  EXPECT_EQ(answer.body, kBody);
+  EXPECT_THAT(sent, HasSubstr("\r\nAccept-Encoding: identity\r\n"));
+}
+
+TEST(CurlTransportLimits, LargestBodyArrives) {
+  const std::string body(kMaxBodyBytes, ' ');
+  EXPECT_EQ(answerTo(httpAnswer(200, body)).body.size(), kMaxBodyBytes);
+}
+
+TEST(CurlTransportLimits, LargerBodyFails) {
+  const std::string body(kMaxBodyBytes + 1, ' ');
+  const Answer announced = answerTo(httpAnswer(200, body));
+  EXPECT_EQ(kindOf(announced), "content");
+  EXPECT_EQ(told(announced), "the answer is larger than 16 MiB");
+  EXPECT_EQ(announced.status, 0);
+  EXPECT_EQ(told(answerTo("HTTP/1.1 200 OK\r\n\r\n" + body)),
+            "the answer is larger than 16 MiB");
+}
+
+TEST(CurlTransportLimits, BodyWithoutEndFails) {
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    peer.write("HTTP/1.1 200 OK\r\n\r\n");
+    while (peer.write(std::string(65536, ' '))) {
+    }
+  });
+  EXPECT_EQ(
+      told(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "the answer is larger than 16 MiB");
+}
+
+TEST(CurlTransportLimits, CompressedBombFails) {
+  const std::string bomb = bmc::gzip(std::string(32 << 20, ' '));
+  ASSERT_LT(bomb.size(), 1U << 20);
+  EXPECT_EQ(told(answerTo(httpAnswer(200, bomb, "Content-Encoding: gzip\r\n"))),
+            "the answer is larger than 16 MiB");
+}
+
+TEST(CurlTransportLimits, ManyHeadersFail) {
+  std::string headers;
+  while (headers.size() <= kMaxHeaderBytes) {
+    headers += "X-Filler: 0123456789\r\n";
+  }
+  const Answer answer = answerTo(httpAnswer(200, kBody, headers));
+  EXPECT_EQ(kindOf(answer), "content");
+  EXPECT_EQ(told(answer), "the headers of the answer are larger than 64 KiB");
+}
+
+TEST(CurlTransportLimits, LongHeaderFails) {
+  for (const std::size_t size : {kMaxHeaderBytes, kMaxHeaderBytes * 4}) {
+    const Answer answer = answerTo(
+        httpAnswer(200, kBody, "X-Filler: " + std::string(size, 'a') + "\r\n"));
+    EXPECT_EQ(kindOf(answer), "content");
+    EXPECT_EQ(told(answer), "the headers of the answer are larger than 64 KiB");
+  }
+}
+
+TEST(CurlTransportLimits, InterimAnswersWithoutEndFail) {
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    while (peer.write("HTTP/1.1 102 Processing\r\n\r\n")) {
+    }
+  });
+  EXPECT_EQ(
+      told(ask(*makeNetworkTransport(plainOptions(server.port())), get())),
+      "the headers of the answer are larger than 64 KiB");
+}
+
+}  // namespace
+}  // namespace http

@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <atomic>
+#include <chrono>
+#include <set>
+
+#include "suite/http/network_transport.h"
+#include "tests/suite/http/scripted_server.h"
+#include "tests/suite/http/transport_client.h"
+
+namespace http {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
+
+TEST(CurlTransportConnections, AreKeptAndCounted) {
+  ScriptedServer server(
+      answering([](const std::string&) { return httpAnswer(200, "{}"); }));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  EXPECT_FALSE(ask(*transport, get()).reusedConnection);
+  EXPECT_TRUE(ask(*transport, get()).reusedConnection);
+  const TransportStats stats = transport->stats();
+  EXPECT_EQ(stats.requests, 2U);
+  EXPECT_EQ(stats.connections, 1U);
+  EXPECT_EQ(stats.bytes, 4U);
+  EXPECT_EQ(server.connections(), 1);
+}
+
+TEST(CurlTransportConnections, StayWithinTheLimit) {
+  ScriptedServer server([](Peer& peer) {
+    while (!peer.readRequest().empty() && peer.pause(milliseconds(20))) {
+      peer.write(httpAnswer(200, kBody));
+    }
+  });
+  NetworkTransportOptions options = plainOptions(server.port());
+  options.maxConnections = 3;
+  const auto transport = makeNetworkTransport(options);
+  std::set<std::uint64_t> ids;
+  for (int index = 0; index < 12; ++index) {
+    ids.insert(transport->start(get()));
+  }
+  for (int index = 0; index < 12; ++index) {
+    EXPECT_EQ(ids.erase(nextAnswer(*transport).id), 1U);
+  }
+  EXPECT_EQ(server.connections(), 3);
+}
+
+TEST(CurlTransportConnections, FreshOneIsOpenedOnRequest) {
+  ScriptedServer server(
+      answering([](const std::string&) { return httpAnswer(200, "{}"); }));
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  ask(*transport, get());
+  Request request = get();
+  request.freshConnection = true;
+  EXPECT_FALSE(ask(*transport, request).reusedConnection);
+  EXPECT_EQ(server.connections(), 2);
+}
+
+TEST(CurlTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
+  std::atomic<int> logins{0};
+  ScriptedServer server([&logins](Peer& peer) {
+    while (true) {
+      const std::string request = peer.readRequest();
+      if (request.empty()) {
+        return;
+      }
+      if (request.compare(0, 4, "POST") == 0) {
+        ++logins;
+        return;
+      }
+      peer.write(httpAnswer(200, kBody));
+    }
+  });
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  ask(*transport, get());
+  Request login = get("/redfish/v1/SessionService/Sessions");
+  login.method = Method::kPost;
+  login.body = "{}";
+  EXPECT_EQ(kindOf(ask(*transport, login)), "unreachable");
+  EXPECT_EQ(logins, 1);
+}
+
+TEST(CurlTransportConnections, DeadOnesAreReplaced) {
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    peer.write(httpAnswer(200, kBody));
+    peer.close();
+  });
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  for (int index = 0; index < 3; ++index) {
+    EXPECT_EQ(ask(*transport, get()).status, 200);
+  }
+  EXPECT_EQ(server.connections(), 3);
+}
+
+TEST(CurlTransportConnections, BrokenPipeDoesNotEndTheProcess) {
+  const auto transport = makeNetworkTransport(plainOptions(1));
+  EXPECT_EQ(raise(SIGPIPE), 0);
+}
+
+}  // namespace
+}  // namespace http

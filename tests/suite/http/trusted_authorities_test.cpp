@@ -1,0 +1,32 @@
+#include "suite/http/curl/trusted_authorities.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/suite/temp_directory.h"
+
+namespace http {
+namespace {
+
+TEST(IsHashedDirectory, OneHashedNameIsEnough) {
+  const TempDirectory directory;
+  directory.write("authorities.crt", "");
+  directory.write("1a2b3c4d.0", "");
+  EXPECT_TRUE(isHashedDirectory(directory.path().string()));
+}
+
+TEST(IsHashedDirectory, OtherNamesAreNone) {
+  const TempDirectory directory;
+  for (const char* name : {"authorities.crt", "1a2b3c4d", "1a2b3c4d.r0",
+                           "1a2b3c4g.0", "1a2b3c4d5.0", "1A2B3C4D.0"}) {
+    directory.write(name, "");
+  }
+  EXPECT_FALSE(isHashedDirectory(directory.path().string()));
+}
+
+TEST(IsHashedDirectory, MissingDirectoryIsNone) {
+  const TempDirectory directory;
+  EXPECT_FALSE(isHashedDirectory((directory.path() / "no").string()));
+}
+
+}  // namespace
+}  // namespace http
