@@ -11,9 +11,16 @@ namespace {
 
 using List = std::unique_ptr<curl_slist, void (*)(curl_slist*)>;
 
+// Where a body goes, and how much of it.
+struct BodySink {
+  std::string& body;
+  std::size_t most;
+};
+
 std::size_t takeBody(char* bytes, std::size_t, std::size_t count, void* into) {
-  static_cast<Fetched*>(into)->body.append(bytes, count);
-  return count;
+  auto& sink = *static_cast<BodySink*>(into);
+  sink.body.append(bytes, count);
+  return sink.body.size() > sink.most ? 0 : count;
 }
 
 std::size_t takeHeader(char* bytes, std::size_t, std::size_t count,
@@ -75,7 +82,8 @@ Fetched Fetcher::get(const Fetch& fetch) {
   }
   curl_easy_reset(handle_);
   prepare(handle_, fetch, headers);
-  curl_easy_setopt(handle_, CURLOPT_WRITEDATA, &fetched);
+  BodySink sink{fetched.body, fetch.mostBytes};
+  curl_easy_setopt(handle_, CURLOPT_WRITEDATA, &sink);
   curl_easy_setopt(handle_, CURLOPT_HEADERDATA, &fetched);
   fetched.error = curl_easy_perform(handle_);
   long connections = 0;

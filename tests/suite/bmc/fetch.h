@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -27,6 +29,8 @@ struct Fetch {
   std::string pin;        ///< Public key to demand.
   bool insecure = false;
   long timeoutMs = 20000;
+  /// The fetch is broken off (CURLE_WRITE_ERROR) when the body has more bytes.
+  std::size_t mostBytes = std::numeric_limits<std::size_t>::max();
 };
 
 /// One client with its kept-alive connections.

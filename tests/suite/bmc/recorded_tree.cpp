@@ -1,29 +1,11 @@
 #include "tests/suite/bmc/recorded_tree.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <stdexcept>
-#include <system_error>
-
 namespace bmc {
 
-namespace fs = std::filesystem;
-
 RecordedTree::RecordedTree(const Files& files) {
-  std::string pattern = fs::temp_directory_path() / "bmc-tree-XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) {
-    throw std::runtime_error("cannot make " + pattern);
-  }
-  folder_ = pattern;
   for (const auto& [path, text] : files) {
-    fs::create_directories((folder_ / path).parent_path());
-    std::ofstream(folder_ / path, std::ios::binary) << text;
+    folder_.write(path, text);
   }
-}
-
-RecordedTree::~RecordedTree() {
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
 }
 
 Files smallService() {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <map>
 #include <string>
+
+#include "tests/support/temp_folder.h"
 
 namespace bmc {
 
@@ -13,15 +14,11 @@ using Files = std::map<std::string, std::string>;
 class RecordedTree {
  public:
   explicit RecordedTree(const Files& files);
-  ~RecordedTree();
 
-  RecordedTree(const RecordedTree&) = delete;
-  RecordedTree& operator=(const RecordedTree&) = delete;
-
-  std::string folder() const { return folder_.string(); }
+  std::string folder() const { return folder_.path().string(); }
 
  private:
-  std::filesystem::path folder_;
+  support::TempFolder folder_;
 };
 
 /// A small service in the short layout: root, Systems with members 1 and 2,
