@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <utility>
@@ -94,10 +93,8 @@ std::vector<std::string> environmentOf(const Case& theCase,
       "LC_ALL=C", "PATH=/usr/bin:/bin", "HOME=" + (work / "home").string(),
       "XDG_CONFIG_HOME=" + (work / "config").string(),
       "XDG_STATE_HOME=" + (work / "state").string()};
-  for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
-    if (const char* value = std::getenv(name)) {
-      environment.push_back(std::string(name) + "=" + value);
-    }
+  for (std::string& setting : support::sanitizerOptions()) {
+    environment.push_back(std::move(setting));
   }
   const std::string own =
       places.here(support::fileText(theCase.inherited("env")));

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <system_error>
 #include <thread>
 
@@ -83,6 +84,16 @@ std::vector<std::string> ownEnvironment() {
   std::vector<std::string> settings;
   for (char** setting = environ; *setting != nullptr; ++setting) {
     settings.emplace_back(*setting);
+  }
+  return settings;
+}
+
+std::vector<std::string> sanitizerOptions() {
+  std::vector<std::string> settings;
+  for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    if (const char* value = std::getenv(name)) {
+      settings.push_back(std::string(name) + "=" + value);
+    }
   }
   return settings;
 }

@@ -48,6 +48,10 @@ struct ChildEnd {
 /// The environment of this process, as ChildOptions takes it.
 std::vector<std::string> ownEnvironment();
 
+/// The options of the sanitizers in the environment of this process, which a
+/// child needs as well.
+std::vector<std::string> sanitizerOptions();
+
 /// A program that runs beside this process. One that cannot be started ends
 /// with status 127.
 class ChildProcess {
