@@ -3,13 +3,12 @@
 #include <algorithm>
 
 namespace base {
-namespace {
 
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+std::string lowerCase(std::string_view text) {
+  std::string small(text);
+  std::transform(small.begin(), small.end(), small.begin(), lower);
+  return small;
 }
-
-}  // namespace
 
 bool equalIgnoringCase(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
