@@ -12,9 +12,7 @@ find_package(CLI11 REQUIRED)
 find_package(spdlog REQUIRED)
 find_package(tomlplusplus REQUIRED)
 
-# What speaks HTTP and TLS. It is loaded by the runs that need it
-# (suite/http/curl/curl_library.h), so that nothing is linked with it.
+# What speaks HTTP and TLS.
 add_library(brivel_network INTERFACE)
-target_include_directories(brivel_network SYSTEM INTERFACE
-  ${CURL_INCLUDE_DIRS} ${OPENSSL_INCLUDE_DIR})
-target_link_libraries(brivel_network INTERFACE ${CMAKE_DL_LIBS})
+target_link_libraries(brivel_network INTERFACE
+  CURL::libcurl OpenSSL::SSL OpenSSL::Crypto)

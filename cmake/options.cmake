@@ -53,6 +53,14 @@ if(SYSHEALTH_SANITIZE)
     -fsanitize=${SYSHEALTH_SANITIZE})
 endif()
 
+# shown_to_library(TARGET): what a room defines can be seen outside of
+# libbrivel.so, as far as its exports.map names it.
+function(shown_to_library target)
+  set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET default)
+  target_compile_options(${target} PRIVATE
+    $<$<NOT:$<BOOL:${WIN32}>>:-fno-semantic-interposition>)
+endfunction()
+
 # What programs of tests, fuzz targets and benchmarks link of the suite: the
 # ground floor, and with it the client of controllers.
 set(BRIVEL_GROUND brivel_base brivel_platform)

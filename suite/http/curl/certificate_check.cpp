@@ -1,11 +1,15 @@
 #include "suite/http/curl/certificate_check.h"
 
+#include <openssl/evp.h>
+#include <openssl/ssl.h>
+#include <openssl/x509.h>
+#include <openssl/x509_vfy.h>
+
 #include <array>
 #include <cstddef>
 #include <vector>
 
 #include "suite/http/curl/curl_handle.h"
-#include "suite/http/curl/curl_library.h"
 
 namespace http {
 namespace {
@@ -15,9 +19,8 @@ std::string pinOf(const X509* certificate) {
   if (certificate == nullptr) {
     return "";
   }
-  const OpensslLibrary& ssl = openssl();
-  const X509_PUBKEY* const key = ssl.x509GetX509Pubkey(certificate);
-  const int size = ssl.i2dX509Pubkey(key, nullptr);
+  const X509_PUBKEY* const key = X509_get_X509_PUBKEY(certificate);
+  const int size = i2d_X509_PUBKEY(key, nullptr);
   if (size <= 0) {
     return "";
   }
@@ -25,23 +28,22 @@ std::string pinOf(const X509* certificate) {
   unsigned char* end = encoded.data();
   std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
   unsigned int digestSize = 0;
-  if (ssl.i2dX509Pubkey(key, &end) != size ||
-      ssl.evpDigest(encoded.data(), encoded.size(), digest.data(), &digestSize,
-                    ssl.evpSha256(), nullptr) != 1) {
+  if (i2d_X509_PUBKEY(key, &end) != size ||
+      EVP_Digest(encoded.data(), encoded.size(), digest.data(), &digestSize,
+                 EVP_sha256(), nullptr) != 1) {
     return "";
   }
   std::array<unsigned char, 2 * EVP_MAX_MD_SIZE> text{};
-  const int length = ssl.evpEncodeBlock(text.data(), digest.data(),
-                                        static_cast<int>(digestSize));
+  const int length =
+      EVP_EncodeBlock(text.data(), digest.data(), static_cast<int>(digestSize));
   return "sha256//" + std::string(text.begin(), text.begin() + length);
 }
 
 bool isTrusted(const X509* certificate, const std::string& digest) {
-  const OpensslLibrary& ssl = openssl();
   std::array<unsigned char, EVP_MAX_MD_SIZE> own{};
   unsigned int size = 0;
   return certificate != nullptr &&
-         ssl.x509Digest(certificate, ssl.evpSha256(), own.data(), &size) == 1 &&
+         X509_digest(certificate, EVP_sha256(), own.data(), &size) == 1 &&
          digest == std::string(own.begin(), own.begin() + size);
 }
 
@@ -49,8 +51,7 @@ bool isTrusted(const X509* certificate, const std::string& digest) {
 // trusted, and a note of whose it is.
 int verify(X509_STORE_CTX* chain, void* data) {
   auto& check = *static_cast<CertificateCheck*>(data);
-  const OpensslLibrary& ssl = openssl();
-  const X509* const certificate = ssl.x509StoreCtxGet0Cert(chain);
+  const X509* const certificate = X509_STORE_CTX_get0_cert(chain);
   bool trusted = false;
   try {
     check.pin = pinOf(certificate);
@@ -59,16 +60,16 @@ int verify(X509_STORE_CTX* chain, void* data) {
     check.pin.clear();
   }
   if (check.trusted.empty()) {
-    return ssl.x509VerifyCert(chain);
+    return X509_verify_cert(chain);
   }
-  ssl.x509StoreCtxSetError(
+  X509_STORE_CTX_set_error(
       chain, trusted ? X509_V_OK : X509_V_ERR_APPLICATION_VERIFICATION);
   return trusted ? 1 : 0;
 }
 
 CURLcode prepare(CURL* /*easy*/, void* context, void* check) {
-  openssl().sslCtxSetCertVerifyCallback(static_cast<SSL_CTX*>(context), verify,
-                                        check);
+  SSL_CTX_set_cert_verify_callback(static_cast<SSL_CTX*>(context), verify,
+                                   check);
   return CURLE_OK;
 }
 

@@ -7,7 +7,6 @@
 
 #include "suite/base/text.h"
 #include "suite/http/certificate_fault.h"
-#include "suite/http/curl/curl_library.h"
 #include "suite/http/network_fault.h"
 
 namespace http {
@@ -22,7 +21,7 @@ bool says(const CurlOutcome& outcome, std::string_view words) {
 // What libcurl says, its code's general words when it says nothing.
 std::string detail(const CurlOutcome& outcome) {
   const std::string text = base::excerpt(outcome.text, kDetailBytes);
-  return text.empty() ? curl().easyStrerror(outcome.code) : text;
+  return text.empty() ? curl_easy_strerror(outcome.code) : text;
 }
 
 NetworkFault connectFault(long osError) {

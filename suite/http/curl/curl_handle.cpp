@@ -43,7 +43,7 @@ void ignoreBrokenPipes() {
 void initialise() {
   static const CURLcode kResult = [] {
     ignoreBrokenPipes();
-    return curl().globalInit(CURL_GLOBAL_DEFAULT);
+    return curl_global_init(CURL_GLOBAL_DEFAULT);
   }();
   check(kResult);
 }
@@ -52,17 +52,17 @@ void initialise() {
 
 CurlEasy makeCurlEasy() {
   initialise();
-  return owned<CurlEasy>(curl().easyInit());
+  return owned<CurlEasy>(curl_easy_init());
 }
 
 CurlMulti makeCurlMulti() {
   initialise();
-  return owned<CurlMulti>(curl().multiInit());
+  return owned<CurlMulti>(curl_multi_init());
 }
 
 CurlShare makeCurlShare() {
   initialise();
-  return owned<CurlShare>(curl().shareInit());
+  return owned<CurlShare>(curl_share_init());
 }
 
 void check(CURLcode code) {
@@ -70,7 +70,7 @@ void check(CURLcode code) {
     throw std::bad_alloc();
   }
   if (code != CURLE_OK) {
-    throw std::runtime_error(curl().easyStrerror(code));
+    throw std::runtime_error(curl_easy_strerror(code));
   }
 }
 
@@ -79,7 +79,7 @@ void check(CURLMcode code) {
     throw std::bad_alloc();
   }
   if (code != CURLM_OK) {
-    throw std::runtime_error(curl().multiStrerror(code));
+    throw std::runtime_error(curl_multi_strerror(code));
   }
 }
 
@@ -88,7 +88,7 @@ void check(CURLSHcode code) {
     throw std::bad_alloc();
   }
   if (code != CURLSHE_OK) {
-    throw std::runtime_error(curl().shareStrerror(code));
+    throw std::runtime_error(curl_share_strerror(code));
   }
 }
 
@@ -96,7 +96,7 @@ CurlHeaders::~CurlHeaders() {
   for (curl_slist* line = list_; line != nullptr; line = line->next) {
     platform::overwrite(line->data, std::strlen(line->data));
   }
-  curl().slistFreeAll(list_);
+  curl_slist_free_all(list_);
 }
 
 CurlHeaders& CurlHeaders::operator=(CurlHeaders&& other) noexcept {
@@ -105,7 +105,7 @@ CurlHeaders& CurlHeaders::operator=(CurlHeaders&& other) noexcept {
 }
 
 void CurlHeaders::append(const char* line) {
-  curl_slist* longer = curl().slistAppend(list_, line);
+  curl_slist* longer = curl_slist_append(list_, line);
   if (longer == nullptr) {
     throw std::bad_alloc();
   }

@@ -4,27 +4,22 @@
 
 #include <memory>
 
-#include "suite/http/curl/curl_library.h"
-
 namespace http {
 
 // Owners of libcurl's handles, and its setting of options with the error
 // turned into an exception: what fails there is memory, or our own mistake.
 
-template <auto Function>
+template <auto Cleanup>
 struct CurlDeleter {
   template <typename Handle>
   void operator()(Handle* handle) const {
-    static_cast<void>(
-        (curl().*Function)(handle));  // Nobody is left to be told.
+    static_cast<void>(Cleanup(handle));  // Nobody is left to be told.
   }
 };
 
-using CurlEasy = std::unique_ptr<CURL, CurlDeleter<&CurlLibrary::easyCleanup>>;
-using CurlMulti =
-    std::unique_ptr<CURLM, CurlDeleter<&CurlLibrary::multiCleanup>>;
-using CurlShare =
-    std::unique_ptr<CURLSH, CurlDeleter<&CurlLibrary::shareCleanup>>;
+using CurlEasy = std::unique_ptr<CURL, CurlDeleter<&curl_easy_cleanup>>;
+using CurlMulti = std::unique_ptr<CURLM, CurlDeleter<&curl_multi_cleanup>>;
+using CurlShare = std::unique_ptr<CURLSH, CurlDeleter<&curl_share_cleanup>>;
 
 /// New handles; libcurl is made ready for use before the first one. Throw
 /// when there is no memory for them.
@@ -39,7 +34,7 @@ void check(CURLSHcode code);
 
 template <typename Value>
 void setOption(CURL* easy, CURLoption option, Value value) {
-  check(curl().easySetopt(easy, option, value));
+  check(curl_easy_setopt(easy, option, value));
 }
 
 /// A list of header lines whose text is overwritten when it dies.

@@ -1,5 +1,7 @@
 #include "suite/http/curl/curl_transfer.h"
 
+#include <openssl/ssl.h>
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -18,21 +20,21 @@ constexpr std::chrono::milliseconds kGrace(100);
 template <typename Value>
 Value infoOf(CURL* easy, CURLINFO info) {
   Value value = 0;
-  return curl().easyGetinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
+  return curl_easy_getinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
 }
 
 // Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
 bool isHttp2(CURL* easy) {
   const curl_tlssessioninfo* session = nullptr;
-  if (curl().easyGetinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
+  if (curl_easy_getinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
       session->backend != CURLSSLBACKEND_OPENSSL ||
       session->internals == nullptr) {
     return false;
   }
   const unsigned char* name = nullptr;
   unsigned int size = 0;
-  openssl().sslGet0AlpnSelected(static_cast<const SSL*>(session->internals),
-                                &name, &size);
+  SSL_get0_alpn_selected(static_cast<const SSL*>(session->internals), &name,
+                         &size);
   return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
 }
 
@@ -239,7 +241,7 @@ CurlOutcome CurlTransfer::outcome(
 }
 
 void CurlTransfer::reset() noexcept {
-  curl().easyReset(easy_.get());
+  curl_easy_reset(easy_.get());
   for (auto& [name, value] : request_.headers) {
     base::wipe(value);
   }

@@ -86,12 +86,12 @@ CurlTransport::CurlTransport(NetworkTransportOptions options)
       multi_(makeCurlMulti()) {
   options_.maxConnections = std::max(options_.maxConnections, 1);
   const long connections = options_.maxConnections;
-  check(curl().multiSetopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS,
-                           connections));
-  check(curl().multiSetopt(multi_.get(), CURLMOPT_MAXCONNECTS, connections));
-  check(curl().shareSetopt(share_.get(), CURLSHOPT_SHARE,
-                           CURL_LOCK_DATA_SSL_SESSION));
-  check(curl().shareSetopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
+  check(curl_multi_setopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS,
+                          connections));
+  check(curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, connections));
+  check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE,
+                          CURL_LOCK_DATA_SSL_SESSION));
+  check(curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_DNS));
 }
 
 CurlTransport::~CurlTransport() { cancelAll(); }
@@ -118,7 +118,7 @@ std::uint64_t CurlTransport::start(Request request) {
   const std::string url = url_ + request.target;
   transfer->prepare(id, std::move(request), url, identity_);
   setSharedOptions(transfer->easy());
-  check(curl().multiAddHandle(multi_.get(), transfer->easy()));
+  check(curl_multi_add_handle(multi_.get(), transfer->easy()));
   active_.push_back(std::move(transfer));
   ++stats_.requests;
   return id;
@@ -186,20 +186,19 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
 
 void CurlTransport::perform() {
   int running = 0;
-  check(curl().multiPerform(multi_.get(), &running));
+  check(curl_multi_perform(multi_.get(), &running));
 }
 
 void CurlTransport::collect() {
   int left = 0;
-  while (const CURLMsg* message = curl().multiInfoRead(multi_.get(), &left)) {
+  while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
     if (message->msg != CURLMSG_DONE) {
       continue;
     }
     // The message dies with the next call.
     const CURLcode code = message->data.result;
     char* transfer = nullptr;
-    check(
-        curl().easyGetinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer));
+    check(curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer));
     complete(reinterpret_cast<CurlTransfer*>(transfer), code);
   }
 }
@@ -219,7 +218,7 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
       [transfer](const TransferPtr& owner) { return owner.get() == transfer; });
   TransferPtr owner = std::move(*found);
   active_.erase(found);
-  check(curl().multiRemoveHandle(multi_.get(), owner->easy()));
+  check(curl_multi_remove_handle(multi_.get(), owner->easy()));
 
   stats_.connections += owner->connections();
   stats_.bytes += owner->bytes();
@@ -255,8 +254,8 @@ void CurlTransport::wait(base::Clock::duration time) {
   curl_waitfd interrupt{platform::interruptFd(), CURL_WAIT_POLLIN, 0};
   const bool watch =
       !interruptSeen_ && !interruptDeferred_ && interrupt.fd >= 0;
-  check(curl().multiPoll(multi_.get(), &interrupt, watch ? 1U : 0U,
-                         static_cast<int>(wanted.count()), nullptr));
+  check(curl_multi_poll(multi_.get(), &interrupt, watch ? 1U : 0U,
+                        static_cast<int>(wanted.count()), nullptr));
 }
 
 bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
@@ -268,7 +267,7 @@ bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
 
 void CurlTransport::cancelAll() {
   for (const TransferPtr& transfer : active_) {
-    static_cast<void>(curl().multiRemoveHandle(multi_.get(), transfer->easy()));
+    static_cast<void>(curl_multi_remove_handle(multi_.get(), transfer->easy()));
     transfer->reset();
   }
   active_.clear();

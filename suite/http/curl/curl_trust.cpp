@@ -16,7 +16,7 @@ constexpr const char* kNone = nullptr;
 // The system's directory of authorities, if they can be looked up in it one
 // by one; else empty.
 std::string hashedSystemDirectory() {
-  const char* directory = curl().versionInfo(CURLVERSION_NOW)->capath;
+  const char* directory = curl_version_info(CURLVERSION_NOW)->capath;
   return directory != nullptr && isHashedDirectory(directory) ? directory : "";
 }
 

@@ -1,0 +1,73 @@
+#include "suite/http/curl/transport_library.h"
+
+#include <dlfcn.h>
+
+#include <string>
+#include <utility>
+
+#include "suite/base/text.h"
+#include "suite/http/unusable_transport.h"
+
+namespace http {
+namespace {
+
+// The library's function, or why there is none.
+struct Library {
+  MakeTransport* makeTransport = nullptr;
+  std::string error;
+};
+
+// Absolute path of a file beside libbrivel.so.
+std::string besideUs(const char* file) {
+  // Any address within libbrivel.so serves.
+  static const char kHere = 0;
+  Dl_info own{};
+  const bool known = dladdr(&kHere, &own) != 0;
+  const std::string path = known ? own.dli_fname : "/";
+  return path.substr(0, path.rfind('/') + 1) + file;
+}
+
+// Why the library at a path was not loaded, without the path if it comes first.
+std::string loadError(const std::string& path) {
+  const char* const text = dlerror();
+  const std::string error = base::cleanText(text == nullptr ? "" : text);
+  const std::string prefix = path + ": ";
+  return error.rfind(prefix, 0) == 0 ? error.substr(prefix.size()) : error;
+}
+
+// The library itself is linked with -z now and bound as a whole here. Those
+// that come with it are bound as they want to be: all at once costs a
+// millisecond. Never unloaded: libcurl may leave a thread behind that waits for
+// a name server.
+Library load() {
+  Library library;
+  const std::string path = besideUs(kTransportLibrary);
+  void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
+  if (handle != nullptr) {
+    library.makeTransport =
+        reinterpret_cast<MakeTransport*>(dlsym(handle, kMakeTransport));
+  }
+  if (library.makeTransport == nullptr) {
+    library.error = path + " cannot be loaded: " + loadError(path);
+  }
+  return library;
+}
+
+}  // namespace
+
+std::unique_ptr<Transport> makeNetworkTransport(
+    NetworkTransportOptions options) {
+  static const Library kLibrary = load();
+  if (kLibrary.makeTransport == nullptr) {
+    base::Failure failure;
+    failure.kind = base::FailureKind::kInternal;
+    failure.cause = kLibrary.error;
+    failure.remedy = "install brivel again, with the libraries that it needs";
+    return makeUnusableTransport(options.origin, std::move(failure));
+  }
+  std::unique_ptr<Transport> transport;
+  kLibrary.makeTransport(options, transport);
+  return transport;
+}
+
+}  // namespace http
