@@ -5,6 +5,28 @@
 #include <CLI/Formatter.hpp>
 
 namespace bmc {
+namespace {
+
+void addEffort(CLI::App& app, Options& options) {
+  const auto add = [&app](const char* name, std::chrono::milliseconds& time,
+                          const char* help) {
+    app.add_option_function<unsigned>(
+        name,
+        [&time](unsigned value) { time = std::chrono::milliseconds(value); },
+        help);
+  };
+  add("--full-handshake-ms", options.effort.fullHandshake,
+      "What a full TLS handshake takes of the one processor, which does one "
+      "thing after another");
+  add("--resumed-handshake-ms", options.effort.resumedHandshake,
+      "The same of a handshake that takes up an earlier session");
+  add("--request-ms", options.effort.request, "The same of a request");
+  app.add_option("--round-trip-ms", options.roundTripMs,
+                 "The network's: taken by a connection, by its handshake, and "
+                 "by each answer");
+}
+
+}  // namespace
 
 bool parseOptions(int argc, char** argv, Options& options, int& exitStatus) {
   CLI::App app(
@@ -31,6 +53,7 @@ bool parseOptions(int argc, char** argv, Options& options, int& exitStatus) {
                  "Size of the session table");
   app.add_option("--delay-ms", options.delayMs,
                  "Time from a request's arrival to its answer");
+  addEffort(app, options);
   app.add_option("--expand", options.expand,
                  "Support $expand, this many levels deep")
       ->check(CLI::Range(0, 6));

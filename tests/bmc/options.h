@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "tests/bmc/wire/processor.h"
+
 namespace bmc {
 
 /// The account of a controller that is told no other. No secret: tests look
@@ -24,8 +26,10 @@ struct Options {
   std::string passwordFile;  ///< Its first line; empty: the default.
   bool open = false;
   std::size_t maxSessions = 8;
-  unsigned delayMs = 0;  ///< Time from a request's arrival to its answer.
-  int expand = 0;        ///< Levels of `$expand`; 0: not supported.
+  unsigned delayMs = 0;  ///< Of each answer, on top of the processor's time.
+  Effort effort;         ///< What takes time of its one processor.
+  unsigned roundTripMs = 0;  ///< Of the network.
+  int expand = 0;            ///< Levels of `$expand`; 0: not supported.
   std::size_t pageSize = 0;
   bool gzip = false;
   std::string certificateFile;  ///< PEM; empty: one is made.

@@ -72,6 +72,8 @@ struct Server::Parts {
   std::optional<Compressing> compressing;
   std::optional<Delayed> delayed;
   std::optional<ControlService> control;
+  std::optional<Processor> processor;
+  Processor controlProcessor{Effort()};
   std::unique_ptr<boost::asio::ssl::context> tls;
   std::optional<Environment> environment;
   std::optional<Environment> controlEnvironment;
@@ -176,19 +178,21 @@ bool Server::makeTls(std::string& error) {
   }
   parts_->ready.certificate = options_.certificateFile;
   parts_->ready.pin = pinOf(identity.certificate);
-  parts_->tls = makeTlsContext(identity, faults.maxVersion, error);
+  parts_->tls = makeTlsContext(identity, faults, error);
   return parts_->tls != nullptr;
 }
 
 bool Server::listen(std::string& error) {
   Parts& parts = *parts_;
   parts.connections.emplace(parts.faults.connections);
-  parts.environment.emplace(Environment{parts.io, *parts.delayed,
-                                        *parts.connections, parts.counters,
-                                        &parts.journal});
-  parts.controlEnvironment.emplace(Environment{parts.io, *parts.control,
-                                               parts.serveAll,
-                                               parts.controlCounters, nullptr});
+  parts.processor.emplace(options_.effort);
+  parts.environment.emplace(
+      Environment{parts.io, *parts.delayed, *parts.connections,
+                  *parts.processor, parts.counters, &parts.journal,
+                  std::chrono::milliseconds(options_.roundTripMs)});
+  parts.controlEnvironment.emplace(Environment{
+      parts.io, *parts.control, parts.serveAll, parts.controlProcessor,
+      parts.controlCounters, nullptr, std::chrono::milliseconds(0)});
   parts.http.emplace(*parts.environment, nullptr);
   parts.https.emplace(*parts.environment, parts.tls.get());
   parts.controlPort.emplace(*parts.controlEnvironment, nullptr);

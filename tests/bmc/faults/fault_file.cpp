@@ -31,6 +31,7 @@ TlsFaults readTls(const json::value& value, const std::string& where,
                                    TLS1_3_VERSION};
     faults.maxVersion = kVersions.at(*version);
   }
+  faults.resumption = !reader.flag("noResumption");
   reader.finish();
   return faults;
 }

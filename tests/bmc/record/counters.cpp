@@ -26,6 +26,7 @@ constexpr std::array kFields{
     Field{"openConnections",        &Counters::openConnections},
     Field{"maxOpenConnections",     &Counters::maxOpenConnections},
     Field{"tlsHandshakes",          &Counters::tlsHandshakes},
+    Field{"tlsFullHandshakes",      &Counters::tlsFullHandshakes},
     Field{"tlsResumptions",         &Counters::tlsResumptions},
     Field{"tlsFailures",            &Counters::tlsFailures},
     Field{"bytesSent",              &Counters::bytesSent},

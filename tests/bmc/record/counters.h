@@ -16,7 +16,8 @@ struct Counters {
   std::uint64_t connections = 0;      ///< Accepted on both service ports.
   std::uint64_t openConnections = 0;
   std::uint64_t maxOpenConnections = 0;
-  std::uint64_t tlsHandshakes = 0;  ///< Complete ones, resumed ones included.
+  std::uint64_t tlsHandshakes = 0;  ///< Complete ones of both kinds.
+  std::uint64_t tlsFullHandshakes = 0;
   std::uint64_t tlsResumptions = 0;
   std::uint64_t tlsFailures = 0;
   std::uint64_t bytesSent = 0;  ///< Heads and bodies, before encryption.

@@ -84,7 +84,18 @@ void Connection::start() {
                                  {"atUs", environment_.journal->now()},
                                  {"port", port_}});
   }
-  admit(plan_.onAccept, [this] { shake(); });
+  admit(plan_.onAccept, [this] { connect(); });
+}
+
+// The system has accepted the connection at once. Whoever is far away knows a
+// round trip later.
+void Connection::connect() {
+  timer_.expires_after(environment_.roundTrip);
+  timer_.async_wait([self = shared_from_this()](const ErrorCode& error) {
+    if (!error) {
+      self->shake();
+    }
+  });
 }
 
 void Connection::admit(Admission admission,
@@ -133,7 +144,12 @@ void Connection::drip() {
 }
 
 void Connection::shake() {
-  wire_->handshake([self = shared_from_this()](const ErrorCode& error) {
+  const auto begun = [this](bool offersSession) {
+    const auto now = std::chrono::steady_clock::now();
+    return environment_.processor.doHandshake(now, offersSession) +
+           environment_.roundTrip;
+  };
+  wire_->handshake(begun, [self = shared_from_this()](const ErrorCode& error) {
     self->onShaken(error);
   });
 }
@@ -160,6 +176,8 @@ void Connection::onShaken(const ErrorCode& error) {
   }
   if (facts.resumed) {
     ++counters.tlsResumptions;
+  } else if (secure) {
+    ++counters.tlsFullHandshakes;
   }
   admit(plan_.afterHandshake, [this] { read(); });
 }
@@ -233,7 +251,8 @@ void Connection::respond(Request request) {
                     ? errorReply(400, "GeneralError", "This is not HTTP.")
                     : environment_.responder.answer(request);
   const Delivery& delivery = reply.delivery;
-  const auto due = arrival + delivery.delay;
+  const auto due = environment_.processor.doRequest(arrival) +
+                   environment_.roundTrip + delivery.delay;
   const bool lengthKnown =
       reply.body == nullptr || reply.body->size() || delivery.chunked;
   const bool keepAlive =

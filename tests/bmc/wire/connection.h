@@ -16,6 +16,7 @@
 #include "tests/bmc/record/journal.h"
 #include "tests/bmc/wire/connection_policy.h"
 #include "tests/bmc/wire/message.h"
+#include "tests/bmc/wire/processor.h"
 #include "tests/bmc/wire/reply_stream.h"
 #include "tests/bmc/wire/request_reader.h"
 #include "tests/bmc/wire/wire.h"
@@ -27,8 +28,11 @@ struct Environment {
   boost::asio::io_context& io;
   Responder& responder;
   ConnectionPolicy& policy;
+  Processor& processor;
   Counters& counters;
   Journal* journal;  ///< None: nothing is logged.
+  /// Of the network: a connection, its handshake and each answer take it.
+  std::chrono::milliseconds roundTrip;
 };
 
 /// One connection from its acceptance to its end: handshake, then requests one
@@ -51,6 +55,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void admit(Admission admission, const std::function<void()>& proceed);
   void hold();
   void drip();
+  void connect();
   void shake();
   void onShaken(const ErrorCode& error);
   void read();

@@ -19,7 +19,8 @@ enum class CertificateKind {
 /// What is different about TLS.
 struct TlsFaults {
   CertificateKind certificate = CertificateKind::kSelfSigned;
-  int maxVersion = 0;  ///< As OpenSSL numbers versions; 0: the newest.
+  int maxVersion = 0;      ///< As OpenSSL numbers versions; 0: the newest.
+  bool resumption = true;  ///< Sessions can be taken up again.
 };
 
 /// A controller's certificate, and what its clients are told to trust.

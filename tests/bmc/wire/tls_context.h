@@ -5,13 +5,14 @@
 #include <string>
 
 #include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/server_identity.h"
 
 namespace bmc {
 
-/// A server's TLS context for a certificate (chain) and its key. `maxVersion`
-/// is the newest version spoken, as OpenSSL numbers them; 0: any. Null, and the
-/// reason in `error`, when OpenSSL refuses them.
+/// A server's TLS context for a certificate (chain) and its key, with the
+/// faults that are not the certificate's. Null, and the reason in `error`, when
+/// OpenSSL refuses them.
 std::unique_ptr<boost::asio::ssl::context> makeTlsContext(
-    const Identity& identity, int maxVersion, std::string& error);
+    const Identity& identity, const TlsFaults& faults, std::string& error);
 
 }  // namespace bmc

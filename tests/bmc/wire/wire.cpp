@@ -7,6 +7,8 @@
 #include <chrono>
 #include <utility>
 
+#include "tests/bmc/wire/client_hello.h"
+
 namespace bmc {
 namespace {
 
@@ -43,7 +45,7 @@ class PlainWire : public Wire {
     configure(socket_);
   }
 
-  void handshake(Shaken done) override {
+  void handshake(Begun /*begun*/, Shaken done) override {
     asio::post(socket_.get_executor(),
                [done = std::move(done)] { done(error_code()); });
   }
@@ -94,12 +96,22 @@ class TlsShutdown : public std::enable_shared_from_this<TlsShutdown> {
 class TlsWire : public Wire {
  public:
   TlsWire(tcp::socket socket, asio::ssl::context& context)
-      : stream_(std::make_shared<TlsStream>(std::move(socket), context)) {
+      : stream_(std::make_shared<TlsStream>(std::move(socket), context)),
+        timer_(stream_->get_executor()) {
     configure(stream_->next_layer());
+    stop_.install(stream_->native_handle());
   }
 
-  void handshake(Shaken done) override {
-    stream_->async_handshake(TlsStream::server, std::move(done));
+  void handshake(Begun begun, Shaken done) override {
+    stream_->async_handshake(TlsStream::server,
+                             [this, begun = std::move(begun),
+                              done = std::move(done)](const error_code& error) {
+                               if (stop_.stopped()) {
+                                 goOnAt(begun(stop_.offersSession()), done);
+                               } else {
+                                 done(error);
+                               }
+                             });
   }
 
   void read(char* into, std::size_t size, Done done) override {
@@ -127,7 +139,20 @@ class TlsWire : public Wire {
   }
 
  private:
+  void goOnAt(std::chrono::steady_clock::time_point when, const Shaken& done) {
+    timer_.expires_at(when);
+    timer_.async_wait([this, done](const error_code& error) {
+      if (error) {
+        done(error);
+      } else {
+        stream_->async_handshake(TlsStream::server, done);
+      }
+    });
+  }
+
+  HelloStop stop_;
   std::shared_ptr<TlsStream> stream_;
+  asio::steady_timer timer_;
 };
 
 }  // namespace

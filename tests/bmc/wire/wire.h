@@ -3,6 +3,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>
 #include <boost/system/error_code.hpp>
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -26,11 +27,17 @@ class Wire {
   using Done =
       std::function<void(const boost::system::error_code&, std::size_t)>;
   using Shaken = std::function<void(const boost::system::error_code&)>;
+  /// Told whether a client that begins a handshake offers to take up an
+  /// earlier session; answers when the handshake may go on.
+  using Begun =
+      std::function<std::chrono::steady_clock::time_point(bool offersSession)>;
 
   virtual ~Wire() = default;
 
   /// Does the TLS handshake; without TLS there is none, and all is well.
-  virtual void handshake(Shaken done) = 0;
+  /// `begun` is called once, and never without TLS. The stream must stay until
+  /// `done` is called.
+  virtual void handshake(Begun begun, Shaken done) = 0;
 
   /// Reads some bytes. `into` must stay until `done` is called.
   virtual void read(char* into, std::size_t size, Done done) = 0;

@@ -14,7 +14,7 @@ TEST(MakeCertificate, TlsTakesIt) {
   const Identity identity = makeCertificate({});
   EXPECT_THAT(identity.certificate, StartsWith("-----BEGIN CERTIFICATE-----"));
   std::string error;
-  EXPECT_NE(makeTlsContext(identity, 0, error), nullptr) << error;
+  EXPECT_NE(makeTlsContext(identity, {}, error), nullptr) << error;
 }
 
 TEST(MakeCertificate, AuthoritySignsAnother) {
@@ -25,7 +25,7 @@ TEST(MakeCertificate, AuthoritySignsAnother) {
   const Identity leaf = makeCertificate({}, &authority);
   std::string error;
   EXPECT_NE(makeTlsContext({leaf.certificate + authority.certificate, leaf.key},
-                           0, error),
+                           {}, error),
             nullptr)
       << error;
 }
@@ -34,7 +34,7 @@ TEST(MakeTlsContext, KeyOfAnotherCertificateIsRefused) {
   std::string error;
   EXPECT_EQ(
       makeTlsContext({makeCertificate({}).certificate, makeCertificate({}).key},
-                     0, error),
+                     {}, error),
       nullptr);
   EXPECT_FALSE(error.empty());
 }

@@ -57,12 +57,14 @@ TEST(ReadFaultFile, WholeRuleIsRead) {
 
 TEST(ReadFaultFile, TheOtherPartsAreRead) {
   const FaultPlan plan = read(R"({
-      "tls": {"certificate": "expired", "maxVersion": "TLSv1.1"},
+      "tls": {"certificate": "expired", "maxVersion": "TLSv1.1",
+              "noResumption": true},
       "connections": [{"numbers": "2", "onAccept": "drip"}],
       "sessions": {"expireAfter": 4, "times": 1},
       "ipmi": {"channel": "rejects-2.0", "presence": "ipmi"},
       "tree": [{"path": "/a", "set": {"/b": {"$text": "xy", "$times": 3}}}]})");
   EXPECT_EQ(plan.tls.certificate, CertificateKind::kExpired);
+  EXPECT_FALSE(plan.tls.resumption);
   EXPECT_EQ(plan.connections.at(0).plan.onAccept, Admission::kDrip);
   EXPECT_EQ(plan.sessions.expireAfter, 4U);
   EXPECT_EQ(plan.sessions.times, 1U);

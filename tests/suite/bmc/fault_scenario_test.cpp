@@ -176,6 +176,15 @@ TEST_F(FaultScenario, TlsIsTooOld) {
   EXPECT_EQ(get().error, CURLE_SSL_CONNECT_ERROR);
 }
 
+TEST_F(FaultScenario, NoSessionIsTakenUpAgain) {
+  start(R"({"tls": {"noResumption": true},
+            "rules": [{"delivery": {"ending": "close"}}]})");
+  EXPECT_EQ(get().status, 200);
+  EXPECT_EQ(get().status, 200);
+  EXPECT_EQ(controller_->counters().tlsFullHandshakes, 2U);
+  EXPECT_EQ(controller_->counters().tlsResumptions, 0U);
+}
+
 TEST_F(FaultScenario, HttpsPortSpeaksPlainText) {
   start(R"({"connections": [{"plainText": true}]})");
   EXPECT_EQ(get().error, CURLE_SSL_CONNECT_ERROR);
