@@ -15,7 +15,7 @@
 
 namespace {
 
-std::vector<bench::Job> allJobs() {
+std::vector<bench::Job> delayJobs() {
   std::vector<bench::Job> jobs;
   for (const unsigned delayMs : {0U, 50U}) {
     for (const bool expand : {false, true}) {
@@ -33,24 +33,71 @@ std::vector<bench::Job> allJobs() {
   return jobs;
 }
 
-}  // namespace
+// Controllers with one slow processor, and one that is far away.
+std::vector<bench::Job> slowJobs() {
+  std::vector<bench::Job> jobs;
+  for (const bench::Slowness slowness :
+       {bench::Slowness{250, 50, 30, 20}, bench::Slowness{100, 20, 50, 20},
+        bench::Slowness{0, 0, 0, 50}}) {
+    for (const bool walk : {true, false}) {
+      for (const unsigned connections : {1U, 2U, 4U, 16U}) {
+        bench::Job job;
+        job.name = walk ? "summary" : "six tables";
+        if (!walk) {
+          job.arguments = {"--device", "all"};
+        }
+        job.connections = connections;
+        job.slowness = slowness;
+        job.walk = walk;
+        job.curl = false;
+        jobs.push_back(job);
+      }
+    }
+  }
+  return jobs;
+}
 
-int main(int argc, char** argv) {
-  unsigned runs = 5;
-  CLI::App app("Measures brivel against a controller on loopback.");
-  app.add_option("--runs", runs, "Runs of which the median is taken")
-      ->check(CLI::PositiveNumber);
-  CLI11_PARSE(app, argc, argv);
-
-  bench::printHead();
-  for (const bench::Job& job : allJobs()) {
+// Does the jobs and prints a row for each one; false when one fails.
+bool measureAll(const std::vector<bench::Job>& jobs, unsigned runs,
+                void (*printRow)(const bench::Job&, const bench::Outcome&)) {
+  for (const bench::Job& job : jobs) {
     std::string error;
     const auto outcome = bench::measure(job, runs, error);
     if (!outcome) {
       std::cerr << "controller_bench: " << job.name << ": " << error << '\n';
+      return false;
+    }
+    printRow(job, *outcome);
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  unsigned runs = 5;
+  std::string table;
+  CLI::App app("Measures brivel against a controller on loopback.");
+  app.add_option("--runs", runs, "Runs of which the median is taken")
+      ->check(CLI::PositiveNumber);
+  app.add_option("--table", table, "Which of the two tables; both without it")
+      ->check(CLI::IsMember({"delay", "slow"}));
+  CLI11_PARSE(app, argc, argv);
+
+  if (table != "slow") {
+    bench::printHead();
+    if (!measureAll(delayJobs(), runs, &bench::printRow)) {
       return EXIT_FAILURE;
     }
-    bench::printRow(job, *outcome);
+  }
+  if (table.empty()) {
+    std::cout << '\n';
+  }
+  if (table != "delay") {
+    bench::printSlowHead();
+    if (!measureAll(slowJobs(), runs, &bench::printSlowRow)) {
+      return EXIT_FAILURE;
+    }
   }
   return EXIT_SUCCESS;
 }

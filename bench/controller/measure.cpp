@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <initializer_list>
 #include <regex>
+#include <utility>
 
 #include "tests/bmc/controller.h"
 #include "tests/bmc/options.h"
@@ -33,11 +35,26 @@ Run medianOf(const std::vector<Run>& runs) {
   return middle;
 }
 
-std::vector<std::string> controllerArguments(const Job& job) {
+std::vector<std::string> controllerArguments(const Job& job,
+                                             const TempFolder& folder) {
   std::vector<std::string> arguments{"--tree", SAMPLES "/" + job.sample,
                                      "--delay-ms", std::to_string(job.delayMs)};
   if (job.expand) {
     arguments.insert(arguments.end(), {"--expand", "6"});
+  }
+  if (job.walk) {
+    folder.write("faults.json", R"({"tree": [{"path": "/redfish/v1",
+                                    "remove": ["/ServiceConditions"]}]})");
+    arguments.insert(arguments.end(), {"--faults", folder.at("faults.json")});
+  }
+  const Slowness& slowness = job.slowness;
+  const std::initializer_list<std::pair<const char*, unsigned>> kTimes{
+      {"--full-handshake-ms", slowness.fullHandshakeMs},
+      {"--resumed-handshake-ms", slowness.resumedHandshakeMs},
+      {"--request-ms", slowness.requestMs},
+      {"--round-trip-ms", slowness.roundTripMs}};
+  for (const auto& [option, milliseconds] : kTimes) {
+    arguments.insert(arguments.end(), {option, std::to_string(milliseconds)});
   }
   return arguments;
 }
@@ -88,7 +105,7 @@ struct Measured {
   Run brivel;
   Run curl;
   std::vector<bmc::LoggedRequest> requests;
-  std::size_t connections = 0;
+  bmc::Counters counters;
   std::size_t levels = 0;
 };
 
@@ -104,7 +121,7 @@ std::size_t levelsIn(const std::string& statistics) {
 
 std::optional<Measured> runOnce(const Job& job, std::string& error) {
   const TempFolder folder;
-  const bmc::Controller controller(controllerArguments(job));
+  const bmc::Controller controller(controllerArguments(job, folder));
   if (!controller.running()) {
     error = "the controller does not start";
     return std::nullopt;
@@ -119,7 +136,10 @@ std::optional<Measured> runOnce(const Job& job, std::string& error) {
   }
   measured.levels = levelsIn(measured.brivel.errors);
   measured.requests = controller.requests();
-  measured.connections = controller.counters().connections;
+  measured.counters = controller.counters();
+  if (!job.curl) {
+    return measured;
+  }
   measured.curl = runCurl(job, controller, measured.requests, folder);
   if (measured.curl.status != 0) {
     error = "curl failed: " + measured.curl.errors;
@@ -143,7 +163,9 @@ std::optional<Outcome> measure(const Job& job, unsigned runs,
     brivel.push_back(measured->brivel);
     curl.push_back(measured->curl);
     outcome.requests = measured->requests.size();
-    outcome.connections = measured->connections;
+    outcome.connections = measured->counters.connections;
+    outcome.resumed = measured->counters.tlsResumptions;
+    outcome.mostUnderWay = measured->counters.maxOpenRequests;
     outcome.levels = measured->levels;
   }
   outcome.brivel = medianOf(brivel);

@@ -9,6 +9,15 @@
 
 namespace bench {
 
+/// A controller with one processor that does one thing after another, and the
+/// network on the way to it.
+struct Slowness {
+  unsigned fullHandshakeMs = 0;
+  unsigned resumedHandshakeMs = 0;
+  unsigned requestMs = 0;
+  unsigned roundTripMs = 0;
+};
+
 /// What brivel is to do, and under which circumstances.
 struct Job {
   std::string name;
@@ -17,6 +26,9 @@ struct Job {
   bool expand = false;                 ///< The controller offers `$expand`.
   unsigned connections = 4;            ///< At most.
   std::string sample = "rack-server";  ///< What the controller serves.
+  Slowness slowness = {};
+  bool walk = false;  ///< The service has no list of active conditions.
+  bool curl = true;   ///< Let curl fetch the same URLs.
 };
 
 /// What it took.
@@ -24,13 +36,15 @@ struct Outcome {
   std::size_t requests = 0;  ///< Login and logout included.
   std::size_t levels = 0;    ///< As brivel counts them (--stats).
   std::size_t connections = 0;
+  std::size_t resumed = 0;       ///< Of the connections.
+  std::size_t mostUnderWay = 0;  ///< Requests, at any time.
   Run brivel;  ///< Medians of all runs, each figure for itself.
-  Run curl;    ///< Likewise, of curl fetching the same URLs in parallel.
+  Run curl;    ///< Likewise, of curl fetching the same URLs in parallel, where
+               ///< the job wants it.
 };
 
-/// Does a job `runs` times, each against a new controller, and each time lets
-/// curl fetch the same URLs. Nothing, and the reason in `error`, when a run
-/// fails.
+/// Does a job `runs` times, each against a new controller. Nothing, and the
+/// reason in `error`, when a run fails.
 std::optional<Outcome> measure(const Job& job, unsigned runs,
                                std::string& error);
 

@@ -36,6 +36,20 @@ void printCells(const std::vector<std::string>& cells) {
   std::cout << '|' << std::endl;
 }
 
+// What the one processor has to do whatever the client does: one full
+// handshake and all requests.
+double workOf(const Job& job, const Outcome& outcome) {
+  return job.slowness.fullHandshakeMs +
+         static_cast<double>(outcome.requests * job.slowness.requestMs);
+}
+
+std::string describe(const Slowness& slowness) {
+  return std::to_string(slowness.fullHandshakeMs) + " / " +
+         std::to_string(slowness.resumedHandshakeMs) + " / " +
+         std::to_string(slowness.requestMs) + " + " +
+         std::to_string(slowness.roundTripMs);
+}
+
 }  // namespace
 
 void printHead() {
@@ -62,6 +76,27 @@ void printRow(const Job& job, const Outcome& outcome) {
        fixed(outcome.brivel.cpuMilliseconds, 1),
        fixed(outcome.brivel.mebibytes, 1), fixed(outcome.curl.milliseconds, 1),
        fixed(outcome.curl.mebibytes, 1)});
+}
+
+void printSlowHead() {
+  const std::vector<std::string> head{
+      "job",         "controller",      "`--max-connections`",
+      "connections", "of them resumed", "most under way",
+      "requests",    "levels",          "wall ms",
+      "bound ms",    "times the bound"};
+  printCells(head);
+  printCells(std::vector<std::string>(head.size(), "---"));
+}
+
+void printSlowRow(const Job& job, const Outcome& outcome) {
+  const double bound = workOf(job, outcome);
+  const double wall = outcome.brivel.milliseconds;
+  printCells(
+      {job.name, describe(job.slowness), std::to_string(job.connections),
+       std::to_string(outcome.connections), std::to_string(outcome.resumed),
+       std::to_string(outcome.mostUnderWay), std::to_string(outcome.requests),
+       std::to_string(outcome.levels), fixed(wall, 1),
+       bound > 0 ? fixed(bound, 0) : "", ratio(wall, bound)});
 }
 
 }  // namespace bench

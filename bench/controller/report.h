@@ -10,4 +10,8 @@ void printHead();
 /// Prints one outcome as a row.
 void printRow(const Job& job, const Outcome& outcome);
 
+/// The same for controllers with one slow processor.
+void printSlowHead();
+void printSlowRow(const Job& job, const Outcome& outcome);
+
 }  // namespace bench
