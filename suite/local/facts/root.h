@@ -4,21 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "suite/local/facts/files.h"
+
 namespace local {
-
-/// How an attempt to read ended.
-enum class Access {
-  kRead,     ///< All of it was read.
-  kMissing,  ///< There is no such file or folder.
-  kDenied,   ///< It is there, but this user may not read it.
-  kFailed    ///< It is there, and reading it failed otherwise.
-};
-
-/// A file's bytes, or how reading it failed.
-struct Content {
-  Access access = Access::kMissing;
-  std::string bytes;
-};
 
 /// The root of the file systems that describe a machine: "/" for the running
 /// one, or the folder of a recorded one, in which sys/, proc/, dev/ and usr/
