@@ -8,11 +8,11 @@
 namespace local {
 
 /// The fans that the machine's monitoring chips report: those with a speed,
-/// measured or wished for, under /sys/class/hwmon, by chip and number.
+/// measured or target, under /sys/class/hwmon, by chip and number.
 ///
 /// The kernel's folder is read directly, and not through libsensors, because
 /// that library reads "/sys" alone (a recorded machine has another root) and
-/// knows no wished-for speed (fanN_target), which the report shows.
+/// does not know target speeds (fanN_target).
 std::vector<FanFacts> fanFacts(const Root& root);
 
 /// Whether the running system tells programs of fans at all.

@@ -1,12 +1,16 @@
 #include "suite/devhealth/inventory/local_inventory.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <initializer_list>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "suite/base/natural_order.h"
+#include "suite/devhealth/inventory/row_names.h"
 #include "suite/devhealth/parts/health_text.h"
 #include "suite/devhealth/parts/machine_name.h"
 #include "suite/devhealth/parts/value.h"
@@ -32,6 +36,15 @@ std::string firstText(std::initializer_list<std::string_view> texts) {
   return {};
 }
 
+// Sorts records by what the first column of their table shows.
+template <typename Record>
+void sortBy(std::vector<Record>& records, std::string Record::*column) {
+  std::stable_sort(records.begin(), records.end(),
+                   [column](const Record& left, const Record& right) {
+                     return base::naturallyBefore(left.*column, right.*column);
+                   });
+}
+
 // Two texts with a blank between, or the one that is not empty.
 std::string joined(const std::string& first, const std::string& second) {
   return first.empty() || second.empty() ? first + second
@@ -49,7 +62,8 @@ std::string health(redfish::Health health) {
 redfish::Health healthOf(local::ProcessorState state) {
   switch (state) {
     case local::ProcessorState::kEnabled:
-    case local::ProcessorState::kDisabledByUser:  // Wished for, not broken.
+    case local::ProcessorState::kDisabledByUser:  // Wanted, not broken.
+    case local::ProcessorState::kIdle:
       return redfish::Health::kOk;
     case local::ProcessorState::kFailed:
       return redfish::Health::kCritical;
@@ -71,28 +85,32 @@ redfish::Health healthOf(local::FanState state) {
   return redfish::Health::kUnknown;
 }
 
-redfish::Health healthOf(local::SupplyState state) {
-  switch (state) {
+redfish::Health healthOf(const local::SupplyFacts& supply) {
+  redfish::Health health = redfish::Health::kUnknown;
+  switch (supply.state) {
     case local::SupplyState::kOk:
-      return redfish::Health::kOk;
+      health = redfish::Health::kOk;
+      break;
     case local::SupplyState::kNonCritical:
-      return redfish::Health::kWarning;
+      health = redfish::Health::kWarning;
+      break;
     case local::SupplyState::kCritical:
       return redfish::Health::kCritical;
     case local::SupplyState::kUnknown:
       break;
   }
-  return redfish::Health::kUnknown;
+  return supply.unplugged ? redfish::Health::kWarning : health;
 }
 
-// The speed that is wished for, else the measured one. A wish of 0 is that
-// of a chip which leaves the speed to others; a negative reading is none.
+// The measured speed, else the target: registers of targets without a sensor
+// behind them hold anything. A negative reading is none, and a target of 0 is
+// that of a chip which leaves the speed to others.
 std::string fanSpeed(const local::FanFacts& fan) {
-  if (fan.targetRpm && *fan.targetRpm > 0) {
-    return std::to_string(*fan.targetRpm) + " RPM";
-  }
   if (fan.measuredRpm && *fan.measuredRpm >= 0) {
     return std::to_string(*fan.measuredRpm) + " RPM";
+  }
+  if (fan.targetRpm && *fan.targetRpm > 0) {
+    return std::to_string(*fan.targetRpm) + " RPM";
   }
   return {};
 }
@@ -113,6 +131,17 @@ std::string idsText(const local::PciFacts& adapter) {
                 static_cast<unsigned>(adapter.vendorId),
                 static_cast<unsigned>(adapter.deviceId));
   return text;
+}
+
+// Gives records their distinct names and sorts them by these.
+template <typename Record>
+void name(std::vector<Record>& records, std::string Record::*column,
+          const std::vector<RowName>& rows, std::string_view classWord) {
+  std::vector<std::string> names = distinctNames(rows, classWord);
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    records[i].*column = std::move(names[i]);
+  }
+  sortBy(records, column);
 }
 
 }  // namespace
@@ -137,45 +166,40 @@ SystemBoard systemBoardOf(const local::SystemFacts& system,
 std::vector<Processor> processorsOf(
     const std::vector<local::ProcessorFacts>& processors) {
   std::vector<Processor> records;
+  std::vector<RowName> names;
   for (const local::ProcessorFacts& processor : processors) {
     Processor record;
-    record.name = recordText(processor.socket);
     record.family = firstText({processor.version, processor.family});
     record.currentClockSpeed = megahertz(processor.currentMhz);
     record.maxClockSpeed = megahertz(processor.maxMhz);
     record.healthState = health(healthOf(processor.state));
     records.push_back(std::move(record));
+    names.push_back({recordText(processor.socket), ""});
   }
+  name(records, &Processor::name, names, "Processor");
   return records;
 }
 
 std::vector<Fan> fansOf(const std::vector<local::FanFacts>& fans) {
   std::vector<Fan> records;
+  std::vector<RowName> names;
   for (const local::FanFacts& fan : fans) {
     Fan record;
-    record.elementName = recordText(fan.label);
-    if (record.elementName.empty()) {
-      record.elementName = joined(recordText(fan.chip), recordText(fan.input));
-    }
     record.desiredSpeed = fanSpeed(fan);
     record.healthState = health(healthOf(fan.state));
     records.push_back(std::move(record));
+    names.push_back({recordText(fan.label),
+                     joined(recordText(fan.chip), recordText(fan.input))});
   }
+  name(records, &Fan::elementName, names, "Fan");
   return records;
 }
 
 std::vector<DIMM> dimmsOf(const std::vector<local::MemoryFacts>& modules) {
-  std::map<std::string, int> places;
-  for (const local::MemoryFacts& module : modules) {
-    ++places[recordText(module.locator)];
-  }
   std::vector<DIMM> records;
+  std::vector<RowName> names;
   for (const local::MemoryFacts& module : modules) {
     DIMM record;
-    record.description = recordText(module.locator);
-    if (record.description.empty() || places[record.description] > 1) {
-      record.description = joined(record.description, recordText(module.bank));
-    }
     record.partNumber = recordText(module.partNumber);
     record.serialNumber = recordText(module.serial);
     record.manufacturer = recordText(module.manufacturer);
@@ -184,21 +208,25 @@ std::vector<DIMM> dimmsOf(const std::vector<local::MemoryFacts>& modules) {
       record.maxMemorySpeed = std::to_string(*module.maxSpeed) + " MT/s";
     }
     records.push_back(std::move(record));
+    names.push_back({recordText(module.locator), recordText(module.bank)});
   }
+  name(records, &DIMM::description, names, "DIMM");
   return records;
 }
 
 std::vector<Power> powersOf(const std::vector<local::SupplyFacts>& supplies) {
   std::vector<Power> records;
+  std::vector<RowName> names;
   for (const local::SupplyFacts& supply : supplies) {
     Power record;
-    record.elementName = firstText({supply.name, supply.location});
     if (supply.capacityWatts) {
       record.totalOutputPower = std::to_string(*supply.capacityWatts) + " W";
     }
-    record.healthState = health(healthOf(supply.state));
+    record.healthState = health(healthOf(supply));
     records.push_back(std::move(record));
+    names.push_back({recordText(supply.name), recordText(supply.location)});
   }
+  name(records, &Power::elementName, names, "Power Supply");
   return records;
 }
 
@@ -219,6 +247,7 @@ std::vector<PCIAdapter> pciAdaptersOf(
     record.operationalStatus = adapter.driverBound ? "Enabled" : "Disabled";
     records.push_back(std::move(record));
   }
+  sortBy(records, &PCIAdapter::description);
   return records;
 }
 

@@ -8,29 +8,32 @@
 namespace devhealth {
 
 // From what a machine says of its own parts to the records: the same rules
-// for texts, placeholders and units as for the parts that a controller
-// reports. Row order is that of the facts.
+// for texts, fillers, units and names as for the parts that a controller
+// reports. Rows are in the natural order of their first column; no two rows
+// of processors, fans, modules and supplies have one name.
 
 /// What the system does not say is taken from its main board.
 Tarvex::DeviceHealth::SystemBoard systemBoardOf(
     const local::SystemFacts& system, const local::BoardFacts& board);
 
+/// The version names the family, else the number of the family does.
 std::vector<Tarvex::DeviceHealth::Processor> processorsOf(
     const std::vector<local::ProcessorFacts>& processors);
 
+/// The speed is the measured one; the target only where nothing is measured.
 std::vector<Tarvex::DeviceHealth::Fan> fansOf(
     const std::vector<local::FanFacts>& fans);
 
-/// A module is called after its place; the bank is added to places that
-/// repeat.
+/// A module is named by its locator, equal ones by their bank, too.
 std::vector<Tarvex::DeviceHealth::DIMM> dimmsOf(
     const std::vector<local::MemoryFacts>& modules);
 
+/// A supply is named by its name, equal ones by their location, too. An
+/// unplugged supply is a warning, unless it is worse.
 std::vector<Tarvex::DeviceHealth::Power> powersOf(
     const std::vector<local::SupplyFacts>& supplies);
 
-/// An adapter is called after its slot and model; one without either after
-/// its ids.
+/// An adapter is named by its slot and model, one without either by its ids.
 std::vector<Tarvex::DeviceHealth::PCIAdapter> pciAdaptersOf(
     const std::vector<local::PciFacts>& adapters);
 

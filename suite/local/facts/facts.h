@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace local {
@@ -22,6 +23,12 @@ struct PciAddress {
   bool operator==(const PciAddress& other) const {
     return segment == other.segment && bus == other.bus &&
            device == other.device && function == other.function;
+  }
+
+  /// By segment, bus, device and function.
+  bool operator<(const PciAddress& other) const {
+    return std::tie(segment, bus, device, function) <
+           std::tie(other.segment, other.bus, other.device, other.function);
   }
 };
 
@@ -45,15 +52,21 @@ struct BoardFacts {
 };
 
 /// What the firmware found of a processor when the machine started.
-enum class ProcessorState { kUnknown, kEnabled, kDisabledByUser, kFailed };
+enum class ProcessorState {
+  kUnknown,
+  kEnabled,
+  kDisabledByUser,
+  kFailed,
+  kIdle  ///< Waiting to be enabled.
+};
 
 /// A populated processor socket.
 struct ProcessorFacts {
   std::string socket;
-  std::string version;  ///< The brand text.
-  std::string family;   ///< Name of the family's number; empty: unheard of.
+  std::string version;  ///< The brand text; empty: only the machine's name.
+  std::string family;   ///< Name of the family's number; empty: not listed.
   std::optional<unsigned> currentMhz;
-  std::optional<unsigned> maxMhz;  ///< What the socket bears.
+  std::optional<unsigned> maxMhz;  ///< Limit of the socket.
   ProcessorState state = ProcessorState::kUnknown;
 };
 
@@ -64,7 +77,7 @@ struct MemoryFacts {
   std::string partNumber;
   std::string serial;
   std::string manufacturer;
-  std::string type;                  ///< "DDR5"; empty: unknown or unheard of.
+  std::string type;                  ///< "DDR5"; empty: unknown or not listed.
   std::optional<unsigned> maxSpeed;  ///< MT/s.
 };
 
@@ -77,11 +90,12 @@ struct SupplyFacts {
   std::string name;
   std::optional<unsigned> capacityWatts;
   SupplyState state = SupplyState::kUnknown;
+  bool unplugged = false;  ///< From its source of power.
 };
 
 /// A slot, or the place of an on-board device, with what names it.
 struct SlotFacts {
-  std::string designation;
+  std::string designation;  ///< May be empty for an on-board device.
   PciAddress address;
 };
 

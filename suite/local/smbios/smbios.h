@@ -18,6 +18,7 @@ enum SmbiosType : std::uint8_t {
   kSmbiosBaseboard = 2,
   kSmbiosProcessor = 4,
   kSmbiosSlot = 9,
+  kSmbiosMemoryArray = 16,
   kSmbiosMemoryDevice = 17,
   kSmbiosPowerSupply = 39,
   kSmbiosOnboardDevice = 41,

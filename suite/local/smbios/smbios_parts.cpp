@@ -1,18 +1,31 @@
 #include "suite/local/smbios/smbios_parts.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <map>
+#include <set>
 #include <utility>
 
+#include "suite/base/filler.h"
+#include "suite/base/text.h"
+#include "suite/local/facts/machine_names.h"
 #include "suite/local/smbios/smbios_names.h"
+#include "suite/local/smbios/smbios_system.h"
 
 namespace local {
 namespace {
 
+constexpr std::uint8_t kOtherProcessor = 1;
 constexpr std::uint8_t kCentralProcessor = 3;
+constexpr unsigned kSocketPopulated = 0x40;
 constexpr std::uint8_t kFamilyInSecondField = 0xFE;
 constexpr std::uint16_t kUseExtendedSpeed = 0xFFFF;
 constexpr std::uint16_t kUnknownCapacity = 0x8000;
-constexpr std::uint8_t kPowerSupplyPresent = 0x02;
+constexpr unsigned kPowerSupplyPresent = 0x02;
+constexpr unsigned kPowerSupplyUnplugged = 0x04;
+constexpr std::uint8_t kSystemMemory = 3;
+constexpr std::uint8_t kSlotInUse = 4;
 // Slots and devices that are not on a PCI bus state these.
 constexpr std::uint16_t kNoSegment = 0xFFFF;
 constexpr std::uint8_t kNoBus = 0xFF;
@@ -35,9 +48,25 @@ ProcessorState processorState(unsigned status) {
       return ProcessorState::kDisabledByUser;
     case 3:
       return ProcessorState::kFailed;
+    case 4:
+      return ProcessorState::kIdle;
     default:
       return ProcessorState::kUnknown;
   }
+}
+
+// The populated sockets of a type of processor.
+std::vector<const SmbiosStructure*> socketsOf(const SmbiosTables& tables,
+                                              std::uint8_t processorType) {
+  std::vector<const SmbiosStructure*> sockets;
+  for (const SmbiosStructure* structure : tables.ofType(kSmbiosProcessor)) {
+    const unsigned status = structure->formatted.byte(0x18).value_or(0);
+    if (structure->formatted.byte(0x05) == processorType &&
+        (status & kSocketPopulated) != 0) {
+      sockets.push_back(structure);
+    }
+  }
+  return sockets;
 }
 
 std::string_view familyOf(base::ByteView formatted) {
@@ -73,61 +102,89 @@ SupplyState supplyState(unsigned characteristics) {
   }
 }
 
-// Places of a type whose segment stands at `segmentAt`, the bus and the
-// device and function numbers behind it.
-std::vector<SlotFacts> places(const SmbiosTables& tables, SmbiosType type,
-                              std::size_t segmentAt) {
-  std::vector<SlotFacts> found;
-  for (const SmbiosStructure* structure : tables.ofType(type)) {
-    const auto segment = structure->formatted.word(segmentAt);
-    const auto bus = structure->formatted.byte(segmentAt + 2);
-    const auto place = structure->formatted.byte(segmentAt + 3);
-    if (!segment || !bus || !place) {
-      continue;
-    }
-    if (*segment == kNoSegment || (*bus == kNoBus && *place == kNoPlace)) {
-      continue;
-    }
-    SlotFacts facts;
-    facts.designation = structure->string(0x04);
-    facts.address = {*segment, *bus, static_cast<std::uint8_t>(*place >> 3U),
-                     static_cast<std::uint8_t>(*place & 0x07U)};
-    if (!facts.designation.empty()) {
-      found.push_back(std::move(facts));
+// The PCI address whose segment stands at an offset, the bus and the device
+// and function numbers behind it; nullopt where the structure states none.
+std::optional<PciAddress> addressAt(base::ByteView formatted,
+                                    std::size_t offset) {
+  const auto segment = formatted.word(offset);
+  const auto bus = formatted.byte(offset + 2);
+  const auto place = formatted.byte(offset + 3);
+  if (!segment || !bus || !place || *segment == kNoSegment ||
+      (*bus == kNoBus && *place == kNoPlace)) {
+    return std::nullopt;
+  }
+  return PciAddress{*segment, *bus, static_cast<std::uint8_t>(*place >> 3U),
+                    static_cast<std::uint8_t>(*place & 0x07U)};
+}
+
+// Handles of the memory arrays that hold something else than the system's
+// memory.
+std::set<std::uint16_t> otherArrays(const SmbiosTables& tables) {
+  std::set<std::uint16_t> handles;
+  for (const SmbiosStructure* array : tables.ofType(kSmbiosMemoryArray)) {
+    if (array->formatted.byte(0x05).value_or(kSystemMemory) != kSystemMemory) {
+      handles.insert(array->handle);
     }
   }
-  return found;
+  return handles;
+}
+
+// The rated output; nullopt when it is not stated.
+std::optional<unsigned> capacityOf(const SmbiosStructure& supply) {
+  const auto capacity = supply.formatted.word(0x0C);
+  return capacity == kUnknownCapacity ? std::nullopt : known(capacity);
+}
+
+bool hasValue(std::string_view text) {
+  const std::string clean = base::cleanText(text);
+  return !clean.empty() && !base::isFiller(clean);
+}
+
+// Whether firmware left the structure of a supply as its maker's template.
+bool isTemplate(const SmbiosStructure& supply) {
+  constexpr std::size_t kTexts[] = {0x05, 0x06, 0x07, 0x0A};
+  return !capacityOf(supply) &&
+         std::none_of(std::begin(kTexts), std::end(kTexts),
+                      [&](std::size_t offset) {
+                        return hasValue(supply.string(offset));
+                      });
 }
 
 }  // namespace
 
 std::vector<ProcessorFacts> processorFacts(const SmbiosTables& tables) {
+  std::vector<const SmbiosStructure*> sockets =
+      socketsOf(tables, kCentralProcessor);
+  if (sockets.empty()) {
+    sockets = socketsOf(tables, kOtherProcessor);
+  }
+  const MachineNames machine(systemFacts(tables), boardFacts(tables));
   std::vector<ProcessorFacts> processors;
-  for (const SmbiosStructure* structure : tables.ofType(kSmbiosProcessor)) {
+  for (const SmbiosStructure* structure : sockets) {
     const base::ByteView formatted = structure->formatted;
-    const unsigned status = formatted.byte(0x18).value_or(0);
-    const bool populated = (status & 0x40U) != 0;
-    if (formatted.byte(0x05) != kCentralProcessor || !populated) {
-      continue;
-    }
     ProcessorFacts facts;
     facts.socket = structure->string(0x04);
     facts.version = structure->string(0x10);
+    if (machine.contain(facts.version)) {
+      facts.version.clear();
+    }
     facts.family = familyOf(formatted);
     facts.maxMhz = known(formatted.word(0x14));
     facts.currentMhz = known(formatted.word(0x16));
-    facts.state = processorState(status);
+    facts.state = processorState(formatted.byte(0x18).value_or(0));
     processors.push_back(std::move(facts));
   }
   return processors;
 }
 
 std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables) {
+  const std::set<std::uint16_t> others = otherArrays(tables);
   std::vector<MemoryFacts> modules;
   for (const SmbiosStructure* structure : tables.ofType(kSmbiosMemoryDevice)) {
     const base::ByteView formatted = structure->formatted;
     const auto size = formatted.word(0x0C);
-    if (!size || *size == 0) {
+    const auto array = formatted.word(0x04);
+    if (!size || *size == 0 || (array && others.count(*array) != 0)) {
       continue;
     }
     MemoryFacts facts;
@@ -148,28 +205,59 @@ std::vector<SupplyFacts> supplyFacts(const SmbiosTables& tables) {
   for (const SmbiosStructure* structure : tables.ofType(kSmbiosPowerSupply)) {
     const unsigned characteristics =
         structure->formatted.word(0x0E).value_or(0);
-    if ((characteristics & kPowerSupplyPresent) == 0) {
+    if ((characteristics & kPowerSupplyPresent) == 0 ||
+        isTemplate(*structure)) {
       continue;
     }
     SupplyFacts facts;
     facts.location = structure->string(0x05);
     facts.name = structure->string(0x06);
-    const auto capacity = structure->formatted.word(0x0C);
-    if (capacity != kUnknownCapacity) {
-      facts.capacityWatts = known(capacity);
-    }
+    facts.capacityWatts = capacityOf(*structure);
     facts.state = supplyState(characteristics);
+    facts.unplugged = (characteristics & kPowerSupplyUnplugged) != 0;
     supplies.push_back(std::move(facts));
   }
   return supplies;
 }
 
 std::vector<SlotFacts> slotFacts(const SmbiosTables& tables) {
-  return places(tables, kSmbiosSlot, 0x0D);
+  struct Slot {
+    std::string_view designation;
+    std::size_t stated = 0;  // Structures with this address.
+    std::size_t inUse = 0;
+  };
+  std::map<PciAddress, Slot> slots;
+  for (const SmbiosStructure* structure : tables.ofType(kSmbiosSlot)) {
+    const auto address = addressAt(structure->formatted, 0x0D);
+    if (!address) {
+      continue;
+    }
+    Slot& slot = slots[*address];
+    const bool inUse = structure->formatted.byte(0x07) == kSlotInUse;
+    if (slot.stated == 0 || inUse) {
+      slot.designation = structure->string(0x04);
+    }
+    ++slot.stated;
+    slot.inUse += inUse ? 1 : 0;
+  }
+  std::vector<SlotFacts> found;
+  for (const auto& [address, slot] : slots) {
+    const bool certain = slot.stated == 1 || slot.inUse == 1;
+    if (certain && !slot.designation.empty()) {
+      found.push_back({std::string(slot.designation), address});
+    }
+  }
+  return found;
 }
 
 std::vector<SlotFacts> onboardFacts(const SmbiosTables& tables) {
-  return places(tables, kSmbiosOnboardDevice, 0x07);
+  std::vector<SlotFacts> found;
+  for (const SmbiosStructure* structure : tables.ofType(kSmbiosOnboardDevice)) {
+    if (const auto address = addressAt(structure->formatted, 0x07)) {
+      found.push_back({std::string(structure->string(0x04)), *address});
+    }
+  }
+  return found;
 }
 
 }  // namespace local

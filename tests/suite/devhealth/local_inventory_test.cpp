@@ -86,8 +86,17 @@ TEST(ProcessorsOf, HealthFollowsTheState) {
     return processorsOf({facts}).at(0).healthState;
   };
   EXPECT_EQ(healthWith(local::ProcessorState::kDisabledByUser), "OK");
+  EXPECT_EQ(healthWith(local::ProcessorState::kIdle), "OK");
   EXPECT_EQ(healthWith(local::ProcessorState::kFailed), "Critical");
   EXPECT_EQ(healthWith(local::ProcessorState::kUnknown), "Unknown");
+}
+
+TEST(ProcessorsOf, SocketsOfOneNameAreToldApart) {
+  local::ProcessorFacts facts;
+  facts.socket = "CPU";
+  const auto records = processorsOf({facts, facts});
+  EXPECT_EQ(records.at(0).name, "CPU 1");
+  EXPECT_EQ(records.at(1).name, "CPU 2");
 }
 
 local::FanFacts fan() {
@@ -100,23 +109,36 @@ local::FanFacts fan() {
   return facts;
 }
 
-TEST(FansOf, TakesTheWishedForSpeed) {
+TEST(FansOf, TakesTheMeasuredSpeed) {
   const auto record = fansOf({fan()}).at(0);
   EXPECT_EQ(record.elementName, "Rear");
-  EXPECT_EQ(record.desiredSpeed, "5000 RPM");
+  EXPECT_EQ(record.desiredSpeed, "4980 RPM");
   EXPECT_EQ(record.healthState, "OK");
 }
 
-TEST(FansOf, MeasuredSpeedServesWithoutIt) {
+TEST(FansOf, FanThatStandsStillIsMeasured) {
   local::FanFacts facts = fan();
-  facts.targetRpm.reset();
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "4980 RPM");
-  facts.targetRpm = 0;
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "4980 RPM");
+  facts.targetRpm = 27000;
   facts.measuredRpm = 0;
   EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "0 RPM");
+}
+
+TEST(FansOf, TargetServesWhereNothingIsMeasured) {
+  local::FanFacts facts = fan();
+  facts.measuredRpm.reset();
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "5000 RPM");
   facts.measuredRpm = -1;
+  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "5000 RPM");
+  facts.targetRpm = 0;
   EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "");
+}
+
+TEST(FansOf, LabelsOfOneNameGetChipAndNumber) {
+  local::FanFacts other = fan();
+  other.chip = "aux";
+  const auto records = fansOf({fan(), other});
+  EXPECT_EQ(records.at(0).elementName, "Rear aux fan1");
+  EXPECT_EQ(records.at(1).elementName, "Rear fanctl fan1");
 }
 
 TEST(FansOf, ChipAndNumberServeWithoutLabel) {
@@ -163,6 +185,22 @@ TEST(DimmsOf, RepeatedPlacesGetTheirBank) {
   EXPECT_EQ(records.at(1).description, "DIMM A1 Node 1");
 }
 
+TEST(DimmsOf, RepeatedBanksGetANumber) {
+  const auto records = dimmsOf({module(), module()});
+  EXPECT_EQ(records.at(0).description, "DIMM A1 Node 0 1");
+  EXPECT_EQ(records.at(1).description, "DIMM A1 Node 0 2");
+}
+
+TEST(DimmsOf, RowsAreInNaturalOrder) {
+  local::MemoryFacts second = module();
+  second.locator = "DIMM A10";
+  local::MemoryFacts first = module();
+  first.locator = "DIMM A2";
+  const auto records = dimmsOf({second, first});
+  EXPECT_EQ(records.at(0).description, "DIMM A2");
+  EXPECT_EQ(records.at(1).description, "DIMM A10");
+}
+
 TEST(DimmsOf, BankServesWithoutPlace) {
   local::MemoryFacts facts = module();
   facts.locator = "Not Specified";
@@ -204,6 +242,34 @@ TEST(PowersOf, HealthFollowsTheState) {
   EXPECT_EQ(powersOf({facts}).at(0).healthState, "Critical");
 }
 
+TEST(PowersOf, UnpluggedIsAWarningUnlessItIsWorse) {
+  const auto healthWith = [](local::SupplyState state) {
+    local::SupplyFacts facts;
+    facts.state = state;
+    facts.unplugged = true;
+    return powersOf({facts}).at(0).healthState;
+  };
+  EXPECT_EQ(healthWith(local::SupplyState::kOk), "Warning");
+  EXPECT_EQ(healthWith(local::SupplyState::kUnknown), "Warning");
+  EXPECT_EQ(healthWith(local::SupplyState::kNonCritical), "Warning");
+  EXPECT_EQ(healthWith(local::SupplyState::kCritical), "Critical");
+}
+
+TEST(PowersOf, SuppliesOfOneNameAreToldApartByTheirPlaceOrANumber) {
+  local::SupplyFacts supply;
+  supply.name = "PWR SPLY,800W";
+  supply.location = "Bay 2";
+  local::SupplyFacts other = supply;
+  other.location = "Bay 1";
+  auto records = powersOf({supply, other});
+  EXPECT_EQ(records.at(0).elementName, "PWR SPLY,800W Bay 1");
+  EXPECT_EQ(records.at(1).elementName, "PWR SPLY,800W Bay 2");
+  other.location = supply.location = "To Be Filled By O.E.M.";
+  records = powersOf({supply, other});
+  EXPECT_EQ(records.at(0).elementName, "PWR SPLY,800W 1");
+  EXPECT_EQ(records.at(1).elementName, "PWR SPLY,800W 2");
+}
+
 local::PciFacts adapter() {
   local::PciFacts facts;
   facts.address = {0, 0x3b, 0, 0};
@@ -242,6 +308,15 @@ TEST(PciAdaptersOf, IdsServeWithoutAnyName) {
   facts.driverBound = false;
   EXPECT_EQ(pciAdaptersOf({facts}).at(0).description, "PCI device 10a0:0001");
   EXPECT_EQ(pciAdaptersOf({facts}).at(0).operationalStatus, "Disabled");
+}
+
+TEST(PciAdaptersOf, RowsAreInNaturalOrderOfTheirDescription) {
+  local::PciFacts second = adapter();
+  second.slot = "Slot 10";
+  second.address.bus = 1;
+  const auto records = pciAdaptersOf({second, adapter()});
+  EXPECT_EQ(records.at(0).tag, "0000:3b:00.0");
+  EXPECT_EQ(records.at(1).tag, "0000:01:00.0");
 }
 
 TEST(PciAdaptersOf, WideSegmentsAreWhole) {

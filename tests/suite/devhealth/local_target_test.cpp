@@ -63,7 +63,7 @@ TEST_F(LocalTargetTest, ReadsEveryTable) {
   addTable({Structure(1, 0x1B).text(4, "Halvorn").text(5, "RX"),
             Structure(4, 0x30).byte(5, 3).byte(0x18, 0x41),
             Structure(17, 0x28).word(0x0C, 1024),
-            Structure(39, 0x16).word(0x0E, 2)});
+            Structure(39, 0x16).text(0x06, "PSU").word(0x0E, 2)});
   folder_.file("/sys/class/hwmon/hwmon0/name", "chip\n")
       .file("/sys/class/hwmon/hwmon0/fan1_input", "900\n")
       .file("/sys/bus/pci/devices/0000:3b:00.0/class", "0x020000\n");

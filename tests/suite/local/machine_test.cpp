@@ -33,7 +33,7 @@ TEST(Machine, ReadsTheTable) {
   addTable(folder,
            {Structure(1, 0x1B).text(5, "RX"), Structure(2, 0x0F).text(5, "MB"),
             processor(), Structure(17, 0x28).word(0x0C, 1024),
-            Structure(39, 0x16).word(0x0E, 2),
+            Structure(39, 0x16).text(0x06, "PSU").word(0x0E, 2),
             hostInterface(usbDevice(1, 2), {serviceRecord()})});
   Machine machine(folder.root());
   EXPECT_EQ(machine.table(), Access::kRead);

@@ -62,6 +62,29 @@ TEST(ProcessorFacts, EmptySocketsAndOtherProcessorsAreLeftOut) {
   EXPECT_THAT(processorFacts(table.tables), IsEmpty());
 }
 
+TEST(ProcessorFacts, SocketOfTypeOtherServesWithoutACentralOne) {
+  const Structure other = processor().byte(0x05, 1).text(0x04, "Other");
+  const ParsedTable alone({other, processor().byte(0x18, 0)}, 3, 0);
+  ASSERT_THAT(processorFacts(alone.tables), SizeIs(1));
+  EXPECT_EQ(processorFacts(alone.tables)[0].socket, "Other");
+  const ParsedTable beside({other, processor()}, 3, 0);
+  ASSERT_THAT(processorFacts(beside.tables), SizeIs(1));
+  EXPECT_EQ(processorFacts(beside.tables)[0].socket, "CPU1");
+}
+
+TEST(ProcessorFacts, VersionThatIsAMachinesNameIsNone) {
+  const Structure guest = processor().text(0x10, "pc-q9-7.2");
+  const ParsedTable system({guest, Structure(1, 0x1B).text(6, "pc-q9-7.2")}, 3,
+                           0);
+  EXPECT_EQ(processorFacts(system.tables).at(0).version, "");
+  EXPECT_EQ(processorFacts(system.tables).at(0).family, "Intel Xeon");
+  const ParsedTable board({guest, Structure(2, 0x0F).text(5, "pc-q9-7.2")}, 3,
+                          0);
+  EXPECT_EQ(processorFacts(board.tables).at(0).version, "");
+  const ParsedTable neither({guest, Structure(1, 0x1B).text(6, "pc-q9")}, 3, 0);
+  EXPECT_EQ(processorFacts(neither.tables).at(0).version, "pc-q9-7.2");
+}
+
 TEST(ProcessorFacts, SpeedsOfZeroAreUnknown) {
   const ParsedTable table({processor().word(0x14, 0).word(0x16, 0)}, 3, 0);
   const ProcessorFacts facts = processorFacts(table.tables).at(0);
@@ -78,7 +101,8 @@ TEST(ProcessorFacts, StatesFollowTheStatusBits) {
   EXPECT_EQ(state(1), ProcessorState::kEnabled);
   EXPECT_EQ(state(2), ProcessorState::kDisabledByUser);
   EXPECT_EQ(state(3), ProcessorState::kFailed);
-  EXPECT_EQ(state(4), ProcessorState::kUnknown);
+  EXPECT_EQ(state(4), ProcessorState::kIdle);
+  EXPECT_EQ(state(5), ProcessorState::kUnknown);
   EXPECT_EQ(state(7), ProcessorState::kUnknown);
 }
 
@@ -136,6 +160,26 @@ TEST(MemoryFacts, SizeUnknownIsAModule) {
   EXPECT_THAT(memoryFacts(table.tables), SizeIs(1));
 }
 
+// The table's first structure has the handle 0.
+TEST(MemoryFacts, ModulesOfOtherArraysAreLeftOut) {
+  const auto modulesWith = [](unsigned use, unsigned array) {
+    const ParsedTable table(
+        {Structure(16, 0x17).byte(0x05, use), memoryDevice().word(0x04, array)},
+        3, 0);
+    return memoryFacts(table.tables).size();
+  };
+  EXPECT_EQ(modulesWith(0x03, 0), 1U);
+  EXPECT_EQ(modulesWith(0x05, 0), 0U) << "flash";
+  EXPECT_EQ(modulesWith(0x04, 0), 0U) << "video memory";
+  EXPECT_EQ(modulesWith(0x05, 0xFFFE), 1U) << "no array";
+  EXPECT_EQ(modulesWith(0x05, 7), 1U) << "an array that is not there";
+}
+
+TEST(MemoryFacts, ArrayCutBeforeItsUseLeavesNothingOut) {
+  const ParsedTable table({Structure(16, 0x05), memoryDevice()}, 3, 0);
+  EXPECT_THAT(memoryFacts(table.tables), SizeIs(1));
+}
+
 TEST(MemoryFacts, SpeedFfffIsInTheExtendedField) {
   const ParsedTable table(
       {memoryDevice().word(0x15, 0xFFFF).dword(0x54, 0x80011170)}, 3, 3);
@@ -176,6 +220,38 @@ TEST(SupplyFacts, AbsentSuppliesAreLeftOut) {
   EXPECT_THAT(supplyFacts(table.tables), IsEmpty());
 }
 
+Structure templateOfSupply() {
+  return Structure(39, 0x16)
+      .text(0x05, "To Be Filled By O.E.M.")
+      .text(0x06, "  ")
+      .text(0x07, "Not Specified")
+      .text(0x0A, "PartNum0")
+      .word(0x0C, 0x8000)
+      .word(0x0E, 2);
+}
+
+TEST(SupplyFacts, TemplatesAreLeftOut) {
+  const ParsedTable table({templateOfSupply(), templateOfSupply().word(0x0C, 0),
+                           Structure(39, 0x16).word(0x0E, 2)},
+                          3, 0);
+  EXPECT_THAT(supplyFacts(table.tables), IsEmpty());
+}
+
+TEST(SupplyFacts, AnyValueMakesASupplyOfATemplate) {
+  for (const std::size_t text : {0x05U, 0x06U, 0x07U, 0x0AU}) {
+    const ParsedTable table({templateOfSupply().text(text, "VM-800")}, 3, 0);
+    EXPECT_THAT(supplyFacts(table.tables), SizeIs(1)) << text;
+  }
+  const ParsedTable table({templateOfSupply().word(0x0C, 800)}, 3, 0);
+  EXPECT_THAT(supplyFacts(table.tables), SizeIs(1));
+}
+
+TEST(SupplyFacts, UnpluggedIsBit2) {
+  const ParsedTable table({supply(2U | 4U), supply(2U)}, 3, 0);
+  EXPECT_TRUE(supplyFacts(table.tables).at(0).unplugged);
+  EXPECT_FALSE(supplyFacts(table.tables).at(1).unplugged);
+}
+
 TEST(SupplyFacts, UnknownCapacityIsNone) {
   const ParsedTable table({supply(2).word(0x0C, 0x8000)}, 3, 0);
   EXPECT_FALSE(supplyFacts(table.tables).at(0).capacityWatts);
@@ -213,6 +289,50 @@ TEST(SlotFacts, SlotsWithoutAddressOrNameAreLeftOut) {
        Structure(9, 0x11)},
       3, 0);
   EXPECT_THAT(slotFacts(table.tables), IsEmpty());
+}
+
+Structure slotInUse(const std::string& designation, unsigned usage) {
+  return Structure(9, 0x11)
+      .text(0x04, designation)
+      .byte(0x07, usage)
+      .byte(0x0F, 0x3B);
+}
+
+constexpr unsigned kAvailable = 3;
+constexpr unsigned kInUse = 4;
+
+TEST(SlotFacts, OfSeveralAtOneAddressTheOneInUseCounts) {
+  const ParsedTable table(
+      {slotInUse("Slot 1", kAvailable), slotInUse("Slot 2", kInUse),
+       slotInUse("Slot 3", kAvailable)},
+      3, 0);
+  const auto slots = slotFacts(table.tables);
+  ASSERT_THAT(slots, SizeIs(1));
+  EXPECT_EQ(slots[0].designation, "Slot 2");
+}
+
+TEST(SlotFacts, SeveralInUseAtOneAddressNameNothing) {
+  const ParsedTable used(
+      {slotInUse("Slot 1", kInUse), slotInUse("Slot 2", kInUse)}, 3, 0);
+  EXPECT_THAT(slotFacts(used.tables), IsEmpty());
+  const ParsedTable free(
+      {slotInUse("Slot 1", kAvailable), slotInUse("Slot 2", kAvailable)}, 3, 0);
+  EXPECT_THAT(slotFacts(free.tables), IsEmpty());
+  const ParsedTable nameless({slotInUse("Slot 1", kAvailable),
+                              Structure(9, 0x11).byte(7, 4).byte(0x0F, 0x3B)},
+                             3, 0);
+  EXPECT_THAT(slotFacts(nameless.tables), IsEmpty());
+}
+
+TEST(SlotFacts, OneAloneCountsWhateverItsUsage) {
+  const ParsedTable table({slotInUse("Slot 1", kAvailable)}, 3, 0);
+  EXPECT_THAT(slotFacts(table.tables), SizeIs(1));
+}
+
+TEST(OnboardFacts, DesignationMayBeMissing) {
+  const ParsedTable table({Structure(41, 0x0B).byte(0x09, 2)}, 3, 0);
+  ASSERT_THAT(onboardFacts(table.tables), SizeIs(1));
+  EXPECT_EQ(onboardFacts(table.tables)[0].designation, "");
 }
 
 TEST(OnboardFacts, ReadsDesignationAndAddress) {
