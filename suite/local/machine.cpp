@@ -5,6 +5,7 @@
 
 #include "suite/local/controller/ipmi_device.h"
 #include "suite/local/cpu_frequency.h"
+#include "suite/local/facts/machine_names.h"
 #include "suite/local/fans.h"
 #include "suite/local/pci/running_adapters.h"
 #include "suite/local/smbios/smbios_parts.h"
@@ -110,6 +111,7 @@ std::vector<PciFacts> Machine::adapters() {
   PciContext context;
   context.slots = slotFacts(smbios());
   context.onboard = onboardFacts(smbios());
+  context.machine = MachineNames(system(), board());
   context.idsFile = pciIdsFile_;
   return root_.recorded() ? pciFacts(root_, context) : runningAdapters(context);
 }

@@ -20,6 +20,7 @@ const std::map<std::uint8_t, std::vector<std::size_t>> kTextsToMask = {
     {local::kSmbiosBaseboard,     {0x07, 0x08}},
     {local::kSmbiosProcessor,     {0x20, 0x21}},
     {local::kSmbiosSlot,          {}},
+    {local::kSmbiosMemoryArray,   {}},
     {local::kSmbiosMemoryDevice,  {0x18, 0x19}},
     {local::kSmbiosPowerSupply,   {0x08, 0x09}},
     {local::kSmbiosOnboardDevice, {}},

@@ -1,15 +1,15 @@
 #include "tools/record_local/recorder.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <set>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "suite/base/numbers.h"
 #include "suite/local/controller/network.h"
-#include "suite/local/pci/pci.h"
+#include "suite/local/pci/adapter.h"
+#include "tools/record_local/pci_names.h"
 
 namespace record {
 namespace {
@@ -93,8 +93,9 @@ void Recorder::recordTable() {
   if (table.access != Access::kRead) {
     return;
   }
-  const local::SmbiosTables tables = local::parseSmbios(
-      local::parseSmbiosEntry(ByteView(entry.bytes)), ByteView(table.bytes));
+  const local::SmbiosTables tables =
+      local::parseSmbios(local::parseSmbiosEntry(base::ByteView(entry.bytes)),
+                         base::ByteView(table.bytes));
   const std::string masked = maskTable(tables, macs_);
   write(kTable, masked);
   write(kEntryPoint, entryPointOf(tables.version, masked.size()));
@@ -149,7 +150,7 @@ void Recorder::recordAdapters() {
   for (const std::string& name : from_.list(bus)) {
     const std::string folder = bus + name;
     const auto code = base::hexadecimal(from_.line(folder + "/class"));
-    if (!code || !local::isAdapterClass(*code)) {
+    if (!code || !local::isAdapter(*code, /*driverBound=*/true)) {
       continue;
     }
     // The function's folder stands where its link points, below its ports.
@@ -168,44 +169,30 @@ void Recorder::recordAdapters() {
     copyLink(place + "/physfn");
     const Content vpd = from_.read(place + "/vpd", kLimit);
     if (vpd.access == Access::kRead) {
-      write(place + "/vpd", mask_ ? maskVpd(ByteView(vpd.bytes)) : vpd.bytes);
+      write(place + "/vpd",
+            mask_ ? maskVpd(base::ByteView(vpd.bytes)) : vpd.bytes);
     }
   }
 }
 
 // Of the names of all PCI devices those that this machine has.
 void Recorder::recordNames() {
-  std::set<std::string> wanted;
+  std::vector<local::PciIdentity> functions;
   const std::string bus = "/sys/bus/pci/devices/";
   for (const std::string& name : from_.list(bus)) {
-    for (const char* file : {"/vendor", "/subsystem_vendor"}) {
-      const std::string id = from_.line(bus + name + file);
-      if (id.size() == 6) {
-        wanted.insert(id.substr(2));
-      }
-    }
+    const auto id = [&](const char* file) {
+      return static_cast<std::uint16_t>(
+          base::hexadecimal(from_.line(bus + name + file)).value_or(0) &
+          0xFFFFU);
+    };
+    functions.push_back({id("/vendor"), id("/device"), id("/subsystem_vendor"),
+                         id("/subsystem_device")});
   }
   Content names = from_.read("/usr/share/hwdata/pci.ids", kLimit);
   if (names.access != Access::kRead) {
     names = from_.read("/usr/share/misc/pci.ids", kLimit);
   }
-  std::string kept;
-  bool keep = false;
-  std::string_view rest = names.bytes;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end);
-    if (line[0] == '#' || line[0] == '\n') {
-      continue;
-    }
-    if (line[0] != '\t') {
-      keep = wanted.count(std::string(line.substr(0, 4))) > 0;
-    }
-    if (keep) {
-      kept += line;
-    }
-  }
+  const std::string kept = namesOf(names.bytes, functions);
   if (!kept.empty()) {
     write("/usr/share/misc/pci.ids", kept);
   }

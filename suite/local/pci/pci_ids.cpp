@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 
 namespace local {
 namespace {
 
 constexpr std::size_t kIdDigits = 4;
+// Behind two tabs, the subsystem's vendor, a blank and the subsystem.
+constexpr std::size_t kSubsystemNameAt = 2 + kIdDigits + 1 + kIdDigits;
 // Behind the last vendor the file lists device classes, in lines that start
 // with this.
 constexpr std::string_view kClassMark = "C ";
@@ -56,23 +59,19 @@ PciIds::PciIds(std::string text) : text_(std::move(text)) {
       continue;
     }
     if (const auto vendor = idAt(line, 0)) {
-      vendors_.emplace_back(*vendor, offset);
+      vendors_.push_back({*vendor, offset});
     }
   }
-  std::stable_sort(
-      vendors_.begin(), vendors_.end(),
-      [](const auto& a, const auto& b) { return a.first < b.first; });
 }
 
 std::string_view PciIds::section(std::uint16_t vendor) const {
-  const auto found = std::lower_bound(
-      vendors_.begin(), vendors_.end(), vendor,
-      [](const auto& entry, std::uint16_t id) { return entry.first < id; });
-  if (found == vendors_.end() || found->first != vendor) {
+  const auto found =
+      std::find_if(vendors_.begin(), vendors_.end(),
+                   [&](const Vendor& listed) { return listed.id == vendor; });
+  if (found == vendors_.end()) {
     return {};
   }
-  const std::string_view text = text_;
-  return text.substr(found->second);
+  return std::string_view(text_).substr(found->offset);
 }
 
 std::string_view PciIds::vendorName(std::uint16_t vendor) const {
@@ -80,7 +79,30 @@ std::string_view PciIds::vendorName(std::uint16_t vendor) const {
   return nameBehind(takeLine(rest), kIdDigits);
 }
 
-PciNames PciIds::names(const PciIdentity& identity) const {
+bool PciIds::standsUnder(std::uint16_t vendor,
+                         std::string_view subsystemName) const {
+  const std::string_view text = text_;
+  for (std::size_t at = text.find(subsystemName); at != std::string_view::npos;
+       at = text.find(subsystemName, at + 1)) {
+    const std::size_t begin = text.rfind('\n', at) + 1;
+    std::string_view rest = text.substr(begin);
+    const std::string_view line = takeLine(rest);
+    if (line.substr(0, 2) != "\t\t" ||
+        nameBehind(line, kSubsystemNameAt) != subsystemName) {
+      continue;
+    }
+    const auto next = std::upper_bound(
+        vendors_.begin(), vendors_.end(), begin,
+        [](std::size_t offset, const Vendor& v) { return offset < v.offset; });
+    if (next == vendors_.begin() || std::prev(next)->id != vendor) {
+      return false;
+    }
+  }
+  return true;
+}
+
+PciNames PciIds::names(const PciIdentity& identity,
+                       const MachineNames& machine) const {
   PciNames found;
   std::string_view rest = section(identity.vendor);
   found.manufacturer = nameBehind(takeLine(rest), kIdDigits);
@@ -104,11 +126,16 @@ PciNames PciIds::names(const PciIdentity& identity) const {
       }
     } else if (inDevice && idAt(line, 2) == identity.subsystemVendor &&
                idAt(line, 7) == identity.subsystem) {
+      const std::string_view name = nameBehind(line, kSubsystemNameAt);
+      if (name.empty() || machine.contain(name) ||
+          !standsUnder(identity.vendor, name)) {
+        break;
+      }
       const std::string_view maker = vendorName(identity.subsystemVendor);
       if (!maker.empty()) {
         found.manufacturer = maker;
       }
-      found.model = nameBehind(line, 7 + kIdDigits);
+      found.model = name;
       break;
     }
   }

@@ -4,10 +4,14 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
+#include "suite/local/facts/machine_names.h"
+
 namespace local {
+
+/// The longest list of names that is read, in bytes; systems have 1.5 MB.
+inline constexpr std::size_t kLongestPciIds = 16U * 1024 * 1024;
 
 /// The four numbers that identify a PCI function.
 struct PciIdentity {
@@ -30,18 +34,28 @@ class PciIds {
   /// Takes the bytes of the file. Lines that are no entries are skipped.
   explicit PciIds(std::string text);
 
-  /// Names of a function. Those of the subsystem, its vendor and itself, go
-  /// before those of the chip, because they name the card as it was bought.
-  PciNames names(const PciIdentity& identity) const;
+  /// Names of a function: those of its chip, or those of the subsystem (the
+  /// card as it was bought) if the list has the subsystem's name below one
+  /// maker of chips only and it is no name of the machine. Boards give their
+  /// own name to every function on them.
+  PciNames names(const PciIdentity& identity,
+                 const MachineNames& machine = {}) const;
 
  private:
-  /// The lines below a vendor; empty when it is not listed.
+  /// A vendor's line.
+  struct Vendor {
+    std::uint16_t id = 0;
+    std::size_t offset = 0;
+  };
+
+  /// The lines from a vendor's on; empty when it is not listed.
   std::string_view section(std::uint16_t vendor) const;
   std::string_view vendorName(std::uint16_t vendor) const;
+  /// Whether all subsystems of a name stand below devices of one vendor.
+  bool standsUnder(std::uint16_t vendor, std::string_view subsystemName) const;
 
   std::string text_;
-  /// Vendor and offset of its line, by vendor.
-  std::vector<std::pair<std::uint16_t, std::size_t>> vendors_;
+  std::vector<Vendor> vendors_;  ///< In the order of the list.
 };
 
 }  // namespace local

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -89,43 +90,43 @@ std::optional<PciAddress> addressOf(const PnpPlace& place) {
                     static_cast<std::uint8_t>(function)};
 }
 
-std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& functions,
+std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& listed,
                                const PciContext& context) {
-  const PciIds ids =
-      context.idsFile.empty() ? PciIds("") : configuredIds(context.idsFile);
-  std::vector<PciFacts> facts;
-  for (const PnpFunction& function : functions) {
-    const auto address = addressOf(function.place);
-    const auto code = numberAt(function.ids, "CC_", 6);
-    if (!address || address->function != 0 || !code || !isAdapterClass(*code)) {
+  std::vector<PciFunction> functions;
+  std::vector<const PnpFunction*> sources;
+  for (const PnpFunction& source : listed) {
+    const auto address = addressOf(source.place);
+    const auto code = numberAt(source.ids, "CC_", 6);
+    if (!address || !code) {
       continue;
     }
-    std::vector<PciAddress> above;
-    for (const PnpPlace& port : function.above) {
+    PciFunction function;
+    function.address = *address;
+    function.classCode = *code;
+    function.identity = identityOf(source.ids);
+    function.driverBound = source.driverBound;
+    for (const PnpPlace& port : source.above) {
       if (const auto place = addressOf(port)) {
-        above.push_back(*place);
+        function.above.push_back(*place);
       }
     }
-    const PciIdentity identity = identityOf(function.ids);
-    PciNames names = ids.names(identity);
-    if (names.manufacturer.empty()) {
-      names.manufacturer = function.manufacturer;
-    }
-    if (names.model.empty()) {
-      names.model = function.description;
-    }
-    PciFacts fact;
-    fact.address = *address;
-    fact.vendorId = identity.vendor;
-    fact.deviceId = identity.device;
-    fact.manufacturer = std::move(names.manufacturer);
-    fact.model = std::move(names.model);
-    fact.slot = designationOf(*address, above, context);
-    fact.driverBound = function.driverBound;
-    facts.push_back(std::move(fact));
+    functions.push_back(std::move(function));
+    sources.push_back(&source);
   }
-  sortByAddress(facts);
-  return facts;
+  const PciIds ids =
+      context.idsFile.empty() ? PciIds("") : configuredIds(context.idsFile);
+  std::vector<PciFacts> adapters;
+  for (const std::size_t index : chooseAdapters(functions)) {
+    PciFacts facts = factsOf(functions[index], ids, context);
+    if (facts.manufacturer.empty()) {
+      facts.manufacturer = sources[index]->manufacturer;
+    }
+    if (facts.model.empty()) {
+      facts.model = sources[index]->description;
+    }
+    adapters.push_back(std::move(facts));
+  }
+  return adapters;
 }
 
 }  // namespace local

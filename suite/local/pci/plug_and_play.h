@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "suite/local/facts/facts.h"
-#include "suite/local/pci/pci.h"
+#include "suite/local/pci/adapter.h"
 
 namespace local {
 
@@ -34,10 +34,10 @@ struct PnpFunction {
 /// the location, whatever the language.
 std::optional<PciAddress> addressOf(const PnpPlace& place);
 
-/// The adapters among the functions, by address: those whose IDs have the
-/// class of an adapter; functions other than 0, and those without a place, are
-/// left out. Names are those of the configured list, else the registry's.
-std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& functions,
+/// The adapters among the functions, as `chooseAdapters` chooses them by the
+/// class in their IDs; functions without a place are left out. Names are those
+/// of the configured list, else the registry's.
+std::vector<PciFacts> pciFacts(const std::vector<PnpFunction>& listed,
                                const PciContext& context);
 
 }  // namespace local

@@ -24,10 +24,35 @@ PciNames namesOf(const PciIdentity& identity) {
   return PciIds(kFile).names(identity);
 }
 
-TEST(PciIdsNames, SubsystemGoesBeforeTheChip) {
+TEST(PciIdsNames, SubsystemUnderOneMakerGoesBeforeTheChip) {
   const PciNames names = namesOf({0x10a0, 1, 0x20b0, 7});
   EXPECT_EQ(names.manufacturer, "Halvorn");
   EXPECT_EQ(names.model, "Dual-port card");
+}
+
+TEST(PciIdsNames, SubsystemUnderSeveralMakersIsABoard) {
+  const PciIds ids(
+      "10a0  Nordbrenn\n\t0001  NB100\n\t\t20b0 0007  RX 7200\n"
+      "\t\t20b0 0008  RX 7200 card\n\t\t20b0 0009  NB100 duo\n"
+      "\t0002  NB200\n\t\t20b0 0009  NB100 duo\n"
+      "20b0  Halvorn\n\t0003  HV3\n\t\t20b0 0001  RX 7200\n"
+      "\t0004  NB100 duo\n");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 7}).model, "NB100");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 7}).manufacturer, "Nordbrenn");
+  EXPECT_EQ(ids.names({0x20b0, 3, 0x20b0, 1}).model, "HV3");
+  // Neither longer names nor those of chips count.
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 8}).model, "RX 7200 card");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 9}).model, "NB100 duo");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 9}).manufacturer, "Halvorn");
+}
+
+TEST(PciIdsNames, NameOfTheMachineIsABoard) {
+  SystemFacts system;
+  system.product = "Dual-port card";
+  const PciNames names =
+      PciIds(kFile).names({0x10a0, 1, 0x20b0, 7}, MachineNames(system, {}));
+  EXPECT_EQ(names.manufacturer, "Nordbrenn Networks");
+  EXPECT_EQ(names.model, "NB100 chip");
 }
 
 TEST(PciIdsNames, ChipServesWhereTheSubsystemIsNotListed) {

@@ -60,12 +60,47 @@ TEST(PciFacts, OwnAddressGoesBeforeThePortsAbove) {
   EXPECT_EQ(pciFacts(folder.root(), context).at(0).slot, "own");
 }
 
-TEST(PciFacts, OtherFunctionsAndBridgesAreLeftOut) {
+TEST(PciFacts, FunctionsBesideTheFirstAreRead) {
   Folder folder;
-  addFunction(folder, "0000:00:01.1", kNetwork);
-  addFunction(folder, "0000:00:02.0", "0x060400");
+  addFunction(folder, "0000:00:1f.0", "0x060100");
+  addFunction(folder, "0000:00:1f.2", "0x010601");
+  addFunction(folder, "0000:00:1f.6", kNetwork);
   folder.link("/sys/bus/pci/devices/garbage", "nowhere");
-  EXPECT_THAT(pciFacts(folder.root(), {}), IsEmpty());
+  const auto facts = pciFacts(folder.root(), {});
+  ASSERT_THAT(facts, SizeIs(2));
+  EXPECT_EQ(facts[0].address, (PciAddress{0, 0, 0x1f, 2}));
+  EXPECT_EQ(facts[1].address, (PciAddress{0, 0, 0x1f, 6}));
+  EXPECT_EQ(facts[1].deviceId, 1);
+}
+
+TEST(PciFacts, FunctionsWithoutAClassNeedADriver) {
+  Folder folder;
+  addFunction(folder, "0000:05:00.0", "0x000000");
+  addFunction(folder, "0000:06:00.0", "0xff0000");
+  folder.link("/sys/devices/pci0000:00/0000:06:00.0/driver", "../drivers/x");
+  const auto facts = pciFacts(folder.root(), {});
+  ASSERT_THAT(facts, SizeIs(1));
+  EXPECT_EQ(facts[0].address.bus, 6);
+}
+
+TEST(PciFacts, SoundOfADisplayIsLeftOut) {
+  Folder folder;
+  addFunction(folder, "0000:05:00.0", "0x030000");
+  addFunction(folder, "0000:05:00.1", "0x040300");
+  EXPECT_THAT(pciFacts(folder.root(), {}), SizeIs(1));
+}
+
+TEST(PciFacts, MachineNameIsNoNameOfAFunction) {
+  Folder folder;
+  addFunction(folder, "0000:05:00.0", kNetwork);
+  folder.file("/usr/share/misc/pci.ids",
+              "10a0  Nordbrenn\n\t0001  NB100\n\t\t20b0 0007  RX 7200\n");
+  EXPECT_EQ(pciFacts(folder.root(), {}).at(0).model, "RX 7200");
+  PciContext context;
+  SystemFacts system;
+  system.product = "RX 7200";
+  context.machine = MachineNames(system, {});
+  EXPECT_EQ(pciFacts(folder.root(), context).at(0).model, "NB100");
 }
 
 TEST(PciFacts, VirtualFunctionsAreLeftOut) {
@@ -112,30 +147,6 @@ TEST(PciFacts, WithoutNamesTheNumbersRemain) {
   EXPECT_EQ(facts.manufacturer, "");
   EXPECT_EQ(facts.vendorId, 0x10a0);
   EXPECT_FALSE(facts.driverBound);
-}
-
-TEST(IsAdapterClass, TellsAdaptersFromTheRest) {
-  for (const unsigned base :
-       {1U, 2U, 3U, 4U, 7U, 0xBU, 0xCU, 0xDU, 0x10U, 0x12U}) {
-    EXPECT_TRUE(isAdapterClass(base << 16U)) << base;
-  }
-  for (const unsigned base : {0U, 5U, 6U, 8U, 9U, 0xAU, 0x11U, 0x13U, 0xFFU}) {
-    EXPECT_FALSE(isAdapterClass(base << 16U)) << base;
-  }
-  EXPECT_FALSE(isAdapterClass(0x0C0500));
-  EXPECT_TRUE(isAdapterClass(0x0C0330));
-}
-
-TEST(ParsePciAddress, TakesWholeAddressesOnly) {
-  EXPECT_EQ(*parsePciAddress("0000:3b:1f.7"), (PciAddress{0, 0x3b, 0x1f, 7}));
-  EXPECT_EQ(parsePciAddress("10000:01:00.0")->segment, 0x10000U);
-  EXPECT_FALSE(parsePciAddress(""));
-  EXPECT_FALSE(parsePciAddress("pci0000:3a"));
-  EXPECT_FALSE(parsePciAddress("0000:3b:00"));
-  EXPECT_FALSE(parsePciAddress("0000:3b:20.0"));
-  EXPECT_FALSE(parsePciAddress("0000:3b:00.8"));
-  EXPECT_FALSE(parsePciAddress("0000-3b:00.0"));
-  EXPECT_FALSE(parsePciAddress("000g:3b:00.0"));
 }
 
 }  // namespace

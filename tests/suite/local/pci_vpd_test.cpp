@@ -39,6 +39,11 @@ TEST(ParseVpd, ReadsSerialAndPartNumber) {
   EXPECT_TRUE(data.complete);
 }
 
+TEST(ParseVpd, EmptyResourceDoesNotEndTheData) {
+  const std::string bytes = resource('\x82', "") + vpd();
+  EXPECT_EQ(parseVpd(base::ByteView(bytes)).serial, "SN-9");
+}
+
 TEST(ParseVpd, EveryTruncationIsSurvived) {
   const std::string bytes = vpd();
   for (std::size_t length = 0; length < bytes.size(); ++length) {

@@ -45,16 +45,27 @@ TEST(PnpPciFacts, SlotIsThatOfTheFunctionOrOfAPortAbove) {
   EXPECT_EQ(pciFacts({card}, context).at(0).slot, "LOM");
 }
 
-TEST(PnpPciFacts, BridgesOtherFunctionsAndUnknownClassesAreLeftOut) {
+TEST(PnpPciFacts, BridgesAndUnknownClassesAndPlacesAreLeftOut) {
   PnpFunction bridge = networkCard();
   bridge.ids = {R"(PCI\VEN_10A0&DEV_0001&CC_060400)"};
-  PnpFunction second = networkCard();
-  second.place.address = at(0, 1);
   PnpFunction unknown = networkCard();
   unknown.ids = {R"(PCI\VEN_10A0&DEV_0001&CC_02)", "", "CC_", "SUBSYS_1"};
   PnpFunction nowhere = networkCard();
   nowhere.place = {};
-  EXPECT_THAT(pciFacts({bridge, second, unknown, nowhere}, {}), IsEmpty());
+  EXPECT_THAT(pciFacts({bridge, unknown, nowhere}, {}), IsEmpty());
+}
+
+TEST(PnpPciFacts, LowestFunctionOfEachBaseClassIsShown) {
+  PnpFunction second = networkCard();
+  second.place.address = at(0, 1);
+  second.description = "second port";
+  PnpFunction storage = networkCard();
+  storage.place.address = at(0, 2);
+  storage.ids = {R"(PCI\VEN_10A0&DEV_0002&CC_010400)"};
+  const auto facts = pciFacts({storage, second, networkCard()}, {});
+  ASSERT_THAT(facts, SizeIs(2));
+  EXPECT_EQ(facts[0].model, "Nordbrenn NB100");
+  EXPECT_EQ(facts[1].deviceId, 2);
 }
 
 TEST(PnpPciFacts, OrderIsByAddress) {
