@@ -64,9 +64,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   checkRecords(tables);
   slotFacts(tables);
   onboardFacts(tables);
-  for (const auto& path : controllerPaths(hostInterfaces(tables), {})) {
-    check(path.address.empty());
-    check(!problemText(path).empty());
+  for (const auto& ways : controllerWays(hostInterfaces(tables), {})) {
+    check(!ways.empty());
+    for (const local::ControllerPath& path : ways) {
+      check(path.address.empty());
+      check(!problemText(path).empty());
+    }
   }
   return 0;
 }

@@ -1,10 +1,12 @@
 #include "suite/connection/in_band.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "suite/local/controller/controller_path.h"
-#include "suite/local/controller/discovery.h"
 #include "suite/local/controller/network.h"
+#include "suite/local/controller/way_choice.h"
 #include "suite/platform/user_paths.h"
 #include "syshealth/host/log.h"
 
@@ -15,7 +17,13 @@ using base::Failure;
 using base::FailureKind;
 using local::Access;
 using local::ControllerPath;
+using local::ControllerWays;
 using local::PathProblem;
+using local::WayChoice;
+
+// How long the ways to one controller are tried before one is chosen all the
+// same; a controller accepts a connection in milliseconds.
+constexpr std::chrono::milliseconds kLongestChoice(5000);
 
 std::string nameAController() {
   return std::string("name a controller by --bmc, or in the settings (") +
@@ -78,19 +86,6 @@ FailureKind kindOf(PathProblem problem) {
   return FailureKind::kNoHostInterface;
 }
 
-// Completes a way whose end has to be asked for.
-void discover(ControllerPath& path) {
-  if (path.problem != PathProblem::kUndiscovered) {
-    return;
-  }
-  if (const auto found =
-          local::discoverService(path.device, path.serviceUuid)) {
-    path.problem = PathProblem::kNone;
-    path.address = found->address;
-    path.port = found->port;
-  }
-}
-
 FoundController controllerAt(const ControllerPath& path, const Target& base) {
   FoundController found;
   found.target = base;
@@ -99,6 +94,26 @@ FoundController controllerAt(const ControllerPath& path, const Target& base) {
   found.serviceUuid = path.serviceUuid;
   found.bootstrapsCredentials = path.bootstrapsCredentials;
   return found;
+}
+
+// Logs what is wrong with the ways to a controller. Where none of them is known
+// to answer, the first problem is the failure.
+void addProblems(const ControllerWays& ways, const WayChoice& choice,
+                 FoundControllers& found) {
+  for (const ControllerPath& way : ways) {
+    if (way.problem == PathProblem::kNone ||
+        (way.problem == PathProblem::kUndiscovered &&
+         choice.path.problem == PathProblem::kNone)) {
+      continue;
+    }
+    Failure failure = failureOf(kindOf(way.problem), problemText(way), "");
+    Tarvex::Log(choice.answers ? 3 : 1, __FILE__, __LINE__).Stream()
+        << describe(failure);
+    if (!choice.answers && !found.failure) {
+      found.failure = std::move(failure);
+      found.barred = true;
+    }
+  }
 }
 
 }  // namespace
@@ -122,21 +137,16 @@ FoundControllers findControllers(local::Machine& machine, const Target& base) {
     return found;
   }
   const auto devices = local::runningDevices();
-  for (ControllerPath& path : controllerPaths(interfaces, devices)) {
-    discover(path);
-    if (path.problem == PathProblem::kNone) {
+  for (const ControllerWays& ways : controllerWays(interfaces, devices)) {
+    const WayChoice choice =
+        chooseWay(ways, std::min(base.timeout, kLongestChoice));
+    if (choice.path.problem == PathProblem::kNone) {
       Tarvex::Log(3, __FILE__, __LINE__).Stream()
-          << "this server: its network device " << path.device
-          << " leads to a controller at " << path.address;
-      found.controllers.push_back(controllerAt(path, base));
-      continue;
+          << "this server: its network device " << choice.path.device
+          << " leads to a controller at " << choice.path.address;
+      found.controllers.push_back(controllerAt(choice.path, base));
     }
-    Failure failure = failureOf(kindOf(path.problem), problemText(path), "");
-    Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
-    if (!found.failure) {
-      found.failure = std::move(failure);
-      found.barred = true;
-    }
+    addProblems(ways, choice, found);
   }
   return found;
 }

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <set>
+#include <map>
 #include <string_view>
+#include <utility>
+
+#include "suite/base/ascii.h"
 
 namespace local {
 namespace {
@@ -28,13 +31,17 @@ bool matches(const HostInterface& interface, const NetworkDevice& device) {
   return false;
 }
 
+// The controllers to which network devices lead, by the device's name.
+using Takers = std::map<std::string, std::size_t>;
+
 // A MAC address names one device; the ids name a product, of which a machine
 // may have several, and serve where no MAC is stated or it matches nothing
 // (firmware states the controller's end of the cable now and then).
-// Of several devices of one product each interface gets one of its own.
+// Of several devices of one product each controller gets one of its own.
 const NetworkDevice* deviceOf(const HostInterface& interface,
+                              std::size_t controller,
                               const std::vector<NetworkDevice>& devices,
-                              const std::set<std::string>& taken) {
+                              const Takers& takers) {
   static constexpr MacAddress kUnset = {};
   if (interface.mac && *interface.mac != kUnset) {
     const auto found = std::find_if(devices.begin(), devices.end(),
@@ -50,7 +57,8 @@ const NetworkDevice* deviceOf(const HostInterface& interface,
     if (!matches(interface, device)) {
       continue;
     }
-    if (taken.count(device.name) == 0) {
+    const auto taker = takers.find(device.name);
+    if (taker == takers.end() || taker->second == controller) {
       return &device;
     }
     if (found == nullptr) {
@@ -58,6 +66,43 @@ const NetworkDevice* deviceOf(const HostInterface& interface,
     }
   }
   return found;
+}
+
+bool isUsb(InterfaceDevice device) {
+  return device == InterfaceDevice::kUsb || device == InterfaceDevice::kUsbV2;
+}
+
+// Whether two host interfaces state the same device, as far as both tell: the
+// first versions of the structure have neither MAC address nor place.
+bool sameDevice(const HostInterface& a, const HostInterface& b) {
+  if (a.device == InterfaceDevice::kOther ||
+      b.device == InterfaceDevice::kOther) {
+    return false;
+  }
+  return isUsb(a.device) == isUsb(b.device) && a.vendorId == b.vendorId &&
+         a.productId == b.productId &&
+         a.subsystemVendorId == b.subsystemVendorId &&
+         a.subsystemId == b.subsystemId &&
+         (!a.mac || !b.mac || a.mac == b.mac) &&
+         (!a.pci || !b.pci || a.pci == b.pci);
+}
+
+// Whether two host interfaces lead to the same controller.
+bool sameController(const HostInterface& a, const HostInterface& b) {
+  const bool device = sameDevice(a, b);
+  for (const RedfishOverIp& one : a.services) {
+    for (const RedfishOverIp& other : b.services) {
+      const bool sameUuid =
+          !one.serviceUuid.empty() && one.serviceUuid == other.serviceUuid;
+      const bool sameName =
+          !one.hostName.empty() &&
+          base::equalIgnoringCase(one.hostName, other.hostName);
+      if (sameUuid || (device && sameName)) {
+        return true;
+      }
+    }
+  }
+  return false;
 }
 
 bool isIpv6(std::string_view address) {
@@ -93,6 +138,10 @@ bool hasFamily(const NetworkDevice& device, bool ipv6) {
       [&](const std::string& address) { return isIpv6(address) == ipv6; });
 }
 
+std::string_view familyOf(std::string_view address) {
+  return isIpv6(address) ? "IPv6" : "IPv4";
+}
+
 ControllerPath pathOver(const RedfishOverIp& service,
                         const NetworkDevice& device) {
   ControllerPath path;
@@ -101,62 +150,70 @@ ControllerPath pathOver(const RedfishOverIp& service,
   path.expectedAddress = service.hostAddress;
   path.serviceUuid = service.serviceUuid;
   const std::string host = serviceHost(service);
+  const bool stated = !host.empty() && host == service.serviceAddress;
   if (!device.up) {
     path.problem = PathProblem::kDown;
-  } else if (device.addresses.empty()) {
+  } else if (device.addresses.empty() ||
+             (stated && !hasFamily(device, isIpv6(host)))) {
     path.problem = PathProblem::kNoAddress;
+    path.missingFamily = stated ? familyOf(host) : "";
   } else if (host.empty()) {
     path.problem = PathProblem::kUndiscovered;
-  } else if (host == service.serviceAddress &&
-             !hasFamily(device, isIpv6(host))) {
-    path.problem = PathProblem::kNoAddress;
   } else {
     path.address = isLinkLocal(host) ? host + "%" + device.name : host;
   }
   return path;
 }
 
-// The first record whose service can be reached, else the first one.
-ControllerPath pathOf(const HostInterface& interface,
-                      const NetworkDevice* device) {
-  ControllerPath path;
-  if (interface.services.empty()) {
-    path.problem = PathProblem::kNoService;
-  } else if (device == nullptr) {
-    path.problem = PathProblem::kNoDevice;
+// The ways that a host interface describes: one for each of its services.
+ControllerWays waysOver(const HostInterface& interface,
+                        const NetworkDevice* device) {
+  ControllerWays ways;
+  if (interface.services.empty() || device == nullptr) {
+    ControllerPath path;
+    path.problem = interface.services.empty() ? PathProblem::kNoService
+                                              : PathProblem::kNoDevice;
+    ways.push_back(std::move(path));
   } else {
-    path = pathOver(interface.services.front(), *device);
     for (const RedfishOverIp& service : interface.services) {
-      if (path.problem == PathProblem::kNone) {
-        break;
-      }
-      const ControllerPath other = pathOver(service, *device);
-      if (other.problem == PathProblem::kNone) {
-        path = other;
-      }
+      ways.push_back(pathOver(service, *device));
     }
   }
-  path.handle = interface.handle;
-  path.bootstrapsCredentials = interface.bootstrapsCredentials;
-  return path;
+  for (ControllerPath& path : ways) {
+    path.handle = interface.handle;
+    path.bootstrapsCredentials = interface.bootstrapsCredentials;
+  }
+  return ways;
 }
 
 }  // namespace
 
-std::vector<ControllerPath> controllerPaths(
+std::vector<ControllerWays> controllerWays(
     const std::vector<HostInterface>& interfaces,
     const std::vector<NetworkDevice>& devices) {
-  std::vector<ControllerPath> paths;
-  paths.reserve(interfaces.size());
-  std::set<std::string> taken;
+  std::vector<ControllerWays> controllers;
+  std::vector<const HostInterface*> firsts;  // Of each controller.
+  Takers takers;
   for (const HostInterface& interface : interfaces) {
-    const NetworkDevice* device = deviceOf(interface, devices, taken);
-    if (device != nullptr) {
-      taken.insert(device->name);
+    const auto known = std::find_if(firsts.begin(), firsts.end(),
+                                    [&](const HostInterface* first) {
+                                      return sameController(*first, interface);
+                                    });
+    const auto controller = static_cast<std::size_t>(known - firsts.begin());
+    if (known == firsts.end()) {
+      firsts.push_back(&interface);
+      controllers.emplace_back();
     }
-    paths.push_back(pathOf(interface, device));
+    const NetworkDevice* device =
+        deviceOf(interface, controller, devices, takers);
+    if (device != nullptr) {
+      takers.emplace(device->name, controller);
+    }
+    for (ControllerPath& way : waysOver(interface, device)) {
+      controllers[controller].push_back(std::move(way));
+    }
   }
-  return paths;
+  return controllers;
 }
 
 std::string problemText(const ControllerPath& path) {
@@ -177,7 +234,9 @@ std::string problemText(const ControllerPath& path) {
              path.device + " up)";
     case PathProblem::kNoAddress:
       return "the network device " + path.device +
-             " that leads to the controller has no address: " +
+             " that leads to the controller has no " +
+             (path.missingFamily.empty() ? "" : path.missingFamily + " ") +
+             "address: " +
              (path.expectedAddress.empty()
                   ? "configure one as the controller's manual says"
                   : "the firmware expects " + path.expectedAddress +

@@ -29,6 +29,9 @@ struct ControllerPath {
   std::string address;  ///< Host name or address, with the zone where it
                         ///< needs one ("fe80::1%usb0"); empty unless kNone.
   std::uint16_t port = 443;
+  /// With kNoAddress: the family that the device lacks, "IPv4" or "IPv6";
+  /// empty if the firmware does not tell it.
+  std::string missingFamily;
   /// What the firmware expects this machine's own address there to be; may
   /// be empty.
   std::string expectedAddress;
@@ -36,10 +39,15 @@ struct ControllerPath {
   bool bootstrapsCredentials = false;
 };
 
-/// The ways to the controllers that the firmware describes, in its order.
-/// Nothing on the machine is changed: a device that is down, or without an
-/// address, is a problem that is told.
-std::vector<ControllerPath> controllerPaths(
+/// The ways to one controller, in the order of the firmware; at least one.
+using ControllerWays = std::vector<ControllerPath>;
+
+/// The ways to the controllers that the firmware describes, one list for each
+/// controller, in its order. Each service of a host interface is a way. Two
+/// host interfaces lead to one controller if they state the same service UUID,
+/// or the same device and host name. Nothing on the machine is changed: a
+/// device that is down, or without an address, is a problem that is told.
+std::vector<ControllerWays> controllerWays(
     const std::vector<HostInterface>& interfaces,
     const std::vector<NetworkDevice>& devices);
 

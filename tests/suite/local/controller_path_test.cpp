@@ -55,12 +55,13 @@ NetworkDevice otherCard() {
 
 ControllerPath pathOf(const HostInterface& interface,
                       const std::vector<NetworkDevice>& devices) {
-  const auto paths = controllerPaths({interface}, devices);
-  EXPECT_THAT(paths, SizeIs(1));
-  return paths.at(0);
+  const auto controllers = controllerWays({interface}, devices);
+  EXPECT_THAT(controllers, SizeIs(1));
+  EXPECT_THAT(controllers.at(0), SizeIs(1));
+  return controllers.at(0).at(0);
 }
 
-TEST(ControllerPaths, LeadsToTheStatedAddress) {
+TEST(ControllerWays, LeadsToTheStatedAddress) {
   const ControllerPath path = pathOf(usbInterface(), {otherCard(), usbCard()});
   EXPECT_EQ(path.problem, PathProblem::kNone);
   EXPECT_EQ(path.handle, 7);
@@ -71,14 +72,14 @@ TEST(ControllerPaths, LeadsToTheStatedAddress) {
   EXPECT_EQ(problemText(path), "");
 }
 
-TEST(ControllerPaths, MacGoesBeforeIds) {
+TEST(ControllerWays, MacGoesBeforeIds) {
   NetworkDevice twin = usbCard();
   twin.name = "usb1";
   twin.mac = MacAddress{2, 0, 0, 0, 0, 2};
   EXPECT_EQ(pathOf(usbInterface(), {twin, usbCard()}).device, "usb0");
 }
 
-TEST(ControllerPaths, IdsMatchWhereNoMacDoes) {
+TEST(ControllerWays, IdsMatchWhereNoMacDoes) {
   HostInterface interface = usbInterface();
   NetworkDevice card = usbCard();
   card.mac = MacAddress{2, 0, 0, 0, 0, 2};
@@ -87,7 +88,7 @@ TEST(ControllerPaths, IdsMatchWhereNoMacDoes) {
   EXPECT_EQ(pathOf(interface, {otherCard(), card}).device, "usb0");
 }
 
-TEST(ControllerPaths, ZeroMacMatchesNothing) {
+TEST(ControllerWays, ZeroMacMatchesNothing) {
   HostInterface interface = usbInterface();
   interface.mac = MacAddress{};
   NetworkDevice loopback = otherCard();
@@ -96,26 +97,69 @@ TEST(ControllerPaths, ZeroMacMatchesNothing) {
   EXPECT_EQ(pathOf(interface, {loopback, usbCard()}).device, "usb0");
 }
 
-TEST(ControllerPaths, TwinsWithoutMacGetADeviceEach) {
+// Another controller behind a device of the same product.
+HostInterface twinInterface() {
   HostInterface interface = usbInterface();
   interface.mac.reset();
+  interface.services[0].serviceUuid = "";
+  return interface;
+}
+
+TEST(ControllerWays, TwinsWithoutMacGetADeviceEach) {
   NetworkDevice twin = usbCard();
   twin.name = "usb1";
-  const auto paths = controllerPaths({interface, interface}, {usbCard(), twin});
-  ASSERT_THAT(paths, SizeIs(2));
-  EXPECT_EQ(paths[0].device, "usb0");
-  EXPECT_EQ(paths[1].device, "usb1");
+  const auto controllers =
+      controllerWays({twinInterface(), twinInterface()}, {usbCard(), twin});
+  ASSERT_THAT(controllers, SizeIs(2));
+  EXPECT_EQ(controllers[0].at(0).device, "usb0");
+  EXPECT_EQ(controllers[1].at(0).device, "usb1");
 }
 
-TEST(ControllerPaths, TwoInterfacesMayShareTheOnlyDevice) {
-  HostInterface interface = usbInterface();
-  interface.mac.reset();
-  const auto paths = controllerPaths({interface, interface}, {usbCard()});
-  ASSERT_THAT(paths, SizeIs(2));
-  EXPECT_EQ(paths[1].device, "usb0");
+TEST(ControllerWays, TwoInterfacesMayShareTheOnlyDevice) {
+  const auto controllers =
+      controllerWays({twinInterface(), twinInterface()}, {usbCard()});
+  ASSERT_THAT(controllers, SizeIs(2));
+  EXPECT_EQ(controllers[1].at(0).device, "usb0");
 }
 
-TEST(ControllerPaths, PciIdsIncludeTheSubsystem) {
+TEST(ControllerWays, OneServiceUuidIsOneController) {
+  HostInterface second = usbInterface();
+  second.handle = 8;
+  second.device = InterfaceDevice::kPciV2;
+  second.services[0].serviceAddress = "169.254.1.17";
+  NetworkDevice twin = usbCard();
+  twin.name = "usb1";
+  const auto controllers =
+      controllerWays({usbInterface(), second}, {usbCard(), twin});
+  ASSERT_THAT(controllers, SizeIs(1));
+  ASSERT_THAT(controllers[0], SizeIs(2));
+  EXPECT_EQ(controllers[0][0].address, "169.254.0.17");
+  EXPECT_EQ(controllers[0][1].address, "169.254.1.17");
+  EXPECT_EQ(controllers[0][1].device, "usb0");
+  EXPECT_EQ(controllers[0][1].handle, 8);
+}
+
+TEST(ControllerWays, OneDeviceAndHostNameIsOneController) {
+  HostInterface first = twinInterface();
+  first.services[0].hostName = "bmc-7";
+  HostInterface second = first;
+  second.device = InterfaceDevice::kUsb;  // The first version of the structure.
+  second.services[0].hostName = "BMC-7";
+  NetworkDevice twin = usbCard();
+  twin.name = "usb1";
+  const auto controllers = controllerWays({first, second}, {usbCard(), twin});
+  ASSERT_THAT(controllers, SizeIs(1));
+  ASSERT_THAT(controllers[0], SizeIs(2));
+  EXPECT_EQ(controllers[0][1].device, "usb0");
+
+  second.services[0].hostName = "bmc-8";
+  EXPECT_THAT(controllerWays({first, second}, {usbCard(), twin}), SizeIs(2));
+  second.services[0].hostName = "bmc-7";
+  second.productId = 0xa4a3;
+  EXPECT_THAT(controllerWays({first, second}, {usbCard(), twin}), SizeIs(2));
+}
+
+TEST(ControllerWays, PciIdsIncludeTheSubsystem) {
   HostInterface interface = usbInterface();
   interface.device = InterfaceDevice::kPci;
   interface.mac.reset();
@@ -132,7 +176,7 @@ TEST(ControllerPaths, PciIdsIncludeTheSubsystem) {
   EXPECT_EQ(pathOf(interface, {card}).device, "eth0");
 }
 
-TEST(ControllerPaths, InterfaceWithoutServiceIsTold) {
+TEST(ControllerWays, InterfaceWithoutServiceIsTold) {
   HostInterface interface = usbInterface();
   interface.services.clear();
   const ControllerPath path = pathOf(interface, {usbCard()});
@@ -140,13 +184,13 @@ TEST(ControllerPaths, InterfaceWithoutServiceIsTold) {
   EXPECT_THAT(problemText(path), HasSubstr("without a Redfish service"));
 }
 
-TEST(ControllerPaths, MissingDeviceIsTold) {
+TEST(ControllerWays, MissingDeviceIsTold) {
   const ControllerPath path = pathOf(usbInterface(), {otherCard()});
   EXPECT_EQ(path.problem, PathProblem::kNoDevice);
   EXPECT_THAT(problemText(path), HasSubstr("no network device matches"));
 }
 
-TEST(ControllerPaths, DeviceThatIsDownIsNamed) {
+TEST(ControllerWays, DeviceThatIsDownIsNamed) {
   NetworkDevice card = usbCard();
   card.up = false;
   const ControllerPath path = pathOf(usbInterface(), {card});
@@ -155,7 +199,7 @@ TEST(ControllerPaths, DeviceThatIsDownIsNamed) {
   EXPECT_EQ(path.address, "");
 }
 
-TEST(ControllerPaths, DeviceWithoutAddressIsNamedWithTheExpectedOne) {
+TEST(ControllerWays, DeviceWithoutAddressIsNamedWithTheExpectedOne) {
   NetworkDevice card = usbCard();
   card.addresses.clear();
   const ControllerPath path = pathOf(usbInterface(), {card});
@@ -164,13 +208,28 @@ TEST(ControllerPaths, DeviceWithoutAddressIsNamedWithTheExpectedOne) {
   EXPECT_THAT(problemText(path), HasSubstr("expects 169.254.0.18"));
 }
 
-TEST(ControllerPaths, AddressOfTheOtherFamilyIsNone) {
+TEST(ControllerWays, AddressOfTheOtherFamilyIsNone) {
   NetworkDevice card = usbCard();
   card.addresses = {"fe80::2"};
-  EXPECT_EQ(pathOf(usbInterface(), {card}).problem, PathProblem::kNoAddress);
+  const ControllerPath path = pathOf(usbInterface(), {card});
+  EXPECT_EQ(path.problem, PathProblem::kNoAddress);
+  EXPECT_THAT(problemText(path), HasSubstr("usb0 that leads to the controller "
+                                           "has no IPv4 address"));
 }
 
-TEST(ControllerPaths, LinkLocalAddressGetsItsZone) {
+TEST(ControllerWays, MissingFamilyIsNamed) {
+  HostInterface interface = usbInterface();
+  interface.services[0].serviceAddress = "fe80::1";
+  EXPECT_THAT(problemText(pathOf(interface, {usbCard()})),
+              HasSubstr("has no IPv6 address"));
+  interface.services[0].discovery = IpAssignment::kDhcp;
+  NetworkDevice card = usbCard();
+  card.addresses.clear();
+  EXPECT_THAT(problemText(pathOf(interface, {card})),
+              HasSubstr("has no address"));
+}
+
+TEST(ControllerWays, LinkLocalAddressGetsItsZone) {
   HostInterface interface = usbInterface();
   interface.services[0].serviceAddress = "fe80::1";
   NetworkDevice card = usbCard();
@@ -178,14 +237,14 @@ TEST(ControllerPaths, LinkLocalAddressGetsItsZone) {
   EXPECT_EQ(pathOf(interface, {card}).address, "fe80::1%usb0");
 }
 
-TEST(ControllerPaths, DiscoveredAddressIsTheHostName) {
+TEST(ControllerWays, DiscoveredAddressIsTheHostName) {
   HostInterface interface = usbInterface();
   interface.services[0].discovery = IpAssignment::kDhcp;
   interface.services[0].hostName = "bmc.local";
   EXPECT_EQ(pathOf(interface, {usbCard()}).address, "bmc.local");
 }
 
-TEST(ControllerPaths, DiscoveryWithoutHostNameIsLeftToAsking) {
+TEST(ControllerWays, DiscoveryWithoutHostNameIsLeftToAsking) {
   HostInterface interface = usbInterface();
   interface.services[0].discovery = IpAssignment::kHostSelected;
   const ControllerPath path = pathOf(interface, {usbCard()});
@@ -193,28 +252,33 @@ TEST(ControllerPaths, DiscoveryWithoutHostNameIsLeftToAsking) {
   EXPECT_EQ(path.device, "usb0");
 }
 
-TEST(ControllerPaths, HostNameThatIsNoneIsNotUsed) {
+TEST(ControllerWays, HostNameThatIsNoneIsNotUsed) {
   HostInterface interface = usbInterface();
   interface.services[0].discovery = IpAssignment::kDhcp;
   interface.services[0].hostName = "bmc/../@evil";
   EXPECT_EQ(pathOf(interface, {usbCard()}).problem, PathProblem::kUndiscovered);
 }
 
-TEST(ControllerPaths, SecondRecordServesWhereTheFirstCannot) {
+TEST(ControllerWays, EachServiceOfAnInterfaceIsAWay) {
   HostInterface interface = usbInterface();
   interface.services.push_back(service());
   interface.services[0].serviceAddress = "fe80::1";
-  EXPECT_EQ(pathOf(interface, {usbCard()}).address, "169.254.0.17");
+  const auto controllers = controllerWays({interface}, {usbCard()});
+  ASSERT_THAT(controllers, SizeIs(1));
+  ASSERT_THAT(controllers[0], SizeIs(2));
+  EXPECT_EQ(controllers[0][0].problem, PathProblem::kNoAddress);
+  EXPECT_EQ(controllers[0][1].address, "169.254.0.17");
 }
 
-TEST(ControllerPaths, KeepTheOrderOfTheInterfaces) {
+TEST(ControllerWays, KeepTheOrderOfTheInterfaces) {
   HostInterface second = usbInterface();
   second.handle = 8;
   second.services.clear();
-  const auto paths = controllerPaths({usbInterface(), second}, {usbCard()});
-  ASSERT_THAT(paths, SizeIs(2));
-  EXPECT_EQ(paths[0].handle, 7);
-  EXPECT_EQ(paths[1].problem, PathProblem::kNoService);
+  const auto controllers =
+      controllerWays({usbInterface(), second}, {usbCard()});
+  ASSERT_THAT(controllers, SizeIs(2));
+  EXPECT_EQ(controllers[0].at(0).handle, 7);
+  EXPECT_EQ(controllers[1].at(0).problem, PathProblem::kNoService);
 }
 
 }  // namespace

@@ -1,0 +1,80 @@
+#include "suite/local/controller/way_choice.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "suite/local/controller/connect_race.h"
+#include "suite/local/controller/discovery.h"
+
+namespace local {
+namespace {
+
+// Completes a way whose service has to be searched.
+void discover(ControllerPath& path) {
+  if (path.problem != PathProblem::kUndiscovered) {
+    return;
+  }
+  if (const auto found = discoverService(path.device, path.serviceUuid)) {
+    path.problem = PathProblem::kNone;
+    path.address = found->address;
+    path.port = found->port;
+  }
+}
+
+std::optional<std::size_t> firstToAnswer(const ControllerWays& open,
+                                         std::chrono::milliseconds limit) {
+  std::vector<Endpoint> endpoints;
+  endpoints.reserve(open.size());
+  for (const ControllerPath& path : open) {
+    endpoints.push_back({path.address, path.port});
+  }
+  return endpoints.empty() ? std::nullopt : firstToAccept(endpoints, limit);
+}
+
+WayChoice chooseAmong(const ControllerWays& ways,
+                      std::chrono::milliseconds limit) {
+  ControllerWays open;
+  std::copy_if(ways.begin(), ways.end(), std::back_inserter(open),
+               [](const ControllerPath& path) {
+                 return path.problem == PathProblem::kNone;
+               });
+  if (const auto first = firstToAnswer(open, limit)) {
+    return {open[*first], true};
+  }
+  for (ControllerPath path : ways) {
+    if (path.problem == PathProblem::kUndiscovered) {
+      discover(path);
+      if (path.problem == PathProblem::kNone) {
+        return {path, true};
+      }
+    }
+  }
+  return {open.empty() ? ways.front() : open.front(), false};
+}
+
+}  // namespace
+
+WayChoice chooseWay(const ControllerWays& ways,
+                    std::chrono::milliseconds limit) {
+  WayChoice choice;
+  if (ways.size() == 1) {
+    choice.path = ways.front();
+    discover(choice.path);
+    return choice;
+  }
+  choice = chooseAmong(ways, limit);
+  // What the firmware says of the controller, on whichever way.
+  for (const ControllerPath& way : ways) {
+    choice.path.bootstrapsCredentials =
+        choice.path.bootstrapsCredentials || way.bootstrapsCredentials;
+    if (choice.path.serviceUuid.empty()) {
+      choice.path.serviceUuid = way.serviceUuid;
+    }
+  }
+  return choice;
+}
+
+}  // namespace local
