@@ -100,11 +100,15 @@ Structure supply(const std::string& name, unsigned status) {
       .word(0x0E, status << 7U | kPresent);
 }
 
-Structure slot(const std::string& designation, unsigned bus, unsigned place) {
+constexpr unsigned kSlotAvailable = 3;
+constexpr unsigned kSlotInUse = 4;
+
+Structure slot(const std::string& designation, unsigned bus, unsigned place,
+               unsigned usage = kSlotInUse) {
   return Structure(9, 0x11)
       .text(0x04, designation)
       .byte(0x05, 0xB6)
-      .byte(0x07, 4)
+      .byte(0x07, usage)
       .byte(0x0F, bus)
       .byte(0x10, place);
 }
@@ -118,28 +122,109 @@ Structure onboard(const std::string& designation, unsigned bus,
       .byte(0x0A, place);
 }
 
-// A USB network card that leads to a service at 169.254.NETWORK.17.
+constexpr char kLivingHost = 17;
+constexpr char kDeadHost = 99;
+
+// A USB network card that leads to a service at 169.254.NETWORK.HOST.
 Structure controller(const std::string& mac, char network, unsigned port,
-                     const std::string& uuid, bool makesAccounts = false) {
+                     const std::string& uuid, bool makesAccounts = false,
+                     char host = kLivingHost) {
   std::string record = local::serviceRecord();
   record.replace(0, uuid.size(), uuid);
   record[20] = network;
   record[54] = network;
+  record[55] = host;
   record[84] = static_cast<char>(port & 0xFFU);
   record[85] = static_cast<char>(port >> 8U);
   return local::hostInterface(
       local::usbV2Device(0x0525, 0xa4a2, mac, makesAccounts ? 1 : 0), {record});
 }
 
+// What other firmware leaves in its table: a guest's names of the machine
+// where those of parts belong, fillers, templates, parts of one name, and
+// addresses that several slots state.
+
+Structure guestSystem() {
+  return Structure(1, 0x1B)
+      .text(0x04, "Halvorn Cloud")
+      .text(0x05, "HC Guest")
+      .text(0x06, "hc-q9-7.2")
+      .text(0x07, "System Serial Number")
+      .bytes(0x08, kSystemUuid)
+      .byte(0x18, 6)
+      .text(0x19, "SKU=NotProvided;ModelName=HC Guest")
+      .text(0x1A, "HC-9");
+}
+
+Structure fillerBoard() {
+  return Structure(2, 0x0F)
+      .text(0x04, "Default string")
+      .text(0x05, "Default string")
+      .text(0x06, "Type2 - Board Version")
+      .text(0x07, "0123456789");
+}
+
+Structure guestProcessor(unsigned status) {
+  return Structure(4, 0x30)
+      .text(0x04, "CPU")
+      .byte(0x05, 1)  // Other.
+      .byte(0x06, 0xFE)
+      .text(0x10, "hc-q9-7.2")
+      .word(0x14, 2000)
+      .byte(0x18, status)
+      .word(0x28, 0x101);
+}
+
+Structure memoryArray(unsigned use) {
+  return Structure(16, 0x17).byte(0x04, 3).byte(0x05, use).word(0x0D, 4);
+}
+
+Structure moduleOf(unsigned array, const std::string& locator) {
+  return Structure(17, 0x28)
+      .word(0x04, array)
+      .word(0x0C, 0x2000)
+      .text(0x10, locator)
+      .text(0x11, "BANK 0")
+      .byte(0x12, 0x1A)
+      .word(0x15, 3200)
+      .text(0x17, "Undefined")
+      .text(0x18, "00000000")
+      .text(0x1A, "PartNum0");
+}
+
+Structure supplyTemplate() {
+  constexpr unsigned kPresent = 2;
+  return Structure(39, 0x16)
+      .text(0x05, "To Be Filled By O.E.M.")
+      .text(0x06, "To Be Filled By O.E.M.")
+      .text(0x07, "To Be Filled By O.E.M.")
+      .text(0x0A, "To Be Filled By O.E.M.")
+      .word(0x0C, 0x8000)
+      .word(0x0E, kPresent);
+}
+
+Structure supplyOfOneName(const std::string& place, bool unplugged) {
+  constexpr unsigned kPresentAndOk = 3U << 7U | 2U;
+  constexpr unsigned kUnplugged = 4;
+  return Structure(39, 0x16)
+      .text(0x05, place)
+      .text(0x06, "PWR SPLY,800W")
+      .text(0x07, "Voltmark")
+      .word(0x0C, 800)
+      .word(0x0E, kPresentAndOk | (unplugged ? kUnplugged : 0));
+}
+
+// A folder of structures, a file for each.
 class Folder {
  public:
   explicit Folder(std::string path) : path_(std::move(path)) {}
 
-  // Writes a structure; handles count up.
-  void write(const std::string& name, const Structure& structure) {
+  // Writes a structure and returns its handle; handles count up.
+  unsigned write(const std::string& name, const Structure& structure) {
     std::ofstream file(path_ + "/" + name, std::ios::binary);
-    file << structure.build(handle_++);
+    file << structure.build(handle_);
     good_ = good_ && file.good();
+    return handle_++;
   }
 
   bool good() const { return good_; }
@@ -149,6 +234,32 @@ class Folder {
   std::uint16_t handle_ = 0x1000;
   bool good_ = true;
 };
+
+void writeOddFirmware(Folder& folder) {
+  constexpr unsigned kPopulatedAndEnabled = 0x41;
+  constexpr unsigned kPopulatedAndIdle = 0x44;
+  constexpr unsigned kSystemMemory = 3;
+  constexpr unsigned kFlash = 5;
+  folder.write("guest-system", guestSystem());
+  folder.write("filler-board", fillerBoard());
+  folder.write("guest-cpu1", guestProcessor(kPopulatedAndEnabled));
+  folder.write("guest-cpu2", guestProcessor(kPopulatedAndIdle));
+  const unsigned memory = folder.write("memory", memoryArray(kSystemMemory));
+  const unsigned flash = folder.write("flash", memoryArray(kFlash));
+  folder.write("module1", moduleOf(memory, "DIMM 10"));
+  folder.write("module2", moduleOf(memory, "DIMM 9"));
+  folder.write("module3", moduleOf(memory, "DIMM 10"));
+  folder.write("module4", moduleOf(flash, "SYSTEM ROM"));
+  folder.write("supply-template", supplyTemplate());
+  folder.write("supply-bay2", supplyOfOneName("Bay 2", false));
+  folder.write("supply-bay1", supplyOfOneName("Bay 1", true));
+  folder.write("slot5", slot("Slot 5", 0, 5U << 3U));
+  folder.write("riser5", slot("Riser 5", 0, 5U << 3U, kSlotAvailable));
+  folder.write("slot6", slot("Slot 6", 0, 6U << 3U));
+  folder.write("riser6", slot("Riser 6", 0, 6U << 3U));
+  folder.write("slot7", slot("Slot 7", 0, 7U << 3U));
+  folder.write("lan2", onboard("LAN 2", 1, 0));
+}
 
 std::optional<unsigned> portOf(std::string_view text) {
   std::uint16_t port = 0;
@@ -190,5 +301,8 @@ int main(int argc, char** argv) {
                controller(kUsbMac, 0, *first, kServiceUuid, true));
   folder.write("controller2",
                controller(kSecondUsbMac, 1, *second, std::string(16, '\0')));
+  folder.write("dead-controller",
+               controller(kUsbMac, 0, *first, kServiceUuid, false, kDeadHost));
+  writeOddFirmware(folder);
   return folder.good() ? 0 : 1;
 }
