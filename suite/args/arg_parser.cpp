@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "suite/args/parser_scope.h"
-#include "suite/base/integer.h"
+#include "suite/base/numbers.h"
 
 ArgParser* ArgParser::GetInstance() {
   static ArgParser parser;
@@ -43,7 +43,7 @@ bool ArgParser::GetValue(const std::string& option, int& value) {
   if (!GetValue(option, text)) {
     return false;
   }
-  const std::optional<int> number = base::parseInteger(text);
+  const std::optional<int> number = base::parseNumber<int>(text);
   if (!number) {
     return false;
   }

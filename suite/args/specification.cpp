@@ -3,23 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "suite/base/ascii.h"
+
 namespace args {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
 constexpr std::string_view kDashes = "--";
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-bool startsWith(std::string_view text, std::string_view prefix) {
-  return text.substr(0, prefix.size()) == prefix;
-}
 
 bool isName(std::string_view name) {
   return name.size() > kDashes.size() && name[kDashes.size()] != '-' &&
@@ -51,15 +40,15 @@ std::optional<ApplicationOption> readOption(std::string_view line) {
       return std::nullopt;
     }
   }
-  option.help = trimmed(line);
+  option.help = base::trimmed(line);
   return option;
 }
 
 // Adds one line to the specification. Returns what is wrong with it, or an
 // empty text.
 std::string addLine(std::string_view line, Specification& specification) {
-  const std::string_view text = trimmed(line);
-  if (startsWith(text, kDashes)) {
+  const std::string_view text = base::trimmed(line);
+  if (base::startsWith(text, kDashes)) {
     auto option = readOption(text);
     if (!option) {
       return "is no option";
@@ -74,7 +63,7 @@ std::string addLine(std::string_view line, Specification& specification) {
     specification.plugInExit = true;
   } else if (text == "targets: many") {
     specification.manyTargets = true;
-  } else if (kBlanks.find(line.front()) != std::string_view::npos &&
+  } else if (base::trimmed(line.substr(0, 1)).empty() &&
              !specification.options.empty()) {
     std::string& help = specification.options.back().help;
     help += (help.empty() ? "" : " ") + std::string(text);
@@ -95,12 +84,12 @@ std::optional<Specification> parseSpecification(std::string_view text,
     text.remove_prefix(std::min(end + 1, text.size()));
     std::string problem;
     if (number == 1) {
-      specification.summary = trimmed(line);
+      specification.summary = base::trimmed(line);
       problem = specification.summary.empty() ||
-                        startsWith(specification.summary, kDashes)
+                        base::startsWith(specification.summary, kDashes)
                     ? "does not say what the application does"
                     : "";
-    } else if (!trimmed(line).empty()) {
+    } else if (!base::trimmed(line).empty()) {
       problem = addLine(line, specification);
     }
     if (!problem.empty()) {

@@ -5,19 +5,25 @@
 
 namespace base {
 
-/// A letter A to Z as a to z, whatever the locale; any other byte as it is.
+// Letters, digits and blanks of ASCII, whatever the locale.
+
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+inline bool isLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+inline bool isAlphanumeric(char c) { return isLetter(c) || isDigit(c); }
+
+/// A letter A to Z as a to z; any other character as it is.
 inline char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// Whether a byte is one of the letters A to Z and a to z.
-inline bool isLetter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
-
-/// A text with its letters A to Z as a to z.
+/// A text with the letters A to Z as a to z.
 std::string lowerCase(std::string_view text);
 
-/// Whether two texts are equal when the letters A to Z count as a to z,
-/// whatever the locale.
+/// Whether two texts are equal when the letters A to Z count as a to z.
 bool equalIgnoringCase(std::string_view left, std::string_view right);
 
 /// Whether a text starts with another one, letter case ignored likewise.
@@ -27,5 +33,8 @@ bool startsIgnoringCase(std::string_view text, std::string_view start);
 inline bool startsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
 }
+
+/// A text without the blanks, tabs and line ends around it.
+std::string_view trimmed(std::string_view text);
 
 }  // namespace base

@@ -53,8 +53,6 @@ bool holds(const std::array<std::string_view, Size>& words,
   return std::find(words.begin(), words.end(), text) != words.end();
 }
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool isWord(std::string_view text) {
   return std::any_of(
       kWords.begin(), kWords.end(),

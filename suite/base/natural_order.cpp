@@ -7,8 +7,6 @@
 namespace base {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Takes the digits that a text starts with off it, without leading zeros.
 std::string_view takeNumber(std::string_view& text) {
   const std::size_t end =

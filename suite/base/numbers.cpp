@@ -1,30 +1,17 @@
 #include "suite/base/numbers.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "suite/base/ascii.h"
 
 namespace base {
-namespace {
-
-template <typename Number>
-std::optional<Number> wholly(std::string_view text, int base = 10) {
-  Number value = 0;
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value, base);
-  if (result.ec != std::errc() || result.ptr != end) {
-    return std::nullopt;
-  }
-  return value;
-}
-
-}  // namespace
 
 std::optional<unsigned> numberBehind(std::string_view name,
                                      std::string_view prefix) {
-  if (name.substr(0, prefix.size()) != prefix) {
+  if (!startsWith(name, prefix)) {
     return std::nullopt;
   }
-  return wholly<unsigned>(name.substr(prefix.size()));
+  return parseNumber<unsigned>(name.substr(prefix.size()));
 }
 
 std::vector<std::pair<unsigned, std::string>> numbered(
@@ -39,15 +26,11 @@ std::vector<std::pair<unsigned, std::string>> numbered(
   return found;
 }
 
-std::optional<long> decimal(std::string_view text) {
-  return wholly<long>(text);
-}
-
 std::optional<std::uint32_t> hexadecimal(std::string_view text) {
-  if (text.substr(0, 2) == "0x") {
+  if (startsWith(text, "0x")) {
     text.remove_prefix(2);
   }
-  return wholly<std::uint32_t>(text, 16);
+  return parseNumber<std::uint32_t>(text, 16);
 }
 
 }  // namespace base

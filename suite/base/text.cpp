@@ -1,49 +1,35 @@
 #include "suite/base/text.h"
 
+#include <array>
+#include <boost/locale/utf.hpp>
 #include <cstdint>
+#include <cstdio>
 
 namespace base {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr std::string_view kReplacementBytes = "\xEF\xBF\xBD";
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 
 struct CodePoint {
-  char32_t value;
-  std::size_t size;  // Bytes it takes in the text; 1 for a byte that is wrong.
-  bool valid;
+  char32_t value = 0;
+  std::string_view bytes;  // As they stand in the text; one if not valid.
+  bool valid = false;
 };
 
-constexpr CodePoint kInvalid{kReplacement, 1, false};
-
-// Reads one code point as the Unicode standard's table of well-formed byte
-// sequences has it: no overlong form, no surrogate, nothing past U+10FFFF.
-CodePoint readCodePoint(std::string_view text) {
-  const auto byte = [text](std::size_t index) {
-    return static_cast<std::uint8_t>(text[index]);
-  };
-  const std::uint8_t lead = byte(0);
-  if (lead < 0x80) {
-    return {lead, 1, true};
-  }
-  const std::size_t size = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() < size) {
-    return kInvalid;
-  }
-  char32_t value = lead & (0xFFU >> (size + 1));
-  for (std::size_t index = 1; index < size; ++index) {
-    if ((byte(index) & 0xC0U) != 0x80) {
-      return kInvalid;
-    }
-    value = (value << 6U) | (byte(index) & 0x3FU);
-  }
-  const bool overlong =
-      (size == 3 && value < 0x800) || (size == 4 && value < 0x10000);
-  const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
-  if (overlong || surrogate || value > 0x10FFFF) {
-    return kInvalid;
-  }
-  return {value, size, true};
+// Takes one code point off the front of a text that is not empty: well-formed
+// UTF-8 (no overlong form, no surrogate, nothing past U+10FFFF), or one byte
+// that is not.
+CodePoint takeCodePoint(std::string_view& text) {
+  namespace utf = boost::locale::utf;
+  const char* next = text.data();
+  const utf::code_point value =
+      utf::utf_traits<char>::decode(next, text.data() + text.size());
+  const bool valid = utf::is_valid_codepoint(value);
+  const std::size_t size =
+      valid ? static_cast<std::size_t>(next - text.data()) : 1;
+  const CodePoint point{value, text.substr(0, size), valid};
+  text.remove_prefix(size);
+  return point;
 }
 
 bool isControl(char32_t value) {
@@ -66,6 +52,30 @@ void flushBlanks(std::string& result, std::size_t& blanks, bool& control) {
   control = false;
 }
 
+std::string numericEscape(const char* format, std::uint32_t value) {
+  std::array<char, 12> escape{};
+  std::snprintf(escape.data(), escape.size(), format, value);
+  return escape.data();
+}
+
+std::string escapeOf(const CodePoint& point) {
+  if (!point.valid) {
+    return numericEscape("\\x%02x",
+                         static_cast<std::uint8_t>(point.bytes.front()));
+  }
+  switch (point.value) {
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      return numericEscape(point.value < 0x80 ? "\\x%02x" : "\\u%04x",
+                           point.value);
+  }
+}
+
 }  // namespace
 
 std::string cleanText(std::string_view text) {
@@ -74,15 +84,13 @@ std::string cleanText(std::string_view text) {
   std::size_t blanks = 0;
   bool control = false;
   while (!text.empty()) {
-    const CodePoint point = readCodePoint(text);
-    const std::string_view bytes = text.substr(0, point.size);
-    text.remove_prefix(point.size);
+    const CodePoint point = takeCodePoint(text);
     if (point.valid && (point.value == ' ' || isControl(point.value))) {
       ++blanks;
       control = control || point.value != ' ';
     } else if (!point.valid || !isDirectional(point.value)) {
       flushBlanks(result, blanks, control);
-      result.append(point.valid ? bytes : kReplacementBytes);
+      result.append(point.valid ? point.bytes : kReplacement);
     }
   }
   return result;
@@ -95,12 +103,29 @@ std::string excerpt(std::string_view text, std::size_t limit) {
     return result;
   }
   std::size_t end = limit - kCut.size();
-  while (end > 0 && (static_cast<std::uint8_t>(result[end]) & 0xC0U) == 0x80) {
+  while (end > 0 &&
+         boost::locale::utf::utf_traits<char>::is_trail(result[end])) {
     --end;
   }
   result.resize(end);
   result.append(kCut);
   return result;
+}
+
+std::string escapeControls(std::string_view text) {
+  std::string safe;
+  safe.reserve(text.size());
+  while (!text.empty()) {
+    const CodePoint point = takeCodePoint(text);
+    const bool shown =
+        point.valid && !isControl(point.value) && !isDirectional(point.value);
+    if (shown) {
+      safe += point.bytes;
+    } else {
+      safe += escapeOf(point);
+    }
+  }
+  return safe;
 }
 
 }  // namespace base

@@ -6,15 +6,23 @@
 
 namespace base {
 
-/// A text from outside, made fit for messages and reports: surrounding blanks
-/// are gone, each run of blanks that holds a control character (C0, DEL, C1,
-/// U+2028, U+2029) is one blank, overrides and isolates of the writing
-/// direction (U+202A to U+202E, U+2066 to U+2069) are dropped, and bytes that
-/// are no UTF-8 become U+FFFD.
+// Texts from outside, made fit to be shown. "Controls" are the control
+// characters C0, DEL and C1 and the line separators U+2028 and U+2029; "marks
+// of direction" the overrides and isolates of the writing direction (U+202A to
+// U+202E, U+2066 to U+2069).
+
+/// A text made fit for messages and reports: blanks around it are gone, each
+/// run of blanks that holds a control is one blank, marks of direction are
+/// dropped, and bytes that are no UTF-8 become U+FFFD.
 std::string cleanText(std::string_view text);
 
 /// The same, cut to at most `limit` bytes (4 or more); a cut text ends in
 /// "...".
 std::string excerpt(std::string_view text, std::size_t limit);
+
+/// A text made safe for one line that people read in a terminal: controls,
+/// marks of direction and bytes that are no UTF-8 are shown as escapes ("\n",
+/// "\x1b", "\u202e"); all else stays.
+std::string escapeControls(std::string_view text);
 
 }  // namespace base

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "suite/base/escape.h"
-#include "suite/base/integer.h"
+#include "suite/base/numbers.h"
+#include "suite/base/text.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/parsed_arguments.h"
 #include "suite/brivel/suggestion.h"
@@ -41,7 +41,7 @@ bool startsWith(std::string_view text, std::string_view prefix) {
 }
 
 void checkInteger(const Option& option, const std::string& text) {
-  const std::optional<int> value = base::parseInteger(text);
+  const std::optional<int> value = base::parseNumber<int>(text);
   if (value && *value >= option.least && *value <= option.most) {
     return;
   }
@@ -122,7 +122,7 @@ class Values {
 
   std::optional<int> number(std::string_view name) const {
     const std::optional<std::string> given = text(name);
-    return given ? base::parseInteger(*given) : std::nullopt;
+    return given ? base::parseNumber<int>(*given) : std::nullopt;
   }
 
   std::optional<std::chrono::milliseconds> seconds(
@@ -171,7 +171,7 @@ std::optional<std::int32_t> knownCommand(const std::string& text) {
       return known.command;
     }
   }
-  return base::parseInteger(text);
+  return base::parseNumber<int>(text);
 }
 
 std::int32_t commandOf(const std::string& text) {

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "suite/base/integer.h"
+#include "suite/base/numbers.h"
 #include "suite/base/progress.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/help.h"
@@ -46,7 +46,7 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   hints.wants =
       connection::wantsOf(device == options.end() ? nullptr : &device->second);
   if (node != options.end()) {
-    hints.node = base::parseInteger(node->second).value_or(0);
+    hints.node = base::parseNumber<int>(node->second).value_or(0);
   }
   return hints;
 }

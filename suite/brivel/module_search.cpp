@@ -5,7 +5,7 @@
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/suggestion.h"
 #include "suite/platform/environment.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 #include "suite/brivel/options.h"
 
 namespace brivel {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 
 namespace brivel {
 

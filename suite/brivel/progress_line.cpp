@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 #include "suite/platform/terminal.h"
 
 namespace brivel {

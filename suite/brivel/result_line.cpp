@@ -1,6 +1,6 @@
 #include "suite/brivel/result_line.h"
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 #include "suite/brivel/fold.h"
 #include "syshealth/result/result_registry.h"
 

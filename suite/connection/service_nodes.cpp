@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/redfish/graph/json.h"
 #include "suite/redfish/graph/topology.h"
 
@@ -18,7 +19,7 @@ ServiceNode nodeOf(const redfish::Resource* system) {
     return {};
   }
   return {system->uri.target(),
-          lowerCase(redfish::stringAt(system->body, "UUID"))};
+          base::lowerCase(redfish::stringAt(system->body, "UUID"))};
 }
 
 }  // namespace
@@ -58,7 +59,8 @@ std::optional<base::Failure> foreign(const redfish::Service& service,
   if (expectedUuid.empty() || root == nullptr) {
     return std::nullopt;
   }
-  const std::string uuid = lowerCase(redfish::stringAt(root->body, "UUID"));
+  const std::string uuid =
+      base::lowerCase(redfish::stringAt(root->body, "UUID"));
   if (uuid.empty() || uuid == expectedUuid) {
     return std::nullopt;
   }
@@ -68,16 +70,6 @@ std::optional<base::Failure> foreign(const redfish::Service& service,
       "is another one",
       "check the host interface in the controller, or name the service by "
       "source in [inband] of the settings"};
-}
-
-std::string lowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') {
-      c = static_cast<char>(c - 'A' + 'a');
-    }
-  }
-  return lower;
 }
 
 }  // namespace connection

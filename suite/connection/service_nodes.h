@@ -36,7 +36,4 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
 std::optional<base::Failure> foreign(const redfish::Service& service,
                                      const std::string& expectedUuid);
 
-/// A UUID, or any text, with its capital letters made small.
-std::string lowerCase(std::string_view text);
-
 }  // namespace connection

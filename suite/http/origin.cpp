@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "suite/base/ascii.h"
+#include "suite/base/host_name.h"
 #include "suite/base/text.h"
 
 namespace http {
@@ -19,29 +21,19 @@ std::uint16_t portOf(const Origin& origin) {
   return origin.plainHttp ? kHttpPort : kHttpsPort;
 }
 
-bool isAlnum(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
-         (c >= 'A' && c <= 'Z');
-}
-
 // Whether each character is a letter, a digit, or one of `others`; letters of
 // other scripts (internationalised names) count as letters.
 bool consistsOf(std::string_view text, std::string_view others) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
-    return isAlnum(c) || static_cast<unsigned char>(c) >= 0x80 ||
+    return base::isAlphanumeric(c) || static_cast<unsigned char>(c) >= 0x80 ||
            others.find(c) != std::string_view::npos;
   });
-}
-
-bool isIpv6(std::string_view host) {
-  return host.find(':') != std::string_view::npos;
 }
 
 }  // namespace
 
 std::string addressOf(const Origin& origin) {
-  const std::string host = base::cleanText(origin.host);
-  return (isIpv6(host) ? '[' + host + ']' : host) + ':' +
+  return base::bracketed(base::cleanText(origin.host)) + ':' +
          std::to_string(portOf(origin));
 }
 
@@ -51,7 +43,7 @@ std::optional<std::string> urlOf(const Origin& origin) {
     return std::nullopt;
   }
   std::string url = origin.plainHttp ? "http://" : "https://";
-  if (isIpv6(host)) {
+  if (base::isIpv6Host(host)) {
     const std::string_view address = host.substr(0, host.find('%'));
     if (!consistsOf(address, ":.")) {
       return std::nullopt;

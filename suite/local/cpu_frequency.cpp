@@ -14,13 +14,13 @@ std::vector<unsigned> packageMaxMhz(const Root& root) {
   std::map<long, unsigned> packages;
   for (const auto& cpu : base::numbered(root.list(cpus), "cpu")) {
     const std::string folder = cpus + "/" + cpu.second;
-    const auto package =
-        base::decimal(root.line(folder + "/topology/physical_package_id"));
+    const auto package = base::parseNumber<long>(
+        root.line(folder + "/topology/physical_package_id"));
     if (!package) {
       continue;
     }
-    const auto khz =
-        base::decimal(root.line(folder + "/cpufreq/cpuinfo_max_freq"));
+    const auto khz = base::parseNumber<long>(
+        root.line(folder + "/cpufreq/cpuinfo_max_freq"));
     unsigned& mhz = packages[*package];
     if (khz && *khz > 0 && *khz <= kHighestKhz) {
       mhz = std::max(mhz, static_cast<unsigned>(*khz / 1000));

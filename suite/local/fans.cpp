@@ -57,8 +57,8 @@ std::vector<FanFacts> fanFacts(const Root& root) {
       fan.input = "fan" + std::to_string(number);
       const std::string path = folder + "/" + fan.input;
       fan.label = root.line(path + "_label");
-      fan.targetRpm = base::decimal(root.line(path + "_target"));
-      fan.measuredRpm = base::decimal(root.line(path + "_input"));
+      fan.targetRpm = base::parseNumber<long>(root.line(path + "_target"));
+      fan.measuredRpm = base::parseNumber<long>(root.line(path + "_input"));
       fan.state = fanState(root, path);
       fans.push_back(std::move(fan));
     }

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "suite/base/escape.h"
+#include "suite/base/text.h"
 #include "suite/platform/owned_file.h"
 
 namespace logging {

@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <boost/url/ipv4_address.hpp>
 #include <boost/url/ipv6_address.hpp>
-#include <charconv>
 #include <cstddef>
-#include <system_error>
+#include <iterator>
+
+#include "suite/base/ascii.h"
+#include "suite/base/host_name.h"
+#include "suite/base/numbers.h"
 
 namespace connection {
 namespace {
@@ -13,16 +16,6 @@ namespace {
 constexpr std::string_view kHttpsPrefix = "https://";
 constexpr std::string_view kHttpPrefix = "http://";
 constexpr std::string_view kFilePrefix = "file:";
-constexpr std::size_t kLongestHost = 253;  // RFC 1035, 2.3.4, as text.
-
-bool startsWith(std::string_view text, std::string_view prefix) {
-  return text.substr(0, prefix.size()) == prefix;
-}
-
-bool isAlphanumeric(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-         (c >= '0' && c <= '9');
-}
 
 bool isControl(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
@@ -35,62 +28,38 @@ std::string quoted(std::string_view text) {
   return shown + "'";
 }
 
-bool isIpv4(const std::string& host) {
-  return boost::urls::parse_ipv4_address(host).has_value();
-}
-
-bool isIpv6(const std::string& host) {
-  return boost::urls::parse_ipv6_address(host).has_value();
-}
-
-// Host names as they are met in practice: labels of letters, digits, hyphens
-// and underscores. Digits and dots alone must be an IPv4 address.
-bool isHostName(const std::string& host) {
-  if (host.empty() || host.size() > kLongestHost || host.front() == '.' ||
-      host.front() == '-' || host.find("..") != std::string::npos) {
-    return false;
-  }
-  const bool numeric =
-      host.find_first_not_of("0123456789.") == std::string::npos;
-  return numeric
-             ? isIpv4(host)
-             : std::all_of(host.begin(), host.end(), [](char c) {
-                 return isAlphanumeric(c) || c == '.' || c == '-' || c == '_';
-               });
-}
-
 // Reads "fe80::1", "fe80::1%eth0" or "fe80::1%25eth0" (RFC 6874).
 std::optional<std::string> readIpv6(std::string_view literal) {
   const std::size_t percent = literal.find('%');
   std::string host(literal.substr(0, percent));
-  if (!isIpv6(host)) {
+  if (!base::isIpv6Address(host)) {
     return std::nullopt;
   }
   if (percent == std::string_view::npos) {
     return host;
   }
   std::string_view zone = literal.substr(percent + 1);
-  if (startsWith(zone, "25") && zone.size() > 2) {
+  if (base::startsWith(zone, "25") && zone.size() > 2) {
     zone.remove_prefix(2);
   }
   const bool sound =
       !zone.empty() && std::all_of(zone.begin(), zone.end(), [](char c) {
-        return isAlphanumeric(c) || c == '.' || c == '-' || c == '_';
+        return base::isAlphanumeric(c) || c == '.' || c == '-' || c == '_';
       });
   return sound ? std::optional(host + "%" + std::string(zone)) : std::nullopt;
 }
 
 bool readPort(std::string_view text, std::uint16_t& port) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, failure] = std::from_chars(text.data(), end, port);
-  return failure == std::errc{} && stop == end && port != 0;
+  const auto number = base::parseNumber<std::uint16_t>(text);
+  port = number.value_or(0);
+  return port != 0;
 }
 
 // Reads "host", "host:port", "[address]" or "[address]:port".
 bool readHostAndPort(std::string_view text, Address& address,
                      std::string& error) {
   std::string_view rest;
-  if (startsWith(text, "[")) {
+  if (base::startsWith(text, "[")) {
     const std::size_t bracket = text.find(']');
     const auto literal = bracket == std::string_view::npos
                              ? std::nullopt
@@ -110,7 +79,7 @@ bool readHostAndPort(std::string_view text, Address& address,
     const std::size_t colon = std::min(text.find(':'), text.size());
     address.host = text.substr(0, colon);
     rest = text.substr(colon);
-    if (!isHostName(address.host)) {
+    if (!base::isHostName(address.host)) {
       error = address.host.empty()
                   ? "no host is named"
                   : quoted(address.host) + " is no host name or address";
@@ -136,7 +105,8 @@ std::optional<Address> readDirectory(std::string_view directory,
   Address address;
   address.scheme = Address::Scheme::kDirectory;
   // file:///dir is the same place as file:/dir (RFC 8089, appendix B).
-  address.directory = directory.substr(startsWith(directory, "///") ? 2 : 0);
+  address.directory =
+      directory.substr(base::startsWith(directory, "///") ? 2 : 0);
   return address;
 }
 
@@ -151,14 +121,14 @@ void dropServicePath(std::string_view& text) {
 }  // namespace
 
 std::optional<Address> parseAddress(std::string_view text, std::string& error) {
-  if (startsWith(text, kFilePrefix)) {
+  if (base::startsWith(text, kFilePrefix)) {
     return readDirectory(text.substr(kFilePrefix.size()), error);
   }
   Address address;
   std::string_view rest = text;
-  if (startsWith(rest, kHttpsPrefix)) {
+  if (base::startsWith(rest, kHttpsPrefix)) {
     rest.remove_prefix(kHttpsPrefix.size());
-  } else if (startsWith(rest, kHttpPrefix)) {
+  } else if (base::startsWith(rest, kHttpPrefix)) {
     rest.remove_prefix(kHttpPrefix.size());
     address.scheme = Address::Scheme::kHttp;
   }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "suite/base/ascii.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {
@@ -10,8 +11,6 @@ namespace {
 // Beyond this length a text is cut anyway; a hostile message could multiply
 // its arguments without end.
 constexpr std::size_t kEnough = 4 * kMaxTextBytes;
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
@@ -28,7 +27,8 @@ std::string substituteArguments(std::string_view message,
     }
     std::size_t number = 0;
     std::size_t length = 1;
-    while (length < message.size() && length < 3 && isDigit(message[length])) {
+    while (length < message.size() && length < 3 &&
+           base::isDigit(message[length])) {
       number = number * 10 + static_cast<std::size_t>(message[length] - '0');
       ++length;
     }

@@ -1,31 +1,22 @@
 #include "suite/redfish/session/redirect.h"
 
-#include <algorithm>
-#include <cctype>
-
+#include "suite/base/ascii.h"
 #include "suite/redfish/graph/uri.h"
 
 namespace redfish {
 namespace {
 
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower(static_cast<unsigned char>(x)) ==
-           std::tolower(static_cast<unsigned char>(y));
-  });
-}
-
 // Whether an authority is the address "host:port"; without a port it stands
 // for the scheme's own.
 bool sameAuthority(std::string_view authority, std::string_view scheme,
                    std::string_view address) {
-  if (equalIgnoringCase(authority, address)) {
+  if (base::equalIgnoringCase(authority, address)) {
     return true;
   }
   const std::string_view defaultPort = scheme == "http" ? ":80" : ":443";
   std::string withPort(authority);
   withPort += defaultPort;
-  return equalIgnoringCase(withPort, address);
+  return base::equalIgnoringCase(withPort, address);
 }
 
 }  // namespace
@@ -35,7 +26,7 @@ std::optional<std::string> redirectTarget(std::string_view location,
   for (const std::string_view scheme : {"https", "http"}) {
     const std::size_t length = scheme.size();
     if (location.size() > length + 3 &&
-        equalIgnoringCase(location.substr(0, length), scheme) &&
+        base::equalIgnoringCase(location.substr(0, length), scheme) &&
         location.substr(length, 3) == "://") {
       const std::string_view rest = location.substr(length + 3);
       const std::string_view authority = rest.substr(0, rest.find('/'));

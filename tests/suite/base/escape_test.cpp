@@ -1,8 +1,8 @@
-#include "suite/base/escape.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
+
+#include "suite/base/text.h"
 
 namespace {
 

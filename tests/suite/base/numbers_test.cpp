@@ -25,10 +25,10 @@ TEST(Numbered, OrdersByNumber) {
 }
 
 TEST(Decimal, TakesWholeNumbersOnly) {
-  EXPECT_EQ(decimal("1200"), 1200);
-  EXPECT_EQ(decimal("-1"), -1);
-  EXPECT_FALSE(decimal(""));
-  EXPECT_FALSE(decimal("1200 RPM"));
+  EXPECT_EQ(parseNumber<long>("1200"), 1200);
+  EXPECT_EQ(parseNumber<long>("-1"), -1);
+  EXPECT_FALSE(parseNumber<long>(""));
+  EXPECT_FALSE(parseNumber<long>("1200 RPM"));
 }
 
 TEST(Hexadecimal, TakesBothForms) {
@@ -40,4 +40,47 @@ TEST(Hexadecimal, TakesBothForms) {
 }
 
 }  // namespace
+TEST(ParseNumber, ReadsDigits) { EXPECT_EQ(parseNumber<int>("42"), 42); }
+
+TEST(ParseNumber, ReadsAMinus) { EXPECT_EQ(parseNumber<int>("-7"), -7); }
+
+TEST(ParseNumber, ReadsTheLimits) {
+  EXPECT_EQ(parseNumber<int>("2147483647"), 2147483647);
+  EXPECT_EQ(parseNumber<int>("-2147483648"), -2147483647 - 1);
+}
+
+TEST(ParseNumber, RefusesWhatIsTooLarge) {
+  EXPECT_EQ(parseNumber<int>("2147483648"), std::nullopt);
+}
+
+TEST(ParseNumber, RefusesTextAroundTheNumber) {
+  EXPECT_EQ(parseNumber<int>("1x"), std::nullopt);
+  EXPECT_EQ(parseNumber<int>(" 1"), std::nullopt);
+  EXPECT_EQ(parseNumber<int>("1 "), std::nullopt);
+}
+
+TEST(ParseNumber, RefusesAPlusAndABase) {
+  EXPECT_EQ(parseNumber<int>("+1"), std::nullopt);
+  EXPECT_EQ(parseNumber<int>("0x1"), std::nullopt);
+}
+
+TEST(ParseNumber, RefusesNothing) {
+  EXPECT_EQ(parseNumber<int>(""), std::nullopt);
+}
+
+TEST(ParseNumber, UnsignedRefusesAMinus) {
+  EXPECT_EQ(parseNumber<std::uint16_t>("-1"), std::nullopt);
+  EXPECT_EQ(parseNumber<std::uint16_t>("65535"), 65535);
+  EXPECT_EQ(parseNumber<std::uint16_t>("65536"), std::nullopt);
+}
+
+TEST(ParseNumber, ReadsAnotherBase) {
+  EXPECT_EQ(parseNumber<int>("ff", 16), 255);
+}
+
+TEST(ParseNumber, ReadsFractions) {
+  EXPECT_EQ(parseNumber<double>("2.5"), 2.5);
+  EXPECT_EQ(parseNumber<double>("2.5 V"), std::nullopt);
+}
+
 }  // namespace base

@@ -18,8 +18,9 @@ TEST(ModuleDirectory, IsBesideTheLibrary) {
   unsetenv("BRIVEL_MODULES");
   const auto directory = moduleDirectory();
   EXPECT_TRUE(directory.is_absolute());
-  EXPECT_EQ(directory.filename(), "brivel");
-  // This test holds the suite's objects itself.
+  // This test holds the suite's objects itself; where the build tree has the
+  // modules, there is no directory beside it, so it is that of an installation.
+  EXPECT_EQ(directory.filename().string().rfind("applications-", 0), 0U);
   EXPECT_EQ(directory.parent_path(),
             std::filesystem::canonical("/proc/self/exe").parent_path());
 }

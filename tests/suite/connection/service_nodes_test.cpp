@@ -58,9 +58,5 @@ TEST_F(Foreign, AnotherUuidIsToldWithTheRemedy) {
   EXPECT_THAT(failure->remedy, HasSubstr("[inband]"));
 }
 
-TEST(LowerCase, ChangesAsciiLettersOnly) {
-  EXPECT_EQ(lowerCase("AB-cd-09\xC4"), "ab-cd-09\xC4");
-}
-
 }  // namespace
 }  // namespace connection
