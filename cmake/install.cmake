@@ -27,6 +27,15 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/rack-server
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/examples/brivel.toml
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 
+# Completion, where each shell looks for it.
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/brivel.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+        RENAME brivel)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/_brivel
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/brivel.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
 # For applications that others write: the headers of the services, and what
 # find_package(brivel) reads.
 foreach(header

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdint>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 #include "suite/base/progress.h"
 #include "suite/brivel/application.h"
 #include "suite/brivel/command_line.h"
+#include "suite/brivel/completion_run.h"
 #include "suite/brivel/connected_run.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/help.h"
@@ -32,6 +32,9 @@ namespace brivel {
 namespace {
 
 constexpr std::int32_t kShowCommand = 1;
+
+// Asked by the shells' completion alone, and told nowhere.
+constexpr std::string_view kCompleteOption = "--complete";
 
 // Reports a mistake in the command line or the settings. A monitoring plug-in
 // says so in the way of plug-ins.
@@ -81,14 +84,6 @@ int list() {
     printError(error);
   }
   return errors.empty() ? kExitSuccess : kExitModule;
-}
-
-std::vector<std::string> applicationNames() {
-  std::vector<std::string> names;
-  for (const std::filesystem::path& file : moduleFiles(moduleDirectory())) {
-    names.push_back(file.stem().string());
-  }
-  return names;
 }
 
 // The command line names no application.
@@ -200,6 +195,9 @@ int brivel(int argc, char** argv) {
   // Out of the environment first of all, whatever becomes of the run.
   std::optional<base::Secret> environmentPassword =
       connection::takeEnvironmentPassword();
+  if (argc > 1 && argv[1] == kCompleteOption) {
+    return runCompletion({argv + 2, argv + argc});
+  }
   std::string error;
   const auto start = readCommandLineStart(argc, argv, error);
   if (!start) {

@@ -58,8 +58,7 @@ void checkInteger(const Option& option, const std::string& text) {
 void checkValue(const Option& option, const std::string& text) {
   const std::string name(option.name);
   // An option in the place of a value means that the value was forgotten.
-  if (startsWith(text, "--") ||
-      (text.empty() && option.kind != ArgumentKind::kAnyText)) {
+  if (startsWith(text, "--") || (text.empty() && !mayBeEmpty(option))) {
     throw UsageError{name + " needs a value"};
   }
   if (option.kind == ArgumentKind::kInteger) {

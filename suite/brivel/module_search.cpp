@@ -58,6 +58,14 @@ std::vector<fs::path> moduleFiles(const fs::path& directory) {
   return files;
 }
 
+std::vector<std::string> applicationNames() {
+  std::vector<std::string> names;
+  for (const fs::path& file : moduleFiles(moduleDirectory())) {
+    names.push_back(file.stem().string());
+  }
+  return names;
+}
+
 std::optional<fs::path> findModule(const fs::path& directory,
                                    const std::string& application,
                                    std::string& error) {

@@ -18,6 +18,9 @@ std::filesystem::path moduleDirectory();
 std::vector<std::filesystem::path> moduleFiles(
     const std::filesystem::path& directory);
 
+/// The names of the applications that `moduleDirectory()` holds, sorted.
+std::vector<std::string> applicationNames();
+
 /// Finds the library of an application by its file name; it is not loaded.
 /// Returns nullopt and sets `error`, which lists the names that exist, if
 /// there is none.

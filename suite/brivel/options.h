@@ -30,6 +30,7 @@ enum class OptionSection {
 enum class ArgumentKind {
   kFlag,     ///< Nothing. May be repeated; all other kinds may not.
   kAnyText,  ///< A text, which may be empty.
+  kItems,    ///< Items with commas between; the application checks them.
   kText,     ///< A text, as is everything below. None of them may be empty.
   kFile,
   kFolder,
@@ -121,7 +122,7 @@ constexpr Option kOptions[] = {
 
 /// The options of an application that registers none of its own.
 constexpr Option kItemOptions[] = {
-    {"--device", 0, "LIST", ArgumentKind::kAnyText, 0, 0, OptionSection::kApplication,
+    {"--device", 0, "LIST", ArgumentKind::kItems, 0, 0, OptionSection::kApplication,
      "show tables instead of the summary: system, processor, fan, dimm, power, pci_adapter, several with commas between, or all for the six"},
     {"--node", 0, "N", ArgumentKind::kInteger, kLeastInteger, kLargestInteger, OptionSection::kApplication,
      "on this server: only its node N, counted from 1"},
@@ -139,6 +140,12 @@ constexpr OptionConflict kOptionConflicts[] = {
 
 #undef BRIVEL_SETTINGS_PLACES
 #undef BRIVEL_LOG_PLACE
+
+/// Whether an option's argument may be the empty text.
+constexpr bool mayBeEmpty(const Option& option) {
+  return option.kind == ArgumentKind::kAnyText ||
+         option.kind == ArgumentKind::kItems;
+}
 
 /// Whether an option takes an argument.
 constexpr bool takesArgument(const Option& option) {

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <string_view>
-#include <vector>
 
 #include "suite/redfish/crawl/selection.h"
 #include "syshealth/result/result_codes.h"
@@ -79,6 +77,14 @@ bool isCombined(std::int32_t code, const std::string& device) {
   return (device == kAll || namesIn(device).size() > 1) &&
          std::find(std::begin(kOfOneItem), std::end(kOfOneItem), code) ==
              std::end(kOfOneItem);
+}
+
+std::vector<std::string_view> deviceItems() {
+  std::vector<std::string_view> names;
+  for (const Item& item : kItems) {
+    names.push_back(item.name);
+  }
+  return names;
 }
 
 std::string objectionToItems(const std::string& device) {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace connection {
 
@@ -15,6 +17,9 @@ std::uint32_t wantsOf(const std::string* device);
 /// only be the OR of the codes of several items: more than one is asked for,
 /// and none of them ends with that code by itself.
 bool isCombined(std::int32_t code, const std::string& device);
+
+/// The items, in the order of their tables.
+std::vector<std::string_view> deviceItems();
 
 /// What is wrong with the text of the option "device": which name in it is no
 /// item, and which items there are. Empty when nothing is.

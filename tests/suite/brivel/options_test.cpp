@@ -108,7 +108,7 @@ TEST(OptionsThatTakeAValue, NeedIt) {
       EXPECT_EQ(parseError({"syshealth", std::string("-k") + option.letter}),
                 name + " needs a value");
     }
-    if (option.kind != ArgumentKind::kAnyText) {
+    if (!mayBeEmpty(option)) {
       EXPECT_EQ(parseError({"syshealth", name + "="}), name + " needs a value");
     }
   }
