@@ -34,7 +34,7 @@ struct Request {
   std::string basicUser;
   std::string basicPassword;
   std::chrono::milliseconds timeout{30000};
-  /// Ask for a connection of its own, because a reused one was just reset.
+  /// Ask for a connection of its own, because the last one was lost.
   bool freshConnection = false;
 };
 
@@ -44,6 +44,9 @@ struct Answer {
   /// Set when no whole answer arrived; `status` is 0 then.
   std::optional<base::Failure> failure;
   bool reusedConnection = false;  ///< The request went over a kept-alive one.
+  bool lostBeforeAnswer = false;  ///< With kUnreachable: the connection was
+                                  ///< lost after the request was sent, before
+                                  ///< any of the answer came.
   bool badEncoding = false;       ///< The failure is a wrong compression.
   bool http2Error = false;        ///< The failure may be one of HTTP/2: bad
                                   ///< framing, or a connection that spoke it

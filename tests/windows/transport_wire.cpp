@@ -97,6 +97,7 @@ Request requestOf(const json::object& object) {
 json::object encode(const Answer& answer) {
   json::object object{{"id", answer.id},
                       {"reusedConnection", answer.reusedConnection},
+                      {"lostBeforeAnswer", answer.lostBeforeAnswer},
                       {"badEncoding", answer.badEncoding},
                       {"status", answer.status},
                       {"location", answer.location},
@@ -118,6 +119,7 @@ Answer answerOf(const json::object& object) {
   Answer answer;
   answer.id = numberAt<std::uint64_t>(object, "id");
   answer.reusedConnection = flagAt(object, "reusedConnection");
+  answer.lostBeforeAnswer = flagAt(object, "lostBeforeAnswer");
   answer.badEncoding = flagAt(object, "badEncoding");
   answer.status = numberAt<int>(object, "status");
   answer.location = textAt(object, "location");

@@ -198,6 +198,7 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   if (code != CURLE_OK) {
     CurlOutcome end = outcome(code, connectTimeout);
     end.presentedPin = presentedPin;
+    answer.lostBeforeAnswer = isLoss(code) && end.sent && !end.answered;
     answer.failure = failureOf(end);
     answer.failure->address = address;
     answer.failure->uri = request_.target;

@@ -257,6 +257,8 @@ Answer WinhttpExchange::finish() {
     answer_.status = 0;
   }
   answer_.reusedConnection = progress_.sent && connections_ == 0;
+  answer_.lostBeforeAnswer =
+      answer_.failure && progress_.sent && !progress_.answered;
   headers_.clear();
   return std::exchange(answer_, Answer());
 }

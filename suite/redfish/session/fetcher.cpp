@@ -229,7 +229,8 @@ bool Fetcher::repeated(Job& job, http::Answer& answer) {
         kind == base::FailureKind::kReadTimeout) {
       slowDown();
     }
-    if (kind == base::FailureKind::kUnreachable && answer.reusedConnection &&
+    if (kind == base::FailureKind::kUnreachable &&
+        (answer.reusedConnection || answer.lostBeforeAnswer) &&
         !std::exchange(job.resetRepeated, true)) {
       job.fresh = true;
       repeatAfter(std::move(job), std::chrono::milliseconds(0));

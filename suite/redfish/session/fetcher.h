@@ -41,7 +41,8 @@ struct Fetched {
 /// Sends requests through a transport, as many side by side as the controller
 /// bears, and repeats those that deserve it: an overloaded service (429, 503)
 /// up to three times after the wait that it asks for, a gateway or server
-/// error (500, 502, 504) and a reset of a reused connection once. Redirects of
+/// error (500, 502, 504) once, and once on a fresh connection where the last
+/// one was reused and reset, or lost before an answer. Redirects of
 /// reads are followed on the same origin, at most three. Trouble halves the
 /// number of requests under way; a row of good answers raises it again.
 class Fetcher {
