@@ -55,6 +55,14 @@ TEST(ExceedsJsonLimits, StructureInsideStringsDoesNotCount) {
             "accepted");
 }
 
+TEST(ExceedsJsonLimits, EscapedQuoteDoesNotEndAString) {
+  const std::string members = repeated("\"a\":0", kMaxJsonMembers + 1);
+  EXPECT_EQ(reasonFor(R"({"s":"\"",)" + members + '}'),
+            "a JSON object has more than 20000 members");
+  EXPECT_EQ(reasonFor(R"({"s":"\\",)" + members + '}'),
+            "a JSON object has more than 20000 members");
+}
+
 TEST(ExceedsJsonLimits, BrokenTextIsLeftToTheParser) {
   EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ']')), "accepted");
   EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ' ') + "\"\\"), "accepted");

@@ -93,6 +93,25 @@ TEST_F(SessionTest, BasicWhenNoSessionCanBeMade) {
   }
 }
 
+TEST_F(SessionTest, CredentialsRefusedWith400AreNotTriedByBasic) {
+  for (const char* key : {"ResourceAtUriUnauthorized", "AccountLocked",
+                          "NoValidSession", "InsufficientPrivilege",
+                          "AuthenticationFailed", "InvalidCredentials"}) {
+    ScriptedService one;
+    one.script->on("GET /redfish/v1/", 200, kRootBody)
+        .on(kLogin, 400,
+            R"({"error": {"@Message.ExtendedInfo": [{"MessageId": "Base.1.18.)" +
+                std::string(key) + "\"}]}}");
+    EXPECT_EQ(one.start().open()->kind, base::FailureKind::kAuthentication)
+        << key;
+    one.service.reset();
+    EXPECT_EQ(one.script->count("POST"), 1U) << key;
+    for (const auto& request : one.script->sent) {
+      EXPECT_EQ(request.basicUser, "") << key;
+    }
+  }
+}
+
 TEST_F(SessionTest, BasicWhenTheAnswerHasNoToken) {
   script->on(kLogin, 201).on("GET /redfish/v1/Systems", 404);
   start().read(wanting(redfish::kWantProcessors));
