@@ -92,16 +92,16 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
     whole.wants |= options_.prefetch;
   }
   whole.wants |= options_.prefetch & kWantThorough;
-  Crawl crawl(knowledge_, fetcher_, session_, address(),
+  Crawl crawl(knowledge_, whole, fetcher_, session_, address(),
               options_.requestTimeout);
-  auto failure = crawl.run(whole, callEnd());
+  auto failure = crawl.run(callEnd());
   if (failure && failure->kind == base::FailureKind::kDeadline &&
       whole.wants != selection.wants) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
-    Crawl own(knowledge_, fetcher_, session_, address(),
+    Crawl own(knowledge_, selection, fetcher_, session_, address(),
               options_.requestTimeout);
-    if (!own.run(selection, base::Clock::now())) {
+    if (!own.run(base::Clock::now())) {
       failure.reset();
     }
   }

@@ -95,7 +95,7 @@ class Service {
 
   ServiceOptions options_;
   std::unique_ptr<http::Transport> transport_;
-  Knowledge knowledge_;
+  ServiceKnowledge knowledge_;
   Fetcher fetcher_;
   Session session_;
   bool opened_ = false;

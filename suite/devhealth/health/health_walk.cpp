@@ -5,6 +5,7 @@
 
 #include "suite/devhealth/parts/chassis_parts.h"
 #include "suite/devhealth/parts/mapped.h"
+#include "suite/redfish/graph/part_models.h"
 
 namespace devhealth {
 namespace {
@@ -13,6 +14,7 @@ namespace json = redfish::json;
 using base::Failure;
 using redfish::Graph;
 using redfish::Node;
+using redfish::PartSchema;
 using redfish::Resource;
 using redfish::ResourceState;
 using redfish::Uri;
@@ -180,8 +182,8 @@ std::optional<Failure> walkFailure(const Graph& graph, const Node& node) {
     }
   }
   for (const Resource* chassis : node.chassis) {
-    check.subsystem(chassis->body, kFanSchema, "");
-    check.subsystem(chassis->body, kPowerSupplySchema, "Batteries");
+    check.subsystem(chassis->body, redfish::kFanSchema, "");
+    check.subsystem(chassis->body, redfish::kPowerSupplySchema, "Batteries");
     check.collection(chassis->body, "PCIeDevices");
     check.collection(chassis->body, "NetworkAdapters");
   }

@@ -53,8 +53,9 @@ std::string speedOfEntry(const json::object& fan) {
 Mapped<Fan> mapFans(const redfish::Graph& graph, const redfish::Node& node) {
   ReadTally tally;
   std::vector<Fan> rows;
-  for (ChassisPart& source : chassisParts(
-           graph, node, redfish::coolingSources(node), kFanSchema, tally)) {
+  for (ChassisPart& source :
+       chassisParts(graph, node, redfish::coolingSources(node),
+                    redfish::kFanSchema, tally)) {
     Fan row;
     row.elementName = std::move(source.name);
     row.healthState = healthWord(redfish::Health::kUnknown);

@@ -42,7 +42,7 @@ Mapped<Power> mapPowers(const redfish::Graph& graph,
   std::vector<Power> rows;
   for (ChassisPart& source :
        chassisParts(graph, node, redfish::powerSources(node),
-                    kPowerSupplySchema, tally)) {
+                    redfish::kPowerSupplySchema, tally)) {
     Power row;
     row.elementName = std::move(source.name);
     row.healthState = healthWord(redfish::Health::kUnknown);

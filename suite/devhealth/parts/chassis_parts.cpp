@@ -14,6 +14,7 @@ namespace devhealth {
 namespace {
 
 using redfish::Graph;
+using redfish::PartSchema;
 using redfish::Resource;
 using redfish::ResourceState;
 using redfish::Uri;

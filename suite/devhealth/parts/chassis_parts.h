@@ -1,31 +1,14 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "suite/devhealth/parts/mapped.h"
 #include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/part_models.h"
 #include "suite/redfish/graph/topology.h"
 
 namespace devhealth {
-
-/// The two ways in which a chassis lists one kind of part: the subsystem with
-/// a collection of resources, and the older document with an array.
-struct PartSchema {
-  std::string_view subsystem;   ///< Link of a chassis, and the type behind it.
-  std::string_view collection;  ///< Link of the subsystem.
-  std::string_view type;        ///< Type of a member.
-  std::string_view document;    ///< Link of a chassis, older; also the type.
-  std::string_view array;       ///< Array in the document.
-  std::string_view locator;     ///< Locator of an entry, for its name.
-};
-
-inline constexpr PartSchema kFanSchema = {
-    "ThermalSubsystem", "Fans", "Fan", "Thermal", "Fans", "FanName"};
-inline constexpr PartSchema kPowerSupplySchema = {
-    "PowerSubsystem", "PowerSupplies", "PowerSupply",
-    "Power",          "PowerSupplies", ""};
 
 /// A part that makes a row.
 struct ChassisPart {
@@ -43,7 +26,7 @@ struct ChassisPart {
 std::vector<ChassisPart> chassisParts(const redfish::Graph& graph,
                                       const redfish::Node& node,
                                       const std::vector<redfish::Uri>& places,
-                                      const PartSchema& schema,
+                                      const redfish::PartSchema& schema,
                                       ReadTally& tally);
 
 /// The failure that keeps the node's chassis from being known: one that the

@@ -6,7 +6,7 @@
 #include "suite/base/progress.h"
 #include "suite/base/text.h"
 #include "suite/platform/interrupt.h"
-#include "suite/redfish/crawl/kind_set.h"
+#include "suite/redfish/graph/topology.h"
 
 namespace redfish {
 namespace {
@@ -17,33 +17,32 @@ constexpr std::size_t kQuotedLink = 120;  // Bytes of it in a message.
 
 }  // namespace
 
-Crawl::Crawl(Knowledge& knowledge, Fetcher& fetcher, Session& session,
-             std::string address, std::chrono::milliseconds requestTimeout)
+Crawl::Crawl(ServiceKnowledge& knowledge, Selection selection, Fetcher& fetcher,
+             Session& session, std::string address,
+             std::chrono::milliseconds requestTimeout)
     : knowledge_(knowledge),
+      selection_(std::move(selection)),
       fetcher_(fetcher),
       session_(session),
       address_(std::move(address)),
-      requestTimeout_(requestTimeout) {}
+      requestTimeout_(requestTimeout),
+      policy_(knowledge_, selection_, state_) {}
 
-std::optional<base::Failure> Crawl::run(const Selection& selection,
-                                        base::Clock::time_point until) {
-  selection_ = selection;
-  bits_ = planBits(selection.wants);
-  thorough_ = (selection.wants & kWantThorough) != 0;
+std::optional<base::Failure> Crawl::run(base::Clock::time_point until) {
   level_ = knowledge_.levels;
   for (const auto& known : knowledge_.kinds) {
     forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
   }
-  for (const Uri& link : selection.extras) {
+  for (const Uri& link : selection_.extras) {
     ask(link, Kind::kExtra);
   }
 
   while (!fatal_) {
     evaluate();
     if (pending_.empty()) {
-      drained_ = true;
+      state_.drained = true;
       evaluate();
-      drained_ = false;
+      state_.drained = false;
       if (pending_.empty()) {
         break;
       }
@@ -73,22 +72,15 @@ void Crawl::ask(const Uri& link, Kind kind) {
     openRules(document, kind);
     return;
   }
-  ++waiting_[index(kind)];
-  if (!underWay_.insert(document).second) {
-    return;
-  }
-  if (++asked_ > kMaxResources + kMaxMembers) {
-    end(fail(base::FailureKind::kBadContent, "resources without end"));
-    return;
-  }
-  if (asked_ > kMaxResources) {
-    Resource resource;
-    resource.uri = link;
-    resource.state = ResourceState::kUnreadable;
-    resource.failure = fail(base::FailureKind::kBadContent,
-                            "more than 2000 resources in one reading");
-    resource.failure->uri = link.target();
+  ++state_.waiting[index(kind)];
+  if (const auto nested = knowledge_.nested.find(document);
+      nested != knowledge_.nested.end()) {
+    Resource resource = std::move(nested->second);
+    knowledge_.nested.erase(nested);
     admit(std::move(resource));
+    return;
+  }
+  if (!underWay_.insert(document).second || !isWithinLimit(link)) {
     return;
   }
   Pending pending;
@@ -98,6 +90,25 @@ void Crawl::ask(const Uri& link, Kind kind) {
   fetch(std::move(pending));
 }
 
+bool Crawl::isWithinLimit(const Uri& link) {
+  if (++asked_ <= kMaxResources) {
+    return true;
+  }
+  if (asked_ > kMaxResources + kMaxMembers) {
+    end(fail(base::FailureKind::kBadContent, "resources without end"));
+    return false;
+  }
+  Resource resource;
+  resource.uri = link;
+  resource.state = ResourceState::kUnreadable;
+  resource.failure = fail(base::FailureKind::kBadContent,
+                          "more than " + std::to_string(kMaxResources) +
+                              " resources in one reading");
+  resource.failure->uri = link.target();
+  admit(std::move(resource));
+  return false;
+}
+
 void Crawl::fetch(Pending pending) {
   Fetch request;
   request.target = pending.uri.target();
@@ -105,7 +116,7 @@ void Crawl::fetch(Pending pending) {
   request.timeout = requestTimeout_;
   const std::string_view query =
       pending.plain ? std::string_view()
-                    : knowledge_.expand.queryFor(pending.kind, bits_);
+                    : knowledge_.expand.queryFor(pending.kind, policy_.bits());
   pending.expanded = !query.empty();
   if (pending.expanded) {
     request.target += request.target.find('?') == std::string::npos ? '?' : '&';
@@ -125,7 +136,8 @@ void Crawl::follow(const Rule& rule, const Resource& resource) {
   const json::array* links = arrayAt(resource.body, rule.path);
   if (links != nullptr && links->size() > kMaxMembers) {
     spoil(resource.uri.document(), base::FailureKind::kBadContent,
-          "more than 4096 links in " + std::string(rule.path));
+          "more than " + std::to_string(kMaxMembers) + " links in " +
+              std::string(rule.path));
     return;
   }
   for (const Uri& link : linksAt(resource.body, rule.path)) {
@@ -135,7 +147,7 @@ void Crawl::follow(const Rule& rule, const Resource& resource) {
 
 void Crawl::openRules(const std::string& document, Kind kind) {
   for (const Rule& rule : rulesFrom(kind)) {
-    if ((rule.wants & bits_) != 0) {
+    if ((rule.wants & policy_.bits()) != 0) {
       open_.push_back({document, &rule});
     }
   }
@@ -152,17 +164,15 @@ bool Crawl::evaluatePass(bool structure) {
   std::vector<Open> work;
   work.swap(open_);
   for (Open& open : work) {
-    const bool structural =
-        (open.rule->wants & (kPlanChassis | kPlanHealth)) != 0;
     const Resource* resource = knowledge_.graph.find(open.document);
-    if (structural != structure) {
+    if (isStructural(*open.rule) != structure) {
       open_.push_back(std::move(open));
       continue;
     }
     if (resource == nullptr || resource->state != ResourceState::kRead) {
       continue;
     }
-    const Decision decision = decide(*open.rule, *resource);
+    const Decision decision = policy_.decide(*open.rule, *resource);
     if (decision == Decision::kWait) {
       open_.push_back(std::move(open));
       continue;

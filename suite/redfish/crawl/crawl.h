@@ -1,21 +1,20 @@
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "suite/redfish/crawl/crawl_state.h"
 #include "suite/redfish/crawl/knowledge.h"
+#include "suite/redfish/crawl/link_policy.h"
 #include "suite/redfish/crawl/plan.h"
 #include "suite/redfish/crawl/selection.h"
 #include "suite/redfish/graph/graph.h"
-#include "suite/redfish/graph/topology.h"
 #include "suite/redfish/session/fetcher.h"
 #include "suite/redfish/session/session.h"
 
@@ -23,24 +22,27 @@ namespace redfish {
 
 /// One reading of a service: follows the links that the plan names, starting
 /// from all that is known already. Every answer starts the next requests at
-/// once. Links whose worth is not known yet wait until an answer decides it;
-/// fall-backs wait until nothing else is under way.
+/// once. Links of which `LinkPolicy` cannot tell yet whether they are needed
+/// wait for the answer that decides; fall-backs wait until nothing else is
+/// under way. Runs once.
 class Crawl {
  public:
-  Crawl(Knowledge& knowledge, Fetcher& fetcher, Session& session,
-        std::string address, std::chrono::milliseconds requestTimeout);
+  /// All that is passed by reference has to outlive the crawl.
+  Crawl(ServiceKnowledge& knowledge, Selection selection, Fetcher& fetcher,
+        Session& session, std::string address,
+        std::chrono::milliseconds requestTimeout);
+
+  Crawl(const Crawl&) = delete;
+  Crawl& operator=(const Crawl&) = delete;
 
   /// Reads what the selection needs, until `until` at the latest. Nothing on
   /// success: root, Systems and the selected node were read. On failure the
   /// graph keeps what came, and later crawls ask again for the rest.
-  std::optional<base::Failure> run(const Selection& selection,
-                                   base::Clock::time_point until);
+  std::optional<base::Failure> run(base::Clock::time_point until);
 
  private:
   /// Most members of one collection, and links in one list.
   static constexpr std::size_t kMaxMembers = 4096;
-
-  enum class Decision { kEnter, kSkip, kWait };
 
   /// A resource under way.
   struct Pending {
@@ -60,24 +62,14 @@ class Crawl {
 
   // Going from link to link.
   void ask(const Uri& link, Kind kind);
+  /// Whether there is room for one more resource; if not, it is unreadable.
+  bool isWithinLimit(const Uri& link);
   void fetch(Pending pending);
   void fetchAgain(Pending pending);
   void follow(const Rule& rule, const Resource& resource);
   void openRules(const std::string& document, Kind kind);
   void evaluate();
   bool evaluatePass(bool structure);
-
-  // Deciding links.
-  Decision decide(const Rule& rule, const Resource& resource);
-  Decision belongs(Kind kind, const Resource& resource);
-  /// Whether what the rule links to may come along with its collection.
-  bool mayComeExpanded(const Rule& rule) const;
-  Decision walk();
-  Decision condition(const Rule& rule, const Resource& resource);
-  Decision whenDrained(bool enter) const;
-  bool isUnexplained(const Resource& resource) const;
-  const Node& node();
-  bool waitingFor(std::initializer_list<Kind> kinds) const;
 
   // Taking answers in.
   std::optional<Fetched> nextAnswer(base::Clock::time_point until);
@@ -89,7 +81,8 @@ class Crawl {
   void tellRefusedLinks(const Resource& resource) const;
   /// Checks a collection's members; false when there are too many of them.
   bool takeMembers(Resource& collection);
-  void takeExpanded(Resource& resource, Kind kind);
+  /// Puts the resources inside another aside, and links in their places.
+  void setNestedAside(Resource& resource);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);
   void spoil(const std::string& document, base::FailureKind kind,
@@ -98,29 +91,26 @@ class Crawl {
   void end(base::Failure failure);
 
   std::optional<base::Failure> requirementsMet() const;
+  static std::string tooManyMembers();
   base::Failure fail(base::FailureKind kind, std::string cause) const;
 
-  Knowledge& knowledge_;
+  ServiceKnowledge& knowledge_;
+  Selection selection_;
   Fetcher& fetcher_;
   Session& session_;
   std::string address_;
   std::chrono::milliseconds requestTimeout_;
 
-  Selection selection_;
-  std::uint32_t bits_ = 0;
-  bool thorough_ = false;
-  bool drained_ = false;     ///< Nothing is under way: fall-backs may go ahead.
+  CrawlState state_;
+  LinkPolicy policy_;
   bool renewed_ = false;     ///< The one login of this crawl is spent.
   std::uint64_t level_ = 0;  ///< Of the answer being taken in.
   std::size_t asked_ = 0;
   int unreachableInRow_ = 0;
   std::optional<base::Failure> fatal_;
-  std::optional<Node> node_;      ///< Cache; none: to be found again.
-  std::optional<Decision> walk_;  ///< Once it is decided.
   std::vector<Open> open_;
   std::map<std::uint64_t, Pending> pending_;  ///< By ticket.
   std::set<std::string> underWay_;            ///< Their document keys.
-  std::array<int, kKindCount> waiting_{};     ///< Under way, by kind.
   std::map<std::string, std::set<std::string>> pages_;  ///< Seen, by head.
 };
 

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "suite/redfish/crawl/crawl.h"
-#include "suite/redfish/crawl/kind_set.h"
 #include "suite/redfish/session/answer.h"
 #include "syshealth/host/log.h"
 
@@ -125,12 +124,12 @@ void Crawl::admit(Resource resource) {
   Resource& kept = knowledge_.graph.insert(std::move(resource));
   bool collection = false;
   forEachKind(kinds, [&](Kind kind) {
-    --waiting_[index(kind)];
+    --state_.waiting[index(kind)];
     collection = collection || isCollection(kind);
     if (kind == Kind::kSystems || kind == Kind::kSystem ||
         kind == Kind::kChassisCollection || kind == Kind::kChassis ||
         kind == Kind::kManagers || kind == Kind::kManager) {
-      node_.reset();
+      policy_.structureChanged();
     }
   });
   if (kept.state != ResourceState::kRead) {
@@ -140,10 +139,8 @@ void Crawl::admit(Resource resource) {
   if (collection && !takeMembers(kept)) {
     return;
   }
-  forEachKind(kinds, [&](Kind kind) {
-    takeExpanded(kept, kind);
-    openRules(document, kind);
-  });
+  setNestedAside(kept);
+  forEachKind(kinds, [&](Kind kind) { openRules(document, kind); });
   if (collection) {
     pages_[document].insert(document);
     askNextPage(document, kept.body);

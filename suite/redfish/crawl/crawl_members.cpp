@@ -3,24 +3,12 @@
 #include <utility>
 
 #include "suite/redfish/crawl/crawl.h"
-#include "suite/redfish/crawl/kind_set.h"
 #include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
 
 constexpr std::size_t kMaxPages = 64;  // Of one collection.
-
-// The object at a path of names, to be changed; null where a step is none.
-json::value* valueAt(json::object& object, std::string_view path) {
-  const std::size_t slash = path.find('/');
-  json::value* value = object.if_contains(path.substr(0, slash));
-  if (slash == path.npos || value == nullptr) {
-    return value;
-  }
-  json::object* inner = value->if_object();
-  return inner == nullptr ? nullptr : valueAt(*inner, path.substr(slash + 1));
-}
 
 // Whether an embedded object is the whole resource rather than a link or an
 // extract: every resource has these properties.
@@ -31,6 +19,51 @@ bool isWhole(const json::object& object) {
 
 bool isWholeCollection(const json::object& object) {
   return object.contains("@odata.type") && object.contains("Members");
+}
+
+// The document that a nested object is, when it is a whole one and another
+// than that around it.
+std::optional<Uri> nestedDocument(const json::value& value,
+                                  const std::string& around) {
+  const json::object* object = value.if_object();
+  if (object == nullptr || !(isWhole(*object) || isWholeCollection(*object))) {
+    return std::nullopt;
+  }
+  std::optional<Uri> link = linkOf(value);
+  if (!link || !link->fragment().empty() || link->document() == around) {
+    return std::nullopt;
+  }
+  return link;
+}
+
+// Calls `use` with each whole document inside an object, its link and its
+// value. What makers add in their own format belongs to the object.
+template <typename Use>
+void forEachNested(json::object& object, const std::string& around,
+                   const Use& use);
+
+template <typename Use>
+void forEachNested(json::value& value, const std::string& around,
+                   const Use& use) {
+  if (const auto link = nestedDocument(value, around)) {
+    use(*link, value);
+  } else if (json::object* object = value.if_object()) {
+    forEachNested(*object, around, use);
+  } else if (json::array* array = value.if_array()) {
+    for (json::value& entry : *array) {
+      forEachNested(entry, around, use);
+    }
+  }
+}
+
+template <typename Use>
+void forEachNested(json::object& object, const std::string& around,
+                   const Use& use) {
+  for (auto& member : object) {
+    if (member.key() != "Oem") {
+      forEachNested(member.value(), around, use);
+    }
+  }
 }
 
 // Takes the collection itself out of its members.
@@ -45,6 +78,10 @@ void dropSelf(json::array& members, const std::string& document) {
 
 }  // namespace
 
+std::string Crawl::tooManyMembers() {
+  return "more than " + std::to_string(kMaxMembers) + " members";
+}
+
 bool Crawl::takeMembers(Resource& collection) {
   const std::string document = collection.uri.document();
   json::value* all = collection.body.if_contains("Members");
@@ -53,59 +90,29 @@ bool Crawl::takeMembers(Resource& collection) {
     return true;
   }
   if (members->size() > kMaxMembers) {
-    spoil(document, base::FailureKind::kBadContent, "more than 4096 members");
+    spoil(document, base::FailureKind::kBadContent, tooManyMembers());
     return false;
   }
   dropSelf(*members, document);
   return true;
 }
 
-void Crawl::takeExpanded(Resource& resource, Kind kind) {
-  for (const Rule& rule : rulesFrom(kind)) {
-    json::value* value = valueAt(resource.body, rule.path);
-    if (value == nullptr) {
-      continue;
-    }
-    const auto take = [&](json::value& candidate) {
-      json::object* object = candidate.if_object();
-      if (object == nullptr ||
-          !(isCollection(rule.to) ? isWholeCollection(*object)
-                                  : isWhole(*object))) {
-        return;
-      }
-      const auto link = linkOf(candidate);
-      if (!link || !link->fragment().empty()) {
-        return;
-      }
-      const std::string& document = link->document();
-      if (document == resource.uri.document() ||
-          knowledge_.graph.find(document) != nullptr ||
-          underWay_.count(document) > 0) {
-        return;
-      }
-      Resource embedded;
-      embedded.uri = *link;
-      embedded.state = ResourceState::kRead;
-      embedded.body = std::move(*object);
-      json::object reference;
-      reference["@odata.id"] = link->target();
-      candidate = std::move(reference);
-      KindSet& kinds = knowledge_.kinds[document];
-      forEachKind(kinds, [&](Kind known) { ++waiting_[index(known)]; });
-      if (!kinds.test(index(rule.to))) {
-        kinds.set(index(rule.to));
-        ++waiting_[index(rule.to)];
-      }
-      admit(std::move(embedded));
-    };
-    if (json::array* array = value->if_array()) {
-      for (json::value& element : *array) {
-        take(element);
-      }
-    } else {
-      take(*value);
-    }
-  }
+void Crawl::setNestedAside(Resource& resource) {
+  forEachNested(resource.body, resource.uri.document(),
+                [this](const Uri& link, json::value& value) {
+                  json::object reference;
+                  reference["@odata.id"] = link.target();
+                  const std::string& document = link.document();
+                  if (knowledge_.graph.find(document) == nullptr &&
+                      underWay_.count(document) == 0) {
+                    Resource nested;
+                    nested.uri = link;
+                    nested.state = ResourceState::kRead;
+                    nested.body = std::move(value.get_object());
+                    knowledge_.nested.emplace(document, std::move(nested));
+                  }
+                  value = std::move(reference);
+                });
 }
 
 void Crawl::askNextPage(const std::string& head, const json::object& page) {
@@ -124,7 +131,8 @@ void Crawl::askNextPage(const std::string& head, const json::object& page) {
     return;
   }
   if (seen.size() > kMaxPages) {
-    spoil(head, base::FailureKind::kBadContent, "more than 64 pages");
+    spoil(head, base::FailureKind::kBadContent,
+          "more than " + std::to_string(kMaxPages) + " pages");
     return;
   }
   Pending pending;
@@ -168,16 +176,14 @@ void Crawl::takePage(const std::string& head, Resource page) {
   }
   json::array& list = all.get_array();
   if (list.size() + members.size() > kMaxMembers) {
-    spoil(head, base::FailureKind::kBadContent, "more than 4096 members");
+    spoil(head, base::FailureKind::kBadContent, tooManyMembers());
     return;
   }
   list.insert(list.end(), members.begin(), members.end());
-  node_.reset();
+  policy_.structureChanged();
   const KindSet kinds = knowledge_.kinds[head];
-  forEachKind(kinds, [&](Kind kind) {
-    takeExpanded(collection, kind);
-    openRules(head, kind);
-  });
+  setNestedAside(collection);
+  forEachKind(kinds, [&](Kind kind) { openRules(head, kind); });
   askNextPage(head, page.body);
 }
 
@@ -195,7 +201,7 @@ void Crawl::spoil(const std::string& document, base::FailureKind kind,
   Tarvex::Log(1, __FILE__, __LINE__).Stream()
       << base::describe(*spoilt.failure);
   knowledge_.graph.insert(std::move(spoilt));
-  node_.reset();
+  policy_.structureChanged();
 }
 
 }  // namespace redfish

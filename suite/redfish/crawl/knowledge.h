@@ -5,15 +5,18 @@
 #include <string>
 
 #include "suite/redfish/crawl/expand.h"
-#include "suite/redfish/crawl/kind_set.h"
+#include "suite/redfish/crawl/plan.h"
 #include "suite/redfish/graph/graph.h"
 
 namespace redfish {
 
 /// What is known of a service from one crawl to the next.
-struct Knowledge {
+struct ServiceKnowledge {
   Graph graph;
   std::map<std::string, KindSet> kinds;  ///< Parts played, by document key.
+  /// Resources that came inside others, by document key, until a crawl asks
+  /// for them: the graph holds the same whether the service expands or not.
+  std::map<std::string, Resource> nested;
   Expand expand;
   std::uint64_t levels = 0;  ///< Longest chain of answers so far.
 };

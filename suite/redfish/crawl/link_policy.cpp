@@ -1,17 +1,19 @@
-// Which links a crawl follows: the plan's rows held against what is known.
-#include <algorithm>
+#include "suite/redfish/crawl/link_policy.h"
 
-#include "suite/redfish/crawl/crawl.h"
-#include "suite/redfish/graph/part_models.h"
+#include <algorithm>
+#include <boost/json/array.hpp>
+#include <charconv>
+
+#include "suite/redfish/graph/document_path.h"
 #include "suite/redfish/graph/service_conditions.h"
 #include "suite/redfish/graph/status.h"
 
 namespace redfish {
 namespace {
 
-bool startsWith(std::string_view text, std::string_view start) {
-  return text.substr(0, start.size()) == start;
-}
+constexpr std::string_view kDevices = "PCIeDevices";
+constexpr std::string_view kLinkedDevices = "Links/PCIeDevices";
+constexpr std::string_view kAdapters = "NetworkAdapters";
 
 bool contains(const std::vector<const Resource*>& resources,
               const Resource& wanted) {
@@ -19,9 +21,35 @@ bool contains(const std::vector<const Resource*>& resources,
          resources.end();
 }
 
+// Whether a value is a number above 0, or a text that is one.
+bool isPositive(const json::value* value) {
+  if (value == nullptr) {
+    return false;
+  }
+  double number = 0;
+  if (const json::string* text = value->if_string()) {
+    const char* end = text->data() + text->size();
+    const auto [stop, error] = std::from_chars(text->data(), end, number);
+    return error == std::errc() && stop == end && number > 0;
+  }
+  return value->is_number() && value->to_number<double>() > 0;
+}
+
+Decision enterIf(bool enter) {
+  return enter ? Decision::kEnter : Decision::kSkip;
+}
+
 }  // namespace
 
-Crawl::Decision Crawl::decide(const Rule& rule, const Resource& resource) {
+LinkPolicy::LinkPolicy(const ServiceKnowledge& knowledge,
+                       const Selection& selection, const CrawlState& state)
+    : knowledge_(knowledge),
+      selection_(selection),
+      state_(state),
+      bits_(planBits(selection.wants)),
+      thorough_((selection.wants & kWantThorough) != 0) {}
+
+Decision LinkPolicy::decide(const Rule& rule, const Resource& resource) {
   const Decision belonging = belongs(rule.from, resource);
   if (belonging != Decision::kEnter) {
     return belonging;
@@ -39,52 +67,58 @@ Crawl::Decision Crawl::decide(const Rule& rule, const Resource& resource) {
       return Decision::kSkip;
     }
   }
-  return condition(rule, resource);
+  return meets(rule.condition, resource);
 }
 
-Crawl::Decision Crawl::belongs(Kind kind, const Resource& resource) {
-  if (kind != Kind::kSystem && kind != Kind::kChassis) {
-    return Decision::kEnter;
+Decision LinkPolicy::belongs(Kind kind, const Resource& resource) {
+  switch (kind) {
+    case Kind::kSystem:
+      return systemBelongs(resource);
+    case Kind::kChassis:
+      return chassisBelongs(resource);
+    default:
+      return Decision::kEnter;
   }
+}
+
+Decision LinkPolicy::systemBelongs(const Resource& system) {
   // The number of a node counts all systems that are machines.
-  if (!drained_ && waitingFor({Kind::kSystems, Kind::kSystem})) {
+  if (!state_.drained &&
+      (state_.isWaitingFor({Kind::kSystems, Kind::kSystem}) ||
+       (chassisComing() && partsDependOnChassis(knowledge_.graph)))) {
     return Decision::kWait;
   }
-  if (kind == Kind::kSystem) {
-    return node().system == &resource ? Decision::kEnter : Decision::kSkip;
+  return enterIf(contains(node().systems, system));
+}
+
+Decision LinkPolicy::chassisBelongs(const Resource& chassis) {
+  if (!state_.drained && state_.isWaitingFor({Kind::kSystems, Kind::kSystem})) {
+    return Decision::kWait;
   }
-  const bool chassisComing =
-      waitingFor({Kind::kChassisCollection, Kind::kChassis});
-  const Resource* system = node().system;
-  if (system == nullptr) {
+  if (node().system == nullptr) {
     return Decision::kSkip;
   }
-  // Without links of its own the system has the chassis that name it, and
-  // only when there are none, all of them.
-  const auto naming = linksAt(resource.body, "Links/ComputerSystems");
+  // Without links the chassis are told by their Ids, which takes all of them.
   const bool certain =
-      !chassisComing || drained_ ||
-      !linksAt(system->body, "Links/Chassis").empty() ||
-      std::any_of(naming.begin(), naming.end(), [&](const Uri& link) {
-        return link.document() == system->uri.document();
-      });
-  if (certain && contains(node().chassis, resource)) {
+      state_.drained || !chassisComing() || node().chassisLinked;
+  if (certain && contains(node().chassis, chassis)) {
     return Decision::kEnter;
   }
   // It may still turn out to stand inside one of the node's chassis.
-  return drained_ ? Decision::kSkip : Decision::kWait;
+  return whenDrained(false);
 }
 
-bool Crawl::mayComeExpanded(const Rule& rule) const {
-  if (!knowledge_.expand.usable() || drained_ || isCollection(rule.from)) {
+bool LinkPolicy::mayComeExpanded(const Rule& rule) const {
+  if (!knowledge_.expand.usable() || state_.drained ||
+      isCollection(rule.from)) {
     return false;
   }
   return (rule.to == Kind::kChassis &&
-          waitingFor({Kind::kChassisCollection})) ||
-         (rule.to == Kind::kManager && waitingFor({Kind::kManagers}));
+          state_.isWaitingFor({Kind::kChassisCollection})) ||
+         (rule.to == Kind::kManager && state_.isWaitingFor({Kind::kManagers}));
 }
 
-Crawl::Decision Crawl::walk() {
+Decision LinkPolicy::walk() {
   if (walk_) {
     return *walk_;
   }
@@ -93,138 +127,257 @@ Crawl::Decision Crawl::walk() {
     return *walk_;
   }
   if (serviceConditions(knowledge_.graph) == nullptr) {
-    if (!drained_ && waitingFor({Kind::kServiceConditions})) {
+    if (!state_.drained && state_.isWaitingFor({Kind::kServiceConditions})) {
       return Decision::kWait;
     }
     walk_ = Decision::kEnter;
     return *walk_;
   }
-  if (!drained_ &&
-      waitingFor({Kind::kSystems, Kind::kSystem, Kind::kChassisCollection,
-                  Kind::kChassis, Kind::kManagers, Kind::kManager})) {
+  if (!state_.drained &&
+      (chassisComing() ||
+       state_.isWaitingFor(
+           {Kind::kSystems, Kind::kSystem, Kind::kManagers, Kind::kManager}))) {
     return Decision::kWait;
   }
-  walk_ = serviceConditionsSuffice(knowledge_.graph, node()) ? Decision::kSkip
-                                                             : Decision::kEnter;
+  walk_ = enterIf(!serviceConditionsSuffice(knowledge_.graph, node()));
   return *walk_;
 }
 
-Crawl::Decision Crawl::condition(const Rule& rule, const Resource& resource) {
-  const Graph& graph = knowledge_.graph;
-  const json::object& body = resource.body;
-  const bool nodeUnknown = node().system == nullptr;
-  const auto systemNames = [&](std::string_view path) {
-    return nodeUnknown ? std::vector<Uri>()
-                       : linksAt(node().system->body, path);
-  };
-  switch (rule.condition) {
+bool LinkPolicy::isUnexplained(const Resource& resource) const {
+  const std::string& document = resource.uri.document();
+  return std::any_of(
+      selection_.unexplained.begin(), selection_.unexplained.end(),
+      [&](const std::string& holder) { return liesWithin(document, holder); });
+}
+
+Decision LinkPolicy::meets(Condition condition, const Resource& resource) {
+  switch (condition) {
     case Condition::kAlways:
       return Decision::kEnter;
-
-    case Condition::kNoSpeed: {
-      const json::value* speed = memberAt(body, "OperatingSpeedMHz");
-      return speed == nullptr || speed->is_null() ? Decision::kEnter
-                                                  : Decision::kSkip;
-    }
-
+    case Condition::kPartsUnclear:
+      return partsUnclear();
+    case Condition::kNoSpeed:
+      return noSpeed(resource.body);
     case Condition::kNoNewFans:
-    case Condition::kNoNewSupplies: {
-      const bool fans = rule.condition == Condition::kNoNewFans;
-      const std::string_view subsystem =
-          fans ? "ThermalSubsystem" : "PowerSubsystem";
-      if (!linkAt(body, subsystem)) {
-        return Decision::kEnter;
-      }
-      if (!drained_) {
-        return Decision::kWait;
-      }
-      if (graph.follow(body, subsystem).object == nullptr) {
-        return Decision::kEnter;
-      }
-      // For health alone the parts may have been left unread on purpose.
-      const std::uint32_t want = fans ? kWantFans : kWantPowers;
-      return whenDrained((bits_ & want) != 0 &&
-                         !subsystemHasParts(graph, body, subsystem,
-                                            fans ? "Fans" : "PowerSupplies"));
-    }
-
+      return noNewParts(resource.body, kFanSchema);
+    case Condition::kNoNewSupplies:
+      return noNewParts(resource.body, kPowerSupplySchema);
     case Condition::kAfterChassisDevices:
-      if (knowledge_.expand.usable() && !drained_) {
-        if (waitingFor({Kind::kChassisCollection, Kind::kChassis})) {
-          return Decision::kWait;
-        }
-        for (const Resource* chassis : node().chassis) {
-          const auto link = linkAt(chassis->body, "PCIeDevices");
-          if (link && graph.find(link->document()) == nullptr) {
-            return Decision::kWait;
-          }
-        }
-      }
-      return Decision::kEnter;
-
+      return afterChassisDevices();
     case Condition::kNoSystemDevices:
-      if (systemNames("PCIeDevices").empty() || knowledge_.expand.usable()) {
-        return Decision::kEnter;
-      }
-      return whenDrained(!anyExists(graph, node().system->body, "PCIeDevices"));
-
-    case Condition::kNoChassisDevices: {
-      const auto collection = linkAt(body, "PCIeDevices");
-      if (systemNames("PCIeDevices").empty() && !collection) {
-        return Decision::kEnter;
-      }
-      if (!drained_) {
-        return Decision::kWait;
-      }
-      if (anyExists(graph, node().system->body, "PCIeDevices")) {
-        return Decision::kSkip;
-      }
-      if (!collection) {
-        return Decision::kEnter;
-      }
-      const Resource* devices = graph.find(collection->document());
-      if (devices == nullptr) {
-        return Decision::kWait;
-      }
-      return whenDrained(!anyExists(graph, devices->body, "Members"));
-    }
-
+      return noSystemDevices();
+    case Condition::kNoChassisDevices:
+      return noChassisDevices();
+    case Condition::kNoReadableDevices:
+      return noReadableDevices();
+    case Condition::kNoChassisAdapters:
+      return noChassisAdapters();
+    case Condition::kNoControllerArray:
+      return noControllerArray(resource.body);
+    case Condition::kNoStorage:
+      return noStorage();
     case Condition::kNoFansSoFar:
-      return drained_ ? whenDrained(!hasFans(graph, node())) : Decision::kWait;
-
+      return state_.drained ? enterIf(!hasFans(knowledge_.graph, node()))
+                            : Decision::kWait;
     case Condition::kNoPowerSoFar:
-      return drained_ ? whenDrained(!hasPowerSupplies(graph, node()))
-                      : Decision::kWait;
+      return state_.drained
+                 ? enterIf(!hasPowerSupplies(knowledge_.graph, node()))
+                 : Decision::kWait;
   }
   return Decision::kSkip;
 }
 
-Crawl::Decision Crawl::whenDrained(bool enter) const {
-  if (!drained_) {
+Decision LinkPolicy::partsUnclear() const {
+  if (!state_.drained && state_.isWaitingFor({Kind::kSystems, Kind::kSystem})) {
     return Decision::kWait;
   }
-  return enter ? Decision::kEnter : Decision::kSkip;
+  return enterIf(partsDependOnChassis(knowledge_.graph));
 }
 
-bool Crawl::isUnexplained(const Resource& resource) const {
-  const std::string& document = resource.uri.document();
-  return std::any_of(
-      selection_.unexplained.begin(), selection_.unexplained.end(),
-      [&](const std::string& holder) {
-        return document == holder || startsWith(document, holder + "/");
-      });
+Decision LinkPolicy::noSpeed(const json::object& processor) {
+  const std::string_view type = stringAt(processor, "ProcessorType");
+  return enterIf(
+      (type.empty() || type == "CPU") && !isAbsent(processor) &&
+      !isPositive(memberAt(processor, "OperatingSpeedMHz")) &&
+      !isPositive(memberAt(processor, "Oem/*/CurrentClockSpeedMHz")));
 }
 
-const Node& Crawl::node() {
+Decision LinkPolicy::noNewParts(const json::object& chassis,
+                                const PartSchema& schema) const {
+  const Graph& graph = knowledge_.graph;
+  if (!linkAt(chassis, schema.subsystem)) {
+    return Decision::kEnter;
+  }
+  if (!state_.drained) {
+    return Decision::kWait;
+  }
+  const json::object* subsystem =
+      graph.follow(chassis, schema.subsystem).object;
+  if (subsystem == nullptr) {
+    return Decision::kEnter;
+  }
+  // For health alone the parts may have been left unread on purpose.
+  const auto parts = linkAt(*subsystem, schema.collection);
+  if (parts && graph.find(parts->document()) == nullptr) {
+    return Decision::kWait;
+  }
+  return enterIf(!subsystemHasParts(graph, chassis, schema));
+}
+
+Decision LinkPolicy::afterChassisDevices() {
+  if (!knowledge_.expand.usable() || state_.drained) {
+    return Decision::kEnter;
+  }
+  return chassisComing() || chassisLinksUnasked(kDevices) ? Decision::kWait
+                                                          : Decision::kEnter;
+}
+
+Decision LinkPolicy::noSystemDevices() {
+  if (!systemsLink(kDevices) || knowledge_.expand.usable()) {
+    return Decision::kEnter;
+  }
+  return whenDrained(!systemDeviceExists());
+}
+
+Decision LinkPolicy::noChassisDevices() {
+  if (!systemsLink(kDevices) && !chassisLink(kDevices) && !chassisComing()) {
+    return Decision::kEnter;
+  }
+  if (!state_.drained) {
+    return Decision::kWait;
+  }
+  if (systemDeviceExists()) {
+    return Decision::kSkip;
+  }
+  return chassisLinksUnasked(kDevices)
+             ? Decision::kWait
+             : enterIf(!chassisMemberExists(kDevices));
+}
+
+Decision LinkPolicy::noReadableDevices() {
+  if (!systemsLink(kDevices) && !chassisLink(kDevices) &&
+      !chassisLink(kLinkedDevices) && !chassisComing()) {
+    return Decision::kEnter;
+  }
+  if (!state_.drained) {
+    return Decision::kWait;
+  }
+  if (systemDeviceExists()) {
+    return Decision::kSkip;
+  }
+  if (chassisLinksUnasked(kDevices)) {
+    return Decision::kWait;
+  }
+  // The links are followed where the collections have no member.
+  if (!chassisMemberExists(kDevices)) {
+    if (chassisLinksUnasked(kLinkedDevices)) {
+      return Decision::kWait;
+    }
+    if (chassisDeviceExists()) {
+      return Decision::kSkip;
+    }
+  }
+  return enterIf(!chassisMemberRead(kDevices));
+}
+
+Decision LinkPolicy::noChassisAdapters() {
+  if (!state_.drained) {
+    return chassisComing() || chassisLink(kAdapters) ? Decision::kWait
+                                                     : Decision::kEnter;
+  }
+  return chassisLinksUnasked(kAdapters)
+             ? Decision::kWait
+             : enterIf(!chassisMemberExists(kAdapters));
+}
+
+Decision LinkPolicy::noControllerArray(const json::object& storage) {
+  const json::array* controllers = arrayAt(storage, "StorageControllers");
+  return enterIf(controllers == nullptr || controllers->empty());
+}
+
+Decision LinkPolicy::noStorage() { return enterIf(!systemsLink("Storage")); }
+
+const Node& LinkPolicy::node() {
   if (!node_) {
     node_ = nodeAt(knowledge_.graph, selection_.nodeIndex);
   }
   return *node_;
 }
 
-bool Crawl::waitingFor(std::initializer_list<Kind> kinds) const {
-  return std::any_of(kinds.begin(), kinds.end(),
-                     [this](Kind kind) { return waiting_[index(kind)] > 0; });
+// Whether chassis of the service are still to come.
+bool LinkPolicy::chassisComing() const {
+  if (state_.isWaitingFor({Kind::kChassisCollection, Kind::kChassis})) {
+    return true;
+  }
+  const Resource* root = serviceRoot(knowledge_.graph);
+  const auto all =
+      root == nullptr ? std::nullopt : linkAt(root->body, "Chassis");
+  return all && knowledge_.graph.find(all->document()) == nullptr;
+}
+
+template <typename Test>
+bool LinkPolicy::anySystem(Test test) {
+  return std::any_of(
+      node().systems.begin(), node().systems.end(),
+      [&test](const Resource* system) { return test(system->body); });
+}
+
+template <typename Test>
+bool LinkPolicy::anyChassis(Test test) {
+  return std::any_of(
+      node().chassis.begin(), node().chassis.end(),
+      [&test](const Resource* chassis) { return test(chassis->body); });
+}
+
+bool LinkPolicy::systemsLink(std::string_view path) {
+  return anySystem([path](const json::object& system) {
+    return !linksAt(system, path).empty();
+  });
+}
+
+bool LinkPolicy::chassisLink(std::string_view path) {
+  return anyChassis([path](const json::object& chassis) {
+    return !linksAt(chassis, path).empty();
+  });
+}
+
+bool LinkPolicy::systemDeviceExists() {
+  return anySystem([this](const json::object& system) {
+    return anyExists(knowledge_.graph, system, kDevices);
+  });
+}
+
+bool LinkPolicy::chassisDeviceExists() {
+  return anyChassis([this](const json::object& chassis) {
+    return anyExists(knowledge_.graph, chassis, kLinkedDevices);
+  });
+}
+
+bool LinkPolicy::chassisLinksUnasked(std::string_view path) {
+  return anyChassis([this, path](const json::object& chassis) {
+    const auto links = linksAt(chassis, path);
+    return std::any_of(links.begin(), links.end(), [this](const Uri& link) {
+      return knowledge_.graph.find(link.document()) == nullptr;
+    });
+  });
+}
+
+bool LinkPolicy::chassisMemberExists(std::string_view path) {
+  return anyChassis([this, path](const json::object& chassis) {
+    return anyMemberExists(knowledge_.graph, chassis, path);
+  });
+}
+
+bool LinkPolicy::chassisMemberRead(std::string_view path) {
+  return anyChassis([this, path](const json::object& chassis) {
+    const Resource* list = knowledge_.graph.follow(chassis, path).document;
+    return list != nullptr &&
+           !readLinks(knowledge_.graph, *list, "Members").empty();
+  });
+}
+
+Decision LinkPolicy::whenDrained(bool enter) const {
+  return state_.drained ? enterIf(enter) : Decision::kWait;
 }
 
 }  // namespace redfish

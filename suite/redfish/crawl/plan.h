@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -36,8 +37,12 @@ enum class Kind : std::uint8_t {
   kPcieDevices,
   kPcieDevice,
   kPcieSlots,
+  kDeviceList,    ///< A maker's own list of devices.
+  kListedDevice,  ///< A member of it.
   kNetworkAdapters,
   kNetworkAdapter,
+  kNetworkInterfaces,
+  kNetworkInterface,
   kStorageCollection,
   kStorage,
   kStorageControllers,
@@ -45,6 +50,8 @@ enum class Kind : std::uint8_t {
   kVolumes,
   kVolume,
   kDrive,
+  kSimpleStorages,
+  kSimpleStorage,
   kCoolingSource,  ///< What a CooledBy link names, or an enclosing chassis.
   kPowerSource,    ///< What a PoweredBy link names, or an enclosing chassis.
   kExtra           ///< Asked for by its link alone.
@@ -63,26 +70,52 @@ std::uint32_t planBits(std::uint32_t wants);
 /// Number of kinds.
 constexpr std::size_t kKindCount = static_cast<std::size_t>(Kind::kExtra) + 1;
 
+/// The place of a kind in a set, or in a table of all kinds.
+constexpr std::size_t index(Kind kind) {
+  return static_cast<std::size_t>(kind);
+}
+
+/// The parts that one resource plays.
+using KindSet = std::bitset<kKindCount>;
+
+/// Calls `use` with each kind in a set.
+template <typename Use>
+void forEachKind(const KindSet& kinds, Use use) {
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    if (kinds.test(i)) {
+      use(static_cast<Kind>(i));
+    }
+  }
+}
+
 /// When a link is followed, beyond the wants of its row. Conditions that
-/// compare models are fall-backs: they hold at once where the better model is
-/// not linked, and else only after it turned out to be empty.
+/// compare sources are fall-backs: they hold at once where the better source
+/// is not linked, and else only after it turned out to be empty.
 enum class Condition : std::uint8_t {
   kAlways,
+  kPartsUnclear,         ///< It takes the chassis to tell which systems are
+                         ///< parts of which.
+  kNoSpeed,              ///< A central processor that states no speed.
   kNoNewFans,            ///< The chassis' ThermalSubsystem yields no fan.
   kNoNewSupplies,        ///< The chassis' PowerSubsystem yields no supply.
   kAfterChassisDevices,  ///< Where expanding works, the collections of the
                          ///< chassis come first, since they are cheaper.
-  kNoSystemDevices,      ///< The system's PCIeDevices yield no device.
-  kNoChassisDevices,     ///< Nor do the collections of its chassis.
+  kNoSystemDevices,      ///< The systems' PCIeDevices yield no device.
+  kNoChassisDevices,     ///< Nor do the collections of the chassis.
+  kNoReadableDevices,    ///< The systems and the links of the chassis name
+                         ///< none, and no member of those collections can be
+                         ///< read.
+  kNoChassisAdapters,    ///< The chassis' NetworkAdapters yield no adapter.
+  kNoControllerArray,    ///< The Storage lists no controllers in place.
+  kNoStorage,            ///< No system of the node links Storage.
   kNoFansSoFar,          ///< No chassis of the node, nor one nearer, has a fan.
-  kNoPowerSoFar,         ///< The same for supplies.
-  kNoSpeed               ///< The processor does not tell its operating speed.
+  kNoPowerSoFar          ///< The same for supplies.
 };
 
 /// One row of the plan: where a resource of one kind links to another.
 struct Rule {
   Kind from;
-  std::string_view path;  ///< Property path of the link or links.
+  std::string_view path;  ///< Property path (`memberAt`) of the link or links.
   Kind to;
   std::uint32_t wants;      ///< Plan bits for which the link is followed.
   std::string_view rollup;  ///< For kWantHealth: path of the Status whose
@@ -90,6 +123,9 @@ struct Rule {
                             ///< walk always goes there.
   Condition condition;
 };
+
+/// Whether a row tells what belongs to a node, rather than what is in it.
+bool isStructural(const Rule& rule);
 
 /// The rows for resources of one kind, in plan order.
 const std::vector<Rule>& rulesFrom(Kind kind);

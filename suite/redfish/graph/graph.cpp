@@ -1,5 +1,6 @@
 #include "suite/redfish/graph/graph.h"
 
+#include <algorithm>
 #include <boost/json/array.hpp>
 #include <boost/json/value.hpp>
 #include <charconv>
@@ -97,6 +98,12 @@ const Resource* Graph::find(std::string_view document) const {
   return found == resources_.end() ? nullptr : &found->second;
 }
 
+const Resource* Graph::findRead(std::string_view document) const {
+  const Resource* found = find(document);
+  return found != nullptr && found->state == ResourceState::kRead ? found
+                                                                  : nullptr;
+}
+
 Found Graph::resolve(const Uri& link) const {
   Found found;
   found.document = find(link.document());
@@ -110,6 +117,26 @@ Found Graph::resolve(const Uri& link) const {
 Found Graph::follow(const json::object& holder, std::string_view path) const {
   const std::optional<Uri> link = linkAt(holder, path);
   return link ? resolve(*link) : Found{};
+}
+
+std::vector<const Resource*> readLinks(const Graph& graph,
+                                       const Resource& holder,
+                                       std::string_view path) {
+  std::vector<const Resource*> found;
+  for (const Uri& link : linksAt(holder.body, path)) {
+    if (const Resource* resource = graph.findRead(link.document())) {
+      found.push_back(resource);
+    }
+  }
+  return found;
+}
+
+bool linksTo(const Resource& holder, std::string_view path,
+             const Resource& wanted) {
+  const std::vector<Uri> links = linksAt(holder.body, path);
+  return std::any_of(links.begin(), links.end(), [&wanted](const Uri& link) {
+    return link.document() == wanted.uri.document();
+  });
 }
 
 }  // namespace redfish

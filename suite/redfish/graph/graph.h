@@ -49,6 +49,9 @@ class Graph {
   /// The resource of a document key (`Uri::document`); null: never asked for.
   const Resource* find(std::string_view document) const;
 
+  /// The resource of a document key if it was read; null otherwise.
+  const Resource* findRead(std::string_view document) const;
+
   /// What a link leads to.
   Found resolve(const Uri& link) const;
 
@@ -63,5 +66,15 @@ class Graph {
  private:
   std::map<std::string, Resource, std::less<>> resources_;
 };
+
+/// The resources that the links at a path of a resource lead to, as far as they
+/// were read, in the order served.
+std::vector<const Resource*> readLinks(const Graph& graph,
+                                       const Resource& holder,
+                                       std::string_view path);
+
+/// Whether one of the links at a path of a resource leads to another.
+bool linksTo(const Resource& holder, std::string_view path,
+             const Resource& wanted);
 
 }  // namespace redfish

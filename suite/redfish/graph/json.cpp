@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kWhitespace = " \t\r\n";
 constexpr std::string_view kLinkName = "@odata.id";
+constexpr std::string_view kAnyName = "*";
 
 constexpr std::size_t kQuotedLinkBytes = 120;
 
@@ -81,6 +82,19 @@ const json::string* linkTextOf(const json::object& object) {
   return link == nullptr ? nullptr : link->if_string();
 }
 
+// What the rest of a path leads to from a value; the value itself where
+// nothing is left of the path.
+const json::value* valueBelow(const json::value& value, std::string_view rest) {
+  if (value.is_null()) {
+    return nullptr;
+  }
+  if (rest.empty()) {
+    return &value;
+  }
+  const json::object* object = value.if_object();
+  return object == nullptr ? nullptr : memberAt(*object, rest);
+}
+
 void collectRefusedLinks(const json::object& object,
                          std::vector<std::string>& refused);
 
@@ -128,20 +142,21 @@ std::optional<json::object> parseObject(std::string_view body,
 }
 
 const json::value* memberAt(const json::object& object, std::string_view path) {
-  const json::object* holder = &object;
-  while (holder != nullptr) {
-    const std::size_t slash = path.find('/');
-    const json::value* value = holder->if_contains(path.substr(0, slash));
-    if (value == nullptr || value->is_null()) {
-      return nullptr;
+  const std::size_t slash = path.find('/');
+  const std::string_view name = path.substr(0, slash);
+  const std::string_view rest = slash == std::string_view::npos
+                                    ? std::string_view()
+                                    : path.substr(slash + 1);
+  if (name == kAnyName) {
+    for (const auto& member : object) {
+      if (const json::value* found = valueBelow(member.value(), rest)) {
+        return found;
+      }
     }
-    if (slash == std::string_view::npos) {
-      return value;
-    }
-    holder = value->if_object();
-    path.remove_prefix(slash + 1);
+    return nullptr;
   }
-  return nullptr;
+  const json::value* value = object.if_contains(name);
+  return value == nullptr ? nullptr : valueBelow(*value, rest);
 }
 
 const json::object* objectAt(const json::object& object,

@@ -21,7 +21,9 @@ std::optional<json::object> parseObject(std::string_view body,
                                         std::string& error);
 
 /// The member at a path of names such as "Links/Chassis", each step an
-/// object; null where a step is missing, null, or no object.
+/// object; null where a step is missing, null, or no object. The step "*"
+/// stands for each name in turn until the rest of the path leads to something:
+/// "Oem/*/BayNumber" is the first maker's one.
 const json::value* memberAt(const json::object& object, std::string_view path);
 
 /// The object at a path; null where there is none.

@@ -24,30 +24,16 @@ bool present(const Graph& graph, const Uri& link) {
   return found.object != nullptr && !isAbsent(*found.object);
 }
 
-// Names of the links by which a chassis leads to its parts.
-struct Model {
-  std::string_view subsystem;
-  std::string_view parts;
-  std::string_view oldDocument;
-  std::string_view oldParts;
-  std::string_view partType;
-};
-
-constexpr Model kCooling{"ThermalSubsystem", "Fans", "Thermal", "Fans",
-                         "#Fan."};
-constexpr Model kPower{"PowerSubsystem", "PowerSupplies", "Power",
-                       "PowerSupplies", "#PowerSupply."};
-
 bool chassisHasParts(const Graph& graph, const json::object& chassis,
-                     const Model& model) {
-  if (subsystemHasParts(graph, chassis, model.subsystem, model.parts)) {
+                     const PartSchema& schema) {
+  if (subsystemHasParts(graph, chassis, schema)) {
     return true;
   }
-  const Found old = graph.follow(chassis, model.oldDocument);
+  const Found old = graph.follow(chassis, schema.document);
   if (old.object == nullptr) {
     return false;
   }
-  const json::array* parts = arrayAt(*old.object, model.oldParts);
+  const json::array* parts = arrayAt(*old.object, schema.array);
   return parts != nullptr &&
          std::any_of(parts->begin(), parts->end(), [](const json::value& part) {
            const json::object* object = part.if_object();
@@ -55,30 +41,37 @@ bool chassisHasParts(const Graph& graph, const json::object& chassis,
          });
 }
 
+// Whether a resource says that it is of a type ("#Fan.v1_5_0.Fan").
+bool isOfType(const json::object& object, std::string_view type) {
+  const std::string_view stated = stringAt(object, "@odata.type");
+  return stated.size() > type.size() + 1 && stated.front() == '#' &&
+         stated.substr(1, type.size()) == type &&
+         stated[type.size() + 1] == '.';
+}
+
 bool anySource(const Graph& graph, const std::vector<Uri>& sources,
-               const Model& model) {
+               const PartSchema& schema) {
   return std::any_of(sources.begin(), sources.end(), [&](const Uri& source) {
     const Found found = graph.resolve(source);
     if (found.object == nullptr) {
       return false;
     }
-    const std::string_view type = stringAt(*found.object, "@odata.type");
-    const bool part = !source.fragment().empty() ||
-                      type.substr(0, model.partType.size()) == model.partType;
+    const bool part =
+        !source.fragment().empty() || isOfType(*found.object, schema.type);
     return part ? !isAbsent(*found.object)
-                : chassisHasParts(graph, *found.object, model);
+                : chassisHasParts(graph, *found.object, schema);
   });
 }
 
 }  // namespace
 
 bool subsystemHasParts(const Graph& graph, const json::object& chassis,
-                       std::string_view subsystem, std::string_view parts) {
-  const Found holder = graph.follow(chassis, subsystem);
+                       const PartSchema& schema) {
+  const Found holder = graph.follow(chassis, schema.subsystem);
   if (holder.object == nullptr) {
     return false;
   }
-  const auto link = linkAt(*holder.object, parts);
+  const auto link = linkAt(*holder.object, schema.collection);
   if (!link) {
     return false;
   }
@@ -92,13 +85,13 @@ bool subsystemHasParts(const Graph& graph, const json::object& chassis,
 }
 
 bool hasFans(const Graph& graph, const Node& node) {
-  return anySource(graph, coolingSources(node), kCooling) ||
-         anySource(graph, enclosingChassis(graph, node), kCooling);
+  return anySource(graph, coolingSources(node), kFanSchema) ||
+         anySource(graph, enclosingChassis(graph, node), kFanSchema);
 }
 
 bool hasPowerSupplies(const Graph& graph, const Node& node) {
-  return anySource(graph, powerSources(node), kPower) ||
-         anySource(graph, enclosingChassis(graph, node), kPower);
+  return anySource(graph, powerSources(node), kPowerSupplySchema) ||
+         anySource(graph, enclosingChassis(graph, node), kPowerSupplySchema);
 }
 
 bool anyExists(const Graph& graph, const json::object& holder,
@@ -106,6 +99,16 @@ bool anyExists(const Graph& graph, const json::object& holder,
   const auto links = linksAt(holder, path);
   return std::any_of(links.begin(), links.end(),
                      [&](const Uri& link) { return exists(graph, link); });
+}
+
+bool anyMemberExists(const Graph& graph, const json::object& holder,
+                     std::string_view path) {
+  const Resource* collection = graph.follow(holder, path).document;
+  if (collection == nullptr) {
+    return false;
+  }
+  return collection->state == ResourceState::kUnreadable ||
+         anyExists(graph, collection->body, "Members");
 }
 
 }  // namespace redfish

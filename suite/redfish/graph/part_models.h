@@ -7,14 +7,30 @@
 
 namespace redfish {
 
+/// The two ways in which a chassis lists one kind of part: the subsystem with
+/// a collection of resources, and the older document with an array.
+struct PartSchema {
+  std::string_view subsystem;   ///< Link of a chassis, and the type behind it.
+  std::string_view collection;  ///< Link of the subsystem.
+  std::string_view type;        ///< Type of a member.
+  std::string_view document;    ///< Link of a chassis, older; also the type.
+  std::string_view array;       ///< Array in the document.
+  std::string_view locator;     ///< Locator of an entry, for its name.
+};
+
+inline constexpr PartSchema kFanSchema = {
+    "ThermalSubsystem", "Fans", "Fan", "Thermal", "Fans", "FanName"};
+inline constexpr PartSchema kPowerSupplySchema = {
+    "PowerSubsystem", "PowerSupplies", "PowerSupply",
+    "Power",          "PowerSupplies", ""};
+
 // Whether the better of two models has brought anything: what decides the
 // fall-backs of the plan. Pure functions of the graph. What cannot be read
 // counts as brought: it exists.
 
-/// Whether a chassis' ThermalSubsystem (PowerSubsystem) names a part that is
-/// there. `subsystem` and `parts` are the links: "ThermalSubsystem", "Fans".
+/// Whether the subsystem of a chassis lists a part that is there.
 bool subsystemHasParts(const Graph& graph, const json::object& chassis,
-                       std::string_view subsystem, std::string_view parts);
+                       const PartSchema& schema);
 
 /// Whether any source of the node's cooling, or one of the chassis around it
 /// that were read, has a fan.
@@ -26,5 +42,10 @@ bool hasPowerSupplies(const Graph& graph, const Node& node);
 /// Whether any of the links at a path leads to a resource that exists.
 bool anyExists(const Graph& graph, const json::object& holder,
                std::string_view path);
+
+/// Whether the collection at a path lists a member that exists, or exists
+/// itself and cannot be read.
+bool anyMemberExists(const Graph& graph, const json::object& holder,
+                     std::string_view path);
 
 }  // namespace redfish

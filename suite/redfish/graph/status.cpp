@@ -31,8 +31,15 @@ Health ownHealth(const json::object& object, std::string_view statusPath) {
   return healthAt(object, statusPath, "Health");
 }
 
+Health statedRollup(const json::object& object, std::string_view statusPath) {
+  const Health health = healthAt(object, statusPath, "HealthRollup");
+  return health == Health::kUnknown
+             ? healthAt(object, statusPath, "HealthRollUp")
+             : health;
+}
+
 Health rollup(const json::object& object, std::string_view statusPath) {
-  return std::max(healthAt(object, statusPath, "HealthRollup"),
+  return std::max(statedRollup(object, statusPath),
                   healthAt(object, statusPath, "Health"));
 }
 

@@ -16,6 +16,10 @@ Health healthFromText(std::string_view text);
 /// `Health` of the Status object at a path ("Status", "MemorySummary/Status").
 Health ownHealth(const json::object& object, std::string_view statusPath);
 
+/// `HealthRollup` of the Status object at a path; "HealthRollUp", as older
+/// services spell it, where that has no value.
+Health statedRollup(const json::object& object, std::string_view statusPath);
+
 /// Worse of `HealthRollup` and `Health` of the Status object at a path.
 Health rollup(const json::object& object, std::string_view statusPath);
 

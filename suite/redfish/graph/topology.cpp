@@ -1,183 +1,227 @@
 #include "suite/redfish/graph/topology.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <iterator>
-#include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "suite/redfish/graph/containment.h"
+
 namespace redfish {
 namespace {
-
-// Chassis inside chassis deeper than this are not followed.
-constexpr int kMaxContainment = 8;
-
-const Resource* readOrNull(const Resource* resource) {
-  return resource != nullptr && resource->state == ResourceState::kRead
-             ? resource
-             : nullptr;
-}
-
-// Resources that the links at a path lead to, as far as they were read.
-std::vector<const Resource*> readAt(const Graph& graph, const Resource& holder,
-                                    std::string_view path) {
-  std::vector<const Resource*> found;
-  for (const Uri& link : linksAt(holder.body, path)) {
-    if (const auto* resource = readOrNull(graph.find(link.document()))) {
-      found.push_back(resource);
-    }
-  }
-  return found;
-}
-
-// Members of one of the service root's collections, as far as read.
-std::vector<const Resource*> membersOfRoot(const Graph& graph,
-                                           std::string_view collection) {
-  const Resource* root = readOrNull(serviceRoot(graph));
-  if (root == nullptr) {
-    return {};
-  }
-  const Resource* found =
-      readOrNull(graph.follow(root->body, collection).document);
-  if (found == nullptr) {
-    return {};
-  }
-  return readAt(graph, *found, "Members");
-}
-
-bool names(const Resource& holder, std::string_view path,
-           const Resource& wanted) {
-  const auto links = linksAt(holder.body, path);
-  return std::any_of(links.begin(), links.end(), [&](const Uri& link) {
-    return link.document() == wanted.uri.document();
-  });
-}
-
-// A system that only exists inside, or as a part of, another machine.
-bool isNoMachine(const Resource& system) {
-  static constexpr std::array<std::string_view, 5> kTypes = {
-      "Virtual", "OS", "VirtuallyPartitioned", "DPU", "Composed"};
-  const std::string_view type = stringAt(system.body, "SystemType");
-  return std::find(kTypes.begin(), kTypes.end(), type) != kTypes.end();
-}
 
 // Adds resources in order, each once.
 class OrderedSet {
  public:
-  bool add(const Resource* resource) {
-    if (!seen_.insert(resource).second) {
-      return false;
+  void add(const Resource* resource) {
+    if (seen_.insert(resource).second) {
+      order_.push_back(resource);
     }
-    order_.push_back(resource);
-    return true;
   }
-  std::vector<const Resource*>& order() { return order_; }
+  void addAll(const std::vector<const Resource*>& resources) {
+    for (const Resource* resource : resources) {
+      add(resource);
+    }
+  }
+  const std::vector<const Resource*>& order() const { return order_; }
+  std::vector<const Resource*> take() { return std::move(order_); }
 
  private:
   std::set<const Resource*> seen_;
   std::vector<const Resource*> order_;
 };
 
-std::vector<const Resource*> chassisOf(const Graph& graph, const Node& node) {
-  const auto all = membersOfRoot(graph, "Chassis");
-  OrderedSet chosen;
-  for (const Resource* chassis : readAt(graph, *node.system, "Links/Chassis")) {
-    chosen.add(chassis);
+// What tells the systems of one node from those of the others.
+class Claims {
+ public:
+  Claims(const Graph& graph, const NodeSystems& own,
+         const std::vector<NodeSystems>& nodes) {
+    for (const Resource* system : membersOfRoot(graph, "Systems")) {
+      allIds_.insert(stringAt(system->body, "Id"));
+    }
+    for (const Resource* system : own) {
+      own_.insert(system->uri.document());
+      ownIds_.insert(stringAt(system->body, "Id"));
+    }
+    for (const NodeSystems& node : nodes) {
+      for (const Resource* system : node) {
+        if (system != nullptr && own_.count(system->uri.document()) == 0) {
+          others_.insert(system->uri.document());
+          otherIds_.insert(stringAt(system->body, "Id"));
+        }
+      }
+    }
+    for (auto* ids : {&allIds_, &ownIds_, &otherIds_}) {
+      ids->erase("");
+    }
   }
-  if (chosen.order().empty()) {
+
+  // Whether a chassis has the Id of one of the node's systems.
+  bool isNamesake(const Resource& chassis) const {
+    return ownIds_.count(stringAt(chassis.body, "Id")) > 0;
+  }
+
+  // Whether a chassis belongs to nobody in particular: it names no system that
+  // is there, and has the Id of none.
+  bool isShared(const Graph& graph, const Resource& chassis) const {
+    return allIds_.count(stringAt(chassis.body, "Id")) == 0 &&
+           readLinks(graph, chassis, "Links/ComputerSystems").empty();
+  }
+
+  // Whether a chassis belongs to another node and not to this one. A card that
+  // names only a system of its own, such as a DPU, does not.
+  bool isOthers(const Graph& graph, const Resource& chassis) const {
+    bool others = false;
+    for (const Uri& link : linksAt(chassis.body, "Links/ComputerSystems")) {
+      if (own_.count(link.document()) > 0) {
+        return false;
+      }
+      others = others || others_.count(link.document()) > 0;
+    }
+    return others ||
+           (readLinks(graph, chassis, "Links/ComputerSystems").empty() &&
+            otherIds_.count(stringAt(chassis.body, "Id")) > 0);
+  }
+
+ private:
+  std::set<std::string_view> own_;
+  std::set<std::string_view> ownIds_;
+  std::set<std::string_view> others_;
+  std::set<std::string_view> otherIds_;
+  std::set<std::string_view> allIds_;
+};
+
+// The chassis that links of either direction tie to a node's systems.
+OrderedSet linkedChassis(const Graph& graph, const NodeSystems& systems,
+                         const std::vector<const Resource*>& all) {
+  OrderedSet linked;
+  for (const Resource* system : systems) {
+    linked.addAll(readLinks(graph, *system, "Links/Chassis"));
     for (const Resource* chassis : all) {
-      if (names(*chassis, "Links/ComputerSystems", *node.system)) {
-        chosen.add(chassis);
+      if (linksTo(*chassis, "Links/ComputerSystems", *system)) {
+        linked.add(chassis);
       }
     }
   }
-  if (chosen.order().empty() && node.alone) {
-    for (const Resource* chassis : all) {
+  return linked;
+}
+
+// The chassis of a node that no link ties to any: those of its Id, then those
+// that are nobody's.
+OrderedSet chassisById(const Graph& graph, const Claims& claims,
+                       const std::vector<const Resource*>& all) {
+  OrderedSet chosen;
+  for (const Resource* chassis : all) {
+    if (claims.isNamesake(*chassis) && !claims.isOthers(graph, *chassis)) {
       chosen.add(chassis);
     }
   }
-
-  // A chassis that another node claims and this one does not stays out; a
-  // card that lists only a system of its own, such as a DPU, stays in.
-  std::set<std::string_view> otherNodes;
-  for (const Resource* system : eligibleSystems(graph)) {
-    if (system != nullptr && system != node.system) {
-      otherNodes.insert(system->uri.document());
-    }
-  }
-  const auto isOthers = [&](const Resource& chassis) {
-    bool others = false;
-    for (const Uri& link : linksAt(chassis.body, "Links/ComputerSystems")) {
-      if (link.document() == node.system->uri.document()) {
-        return false;
-      }
-      others = others || otherNodes.count(link.document()) > 0;
-    }
-    return others;
-  };
-
-  std::map<std::string, std::vector<const Resource*>> heldBy;
   for (const Resource* chassis : all) {
-    for (const Uri& holder : linksAt(chassis->body, "Links/ContainedBy")) {
-      heldBy[holder.document()].push_back(chassis);
+    if (claims.isShared(graph, *chassis)) {
+      chosen.add(chassis);
     }
   }
+  return chosen;
+}
 
+// Adds what stands inside the chassis, and is not another node's.
+void addInside(const Graph& graph, const Claims& claims, OrderedSet& chosen) {
+  const ChassisContainment containment(graph);
   std::size_t begin = 0;
   for (int depth = 0; depth < kMaxContainment; ++depth) {
-    const std::size_t end = chosen.order().size();
-    for (std::size_t i = begin; i < end; ++i) {
-      const Resource* holder = chosen.order()[i];
-      auto inside = readAt(graph, *holder, "Links/Contains");
-      const auto& held = heldBy[holder->uri.document()];
-      inside.insert(inside.end(), held.begin(), held.end());
-      for (const Resource* inner : inside) {
-        if (!isOthers(*inner)) {
+    const std::vector<const Resource*> outer(
+        chosen.order().begin() + static_cast<std::ptrdiff_t>(begin),
+        chosen.order().end());
+    if (outer.empty()) {
+      break;
+    }
+    begin = chosen.order().size();
+    for (const Resource* holder : outer) {
+      for (const Resource* inner : containment.inside(*holder)) {
+        if (!claims.isOthers(graph, *inner)) {
           chosen.add(inner);
         }
       }
     }
-    if (chosen.order().size() == end) {
-      break;
-    }
-    begin = end;
   }
-  return chosen.order();
 }
 
-std::vector<const Resource*> managersOf(const Graph& graph, const Node& node) {
-  OrderedSet chosen;
-  for (const Resource* manager :
-       readAt(graph, *node.system, "Links/ManagedBy")) {
-    chosen.add(manager);
-  }
-  if (!chosen.order().empty()) {
-    return chosen.order();
-  }
-  for (const Resource* chassis : node.chassis) {
-    for (const Resource* manager : readAt(graph, *chassis, "Links/ManagedBy")) {
-      chosen.add(manager);
+void findChassis(const Graph& graph, const std::vector<NodeSystems>& nodes,
+                 Node& node) {
+  const auto all = membersOfRoot(graph, "Chassis");
+  const Claims claims(graph, node.systems, nodes);
+  OrderedSet chosen = linkedChassis(graph, node.systems, all);
+  node.chassisLinked = !chosen.order().empty();
+  if (!node.chassisLinked) {
+    if (node.alone) {
+      chosen.addAll(all);
+    } else {
+      chosen = chassisById(graph, claims, all);
     }
   }
-  if (!chosen.order().empty()) {
-    return chosen.order();
+  addInside(graph, claims, chosen);
+  node.chassis = chosen.take();
+}
+
+// The managers that a node's systems link, else those that its chassis link.
+std::vector<const Resource*> linkedManagers(
+    const Graph& graph, const NodeSystems& systems,
+    const std::vector<const Resource*>& chassis) {
+  OrderedSet managers;
+  for (const Resource* system : systems) {
+    managers.addAll(readLinks(graph, *system, "Links/ManagedBy"));
   }
-  if (const Resource* root = readOrNull(serviceRoot(graph))) {
-    if (const Resource* own =
-            readOrNull(graph.follow(root->body, "Links/ManagerProvidingService")
-                           .document)) {
-      return {own};
+  if (managers.order().empty()) {
+    for (const Resource* box : chassis) {
+      managers.addAll(readLinks(graph, *box, "Links/ManagedBy"));
     }
   }
-  auto all = membersOfRoot(graph, "Managers");
-  if (all.size() != 1) {
-    all.clear();
+  return managers.take();
+}
+
+bool isRead(const Resource* resource) {
+  return resource != nullptr && resource->state == ResourceState::kRead;
+}
+
+// The node of some systems with its chassis, without its managers.
+Node withChassis(const Graph& graph, const NodeSystems& systems,
+                 const std::vector<NodeSystems>& nodes) {
+  Node node;
+  node.alone = nodes.size() == 1;
+  if (!isRead(systems.front())) {
+    return node;
   }
-  return all;
+  node.system = systems.front();
+  node.systems = systems;
+  findChassis(graph, nodes, node);
+  return node;
+}
+
+bool anyNodeLinksManagers(const Graph& graph,
+                          const std::vector<NodeSystems>& nodes) {
+  return std::any_of(
+      nodes.begin(), nodes.end(), [&](const NodeSystems& systems) {
+        const Node node = withChassis(graph, systems, nodes);
+        return !linkedManagers(graph, node.systems, node.chassis).empty();
+      });
+}
+
+std::vector<const Resource*> managersOf(const Graph& graph, const Node& node,
+                                        const std::vector<NodeSystems>& nodes) {
+  auto linked = linkedManagers(graph, node.systems, node.chassis);
+  if (!linked.empty()) {
+    return linked;
+  }
+  const Resource* root = serviceRoot(graph);
+  const auto own = root == nullptr ? std::vector<const Resource*>()
+                                   : readLinks(graph, *root,
+                                               "Links/ManagerProvidingService");
+  if (!own.empty() || anyNodeLinksManagers(graph, nodes)) {
+    return own;
+  }
+  return membersOfRoot(graph, "Managers");
 }
 
 // Adds links in order, each place once.
@@ -206,8 +250,8 @@ std::vector<Uri> sources(const Node& node, std::string_view suppliedBy,
   for (const Resource* chassis : node.chassis) {
     links.add(chassis->uri);
   }
-  if (node.system != nullptr) {
-    links.addAll(*node.system, suppliedBy);
+  for (const Resource* system : node.systems) {
+    links.addAll(*system, suppliedBy);
   }
   for (const Resource* chassis : node.chassis) {
     links.addAll(*chassis, suppliedBy);
@@ -218,49 +262,15 @@ std::vector<Uri> sources(const Node& node, std::string_view suppliedBy,
 
 }  // namespace
 
-const Resource* serviceRoot(const Graph& graph) {
-  return graph.find("/redfish/v1");
-}
-
-std::vector<const Resource*> eligibleSystems(const Graph& graph) {
-  const Resource* root = readOrNull(serviceRoot(graph));
-  if (root == nullptr) {
-    return {};
-  }
-  const Resource* collection =
-      readOrNull(graph.follow(root->body, "Systems").document);
-  if (collection == nullptr) {
-    return {};
-  }
-
-  std::vector<const Resource*> all;
-  std::set<std::string> seen;
-  for (const Uri& link : linksAt(collection->body, "Members")) {
-    if (seen.insert(link.document()).second) {
-      all.push_back(graph.find(link.document()));
-    }
-  }
-  std::vector<const Resource*> machines;
-  std::copy_if(all.begin(), all.end(), std::back_inserter(machines),
-               [](const Resource* system) {
-                 return readOrNull(system) == nullptr || !isNoMachine(*system);
-               });
-  return machines.empty() ? all : machines;
-}
-
 Node nodeAt(const Graph& graph, std::uint16_t nodeIndex) {
-  Node node;
-  const auto systems = eligibleSystems(graph);
-  if (nodeIndex >= systems.size()) {
-    return node;
+  const std::vector<NodeSystems> nodes = nodesOf(graph);
+  if (nodeIndex >= nodes.size()) {
+    return {};
   }
-  node.system = readOrNull(systems[nodeIndex]);
-  node.alone = systems.size() == 1;
-  if (node.system == nullptr) {
-    return node;
+  Node node = withChassis(graph, nodes[nodeIndex], nodes);
+  if (node.system != nullptr) {
+    node.managers = managersOf(graph, node, nodes);
   }
-  node.chassis = chassisOf(graph, node);
-  node.managers = managersOf(graph, node);
   return node;
 }
 
@@ -279,16 +289,10 @@ std::vector<Uri> enclosingChassis(const Graph& graph, const Node& node) {
     own.insert(chassis->uri.document());
   }
   for (const Resource* chassis : node.chassis) {
-    const Resource* inner = chassis;
-    for (int depth = 0; depth < kMaxContainment && inner != nullptr; ++depth) {
-      const auto outer = linkAt(inner->body, "Links/ContainedBy");
-      if (!outer) {
-        break;
+    for (Uri& outer : chassisAround(graph, *chassis)) {
+      if (own.count(outer.document()) == 0) {
+        links.add(std::move(outer));
       }
-      if (own.count(outer->document()) == 0) {
-        links.add(*outer);
-      }
-      inner = readOrNull(graph.find(outer->document()));
     }
   }
   return links.take();

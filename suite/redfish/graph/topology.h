@@ -4,43 +4,41 @@
 #include <vector>
 
 #include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/nodes.h"
 
 namespace redfish {
 
-// Which systems a service has, and which chassis and managers belong to one
-// of them: pure functions of what the graph holds so far. The crawl uses them
-// to decide what to read next, the mapping to decide what to report. Graph
-// pointers obey the graph's rules.
-
-/// The service root; null before it was read.
-const Resource* serviceRoot(const Graph& graph);
-
-/// The nodes of the service: members of Systems in the order served, without
-/// those that are no machine of their own (SystemType Virtual, OS,
-/// VirtuallyPartitioned, DPU, Composed), unless that leaves none. A member
-/// that does not exist or cannot be read keeps its place; one that was never
-/// asked for is null.
-std::vector<const Resource*> eligibleSystems(const Graph& graph);
+// Which chassis and managers belong to a node: pure functions of what the
+// graph holds so far. The crawl uses them to decide what to read next, the
+// mapping to decide what to report. Graph pointers obey the graph's rules.
 
 /// One node with what belongs to it. Every resource in it has been read.
 struct Node {
-  /// The node's system; null when there is none at the index, or when it was
-  /// not read.
+  /// The node's own system; null when there is none at the index, or when it
+  /// was not read.
   const Resource* system = nullptr;
+  /// That system, then the systems that are its parts: what they list belongs
+  /// to the node, and their health counts like that of its own. Empty without
+  /// a system of its own.
+  std::vector<const Resource*> systems;
   bool alone = false;  ///< The only node of its service.
-  /// Chassis of the node in order: its own (Links.Chassis of the system, else
-  /// those that name it, else all when it is alone), then those below them.
+  /// Chassis of the node in order: for each system those that it links and
+  /// those that link it, else those told apart by their Ids; then those below
+  /// them.
   std::vector<const Resource*> chassis;
-  /// Managers of the node: Links.ManagedBy of the system, else of its
-  /// chassis, else the service's own.
+  /// Whether a link leads to one of the chassis. False: the whole list may
+  /// change while there are still chassis to be read.
+  bool chassisLinked = false;
+  /// Managers of the node: those that its systems link, else its chassis, else
+  /// the service's own, else, when no node links any, all.
   std::vector<const Resource*> managers;
 };
 
-/// The node at a 0-based index.
+/// The node at a 0-based index of `nodesOf`.
 Node nodeAt(const Graph& graph, std::uint16_t nodeIndex);
 
 /// Where a node's fans, or its power supplies, are to be looked for: its
-/// chassis first, then what the CooledBy (PoweredBy) links of the system and
+/// chassis first, then what the CooledBy (PoweredBy) links of its systems and
 /// its chassis and the Fans (PowerSupplies) links of the chassis name: a
 /// chassis, a part, or a place in a document such as
 /// "/redfish/v1/Chassis/E/Thermal#/Fans/0". The order is that of the rows; no

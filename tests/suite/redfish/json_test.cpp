@@ -131,6 +131,17 @@ TEST(MemberAt, MissingNullAndMistypedStepsAreNull) {
   EXPECT_EQ(memberAt(object, ""), nullptr);
 }
 
+TEST(MemberAt, AnyNameIsTheFirstThatLeadsOn) {
+  const json::object object = objectOf(R"({"Oem": {
+      "Text": "x", "None": {"Bay": null}, "First": {"Bay": 1},
+      "Second": {"Bay": 2, "Rack": {"Row": 3}}}})");
+  EXPECT_EQ(memberAt(object, "Oem/*/Bay")->as_int64(), 1);
+  EXPECT_EQ(memberAt(object, "Oem/*/Rack/Row")->as_int64(), 3);
+  EXPECT_EQ(memberAt(object, "Oem/*/*/Row")->as_int64(), 3);
+  EXPECT_EQ(memberAt(object, "Oem/*/Shelf"), nullptr);
+  EXPECT_EQ(memberAt(object, "Other/*/Bay"), nullptr);
+}
+
 TEST(TypedAccess, WrongTypesAreNothing) {
   const json::object object = objectOf(R"({"n": 1, "s": "x", "l": []})");
   EXPECT_EQ(objectAt(object, "l"), nullptr);

@@ -58,6 +58,24 @@ TEST(Rollup, ReadsAStatusFurtherDown) {
             Health::kWarning);
 }
 
+TEST(Rollup, OlderSpellingIsReadToo) {
+  EXPECT_EQ(rollup(objectOf(R"({"Status": {"Health": "OK",
+                                "HealthRollUp": "Critical"}})"),
+                   "Status"),
+            Health::kCritical);
+}
+
+TEST(StatedRollup, StandardsSpellingComesFirstWhereItHasAValue) {
+  EXPECT_EQ(statedRollup(objectOf(R"({"Status": {"HealthRollup": "OK",
+                                      "HealthRollUp": "Critical"}})"),
+                         "Status"),
+            Health::kOk);
+  EXPECT_EQ(statedRollup(objectOf(R"({"Status": {"HealthRollup": null,
+                                      "HealthRollUp": "Warning"}})"),
+                         "Status"),
+            Health::kWarning);
+}
+
 TEST(IsAbsent, OnlyTheStateAbsentCounts) {
   EXPECT_TRUE(isAbsent(objectOf(R"({"Status": {"State": "Absent"}})")));
   EXPECT_FALSE(isAbsent(objectOf(R"({"Status": {"State": "Disabled"}})")));

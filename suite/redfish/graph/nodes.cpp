@@ -1,0 +1,202 @@
+#include "suite/redfish/graph/nodes.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "suite/base/filler.h"
+#include "suite/base/natural_order.h"
+
+namespace redfish {
+namespace {
+
+// A member of Systems, with what it is sorted by.
+struct Member {
+  const Resource* system = nullptr;
+  std::string name;
+};
+
+bool isRead(const Resource* resource) {
+  return resource != nullptr && resource->state == ResourceState::kRead;
+}
+
+// The Id of a system; without one the last segment of its link.
+std::string nameOf(const Resource* system, const Uri& link) {
+  std::string_view id;
+  if (isRead(system)) {
+    id = stringAt(system->body, "Id");
+  }
+  return std::string(id.empty() ? link.lastSegment() : id);
+}
+
+std::vector<Member> allMembers(const Graph& graph) {
+  const Resource* root = serviceRoot(graph);
+  const Resource* collection =
+      root == nullptr ? nullptr : graph.follow(root->body, "Systems").document;
+  if (collection == nullptr) {
+    return {};
+  }
+  std::vector<Member> members;
+  std::set<std::string> seen;
+  for (const Uri& link : linksAt(collection->body, "Members")) {
+    if (seen.insert(link.document()).second) {
+      const Resource* system = graph.find(link.document());
+      members.push_back({system, nameOf(system, link)});
+    }
+  }
+  return members;
+}
+
+// A system that only exists inside, or as a part of, another machine.
+bool isNoMachine(const Member& member) {
+  static constexpr std::array<std::string_view, 5> kTypes = {
+      "Virtual", "OS", "VirtuallyPartitioned", "DPU", "Composed"};
+  return isRead(member.system) &&
+         std::find(kTypes.begin(), kTypes.end(),
+                   stringAt(member.system->body, "SystemType")) != kTypes.end();
+}
+
+// Whether a system is started and set up by itself.
+bool isWhole(const Resource& system) {
+  const std::string_view version = stringAt(system.body, "BiosVersion");
+  return objectAt(system.body, "Boot") != nullptr ||
+         memberAt(system.body, "Actions/#ComputerSystem.Reset") != nullptr ||
+         linkAt(system.body, "Bios").has_value() ||
+         (version.find_first_not_of(' ') != std::string_view::npos &&
+          !base::isFiller(version));
+}
+
+// The systems in the order of their numbers, parts still among them.
+std::vector<const Resource*> machines(const Graph& graph) {
+  const std::vector<Member> all = allMembers(graph);
+  std::vector<Member> chosen;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(chosen),
+               [](const Member& member) { return !isNoMachine(member); });
+  if (chosen.empty()) {
+    chosen = all;
+  }
+  std::stable_sort(chosen.begin(), chosen.end(),
+                   [](const Member& left, const Member& right) {
+                     return base::naturallyBefore(left.name, right.name);
+                   });
+  std::vector<const Resource*> systems;
+  systems.reserve(chosen.size());
+  for (const Member& member : chosen) {
+    systems.push_back(member.system);
+  }
+  return systems;
+}
+
+// The systems told apart by whether they are whole. One that was not read is
+// neither.
+struct Sorted {
+  std::vector<const Resource*> whole;
+  std::vector<const Resource*> boards;  // Without anything of a machine.
+};
+
+Sorted sorted(const std::vector<const Resource*>& systems) {
+  Sorted result;
+  for (const Resource* system : systems) {
+    if (isRead(system)) {
+      (isWhole(*system) ? result.whole : result.boards).push_back(system);
+    }
+  }
+  return result;
+}
+
+// The chassis that a system links, or that link it.
+std::set<const Resource*> chassisLinkedWith(const Graph& graph,
+                                            const Resource& system) {
+  std::set<const Resource*> linked;
+  for (const Resource* chassis : readLinks(graph, system, "Links/Chassis")) {
+    linked.insert(chassis);
+  }
+  for (const Resource* chassis : membersOfRoot(graph, "Chassis")) {
+    if (linksTo(*chassis, "Links/ComputerSystems", system)) {
+      linked.insert(chassis);
+    }
+  }
+  return linked;
+}
+
+// The machine that a board is a part of; null when it is one of its own.
+const Resource* ownerOf(const Graph& graph, const Resource& board,
+                        const std::vector<const Resource*>& whole) {
+  if (whole.size() == 1) {
+    return whole.front();
+  }
+  const std::set<const Resource*> own = chassisLinkedWith(graph, board);
+  const Resource* owner = nullptr;
+  for (const Resource* system : whole) {
+    const std::set<const Resource*> linked = chassisLinkedWith(graph, *system);
+    if (std::none_of(own.begin(), own.end(), [&](const Resource* chassis) {
+          return linked.count(chassis) > 0;
+        })) {
+      continue;
+    }
+    if (owner != nullptr) {
+      return nullptr;
+    }
+    owner = system;
+  }
+  return owner;
+}
+
+}  // namespace
+
+const Resource* serviceRoot(const Graph& graph) {
+  return graph.findRead("/redfish/v1");
+}
+
+std::vector<const Resource*> membersOfRoot(const Graph& graph,
+                                           std::string_view collection) {
+  const Resource* root = serviceRoot(graph);
+  const Resource* found =
+      root == nullptr ? nullptr : graph.follow(root->body, collection).document;
+  return isRead(found) ? readLinks(graph, *found, "Members")
+                       : std::vector<const Resource*>();
+}
+
+std::vector<NodeSystems> nodesOf(const Graph& graph) {
+  const std::vector<const Resource*> systems = machines(graph);
+  const Sorted kinds = sorted(systems);
+  std::vector<NodeSystems> nodes;
+  std::vector<std::pair<const Resource*, const Resource*>> parts;
+  for (const Resource* system : systems) {
+    const bool board = std::find(kinds.boards.begin(), kinds.boards.end(),
+                                 system) != kinds.boards.end();
+    const Resource* owner =
+        board ? ownerOf(graph, *system, kinds.whole) : nullptr;
+    if (owner == nullptr) {
+      nodes.push_back({system});
+    } else {
+      parts.emplace_back(owner, system);
+    }
+  }
+  for (const auto& [owner, part] : parts) {
+    for (NodeSystems& node : nodes) {
+      if (node.front() == owner) {
+        node.push_back(part);
+      }
+    }
+  }
+  return nodes;
+}
+
+std::vector<const Resource*> eligibleSystems(const Graph& graph) {
+  std::vector<const Resource*> own;
+  for (const NodeSystems& node : nodesOf(graph)) {
+    own.push_back(node.front());
+  }
+  return own;
+}
+
+bool partsDependOnChassis(const Graph& graph) {
+  const Sorted kinds = sorted(machines(graph));
+  return kinds.whole.size() > 1 && !kinds.boards.empty();
+}
+
+}  // namespace redfish
