@@ -95,7 +95,7 @@ int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
   if (const int status = requireMachine()) {
     return status;
   }
-  if (!machine_->tellsOfFans()) {
+  if (!machine_->hasFanSource()) {
     return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
                 "this operating system tells programs nothing of its fans",
                 "name a controller by --bmc");

@@ -15,7 +15,12 @@ namespace local {
 /// does not know target speeds (fanN_target).
 std::vector<FanFacts> fanFacts(const Root& root);
 
-/// Whether the running system tells programs of fans at all.
-bool systemTellsOfFans();
+/// Whether the running system tells programs of fans at all: the class that
+/// Windows has for them holds no speeds.
+#if defined(_WIN32)
+inline constexpr bool kSystemHasFanSource = false;
+#else
+inline constexpr bool kSystemHasFanSource = true;
+#endif
 
 }  // namespace local

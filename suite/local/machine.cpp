@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/local/controller/ipmi_device.h"
 #include "suite/local/cpu_frequency.h"
 #include "suite/local/facts/machine_names.h"
@@ -22,7 +23,7 @@ constexpr char kPciBus[] = "/sys/bus/pci/devices";
 // A controller answers within milliseconds, one that starts within seconds.
 constexpr std::chrono::milliseconds kIpmiTimeout(5000);
 
-Machine* ofTheRun = nullptr;
+Machine* currentMachine = nullptr;
 
 }  // namespace
 
@@ -30,14 +31,14 @@ Machine::Machine(Root root, std::string pciIdsFile)
     : root_(std::move(root)), pciIdsFile_(std::move(pciIdsFile)) {}
 
 Machine::~Machine() {
-  if (ofTheRun == this) {
-    ofTheRun = nullptr;
+  if (currentMachine == this) {
+    currentMachine = nullptr;
   }
 }
 
-Machine* Machine::current() { return ofTheRun; }
+Machine* Machine::current() { return currentMachine; }
 
-void Machine::makeCurrent() { ofTheRun = this; }
+void Machine::makeCurrent() { currentMachine = this; }
 
 const SmbiosTables& Machine::smbios() {
   if (!table_) {
@@ -68,9 +69,13 @@ SystemFacts Machine::system() {
   const auto text = [&](const char* name) {
     return root_.line(std::string(kTexts) + name);
   };
-  return {text("sys_vendor"),     text("product_name"), text("product_version"),
-          text("product_serial"), text("product_sku"),  text("product_family"),
-          text("product_uuid")};
+  return {text("sys_vendor"),
+          text("product_name"),
+          text("product_version"),
+          text("product_serial"),
+          text("product_sku"),
+          text("product_family"),
+          base::lowerCase(text("product_uuid"))};
 }
 
 BoardFacts Machine::board() {
@@ -103,8 +108,8 @@ std::vector<SupplyFacts> Machine::supplies() { return supplyFacts(smbios()); }
 
 std::vector<FanFacts> Machine::fans() { return fanFacts(root_); }
 
-bool Machine::tellsOfFans() const {
-  return root_.recorded() || systemTellsOfFans();
+bool Machine::hasFanSource() const {
+  return root_.recorded() || kSystemHasFanSource;
 }
 
 std::vector<PciFacts> Machine::adapters() {

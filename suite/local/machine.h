@@ -66,8 +66,8 @@ class Machine {
   std::vector<SupplyFacts> supplies();
   std::vector<FanFacts> fans();
 
-  /// Whether there is a source that could tell of fans.
-  bool tellsOfFans() const;
+  /// Whether there is a source of fans: some systems have none.
+  bool hasFanSource() const;
 
   std::vector<PciFacts> adapters();
   std::vector<HostInterface> hostInterfaces();

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "suite/base/ascii.h"
 #include "suite/local/pci/pci_vpd.h"
 
 namespace record {
@@ -28,11 +29,6 @@ const std::map<std::uint8_t, std::vector<std::size_t>> kTextsToMask = {
     {local::kSmbiosEnd,           {}},
 };
 // clang-format on
-
-bool isAlphanumeric(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
-         (c >= 'a' && c <= 'z');
-}
 
 void fill(std::string& bytes, std::size_t offset, std::size_t length) {
   for (std::size_t i = offset; i < offset + length && i < bytes.size(); ++i) {
@@ -73,7 +69,7 @@ std::string maskTexts(std::string texts,
     if (c == '\0') {
       ++number;
     } else if (std::count(numbers.begin(), numbers.end(), number) != 0 &&
-               isAlphanumeric(c)) {
+               base::isAlphanumeric(c)) {
       c = kMask;
     }
   }
@@ -107,13 +103,14 @@ std::string vpdField(const std::string& keyword, const std::string& value) {
 
 std::string maskText(const std::string& text) {
   std::string masked = text;
-  std::replace_if(masked.begin(), masked.end(), isAlphanumeric, kMask);
+  std::replace_if(masked.begin(), masked.end(), base::isAlphanumeric, kMask);
   return masked;
 }
 
 std::string maskUuid(const std::string& uuid) {
   std::string masked = uuid;
-  std::replace_if(masked.begin(), masked.end(), isAlphanumeric, kMaskDigit);
+  std::replace_if(masked.begin(), masked.end(), base::isAlphanumeric,
+                  kMaskDigit);
   return masked;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "suite/base/ascii.h"
+#include "suite/base/host_name.h"
 
 namespace local {
 namespace {
@@ -105,23 +106,6 @@ bool sameController(const HostInterface& a, const HostInterface& b) {
   return false;
 }
 
-bool isIpv6(std::string_view address) {
-  return address.find(':') != std::string_view::npos;
-}
-
-bool isLinkLocal(std::string_view address) {
-  return address.substr(0, 4) == "fe80" && isIpv6(address);
-}
-
-bool isHostName(std::string_view name) {
-  constexpr std::size_t kLongest = 253;
-  return !name.empty() && name.size() <= kLongest &&
-         name.find_first_not_of(
-             "abcdefghijklmnopqrstuvwxyz"
-             "ABCDEFGHIJKLMNOPQRSTUVWXYZ"
-             "0123456789.-") == std::string_view::npos;
-}
-
 // Where the service is asked for; empty when that has to be discovered.
 std::string serviceHost(const RedfishOverIp& service) {
   const bool stated = service.discovery == IpAssignment::kStatic ||
@@ -129,17 +113,18 @@ std::string serviceHost(const RedfishOverIp& service) {
   if (stated && !service.serviceAddress.empty()) {
     return service.serviceAddress;
   }
-  return isHostName(service.hostName) ? service.hostName : std::string();
+  return base::isHostName(service.hostName) ? service.hostName : std::string();
 }
 
 bool hasFamily(const NetworkDevice& device, bool ipv6) {
-  return std::any_of(
-      device.addresses.begin(), device.addresses.end(),
-      [&](const std::string& address) { return isIpv6(address) == ipv6; });
+  return std::any_of(device.addresses.begin(), device.addresses.end(),
+                     [&](const std::string& address) {
+                       return base::isIpv6Host(address) == ipv6;
+                     });
 }
 
 std::string_view familyOf(std::string_view address) {
-  return isIpv6(address) ? "IPv6" : "IPv4";
+  return base::isIpv6Host(address) ? "IPv6" : "IPv4";
 }
 
 ControllerPath pathOver(const RedfishOverIp& service,
@@ -154,13 +139,13 @@ ControllerPath pathOver(const RedfishOverIp& service,
   if (!device.up) {
     path.problem = PathProblem::kDown;
   } else if (device.addresses.empty() ||
-             (stated && !hasFamily(device, isIpv6(host)))) {
+             (stated && !hasFamily(device, base::isIpv6Host(host)))) {
     path.problem = PathProblem::kNoAddress;
     path.missingFamily = stated ? familyOf(host) : "";
   } else if (host.empty()) {
     path.problem = PathProblem::kUndiscovered;
   } else {
-    path.address = isLinkLocal(host) ? host + "%" + device.name : host;
+    path.address = base::isLinkLocal(host) ? host + "%" + device.name : host;
   }
   return path;
 }

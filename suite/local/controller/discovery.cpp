@@ -3,21 +3,15 @@
 #include <algorithm>
 #include <boost/url/parse.hpp>
 #include <boost/url/url_view.hpp>
-#include <charconv>
 #include <cstddef>
+
+#include "suite/base/ascii.h"
+#include "suite/base/numbers.h"
 
 namespace local {
 namespace {
 
 constexpr std::uint16_t kDefaultPort = 443;
-
-std::string lower(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return result;
-}
 
 // The value of a header of the answer; names are compared without case.
 std::string_view header(std::string_view answer, std::string_view name) {
@@ -27,15 +21,10 @@ std::string_view header(std::string_view answer, std::string_view name) {
     answer.remove_prefix(std::min(end + 1, answer.size()));
     const std::size_t colon = line.find(':');
     if (colon == std::string_view::npos ||
-        lower(line.substr(0, colon)) != name) {
+        base::lowerCase(line.substr(0, colon)) != name) {
       continue;
     }
-    line.remove_prefix(colon + 1);
-    const std::size_t first = line.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-      return {};
-    }
-    return line.substr(first, line.find_last_not_of(" \t\r") - first + 1);
+    return base::trimmed(line.substr(colon + 1));
   }
   return {};
 }
@@ -52,8 +41,8 @@ std::optional<std::uint16_t> parseSearchAnswer(std::string_view answer,
       kRedfishServiceType) {
     return std::nullopt;
   }
-  const std::string name = lower(header(answer, "usn"));
-  if (!uuid.empty() && name.find(lower(uuid)) == std::string::npos) {
+  const std::string name = base::lowerCase(header(answer, "usn"));
+  if (!uuid.empty() && name.find(base::lowerCase(uuid)) == std::string::npos) {
     return std::nullopt;
   }
   const std::string_view link = header(answer, "al");
@@ -68,13 +57,8 @@ std::optional<std::uint16_t> parseSearchAnswer(std::string_view answer,
   if (digits.empty()) {
     return kDefaultPort;
   }
-  std::uint16_t port = 0;
-  const char* end = digits.data() + digits.size();
-  const auto result = std::from_chars(digits.data(), end, port);
-  if (result.ec != std::errc() || result.ptr != end || port == 0) {
-    return std::nullopt;
-  }
-  return port;
+  const auto port = base::parseNumber<std::uint16_t>(digits);
+  return port == 0 ? std::nullopt : port;
 }
 
 }  // namespace local

@@ -9,6 +9,8 @@
 
 #include <cstddef>
 
+#include "suite/base/host_name.h"
+
 namespace local {
 namespace {
 
@@ -39,10 +41,8 @@ class Socket {
 };
 
 std::string searchText(const DiscoveryOptions& options) {
-  const bool ipv6 = options.group.find(':') != std::string::npos;
-  const std::string host = ipv6 ? "[" + options.group + "]" : options.group;
-  return "M-SEARCH * HTTP/1.1\r\nHOST: " + host + ":" +
-         std::to_string(options.port) +
+  return "M-SEARCH * HTTP/1.1\r\nHOST: " + base::bracketed(options.group) +
+         ":" + std::to_string(options.port) +
          "\r\nMAN: \"ssdp:discover\"\r\nMX: 1\r\nST: " +
          std::string(kRedfishServiceType) + "\r\n\r\n";
 }
@@ -103,7 +103,7 @@ std::optional<DiscoveredService> discoverService(
     const std::string& device, std::string_view uuid,
     const DiscoveryOptions& options) {
   const unsigned index = if_nametoindex(device.c_str());
-  const bool ipv6 = options.group.find(':') != std::string::npos;
+  const bool ipv6 = base::isIpv6Host(options.group);
   const Socket socket(ipv6 ? AF_INET6 : AF_INET);
   if (index == 0 || socket.file() < 0 || !sendSearch(socket, index, options)) {
     return std::nullopt;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "suite/base/ascii.h"
+
 namespace local {
 namespace {
 
@@ -52,11 +54,7 @@ Content Root::read(const std::string& path, std::size_t limit) const {
 std::string Root::line(const std::string& path) const {
   std::string text = read(path, kAttributeLimit).bytes;
   text.resize(std::min(text.size(), text.find('\n')));
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string::npos) {
-    return "";
-  }
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+  return std::string(base::trimmed(text));
 }
 
 std::vector<std::string> Root::list(const std::string& path) const {

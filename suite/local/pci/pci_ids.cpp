@@ -1,9 +1,10 @@
 #include "suite/local/pci/pci_ids.h"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <optional>
+
+#include "suite/base/numbers.h"
 
 namespace local {
 namespace {
@@ -27,13 +28,7 @@ std::optional<std::uint16_t> idAt(std::string_view line, std::size_t offset) {
   if (line.size() < offset + kIdDigits) {
     return std::nullopt;
   }
-  std::uint16_t id = 0;
-  const char* begin = line.data() + offset;
-  const auto result = std::from_chars(begin, begin + kIdDigits, id, 16);
-  if (result.ec != std::errc() || result.ptr != begin + kIdDigits) {
-    return std::nullopt;
-  }
-  return id;
+  return base::parseNumber<std::uint16_t>(line.substr(offset, kIdDigits), 16);
 }
 
 // The name at the end of a line whose ids end at an offset.

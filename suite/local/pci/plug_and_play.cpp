@@ -1,11 +1,11 @@
 #include "suite/local/pci/plug_and_play.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <string_view>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/base/numbers.h"
 
 namespace local {
@@ -33,17 +33,15 @@ std::optional<std::uint32_t> numberAt(const std::vector<std::string>& ids,
 
 // All decimal numbers of a text, in its order.
 std::vector<std::uint32_t> numbersIn(std::string_view text) {
-  constexpr std::size_t kMostDigits = 9;
   std::vector<std::uint32_t> numbers;
-  const auto isDigit = [](unsigned char c) { return std::isdigit(c) != 0; };
   for (auto at = text.begin(); at != text.end();) {
-    const auto begin = std::find_if(at, text.end(), isDigit);
-    at = std::find_if_not(begin, text.end(), isDigit);
-    const std::string digits(begin, at);
-    if (digits.empty() || digits.size() > kMostDigits) {
-      continue;
+    const auto begin = std::find_if(at, text.end(), base::isDigit);
+    at = std::find_if_not(begin, text.end(), base::isDigit);
+    // Longer digits than those of a number are no place.
+    if (const auto number =
+            base::parseNumber<std::uint32_t>(std::string(begin, at))) {
+      numbers.push_back(*number);
     }
-    numbers.push_back(static_cast<std::uint32_t>(std::stoul(digits)));
   }
   return numbers;
 }

@@ -83,6 +83,14 @@ TEST(Machine, WithoutTableTheKernelsTextsServe) {
   EXPECT_TRUE(machine.describesItself());
 }
 
+TEST(Machine, UuidOfTheKernelIsInLowerCase) {
+  Folder folder;
+  folder.file("/sys/class/dmi/id/product_uuid",
+              "01112233-4455-6677-8899-AABBCCDDEEFF\n");
+  EXPECT_EQ(Machine(folder.root()).system().uuid,
+            "01112233-4455-6677-8899-aabbccddeeff");
+}
+
 TEST(Machine, NothingAtAllDescribesNothing) {
   const Folder folder;
   Machine machine(folder.root());
