@@ -19,6 +19,7 @@
 #include "suite/brivel/help.h"
 #include "suite/brivel/module_search.h"
 #include "suite/brivel/print_error.h"
+#include "suite/brivel/version.h"
 #include "suite/connection/password/environment_password.h"
 #include "suite/connection/settings/settings.h"
 #include "suite/connection/settings/target.h"

@@ -186,6 +186,4 @@ std::string fullHelp(std::size_t width) {
   return text + "\n" + paragraph(kExitStatus, width);
 }
 
-const char* versionText() { return "brivel " BRIVEL_VERSION "\n"; }
-
 }  // namespace brivel

@@ -28,7 +28,4 @@ std::string applicationHelp(const std::string& application,
 /// The whole help: every option, host command and exit status.
 std::string fullHelp(std::size_t width = kHelpWidth);
 
-/// The text of --version: program and version.
-const char* versionText();
-
 }  // namespace brivel

@@ -38,4 +38,8 @@ struct NetworkTransportOptions {
 std::unique_ptr<Transport> makeNetworkTransport(
     NetworkTransportOptions options);
 
+/// The libraries in use that speak HTTP and TLS, with their versions ("libcurl
+/// 7.88.1, OpenSSL 3.0.15"); or why there are none.
+std::string networkLibraries();
+
 }  // namespace http

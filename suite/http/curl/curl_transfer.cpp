@@ -11,7 +11,7 @@
 namespace http {
 namespace {
 
-constexpr char kUserAgent[] = "brivel/1.0";
+constexpr char kUserAgent[] = "brivel/" BRIVEL_VERSION;
 
 // What libcurl may be late with a time limit before we step in.
 constexpr std::chrono::milliseconds kGrace(100);

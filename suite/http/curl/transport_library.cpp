@@ -11,9 +11,10 @@
 namespace http {
 namespace {
 
-// The library's function, or why there is none.
+// The library's functions, or why there are none.
 struct Library {
   MakeTransport* makeTransport = nullptr;
+  DescribeLibraries* describeLibraries = nullptr;
   std::string error;
 };
 
@@ -46,28 +47,46 @@ Library load() {
   if (handle != nullptr) {
     library.makeTransport =
         reinterpret_cast<MakeTransport*>(dlsym(handle, kMakeTransport));
+    library.describeLibraries =
+        reinterpret_cast<DescribeLibraries*>(dlsym(handle, kDescribeLibraries));
   }
-  if (library.makeTransport == nullptr) {
+  if (library.makeTransport == nullptr ||
+      library.describeLibraries == nullptr) {
     library.error = path + " cannot be loaded: " + loadError(path);
   }
   return library;
+}
+
+const Library& loadedLibrary() {
+  static const Library kLibrary = load();
+  return kLibrary;
 }
 
 }  // namespace
 
 std::unique_ptr<Transport> makeNetworkTransport(
     NetworkTransportOptions options) {
-  static const Library kLibrary = load();
-  if (kLibrary.makeTransport == nullptr) {
+  const Library& library = loadedLibrary();
+  if (!library.error.empty()) {
     base::Failure failure;
     failure.kind = base::FailureKind::kInternal;
-    failure.cause = kLibrary.error;
+    failure.cause = library.error;
     failure.remedy = "install brivel again, with the libraries that it needs";
     return makeUnusableTransport(options.origin, std::move(failure));
   }
   std::unique_ptr<Transport> transport;
-  kLibrary.makeTransport(options, transport);
+  library.makeTransport(options, transport);
   return transport;
+}
+
+std::string networkLibraries() {
+  const Library& library = loadedLibrary();
+  if (!library.error.empty()) {
+    return library.error;
+  }
+  std::string text;
+  library.describeLibraries(text);
+  return text;
 }
 
 }  // namespace http

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "suite/http/network_transport.h"
 
@@ -14,18 +15,25 @@ namespace http {
 // needs of the rooms below it from libbrivel.so (exports.map), so that there is
 // one log and one wish to end the run.
 //
-// `makeNetworkTransport` has two definitions. transport_library.cpp is that of
-// libbrivel.so: it loads the library and asks it. curl_transport.cpp is that of
-// the library itself, and of programs that are linked with libcurl.
+// What network_transport.h declares has two definitions. That of libbrivel.so
+// is transport_library.cpp: it loads the library and asks it. That of the
+// library itself, and of programs that are linked with libcurl, is
+// curl_transport.cpp and curl_versions.cpp.
 
 /// File of the library, beside libbrivel.so.
 constexpr char kTransportLibrary[] = "libbrivel-http.so";
 
-/// Name and type of the library's one function. It sets `transport` to a new
+// Names and types of the library's two functions.
+
+/// Sets `transport` to a new
 /// transport for `options`, which it takes over. May throw what
 /// `makeNetworkTransport` throws.
 constexpr char kMakeTransport[] = "brivelMakeTransport";
 using MakeTransport = void(NetworkTransportOptions& options,
                            std::unique_ptr<Transport>& transport);
+
+/// Sets `text` to what `networkLibraries` returns.
+constexpr char kDescribeLibraries[] = "brivelDescribeLibraries";
+using DescribeLibraries = void(std::string& text);
 
 }  // namespace http

@@ -16,7 +16,7 @@
 namespace http {
 namespace {
 
-constexpr wchar_t kUserAgent[] = L"brivel/1.0";
+constexpr wchar_t kUserAgent[] = L"brivel/" BRIVEL_VERSION;
 
 // Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
@@ -277,5 +277,7 @@ std::unique_ptr<Transport> makeNetworkTransport(
     NetworkTransportOptions options) {
   return std::make_unique<WinhttpTransport>(std::move(options));
 }
+
+std::string networkLibraries() { return "WinHTTP"; }
 
 }  // namespace http

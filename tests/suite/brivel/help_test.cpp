@@ -86,8 +86,4 @@ TEST(ApplicationHelp, HasTheSummaryAndTheOptions) {
   EXPECT_EQ(help.find("--device"), std::string::npos);
 }
 
-TEST(VersionText, NamesProgramAndVersion) {
-  EXPECT_EQ(std::string(brivel::versionText()).rfind("brivel ", 0), 0U);
-}
-
 }  // namespace

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <string>
 #include <utility>
 
@@ -45,7 +46,15 @@ TEST_F(Program, ShowsTheHelp) {
 }
 
 TEST_F(Program, ShowsTheVersion) {
-  EXPECT_EQ(run({"--version"}).output, "brivel " BRIVEL_VERSION "\n");
+  const ProgramEnd end = run({"--version"});
+  EXPECT_EQ(end.status, 0);
+  EXPECT_TRUE(std::regex_match(
+      end.output,
+      std::regex("brivel " BRIVEL_VERSION "\ncommit ([0-9a-f]{12}|unknown)\n"
+                 "Boost 1\\.[0-9]+\\.[0-9]+, libcurl [0-9.]+, "
+                 "OpenSSL [0-9.a-z]+\n")))
+      << end.output;
+  EXPECT_EQ(run({"-V"}).output, end.output);
 }
 
 TEST_F(Program, WrongUsageIsToldWithTheWayToTheHelp) {

@@ -41,7 +41,7 @@ TEST(CurlTransportRequest, CarriesTheProtocolsHeaders) {
   EXPECT_THAT(sent, StartsWith("GET /redfish/v1/Systems?$skip=2 HTTP/1.1\r\n"));
   EXPECT_THAT(sent, HasSubstr("\r\nAccept: application/json\r\n"));
   EXPECT_THAT(sent, HasSubstr("\r\nOData-Version: 4.0\r\n"));
-  EXPECT_THAT(sent, HasSubstr("\r\nUser-Agent: brivel/"));
+  EXPECT_THAT(sent, HasSubstr("\r\nUser-Agent: brivel/" BRIVEL_VERSION "\r\n"));
   EXPECT_THAT(sent, HasSubstr("\r\nAccept-Encoding: gzip\r\n"));
   EXPECT_THAT(sent, Not(HasSubstr("Authorization")));
   EXPECT_THAT(sent, Not(HasSubstr("Cookie")));
