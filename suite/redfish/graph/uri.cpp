@@ -128,10 +128,44 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
   return end == std::string_view::npos ? std::string_view() : link.substr(end);
 }
 
+// Whether a link is as nearly all are: a path of the service in which there is
+// nothing to decode, to escape or to refuse.
+bool isPlain(std::string_view link) {
+  if (link.substr(0, kServicePrefix.size()) != kServicePrefix) {
+    return false;
+  }
+  char last = '/';
+  for (const char c : link) {
+    const bool dot = c == '.' && last != '/';
+    if (!isAlpha(c) && !isDigit(c) && !dot && c != '/' && c != '-' &&
+        c != '_' && c != ':') {
+      return false;
+    }
+    last = c;
+  }
+  return true;
+}
+
+std::string withoutEndingSlashes(std::string path) {
+  while (path.back() == '/') {
+    path.pop_back();
+  }
+  return path;
+}
+
 }  // namespace
 
 std::optional<Uri> Uri::parse(std::string_view link) {
-  if (link.size() > kMaxLinkBytes || hasForbidden(link)) {
+  if (link.size() > kMaxLinkBytes) {
+    return std::nullopt;
+  }
+  Uri uri;
+  if (isPlain(link)) {
+    uri.target_ = link;
+    uri.document_ = withoutEndingSlashes(uri.target_);
+    return uri;
+  }
+  if (hasForbidden(link)) {
     return std::nullopt;
   }
   const std::optional<std::string_view> rest = withoutAuthority(link);
@@ -147,7 +181,6 @@ std::optional<Uri> Uri::parse(std::string_view link) {
       rest->substr(std::min(beforeFragment.size() + 1, rest->size()));
 
   const std::string decodedPath = decodePercent(path);
-  Uri uri;
   uri.fragment_ = decodePercent(fragment);
   if (hasForbidden(decodedPath) || hasDotSegment(decodedPath) ||
       hasForbidden(decodePercent(query)) || hasForbidden(uri.fragment_)) {
@@ -159,11 +192,7 @@ std::optional<Uri> Uri::parse(std::string_view link) {
   }
   const std::string normalQuery = normalize(query);
   uri.target_ = normalPath + normalQuery;
-  uri.document_ = normalPath;
-  while (uri.document_.back() == '/') {
-    uri.document_.pop_back();
-  }
-  uri.document_ += normalQuery;
+  uri.document_ = withoutEndingSlashes(normalPath) + normalQuery;
   return uri;
 }
 

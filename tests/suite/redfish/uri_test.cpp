@@ -115,6 +115,17 @@ TEST(UriDocument, SpellingsOfOneDocumentAreEqual) {
   EXPECT_EQ(documentOf("https://other/redfish/v1/Systems/a%20b~c"), key);
 }
 
+TEST(UriDocument, PlainAndEscapedSpellingsAreEqual) {
+  for (const char* plain :
+       {"/redfish/v1/Systems/A.1", "/redfish/v1/.hidden",
+        "/redfish/v1/Chassis/Node-1_a:2", "/redfish/v1/Systems//"}) {
+    const auto escaped = std::string("/%72edfish") + (plain + 8);
+    ASSERT_TRUE(Uri::parse(plain) && Uri::parse(escaped)) << plain;
+    EXPECT_EQ(Uri::parse(plain)->document(), Uri::parse(escaped)->document());
+    EXPECT_EQ(Uri::parse(plain)->target(), Uri::parse(escaped)->target());
+  }
+}
+
 TEST(UriDocument, ReservedEscapesStayApart) {
   EXPECT_EQ(documentOf("/redfish/v1/a%2fb"), "/redfish/v1/a%2Fb");
   EXPECT_NE(documentOf("/redfish/v1/a%2fb"), documentOf("/redfish/v1/a/b"));
