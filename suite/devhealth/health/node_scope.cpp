@@ -1,7 +1,11 @@
 #include "suite/devhealth/health/node_scope.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
+#include "suite/redfish/graph/containment.h"
 #include "suite/redfish/graph/document_path.h"
 
 namespace devhealth {
@@ -9,61 +13,58 @@ namespace {
 
 using redfish::Graph;
 using redfish::Node;
+using redfish::NodeSystems;
 using redfish::Resource;
 using redfish::Uri;
 using Keys = std::unordered_set<std::string>;
 
-// Chassis inside chassis deeper than this are not followed.
-constexpr int kMaxContainment = 8;
-
-Keys keysOf(const std::vector<const Resource*>& resources) {
-  Keys keys;
+void addKeys(const std::vector<const Resource*>& resources, Keys& keys) {
   for (const Resource* resource : resources) {
-    keys.insert(resource->uri.document());
+    if (resource != nullptr) {
+      keys.insert(resource->uri.document());
+    }
+  }
+}
+
+// Everything that belongs to a node, and the chassis around it.
+Keys holdersOf(const Graph& graph, const Node& node) {
+  Keys keys;
+  addKeys(node.systems, keys);
+  addKeys(node.chassis, keys);
+  addKeys(node.managers, keys);
+  for (const Uri& outer : redfish::enclosingChassis(graph, node)) {
+    keys.insert(outer.document());
   }
   return keys;
 }
 
-void addLinks(const Resource& holder, std::string_view path, Keys& keys) {
-  for (const Uri& link : redfish::linksAt(holder.body, path)) {
-    keys.insert(link.document());
-  }
+// Whether a link of either direction ties a chassis to a node.
+bool isTied(const Resource& chassis, const Node& node) {
+  return std::any_of(
+      node.systems.begin(), node.systems.end(),
+      [&chassis](const Resource* system) {
+        return redfish::linksTo(*system, "Links/Chassis", chassis) ||
+               redfish::linksTo(chassis, "Links/ComputerSystems", *system);
+      });
 }
 
-// The chassis around a chassis, the nearest first.
-std::vector<std::string> enclosures(const Graph& graph,
-                                    const Resource& chassis) {
-  std::vector<std::string> keys;
-  const Resource* inner = &chassis;
-  for (int depth = 0; depth < kMaxContainment && inner != nullptr; ++depth) {
-    const auto outer = redfish::linkAt(inner->body, "Links/ContainedBy");
-    if (!outer) {
-      break;
+// Whether a chassis of another node only stands in something that this node
+// has, too: the fan tray of their enclosure, but no card of the other blade.
+bool isShared(const Graph& graph, const Resource& chassis, const Node& other,
+              const Keys& own) {
+  if (isTied(chassis, other)) {
+    return false;
+  }
+  for (const Uri& outer : redfish::chassisAround(graph, chassis)) {
+    if (own.count(outer.document()) > 0) {
+      return true;
     }
-    keys.push_back(outer->document());
-    inner = graph.find(outer->document());
-  }
-  return keys;
-}
-
-// The members of the service's collection of chassis, as far as read.
-std::vector<const Resource*> allChassis(const Graph& graph) {
-  std::vector<const Resource*> all;
-  const Resource* root = redfish::serviceRoot(graph);
-  if (root == nullptr) {
-    return all;
-  }
-  const auto* collection = graph.follow(root->body, "Chassis").object;
-  if (collection == nullptr) {
-    return all;
-  }
-  for (const Uri& link : redfish::linksAt(*collection, "Members")) {
-    const Resource* chassis = graph.find(link.document());
-    if (chassis != nullptr) {
-      all.push_back(chassis);
+    const Resource* around = graph.findRead(outer.document());
+    if (around == nullptr || isTied(*around, other)) {
+      return false;
     }
   }
-  return all;
+  return false;
 }
 
 }  // namespace
@@ -72,66 +73,26 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
   if (node.alone || node.system == nullptr) {
     return;
   }
-  Keys ownManagers = keysOf(node.managers);
-  Keys own = keysOf(node.chassis);
-  for (const Resource* chassis : node.chassis) {
-    for (std::string& key : enclosures(graph, *chassis)) {
-      own.insert(std::move(key));
-    }
-  }
-
-  Keys systems;
-  Keys claimed;
-  Keys managers;
-  for (const Resource* system : redfish::eligibleSystems(graph)) {
-    if (system == nullptr || system == node.system) {
-      continue;
-    }
-    systems.insert(system->uri.document());
-    addLinks(*system, "Links/Chassis", claimed);
-    addLinks(*system, "Links/ManagedBy", managers);
-  }
-
-  const std::vector<const Resource*> all = allChassis(graph);
-  for (const Resource* chassis : all) {
-    Keys named;
-    addLinks(*chassis, "Links/ComputerSystems", named);
-    if (named.count(node.system->uri.document()) > 0) {
-      continue;
-    }
-    for (const std::string& system : named) {
-      if (systems.count(system) == 0) {
-        continue;
+  const Keys own = holdersOf(graph, node);
+  const std::vector<NodeSystems> nodes = redfish::nodesOf(graph);
+  for (std::size_t index = 0;
+       index < nodes.size() &&
+       index <= std::numeric_limits<std::uint16_t>::max();
+       ++index) {
+    const Node other =
+        redfish::nodeAt(graph, static_cast<std::uint16_t>(index));
+    Keys theirs;
+    addKeys(nodes[index], theirs);
+    addKeys(other.managers, theirs);
+    for (const Resource* chassis : other.chassis) {
+      if (!isShared(graph, *chassis, other, own)) {
+        theirs.insert(chassis->uri.document());
       }
-      claimed.insert(chassis->uri.document());
-      break;
     }
-  }
-  // A card in another node's chassis is that node's, too.
-  Keys inside;
-  for (const Resource* chassis : all) {
-    for (const std::string& outer : enclosures(graph, *chassis)) {
-      if (own.count(outer) > 0) {
-        break;
+    for (const std::string& key : theirs) {
+      if (own.count(key) == 0) {
+        foreign_.insert(key);
       }
-      if (claimed.count(outer) == 0) {
-        continue;
-      }
-      inside.insert(chassis->uri.document());
-      break;
-    }
-  }
-  claimed.merge(inside);
-
-  foreign_ = std::move(systems);
-  for (const std::string& chassis : claimed) {
-    if (own.count(chassis) == 0) {
-      foreign_.insert(chassis);
-    }
-  }
-  for (const std::string& manager : managers) {
-    if (ownManagers.count(manager) == 0) {
-      foreign_.insert(manager);
     }
   }
 }

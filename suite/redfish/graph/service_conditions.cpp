@@ -10,7 +10,7 @@ namespace redfish {
 namespace {
 
 std::vector<const Resource*> holdersOf(const Node& node) {
-  std::vector<const Resource*> holders{node.system};
+  std::vector<const Resource*> holders = node.systems;
   holders.insert(holders.end(), node.chassis.begin(), node.chassis.end());
   holders.insert(holders.end(), node.managers.begin(), node.managers.end());
   return holders;

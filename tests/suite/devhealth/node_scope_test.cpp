@@ -75,6 +75,23 @@ TEST(NodeScope, EnclosureThatAnotherNodeNamesIsShared) {
   server.put("Systems/2", R"({"Links": {"Chassis": [)" + linkTo("Chassis/2") +
                               "," + linkTo("Chassis/E") + "]}}");
   EXPECT_TRUE(holds(server, "Chassis/E/Thermal"));
+  EXPECT_TRUE(holds(server, "Chassis/Fan"));
+  EXPECT_FALSE(holds(server, "Chassis/Card/PCIeDevices/1"));
+}
+
+TEST(NodeScope, LeavesOutThePartsOfOtherNodes) {
+  Server server = blades();
+  server.addNode("Board");
+  for (const std::string name : {"1", "2"}) {
+    server.put("Systems/" + name, R"({"Boot": {}, "Links": {"Chassis": [)" +
+                                      linkTo("Chassis/" + name) + "]}}");
+  }
+  server.put("Systems/Board",
+             R"({"Links": {"Chassis": [)" + linkTo("Chassis/2") + "]}}");
+  EXPECT_FALSE(holds(server, "Systems/Board/Processors/GPU1"));
+  server.put("Systems/Board",
+             R"({"Links": {"Chassis": [)" + linkTo("Chassis/1") + "]}}");
+  EXPECT_TRUE(holds(server, "Systems/Board/Processors/GPU1"));
 }
 
 TEST(NodeScope, LoneNodeHoldsEverything) {

@@ -31,6 +31,7 @@ Graph serviceOf(const std::string& document, const char* system = kHealthy,
 bool suffices(const Graph& graph, bool alone = true) {
   Node node;
   node.system = graph.find("/redfish/v1/Systems/1");
+  node.systems = {node.system};
   node.alone = alone;
   node.chassis = {graph.find("/redfish/v1/Chassis/1")};
   node.managers = {graph.find("/redfish/v1/Managers/1")};
@@ -98,6 +99,17 @@ TEST(ServiceConditionsSuffice, ManagerWithWorseRollupContradicts) {
   EXPECT_FALSE(
       suffices(serviceOf(conditions("OK", ""), kHealthy, kHealthy,
                          R"({"Status": {"HealthRollup": "Critical"}})")));
+}
+
+TEST(ServiceConditionsSuffice, PartWithWorseRollupContradicts) {
+  Graph graph = serviceOf(conditions("OK", ""));
+  put(graph, "/redfish/v1/Systems/Board",
+      R"({"Status": {"HealthRollup": "Warning"}})");
+  Node node;
+  node.system = graph.find("/redfish/v1/Systems/1");
+  node.systems = {node.system, graph.find("/redfish/v1/Systems/Board")};
+  node.alone = true;
+  EXPECT_FALSE(serviceConditionsSuffice(graph, node));
 }
 
 TEST(ServiceConditionsSuffice, DegradedHolderWithoutHealthContradicts) {
