@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "suite/base/filler.h"
 #include "suite/base/natural_order.h"
 #include "suite/devhealth/inventory/row_names.h"
 #include "suite/devhealth/parts/health_text.h"
@@ -25,10 +26,16 @@ using Tarvex::DeviceHealth::Power;
 using Tarvex::DeviceHealth::Processor;
 using Tarvex::DeviceHealth::SystemBoard;
 
+// A text as a record shows it; empty where firmware had no value to give.
+std::string valueOf(std::string_view text) {
+  std::string value = recordText(text);
+  return base::isFiller(value) ? std::string() : value;
+}
+
 // The first text that is a value.
 std::string firstText(std::initializer_list<std::string_view> texts) {
   for (const std::string_view text : texts) {
-    std::string value = recordText(text);
+    std::string value = valueOf(text);
     if (!value.empty()) {
       return value;
     }
@@ -150,16 +157,16 @@ SystemBoard systemBoardOf(const local::SystemFacts& system,
                           const local::BoardFacts& board) {
   SystemBoard record;
   record.machineName =
-      machineName(recordText(system.manufacturer), recordText(system.product));
+      machineName(valueOf(system.manufacturer), valueOf(system.product));
   if (record.machineName.empty()) {
     record.machineName =
-        machineName(recordText(board.manufacturer), recordText(board.product));
+        machineName(valueOf(board.manufacturer), valueOf(board.product));
   }
   record.machineTypeModel =
-      firstText({system.sku, system.family, system.version, board.product,
-                 board.version});
+      firstText({stockNumber(system.sku), system.family, system.version,
+                 board.product, board.version});
   record.serialNumber = firstText({system.serial, board.serial});
-  record.uuid = recordText(system.uuid);
+  record.uuid = valueOf(system.uuid);
   return record;
 }
 
@@ -174,7 +181,7 @@ std::vector<Processor> processorsOf(
     record.maxClockSpeed = megahertz(processor.maxMhz);
     record.healthState = health(healthOf(processor.state));
     records.push_back(std::move(record));
-    names.push_back({recordText(processor.socket), ""});
+    names.push_back({valueOf(processor.socket), ""});
   }
   name(records, &Processor::name, names, "Processor");
   return records;
@@ -188,8 +195,8 @@ std::vector<Fan> fansOf(const std::vector<local::FanFacts>& fans) {
     record.desiredSpeed = fanSpeed(fan);
     record.healthState = health(healthOf(fan.state));
     records.push_back(std::move(record));
-    names.push_back({recordText(fan.label),
-                     joined(recordText(fan.chip), recordText(fan.input))});
+    names.push_back(
+        {valueOf(fan.label), joined(valueOf(fan.chip), valueOf(fan.input))});
   }
   name(records, &Fan::elementName, names, "Fan");
   return records;
@@ -200,15 +207,15 @@ std::vector<DIMM> dimmsOf(const std::vector<local::MemoryFacts>& modules) {
   std::vector<RowName> names;
   for (const local::MemoryFacts& module : modules) {
     DIMM record;
-    record.partNumber = recordText(module.partNumber);
-    record.serialNumber = recordText(module.serial);
-    record.manufacturer = recordText(module.manufacturer);
-    record.model = recordText(module.type);
+    record.partNumber = valueOf(module.partNumber);
+    record.serialNumber = valueOf(module.serial);
+    record.manufacturer = valueOf(module.manufacturer);
+    record.model = valueOf(module.type);
     if (module.maxSpeed) {
       record.maxMemorySpeed = std::to_string(*module.maxSpeed) + " MT/s";
     }
     records.push_back(std::move(record));
-    names.push_back({recordText(module.locator), recordText(module.bank)});
+    names.push_back({valueOf(module.locator), valueOf(module.bank)});
   }
   name(records, &DIMM::description, names, "DIMM");
   return records;
@@ -224,7 +231,7 @@ std::vector<Power> powersOf(const std::vector<local::SupplyFacts>& supplies) {
     }
     record.healthState = health(healthOf(supply));
     records.push_back(std::move(record));
-    names.push_back({recordText(supply.name), recordText(supply.location)});
+    names.push_back({valueOf(supply.name), valueOf(supply.location)});
   }
   name(records, &Power::elementName, names, "Power Supply");
   return records;
@@ -236,14 +243,14 @@ std::vector<PCIAdapter> pciAdaptersOf(
   for (const local::PciFacts& adapter : adapters) {
     PCIAdapter record;
     record.tag = addressText(adapter.address);
-    record.manufacturer = recordText(adapter.manufacturer);
-    record.model = recordText(adapter.model);
-    record.description = joined(recordText(adapter.slot), record.model);
+    record.manufacturer = valueOf(adapter.manufacturer);
+    record.model = valueOf(adapter.model);
+    record.description = joined(valueOf(adapter.slot), record.model);
     if (record.description.empty()) {
       record.description = idsText(adapter);
     }
-    record.serialNumber = recordText(adapter.serial);
-    record.partNumber = recordText(adapter.partNumber);
+    record.serialNumber = valueOf(adapter.serial);
+    record.partNumber = valueOf(adapter.partNumber);
     record.operationalStatus = adapter.driverBound ? "Enabled" : "Disabled";
     records.push_back(std::move(record));
   }

@@ -66,7 +66,8 @@ std::string_view PciIds::section(std::uint16_t vendor) const {
   if (found == vendors_.end()) {
     return {};
   }
-  return std::string_view(text_).substr(found->offset);
+  const std::string_view text = text_;
+  return text.substr(found->offset);
 }
 
 std::string_view PciIds::vendorName(std::uint16_t vendor) const {

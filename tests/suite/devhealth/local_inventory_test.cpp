@@ -48,6 +48,27 @@ TEST(SystemBoardOf, PlaceholdersFallBack) {
   EXPECT_EQ(systemBoardOf(facts, board()).machineName, "Boardmaker MB-7");
 }
 
+TEST(SystemBoardOf, FillersAreNoValues) {
+  local::SystemFacts facts = system();
+  facts.product = "Undefined";
+  facts.sku = "Type1Sku0";
+  facts.family = "...";
+  facts.version = "Not Provided";
+  facts.serial = "System Serial Number";
+  const auto record = systemBoardOf(facts, board());
+  EXPECT_EQ(record.machineName, "Boardmaker MB-7");
+  EXPECT_EQ(record.machineTypeModel, "MB-7");
+  EXPECT_EQ(record.serialNumber, "BSN-7");
+}
+
+TEST(SystemBoardOf, SkuOfSeveralPartsIsTheFirst) {
+  local::SystemFacts facts = system();
+  facts.sku = "SKU=RX2-7;ModelName=RX 200";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX2-7");
+  facts.sku = "SKU=NotProvided;ModelName=RX 200";
+  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX");
+}
+
 TEST(SystemBoardOf, NothingKnownIsEmpty) {
   const auto record = systemBoardOf({}, {});
   EXPECT_EQ(record.machineName, "");
@@ -199,6 +220,17 @@ TEST(DimmsOf, RowsAreInNaturalOrder) {
   const auto records = dimmsOf({second, first});
   EXPECT_EQ(records.at(0).description, "DIMM A2");
   EXPECT_EQ(records.at(1).description, "DIMM A10");
+}
+
+TEST(DimmsOf, FillersAreNoValues) {
+  local::MemoryFacts facts = module();
+  facts.partNumber = "PartNum0";
+  facts.serial = "00000000";
+  facts.manufacturer = "Undefined";
+  const auto record = dimmsOf({facts}).at(0);
+  EXPECT_EQ(record.partNumber, "");
+  EXPECT_EQ(record.serialNumber, "");
+  EXPECT_EQ(record.manufacturer, "");
 }
 
 TEST(DimmsOf, BankServesWithoutPlace) {
