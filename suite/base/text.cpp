@@ -32,6 +32,18 @@ CodePoint takeCodePoint(std::string_view& text) {
   return point;
 }
 
+// Takes the printable ASCII off the front of a text, which most texts are
+// throughout and which needs no decoding.
+std::string_view takePlain(std::string_view& text) {
+  std::size_t size = 0;
+  while (size < text.size() && text[size] > ' ' && text[size] < '\x7F') {
+    ++size;
+  }
+  const std::string_view plain = text.substr(0, size);
+  text.remove_prefix(size);
+  return plain;
+}
+
 bool isControl(char32_t value) {
   return value < 0x20 || (value >= 0x7F && value < 0xA0) || value == 0x2028 ||
          value == 0x2029;
@@ -84,6 +96,11 @@ std::string cleanText(std::string_view text) {
   std::size_t blanks = 0;
   bool control = false;
   while (!text.empty()) {
+    if (const std::string_view plain = takePlain(text); !plain.empty()) {
+      flushBlanks(result, blanks, control);
+      result.append(plain);
+      continue;
+    }
     const CodePoint point = takeCodePoint(text);
     if (point.valid && (point.value == ' ' || isControl(point.value))) {
       ++blanks;
@@ -115,7 +132,11 @@ std::string excerpt(std::string_view text, std::size_t limit) {
 std::string escapeControls(std::string_view text) {
   std::string safe;
   safe.reserve(text.size());
-  while (!text.empty()) {
+  while (true) {
+    safe += takePlain(text);
+    if (text.empty()) {
+      return safe;
+    }
     const CodePoint point = takeCodePoint(text);
     const bool shown =
         point.valid && !isControl(point.value) && !isDirectional(point.value);
@@ -125,7 +146,6 @@ std::string escapeControls(std::string_view text) {
       safe += escapeOf(point);
     }
   }
-  return safe;
 }
 
 }  // namespace base
