@@ -6,7 +6,7 @@
 #include <regex>
 #include <utility>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/bmc/options.h"
 #include "tests/support/temp_folder.h"
 

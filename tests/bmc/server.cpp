@@ -10,7 +10,6 @@
 #include <sstream>
 #include <utility>
 
-#include "tests/bmc/certificate.h"
 #include "tests/bmc/control/control_client.h"
 #include "tests/bmc/control/control_service.h"
 #include "tests/bmc/control/lifeline.h"
@@ -25,6 +24,7 @@
 #include "tests/bmc/service/delayed.h"
 #include "tests/bmc/service/redfish_service.h"
 #include "tests/bmc/service/tree.h"
+#include "tests/bmc/wire/certificate.h"
 #include "tests/bmc/wire/connection.h"
 #include "tests/bmc/wire/connection_policy.h"
 #include "tests/bmc/wire/listener.h"

@@ -1,6 +1,7 @@
 #include "tests/fakes/suite_test.h"
 
 #include <iostream>
+#include <string_view>
 
 namespace fakes {
 
@@ -22,6 +23,18 @@ Tarvex::TarvexConnection::ConnectionInfo SuiteTest::target(
   info.address = address;
   info.nodeIndex = nodeIndex;
   return info;
+}
+
+std::vector<std::string> SuiteTest::targetsRead() {
+  constexpr std::string_view kMade = "DevHealth(";
+  std::vector<std::string> addresses;
+  for (const std::string& call : noted(Kind::kCall)) {
+    if (call.rfind(kMade, 0) == 0) {
+      addresses.push_back(
+          call.substr(kMade.size(), call.size() - kMade.size() - 1));
+    }
+  }
+  return addresses;
 }
 
 }  // namespace fakes

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "syshealth/host/connection_info.h"
 #include "tests/fakes/console_capture.h"
@@ -26,6 +27,9 @@ class SuiteTest : public testing::Test {
   /// A target connection under an address.
   static Tarvex::TarvexConnection::ConnectionInfo target(
       const std::string& address, std::uint16_t nodeIndex = 0);
+
+  /// The addresses whose device-health clients were made so far, in order.
+  static std::vector<std::string> targetsRead();
 
   /// What was written to the standard streams, byte for byte.
   const std::string& output() const { return output_.bytes(); }

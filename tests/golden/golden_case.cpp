@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/golden/expectations.h"
 #include "tests/golden/interruption.h"
 #include "tests/golden/own_network.h"

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "tests/golden/expectations.h"
+#include "tests/support/child_process.h"
 
 namespace golden {
 

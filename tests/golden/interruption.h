@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/support/child_process.h"
 
 namespace golden {

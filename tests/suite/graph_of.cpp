@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+
+#include "tests/support/file_text.h"
 
 namespace fs = std::filesystem;
 
@@ -48,12 +49,10 @@ redfish::Graph recordedGraph(const std::string& directory) {
       continue;
     }
     const fs::path relative = fs::relative(entry.path().parent_path(), top);
-    std::ifstream file(entry.path());
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
     put(graph,
         relative == "." ? "/redfish/v1"
                         : "/redfish/v1/" + relative.generic_string(),
-        text);
+        support::fileText(entry.path()));
   }
   return graph;
 }

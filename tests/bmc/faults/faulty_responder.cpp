@@ -13,9 +13,9 @@
 #include <sstream>
 #include <utility>
 
-#include "tests/bmc/gzip.h"
 #include "tests/bmc/service/target.h"
 #include "tests/bmc/wire/error_body.h"
+#include "tests/bmc/wire/gzip.h"
 
 namespace bmc {
 namespace {

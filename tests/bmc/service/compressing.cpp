@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "tests/bmc/gzip.h"
+#include "tests/bmc/wire/gzip.h"
 
 namespace bmc {
 

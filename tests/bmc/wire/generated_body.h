@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/bmc/body.h"
+#include "tests/bmc/wire/body.h"
 
 namespace bmc {
 

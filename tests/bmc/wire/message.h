@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/bmc/body.h"
+#include "tests/bmc/wire/body.h"
 
 namespace bmc {
 

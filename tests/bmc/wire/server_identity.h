@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 
 namespace bmc {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 #include "tests/bmc/wire/server_identity.h"
 
 namespace bmc {

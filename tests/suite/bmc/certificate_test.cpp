@@ -1,4 +1,4 @@
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/bmc/gzip.h"
 #include "tests/bmc/wire/generated_body.h"
+#include "tests/bmc/wire/gzip.h"
 
 namespace bmc {
 namespace {

@@ -8,7 +8,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/suite/bmc/fetch.h"
 #include "tests/suite/bmc/recorded_tree.h"
 

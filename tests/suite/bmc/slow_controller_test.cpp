@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/suite/bmc/fetch.h"
 
 namespace bmc {

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <string>
 
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/file_text.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -18,11 +18,10 @@ class LibraryFile : public testing::Test {
   static std::string sound() { return SAMPLE_MODULE; }
 
   static std::string bytesOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return support::fileText(file);
   }
 
-  TemporaryDirectory directory_;
+  support::TempFolder directory_;
 };
 
 TEST_F(LibraryFile, SoundLibraryHasNoObjection) {
@@ -30,7 +29,7 @@ TEST_F(LibraryFile, SoundLibraryHasNoObjection) {
 }
 
 TEST_F(LibraryFile, MissingFileIsTold) {
-  EXPECT_EQ(problemWithLibrary(directory_.path("none.so")),
+  EXPECT_EQ(problemWithLibrary(directory_.at("none.so")),
             "it cannot be read: No such file or directory");
 }
 
@@ -45,7 +44,7 @@ TEST_F(LibraryFile, EmptyFileIsNoLibrary) {
 }
 
 TEST_F(LibraryFile, DirectoryIsNoLibrary) {
-  EXPECT_NE(problemWithLibrary(directory_.path()), "");
+  EXPECT_NE(problemWithLibrary(directory_.path().string()), "");
 }
 
 TEST_F(LibraryFile, CutLibraryIsToldAtEveryLength) {

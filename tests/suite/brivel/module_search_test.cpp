@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -32,12 +32,12 @@ TEST(ModuleDirectory, IsWhereTheVariableSays) {
 }
 
 TEST(ModuleFiles, AreTheLibrariesByName) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   directory.write("b.so", "");
   directory.write("a.so", "");
   directory.write("readme.txt", "");
   directory.write("c.so.1", "");
-  const auto files = moduleFiles(directory.path());
+  const auto files = moduleFiles(directory.path().string());
   ASSERT_EQ(files.size(), 2U);
   EXPECT_EQ(files[0].filename(), "a.so");
   EXPECT_EQ(files[1].filename(), "b.so");
@@ -48,38 +48,39 @@ TEST(ModuleFiles, AreNoneWithoutADirectory) {
 }
 
 TEST(FindModule, FindsTheFileOfTheName) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   const std::string file = directory.write("fan-control_2.so", "");
   std::string error;
-  EXPECT_EQ(findModule(directory.path(), "fan-control_2", error), file);
+  EXPECT_EQ(findModule(directory.path().string(), "fan-control_2", error),
+            file);
 }
 
 TEST(FindModule, MissingOneIsToldWithTheOthers) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   directory.write("b.so", "");
   directory.write("a.so", "");
   std::string error;
-  EXPECT_FALSE(findModule(directory.path(), "c", error));
-  EXPECT_EQ(error,
-            "no application 'c' in " + directory.path() + "; there are: a, b");
+  EXPECT_FALSE(findModule(directory.path().string(), "c", error));
+  EXPECT_EQ(error, "no application 'c' in " + directory.path().string() +
+                       "; there are: a, b");
 }
 
 TEST(FindModule, MissingOneIsToldWhenThereAreNone) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   std::string error;
-  EXPECT_FALSE(findModule(directory.path(), "c", error));
-  EXPECT_EQ(error,
-            "no application 'c' in " + directory.path() + "; there are none");
+  EXPECT_FALSE(findModule(directory.path().string(), "c", error));
+  EXPECT_EQ(error, "no application 'c' in " + directory.path().string() +
+                       "; there are none");
 }
 
 TEST(FindModule, LeavesTheDirectoryForNoName) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   directory.write("a.so", "");
   directory.write("inner/b.so", "");
   for (const char* name :
        {"", ".", "..", "../inner/b", "inner/b", "a.so/../a", "a b", "a\n"}) {
     std::string error;
-    EXPECT_FALSE(findModule(directory.path("inner"), name, error)) << name;
+    EXPECT_FALSE(findModule(directory.at("inner"), name, error)) << name;
     EXPECT_NE(error, "");
   }
 }

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ TEST(ModuleLoad, MissingSymbolIsNamed) {
 }
 
 TEST(ModuleLoad, ForeignFileIsTold) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   const std::string file = directory.write("a.so", "no library at all\n");
   EXPECT_EQ(errorOf(file), file + " cannot be loaded: it is no library");
 }

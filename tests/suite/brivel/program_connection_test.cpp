@@ -7,8 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 #include "tests/suite/brivel/program_fixture.h"
+#include "tests/support/machine.h"
 
 namespace {
 
@@ -70,31 +71,40 @@ TEST_F(ProgramConnection, TakesThePasswordFromTheSettings) {
 }
 
 TEST_F(ProgramConnection, AsksAtTheTerminalWithoutAnEcho) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
   options.terminal = true;
-  ChildProcess child(started(trustingLogin()));
+  support::ChildProcess child(started(trustingLogin()));
   ASSERT_TRUE(
       child.await("Password for admin at " + controller.https() + ": "));
   child.type(std::string(kPassword) + "\n");
-  EXPECT_EQ(child.wait(), 0) << child.errors();
+  EXPECT_EQ(child.wait().status, 0) << child.errors();
   EXPECT_EQ(child.output(), "reached 0 user 'admin' from 'terminal'\n");
   EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
 }
 
 TEST_F(ProgramConnection, StandardInputThatIsATerminalIsThePrompt) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
   options.terminal = true;
-  ChildProcess child(started(trustingLogin({"--password-stdin"})));
+  support::ChildProcess child(started(trustingLogin({"--password-stdin"})));
   ASSERT_TRUE(child.await(": "));
   child.type(std::string(kPassword) + "\n");
-  EXPECT_EQ(child.wait(), 0) << child.errors();
+  EXPECT_EQ(child.wait().status, 0) << child.errors();
   EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
 }
 
 TEST_F(ProgramConnection, InterruptAtThePromptEndsTheRun) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
   options.terminal = true;
-  ChildProcess child(started(trustingLogin()));
+  support::ChildProcess child(started(trustingLogin()));
   ASSERT_TRUE(child.await(": "));
   child.signal(SIGINT);
-  EXPECT_EQ(child.wait(), 130) << child.errors();
+  EXPECT_EQ(child.wait().status, 130) << child.errors();
   EXPECT_EQ(controller.counters().requests, 0U);
 }
 
@@ -203,9 +213,12 @@ TEST_F(ProgramSlowConnection, ProgressIsDrawnAndWipedOnATerminal) {
   writeSettings("[inband]\nsource = 'http://admin@" + controller.http() +
                 "'\n");
   options.environment.push_back(std::string("BRIVEL_PASSWORD=") + kPassword);
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
   options.terminal = true;
-  ChildProcess child(started({"sample", "300"}));
-  EXPECT_EQ(child.wait(), 0) << child.errors();
+  support::ChildProcess child(started({"sample", "300"}));
+  EXPECT_EQ(child.wait().status, 0) << child.errors();
   const std::string shown = child.errors();
   EXPECT_NE(shown.find(" resources, 1 s\x1b[K"), std::string::npos) << shown;
   constexpr std::size_t kWipe = 4;
@@ -232,13 +245,14 @@ TEST_F(ProgramSlowConnection, InterruptEndsAWait) {
   const bmc::Controller silent(
       {"--tree", SAMPLES "/two-node", "--delay-ms", "30000"});
   ASSERT_TRUE(silent.running());
-  ChildProcess child(
+  support::ChildProcess child(
       started({"--bmc", "http://" + silent.http(), "sample", "301"}));
   while (silent.counters().openRequests == 0) {
-    usleep(10000);
+    ASSERT_EQ(child.waitFor(std::chrono::milliseconds(10)), std::nullopt)
+        << child.errors();
   }
   child.signal(SIGTERM);
-  EXPECT_EQ(child.wait(), 130);
+  EXPECT_EQ(child.wait().status, 130);
   EXPECT_EQ(child.errors(), "brivel: interrupted\n");
 }
 

@@ -1,32 +1,30 @@
 #include "tests/suite/brivel/program_fixture.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
+#include <utility>
+
+#include "tests/support/file_text.h"
 
 ProgramFixture::ProgramFixture() {
   options.program = BRIVEL_PROGRAM;
-  options.environment = {"HOME=" + home.path(), "LC_ALL=C",
+  options.environment = {"HOME=" + home.path().string(), "LC_ALL=C",
                          "BRIVEL_MODULES=" SOUND_MODULES};
-  for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
-    if (const char* value = std::getenv(name)) {
-      options.environment.push_back(std::string(name) + "=" + value);
-    }
+  for (std::string& setting : support::sanitizerOptions()) {
+    options.environment.push_back(std::move(setting));
   }
 }
 
 ProgramEnd ProgramFixture::run(const std::vector<std::string>& arguments) {
-  ChildProcess child(started(arguments));
+  support::ChildProcess child(started(arguments));
   ProgramEnd end;
-  end.status = child.wait();
+  end.status = child.wait().status;
   end.output = child.output();
   end.errors = child.errors();
   return end;
 }
 
-ChildOptions ProgramFixture::started(
+support::ChildOptions ProgramFixture::started(
     const std::vector<std::string>& arguments) const {
-  ChildOptions whole = options;
+  support::ChildOptions whole = options;
   whole.arguments = arguments;
   return whole;
 }
@@ -44,10 +42,7 @@ void ProgramFixture::writeSettings(const std::string& text) const {
 }
 
 std::string ProgramFixture::logPath() const {
-  return home.path(".local/state/brivel/brivel.log");
+  return home.at(".local/state/brivel/brivel.log");
 }
 
-std::string ProgramFixture::log() const {
-  std::ifstream stream(logPath(), std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
+std::string ProgramFixture::log() const { return support::fileText(logPath()); }

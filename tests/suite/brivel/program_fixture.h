@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/suite/brivel/child_process.h"
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/child_process.h"
+#include "tests/support/temp_folder.h"
 
 /// How a run of the program ended.
 struct ProgramEnd {
@@ -21,13 +21,14 @@ class ProgramFixture : public testing::Test {
   ProgramFixture();
 
   /// What runs are started with; cases change it.
-  ChildOptions options;
+  support::ChildOptions options;
 
   /// Runs the program to its end.
   ProgramEnd run(const std::vector<std::string>& arguments);
 
   /// Starts it, to be dealt with while it runs.
-  ChildOptions started(const std::vector<std::string>& arguments) const;
+  support::ChildOptions started(
+      const std::vector<std::string>& arguments) const;
 
   /// Lets the program look for applications in another directory.
   void useModules(const std::string& directory);
@@ -38,5 +39,5 @@ class ProgramFixture : public testing::Test {
   std::string logPath() const;
   std::string log() const;
 
-  TemporaryDirectory home;
+  support::TempFolder home;
 };

@@ -29,7 +29,7 @@ class ProgramLibrary : public ProgramFixture {
   // Copies the program into a tree of its own, without the library.
   void copyWithoutLibrary() {
     const fs::path program = BRIVEL_PROGRAM;
-    const fs::path copy = home.path("copy");
+    const fs::path copy = home.at("copy");
     fs::create_directories(copy / "bin");
     fs::create_directories(copy / "lib");
     fs::copy(program, copy / "bin/brivel");

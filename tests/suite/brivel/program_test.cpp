@@ -6,13 +6,12 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <string>
 #include <utility>
 
 #include "tests/suite/brivel/program_fixture.h"
+#include "tests/support/file_text.h"
 
 namespace {
 
@@ -168,15 +167,14 @@ TEST_F(Program, ApplicationOfAnotherNameIsTold) {
 }
 
 TEST_F(Program, TruncatedOrForeignLibraryIsTold) {
-  const TemporaryDirectory modules;
-  std::ifstream sound(SOUND_MODULES "/sample.so", std::ios::binary);
-  std::string bytes(std::istreambuf_iterator<char>(sound), {});
+  const support::TempFolder modules;
+  const std::string bytes = support::fileText(SOUND_MODULES "/sample.so");
   modules.write("cut.so", bytes.substr(0, bytes.size() / 2));
   modules.write("text.so", "not a library\n");
-  useModules(modules.path());
-  EXPECT_EQ(run({"cut"}).errors, "brivel: " + modules.path("cut.so") +
+  useModules(modules.path().string());
+  EXPECT_EQ(run({"cut"}).errors, "brivel: " + modules.at("cut.so") +
                                      " cannot be loaded: it is truncated\n");
-  EXPECT_EQ(run({"text"}).errors, "brivel: " + modules.path("text.so") +
+  EXPECT_EQ(run({"text"}).errors, "brivel: " + modules.at("text.so") +
                                       " cannot be loaded: it is no library\n");
   EXPECT_EQ(run({"text"}).status, 3);
 }
@@ -189,14 +187,14 @@ TEST_F(Program, ListsTheApplications) {
 }
 
 TEST_F(Program, ListGoesOnBehindABrokenApplication) {
-  const TemporaryDirectory modules;
-  fs::copy(SOUND_MODULES "/sample.so", modules.path("sample.so"));
+  const support::TempFolder modules;
+  fs::copy(SOUND_MODULES "/sample.so", modules.at("sample.so"));
   modules.write("broken.so", "text");
-  useModules(modules.path());
+  useModules(modules.path().string());
   const ProgramEnd end = run({"applications"});
   EXPECT_EQ(end.status, 3);
-  EXPECT_EQ(end.output, "sample  77  " + modules.path("sample.so") + "\n");
-  EXPECT_EQ(end.errors, "brivel: " + modules.path("broken.so") +
+  EXPECT_EQ(end.output, "sample  77  " + modules.at("sample.so") + "\n");
+  EXPECT_EQ(end.errors, "brivel: " + modules.at("broken.so") +
                             " cannot be loaded: it is no library\n");
 }
 
@@ -211,7 +209,7 @@ TEST_F(Program, SettingsThatAreNotUnderstoodEndTheRun) {
   writeSettings("[defaults]\nusr = 'a'\n");
   const ProgramEnd end = run({"sample"});
   EXPECT_EQ(end.status, 2);
-  EXPECT_EQ(end.errors.rfind("brivel: " + home.path() +
+  EXPECT_EQ(end.errors.rfind("brivel: " + home.path().string() +
                                  "/.config/brivel/brivel.toml:2: unknown key "
                                  "'usr' in [defaults]",
                              0),
@@ -241,12 +239,12 @@ TEST_F(Program, LogIsTheUsersOwn) {
 }
 
 TEST_F(Program, LogOptionsGoBeforeTheSettings) {
-  writeSettings("[defaults]\nlog-file = '" + home.path("a.log") +
+  writeSettings("[defaults]\nlog-file = '" + home.at("a.log") +
                 "'\nlog-level = 3\n");
   run({"sample"});
-  EXPECT_TRUE(fs::exists(home.path("a.log")));
-  run({"--log-file", home.path("b.log"), "--log-level", "1", "sample"});
-  EXPECT_EQ(fs::file_size(home.path("b.log")), 0U);
+  EXPECT_TRUE(fs::exists(home.at("a.log")));
+  run({"--log-file", home.at("b.log"), "--log-level", "1", "sample"});
+  EXPECT_EQ(fs::file_size(home.at("b.log")), 0U);
 }
 
 TEST_F(Program, LogLevelZeroWritesNoLogAndNamesNone) {

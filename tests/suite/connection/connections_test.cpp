@@ -14,7 +14,7 @@
 
 #include "suite/redfish/pool.h"
 #include "syshealth/host/connect_info.h"
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -109,7 +109,7 @@ TEST(TryCimCon, MissingPasswordFileIsToldBeforeAnythingIsContacted) {
 }
 
 TEST(TryCimCon, RecordTellsUserAndOriginOfThePassword) {
-  const TemporaryDirectory directory;
+  const support::TempFolder directory;
   Target target =
       targetAt("http://admin@127.0.0.1:" + std::to_string(closedPort()));
   target.password.optionFile = directory.write("pw", "hunter2\n");
@@ -117,7 +117,7 @@ TEST(TryCimCon, RecordTellsUserAndOriginOfThePassword) {
   ConnectionInfo info;
   EXPECT_EQ(ConnectInfo::Getinstance()->TryCimCon(info), 13);
   EXPECT_EQ(info.user, "admin");
-  EXPECT_EQ(info.credential, "file " + directory.path("pw"));
+  EXPECT_EQ(info.credential, "file " + directory.at("pw"));
   EXPECT_EQ(info.address, "127.0.0.1");
 }
 
@@ -196,7 +196,7 @@ TEST(InBandList, IsWholeForANodeThatThereIsNot) {
 }
 
 TEST(InBandList, KeepsANodeThatCannotBeRead) {
-  const TemporaryDirectory tree;
+  const support::TempFolder tree;
   tree.write("redfish/v1/index.json",
              R"({"@odata.type": "#ServiceRoot.v1_5_0.ServiceRoot",
                  "RedfishVersion": "1.6.0",
@@ -206,7 +206,7 @@ TEST(InBandList, KeepsANodeThatCannotBeRead) {
                              {"@odata.id": "/redfish/v1/Systems/B"}]})");
   tree.write("redfish/v1/Systems/A/index.json", "this is no JSON");
   tree.write("redfish/v1/Systems/B/index.json", R"({"Id": "B"})");
-  Connections run(kConnectModeInBand, targetAt("file:" + tree.path()),
+  Connections run(kConnectModeInBand, targetAt("file:" + tree.path().string()),
                   std::nullopt, {});
   std::vector<ConnectionInfo> list;
   EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 0)
@@ -215,11 +215,11 @@ TEST(InBandList, KeepsANodeThatCannotBeRead) {
 }
 
 TEST(InBandList, ServiceWithoutSystemsHasOneRecordThatTellsSo) {
-  const TemporaryDirectory tree;
+  const support::TempFolder tree;
   tree.write("redfish/v1/index.json",
              R"({"@odata.type": "#ServiceRoot.v1_5_0.ServiceRoot",
                  "RedfishVersion": "1.6.0"})");
-  Connections run(kConnectModeInBand, targetAt("file:" + tree.path()),
+  Connections run(kConnectModeInBand, targetAt("file:" + tree.path().string()),
                   std::nullopt, {});
   std::vector<ConnectionInfo> list;
   EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 0);

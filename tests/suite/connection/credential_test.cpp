@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "suite/connection/password/environment_password.h"
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -69,7 +69,7 @@ class FindCredential : public testing::Test {
                       : "(" + failure_.cause + ")";
   }
 
-  TemporaryDirectory directory_;
+  support::TempFolder directory_;
   Target target_;
   Failure failure_;
 };
@@ -102,7 +102,7 @@ TEST_F(FindCredential, OriginSaysWhereButNotWhat) {
   target_.password.optionFile = directory_.write("a", "hunter2\n");
   const auto credential = find();
   ASSERT_TRUE(credential);
-  EXPECT_EQ(credential->origin, "file " + directory_.path("a"));
+  EXPECT_EQ(credential->origin, "file " + directory_.at("a"));
 }
 
 TEST_F(FindCredential, NoSourceWithoutATerminalIsToldWhatToDo) {
@@ -113,7 +113,7 @@ TEST_F(FindCredential, NoSourceWithoutATerminalIsToldWhatToDo) {
 }
 
 TEST_F(FindCredential, FailingSourceIsNotPassedOver) {
-  target_.password.optionFile = directory_.path("none");
+  target_.password.optionFile = directory_.at("none");
   EXPECT_FALSE(find(secret("from environment")));
   EXPECT_EQ(failure_.kind, FailureKind::kCredentialMissing);
 }
@@ -167,8 +167,8 @@ TEST_F(FindCredential, FileThatOthersCanReadIsRefusedWithTheRemedy) {
 }
 
 TEST_F(FindCredential, DirectoryIsRefused) {
-  chmod(directory_.path().c_str(), 0700);
-  target_.password.optionFile = directory_.path();
+  chmod(directory_.path().string().c_str(), 0700);
+  target_.password.optionFile = directory_.path().string();
   EXPECT_FALSE(find());
   EXPECT_EQ(failure_.kind, FailureKind::kFileUnreadable);
 }

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ class LoadSettings : public testing::Test {
     return error_.substr(std::min(file_.size() + 1, error_.size()));
   }
 
-  TemporaryDirectory directory_;
+  support::TempFolder directory_;
   std::string file_;
   std::string error_;
 };
@@ -132,10 +132,10 @@ TEST_F(LoadSettings, PathsAreRelativeToTheFileOrTheHome) {
       "[inband]\n"
       "source = 'file:~/lab'\n");
   ASSERT_TRUE(settings) << error_;
-  EXPECT_EQ(settings->defaults.passwordFile, directory_.path("secret"));
+  EXPECT_EQ(settings->defaults.passwordFile, directory_.at("secret"));
   EXPECT_EQ(settings->defaults.caFile, "/home/ada/ca.pem");
   EXPECT_EQ(settings->targets.at("lab").address.directory,
-            directory_.path("lab"));
+            directory_.at("lab"));
   EXPECT_EQ(settings->inband.source->directory, "/home/ada/lab");
 }
 
@@ -213,7 +213,7 @@ TEST_F(LoadSettings, InbandNeedsNoSource) {
   EXPECT_FALSE(settings->inband.source);
   EXPECT_EQ(settings->inband.settings.user, "b");
   EXPECT_TRUE(settings->inband.bootstrapCredentials);
-  EXPECT_EQ(settings->inband.pciIdsFile, directory_.path("names/pci.ids"));
+  EXPECT_EQ(settings->inband.pciIdsFile, directory_.at("names/pci.ids"));
 }
 
 TEST_F(LoadSettings, AccountsAreNotMadeUnlessAskedFor) {
@@ -240,14 +240,14 @@ TEST_F(LoadSettings, BytesThatAreNoUtf8AreRefused) {
 }
 
 TEST_F(LoadSettings, MissingFileIsNamed) {
-  const std::string file = directory_.path("none.toml");
+  const std::string file = directory_.at("none.toml");
   EXPECT_FALSE(loadSettings(file, "", error_));
   EXPECT_EQ(error_, file + ": No such file or directory");
 }
 
 TEST_F(LoadSettings, DirectoryIsRefused) {
-  EXPECT_FALSE(loadSettings(directory_.path(), "", error_));
-  EXPECT_EQ(error_, directory_.path() + ": is a directory");
+  EXPECT_FALSE(loadSettings(directory_.path().string(), "", error_));
+  EXPECT_EQ(error_, directory_.path().string() + ": is a directory");
 }
 
 TEST_F(LoadSettings, HugeFileIsRefused) {

@@ -4,7 +4,7 @@
 #include <chrono>
 
 #include "suite/http/network_transport.h"
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 #include "tests/suite/http/http2_peer.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <ctime>
-#include <thread>
 
 #include "suite/http/network_transport.h"
 #include "suite/platform/interrupt.h"
@@ -18,23 +18,22 @@ using std::chrono::seconds;
 
 // Each body runs in a child process: the mark of an interrupt is for good.
 
-void signalSoon() {
-  std::thread([] {
-    std::this_thread::sleep_for(milliseconds(50));
-    kill(getpid(), SIGTERM);
-  }).detach();
-}
+// Sends the signal to the thread of the test. One to the process could come
+// to a server's thread and end a wait of the server instead.
+void interrupt(pthread_t thread) { pthread_kill(thread, SIGTERM); }
 
 bool endsTheWait() {
   platform::installInterruptHandlers();
-  ScriptedServer server([](Peer& peer) { peer.hang(); });
+  ScriptedServer server([waiting = pthread_self()](Peer& peer) {
+    peer.readRequest();
+    interrupt(waiting);
+    peer.hang();
+  });
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->start(get());
-  signalSoon();
-  const base::Clock::time_point begin = base::Clock::now();
-  const bool answered = transport->next(begin + seconds(5)).has_value();
-  return !answered && base::Clock::now() - begin < seconds(2) &&
-         platform::interrupted();
+  const base::Clock::time_point end = base::Clock::now() + seconds(30);
+  const bool answered = transport->next(end).has_value();
+  return !answered && base::Clock::now() < end && platform::interrupted();
 }
 
 bool isToldOnce() {
@@ -57,9 +56,11 @@ bool isToldOnce() {
 
 bool isDeferred() {
   platform::installInterruptHandlers();
-  ScriptedServer server([](Peer& peer) {
+  ScriptedServer server([waiting = pthread_self()](Peer& peer) {
     peer.readRequest();
-    if (peer.pause(milliseconds(200))) {
+    interrupt(waiting);
+    // Time in which the wait would end, were it not deferred.
+    if (peer.pause(milliseconds(200)) && platform::interrupted()) {
       peer.write(httpAnswer(204, ""));
     }
   });
@@ -68,7 +69,6 @@ bool isDeferred() {
   logout.method = Method::kDelete;
   transport->deferInterrupt(true);
   transport->start(logout);
-  signalSoon();
   return nextAnswer(*transport).status == 204;
 }
 

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <thread>
 
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 
 /// How a scripted server speaks TLS.
 struct TlsWish {

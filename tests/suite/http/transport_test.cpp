@@ -9,7 +9,7 @@
 #include "suite/redfish/recorded/directory_transport.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"
-#include "tests/suite/temp_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace http {
 namespace {
@@ -38,7 +38,7 @@ struct DirectorySetting : Setting {
     }
     transport = redfish::makeDirectoryTransport(directory.path());
   }
-  TempDirectory directory;
+  support::TempFolder directory;
 };
 
 std::string serveResource(const std::string& request) {

@@ -2,20 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/suite/temp_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace http {
 namespace {
 
 TEST(IsHashedDirectory, OneHashedNameIsEnough) {
-  const TempDirectory directory;
+  const support::TempFolder directory;
   directory.write("authorities.crt", "");
   directory.write("1a2b3c4d.0", "");
   EXPECT_TRUE(isHashedDirectory(directory.path().string()));
 }
 
 TEST(IsHashedDirectory, OtherNamesAreNone) {
-  const TempDirectory directory;
+  const support::TempFolder directory;
   for (const char* name : {"authorities.crt", "1a2b3c4d", "1a2b3c4d.r0",
                            "1a2b3c4g.0", "1a2b3c4d5.0", "1A2B3C4D.0"}) {
     directory.write(name, "");
@@ -24,7 +24,7 @@ TEST(IsHashedDirectory, OtherNamesAreNone) {
 }
 
 TEST(IsHashedDirectory, MissingDirectoryIsNone) {
-  const TempDirectory directory;
+  const support::TempFolder directory;
   EXPECT_FALSE(isHashedDirectory((directory.path() / "no").string()));
 }
 

@@ -4,18 +4,13 @@
 #include <string>
 
 #include "suite/local/facts/root.h"
+#include "tests/support/temp_folder.h"
 
 namespace local {
 
 /// A recorded machine in a temporary folder, gone with the object.
 class Folder {
  public:
-  Folder();
-  ~Folder();
-
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
   /// Writes a file, and the folders above it, at a path such as "/sys/a/b".
   Folder& file(const std::string& path, const std::string& bytes);
 
@@ -25,13 +20,11 @@ class Folder {
   /// Makes an empty folder.
   Folder& folder(const std::string& path);
 
-  Root root() const { return Root(path_.string()); }
-  std::string path() const { return path_.string(); }
+  Root root() const { return Root(path()); }
+  std::string path() const { return folder_.path().string(); }
 
  private:
-  std::filesystem::path at(const std::string& path) const;
-
-  std::filesystem::path path_;
+  support::TempFolder folder_;
 };
 
 }  // namespace local

@@ -6,11 +6,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 #include <string>
 
 #include "suite/log/log_file.h"
+#include "tests/support/file_text.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
@@ -19,23 +20,14 @@ namespace fs = std::filesystem;
 // A directory of its own for each case, and no open log after it.
 class LogFile : public testing::Test {
  protected:
-  LogFile() {
-    std::string name = (fs::temp_directory_path() / "log_test.XXXXXX").string();
-    directory_ = mkdtemp(name.data());
-  }
-
-  ~LogFile() override {
-    logging::closeLog();
-    fs::remove_all(directory_);
-  }
+  ~LogFile() override { logging::closeLog(); }
 
   std::string path(const std::string& name) const {
-    return (directory_ / name).string();
+    return directory_.at(name);
   }
 
   static std::string contents(const std::string& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return support::fileText(file);
   }
 
   static mode_t rights(const std::string& file) {
@@ -49,7 +41,7 @@ class LogFile : public testing::Test {
   }
 
  private:
-  fs::path directory_;
+  const support::TempFolder directory_;
 };
 
 TEST_F(LogFile, EarlyLinesAreWrittenWithinTheThreshold) {

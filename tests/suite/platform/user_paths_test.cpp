@@ -6,24 +6,24 @@
 
 #include <cstdlib>
 
-#include "tests/suite/connection/temporary_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace {
 
 class UserPaths : public testing::Test {
  protected:
   UserPaths() {
-    setenv("HOME", home_.path().c_str(), 1);
+    setenv("HOME", home_.path().string().c_str(), 1);
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("XDG_STATE_HOME");
   }
 
-  TemporaryDirectory home_;
+  support::TempFolder home_;
 };
 
 TEST_F(UserPaths, LogIsBelowTheHome) {
   EXPECT_EQ(platform::logFile(),
-            home_.path() + "/.local/state/brivel/brivel.log");
+            home_.path().string() + "/.local/state/brivel/brivel.log");
 }
 
 TEST_F(UserPaths, LogIsWhereTheVariableSays) {
@@ -34,7 +34,7 @@ TEST_F(UserPaths, LogIsWhereTheVariableSays) {
 TEST_F(UserPaths, RelativeVariablesCountAsUnset) {
   setenv("XDG_STATE_HOME", "state", 1);
   EXPECT_EQ(platform::logFile(),
-            home_.path() + "/.local/state/brivel/brivel.log");
+            home_.path().string() + "/.local/state/brivel/brivel.log");
 }
 
 TEST_F(UserPaths, SettingsAreBelowTheHome) {
@@ -45,7 +45,7 @@ TEST_F(UserPaths, SettingsAreBelowTheHome) {
 TEST_F(UserPaths, SettingsAreWhereTheVariableSays) {
   home_.write(".config/brivel/brivel.toml", "");
   const std::string file = home_.write("other/brivel/brivel.toml", "");
-  setenv("XDG_CONFIG_HOME", home_.path("other").c_str(), 1);
+  setenv("XDG_CONFIG_HOME", home_.at("other").c_str(), 1);
   EXPECT_EQ(platform::settingsFile(), file);
 }
 

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <fstream>
-
-#include "tests/suite/temp_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace redfish {
 namespace {
@@ -53,7 +51,7 @@ class DirectoryTransportTest : public testing::Test {
 
   const fs::path& directory() const { return recording_.path(); }
 
-  TempDirectory recording_;
+  support::TempFolder recording_;
 };
 
 TEST_F(DirectoryTransportTest, ReadsTheWholeLayout) {

@@ -29,17 +29,6 @@ class ShowSystemItem : public fakes::SuiteTest {
     return application.showSystemItem(item, static_cast<ConnectMode>(mode));
   }
 
-  // The addresses that were read, in order.
-  static std::vector<std::string> targetsRead() {
-    std::vector<std::string> addresses;
-    for (const std::string& call : fakes::noted(Kind::kCall)) {
-      if (call.rfind("DevHealth(", 0) == 0) {
-        addresses.push_back(call.substr(10, call.size() - 11));
-      }
-    }
-    return addresses;
-  }
-
   SystemHealth application;
 };
 

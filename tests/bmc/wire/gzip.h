@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/bmc/body.h"
+#include "tests/bmc/wire/body.h"
 
 namespace bmc {
 

@@ -5,7 +5,7 @@
 #include <chrono>
 
 #include "suite/http/network_transport.h"
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"
 
@@ -19,7 +19,7 @@ ScriptedServer::Script serving() {
   return answering([](const std::string&) { return httpAnswer(200, "{}"); });
 }
 
-TEST(CurlTls, OldVersionsAreRefused) {
+TEST(NetworkTransportTls, OldVersionsAreRefused) {
   TlsWish tls = tlsWith(bmc::makeCertificate({}));
   tls.lowestVersion = TLS1_VERSION;
   tls.highestVersion = TLS1_1_VERSION;
@@ -31,7 +31,7 @@ TEST(CurlTls, OldVersionsAreRefused) {
   EXPECT_EQ(told(answer), "the server offers no TLS version from 1.2 on");
 }
 
-TEST(CurlTls, Version12IsAccepted) {
+TEST(NetworkTransportTls, Version12IsAccepted) {
   TlsWish tls = tlsWith(bmc::makeCertificate({}));
   tls.highestVersion = TLS1_2_VERSION;
   ScriptedServer server(serving(), tls);
@@ -40,7 +40,7 @@ TEST(CurlTls, Version12IsAccepted) {
   EXPECT_EQ(told(ask(*makeNetworkTransport(options), get())), "no failure");
 }
 
-TEST(CurlTls, Version13AloneIsEnough) {
+TEST(NetworkTransportTls, Version13AloneIsEnough) {
   TlsWish tls = tlsWith(bmc::makeCertificate({}));
   tls.lowestVersion = TLS1_3_VERSION;
   ScriptedServer server(serving(), tls);
@@ -49,7 +49,7 @@ TEST(CurlTls, Version13AloneIsEnough) {
   EXPECT_EQ(told(ask(*makeNetworkTransport(options), get())), "no failure");
 }
 
-TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
+TEST(NetworkTransportTls, PlainHttpOnTheHttpsPortIsTold) {
   ScriptedServer server([](Peer& peer) {
     peer.read(1);
     peer.write("HTTP/1.1 400 Bad Request\r\n\r\n");
@@ -61,7 +61,7 @@ TEST(CurlTls, PlainHttpOnTheHttpsPortIsTold) {
   EXPECT_EQ(told(answer), "the port does not speak TLS");
 }
 
-TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
+TEST(NetworkTransportTls, HttpsOnTheHttpPortIsTold) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.write({"\x15\x03\x03\x00\x02\x02\x46", 7});  // A fatal alert.
@@ -73,7 +73,7 @@ TEST(CurlTls, HttpsOnTheHttpPortIsTold) {
   EXPECT_EQ(told(answer), "the answer is not HTTP");
 }
 
-TEST(CurlTls, HttpsPortThatResetsHttpIsUnreachable) {
+TEST(NetworkTransportTls, HttpsPortThatResetsHttpIsUnreachable) {
   ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
   const Answer answer =
       ask(*makeNetworkTransport(plainOptions(server.port())), get());
@@ -81,7 +81,7 @@ TEST(CurlTls, HttpsPortThatResetsHttpIsUnreachable) {
   EXPECT_THAT(answer.failure->remedy, HasSubstr("port"));
 }
 
-TEST(CurlTls, HandshakeThatStallsEndsWithTheConnectTime) {
+TEST(NetworkTransportTls, HandshakeThatStallsEndsWithTheConnectTime) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   NetworkTransportOptions options = tlsOptions(server.port());
   options.connectTimeout = milliseconds(200);
@@ -90,7 +90,7 @@ TEST(CurlTls, HandshakeThatStallsEndsWithTheConnectTime) {
   EXPECT_EQ(told(answer), "the TLS handshake did not end within 0.2 s");
 }
 
-TEST(CurlTls, HandshakeThatEndsIsATlsFailure) {
+TEST(NetworkTransportTls, HandshakeThatEndsIsATlsFailure) {
   ScriptedServer server([](Peer& peer) {
     peer.read(1);
     peer.close();
@@ -108,7 +108,7 @@ Answer answerOf(const ScriptedServer::Script& script) {
   return ask(*makeNetworkTransport(options), get());
 }
 
-TEST(CurlTls, BodyMayEndWithTheConnection) {
+TEST(NetworkTransportTls, BodyMayEndWithTheConnection) {
   EXPECT_EQ(answerOf([](Peer& peer) {
               peer.readRequest();
               peer.write("HTTP/1.1 200 OK\r\n\r\n{}");
@@ -117,7 +117,7 @@ TEST(CurlTls, BodyMayEndWithTheConnection) {
             "{}");
 }
 
-TEST(CurlTls, BodyMayEndWithoutACloseNotify) {
+TEST(NetworkTransportTls, BodyMayEndWithoutACloseNotify) {
   const Answer answer = answerOf([](Peer& peer) {
     peer.readRequest();
     peer.write("HTTP/1.1 200 OK\r\n\r\n{}");
@@ -126,7 +126,7 @@ TEST(CurlTls, BodyMayEndWithoutACloseNotify) {
   EXPECT_EQ(answer.body, "{}");
 }
 
-TEST(CurlTls, CutBodyIsATruncatedAnswer) {
+TEST(NetworkTransportTls, CutBodyIsATruncatedAnswer) {
   EXPECT_EQ(told(answerOf([](Peer& peer) {
               peer.readRequest();
               peer.write("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}");
@@ -134,12 +134,12 @@ TEST(CurlTls, CutBodyIsATruncatedAnswer) {
             "the connection ended in mid-answer");
 }
 
-TEST(CurlTls, EndBeforeAnAnswerIsUnreachable) {
+TEST(NetworkTransportTls, EndBeforeAnAnswerIsUnreachable) {
   EXPECT_EQ(kindOf(answerOf([](Peer& peer) { peer.readRequest(); })),
             "unreachable");
 }
 
-TEST(CurlTls, SessionsAreTakenUpAgain) {
+TEST(NetworkTransportTls, SessionsAreTakenUpAgain) {
   std::atomic<int> resumed{0};
   ScriptedServer server(
       [&resumed](Peer& peer) {
@@ -160,7 +160,7 @@ TEST(CurlTls, SessionsAreTakenUpAgain) {
   EXPECT_EQ(resumed, 1);
 }
 
-TEST(CurlTls, ConnectionsAreKept) {
+TEST(NetworkTransportTls, ConnectionsAreKept) {
   ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
   NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;

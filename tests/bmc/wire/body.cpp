@@ -1,4 +1,4 @@
-#include "tests/bmc/body.h"
+#include "tests/bmc/wire/body.h"
 
 #include <utility>
 

@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 
 constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 
-TEST(CurlTransportConnections, AreKeptAndCounted) {
+TEST(NetworkTransportConnections, AreKeptAndCounted) {
   ScriptedServer server(
       answering([](const std::string&) { return httpAnswer(200, "{}"); }));
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
@@ -29,7 +29,7 @@ TEST(CurlTransportConnections, AreKeptAndCounted) {
   EXPECT_EQ(server.connections(), 1);
 }
 
-TEST(CurlTransportConnections, StayWithinTheLimit) {
+TEST(NetworkTransportConnections, StayWithinTheLimit) {
   ScriptedServer server([](Peer& peer) {
     while (!peer.readRequest().empty() && peer.pause(milliseconds(20))) {
       peer.write(httpAnswer(200, kBody));
@@ -48,7 +48,7 @@ TEST(CurlTransportConnections, StayWithinTheLimit) {
   EXPECT_EQ(server.connections(), 3);
 }
 
-TEST(CurlTransportConnections, FreshOneIsOpenedOnRequest) {
+TEST(NetworkTransportConnections, FreshOneIsOpenedOnRequest) {
   ScriptedServer server(
       answering([](const std::string&) { return httpAnswer(200, "{}"); }));
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
@@ -59,7 +59,7 @@ TEST(CurlTransportConnections, FreshOneIsOpenedOnRequest) {
   EXPECT_EQ(server.connections(), 2);
 }
 
-TEST(CurlTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
+TEST(NetworkTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
   std::atomic<int> logins{0};
   ScriptedServer server([&logins](Peer& peer) {
     while (true) {
@@ -83,7 +83,7 @@ TEST(CurlTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
   EXPECT_EQ(logins, 1);
 }
 
-TEST(CurlTransportConnections, DeadOnesAreReplaced) {
+TEST(NetworkTransportConnections, DeadOnesAreReplaced) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.write(httpAnswer(200, kBody));
@@ -96,7 +96,7 @@ TEST(CurlTransportConnections, DeadOnesAreReplaced) {
   EXPECT_EQ(server.connections(), 3);
 }
 
-TEST(CurlTransportConnections, BrokenPipeDoesNotEndTheProcess) {
+TEST(NetworkTransportConnections, BrokenPipeDoesNotEndTheProcess) {
   const auto transport = makeNetworkTransport(plainOptions(1));
   EXPECT_EQ(raise(SIGPIPE), 0);
 }

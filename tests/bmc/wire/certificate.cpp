@@ -1,4 +1,4 @@
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 
 #include <openssl/bio.h>
 #include <openssl/ec.h>

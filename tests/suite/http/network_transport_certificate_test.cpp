@@ -12,10 +12,10 @@
 #include <string>
 
 #include "suite/http/network_transport.h"
-#include "tests/bmc/certificate.h"
+#include "tests/bmc/wire/certificate.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"
-#include "tests/suite/temp_directory.h"
+#include "tests/support/temp_folder.h"
 
 namespace http {
 namespace {
@@ -93,9 +93,9 @@ Change asking(const std::string& host) {
       [host](NetworkTransportOptions& options) { options.origin.host = host; };
 }
 
-class CurlCertificateTest : public testing::Test {
+class NetworkTransportCertificate : public testing::Test {
  protected:
-  CurlCertificateTest() {
+  NetworkTransportCertificate() {
     directory_.write("authority.pem", authority().certificate);
   }
 
@@ -126,30 +126,30 @@ class CurlCertificateTest : public testing::Test {
     return told(answer);
   }
 
-  TempDirectory directory_;
+  support::TempFolder directory_;
 };
 
-TEST_F(CurlCertificateTest, OfATrustedAuthorityIsAccepted) {
+TEST_F(NetworkTransportCertificate, OfATrustedAuthorityIsAccepted) {
   EXPECT_EQ(verdictOn(issued()), "no failure");
 }
 
-TEST_F(CurlCertificateTest, ForAnotherAddressIsRefused) {
+TEST_F(NetworkTransportCertificate, ForAnotherAddressIsRefused) {
   EXPECT_EQ(verdictOn(issued(namedOnly("IP:192.0.2.1"))),
             "the certificate is for another name");
 }
 
-TEST_F(CurlCertificateTest, ForTheNameIsAccepted) {
+TEST_F(NetworkTransportCertificate, ForTheNameIsAccepted) {
   EXPECT_EQ(verdictOn(issued(namedOnly("DNS:localhost")), asking("localhost")),
             "no failure");
 }
 
-TEST_F(CurlCertificateTest, ForAnotherNameIsRefused) {
+TEST_F(NetworkTransportCertificate, ForAnotherNameIsRefused) {
   EXPECT_EQ(
       verdictOn(issued(namedOnly("DNS:other.example")), asking("localhost")),
       "the certificate is for another name");
 }
 
-TEST_F(CurlCertificateTest, SelfSignedIsRefusedWithAWayOut) {
+TEST_F(NetworkTransportCertificate, SelfSignedIsRefusedWithAWayOut) {
   const Answer answer = answerOf(selfSigned(), trusting(""));
   EXPECT_EQ(told(answer), "the certificate is self-signed");
   EXPECT_THAT(answer.failure->remedy, HasSubstr("--pin"));
@@ -162,13 +162,13 @@ Change trustingOne(const std::string& digest) {
   };
 }
 
-TEST_F(CurlCertificateTest, TheOneToTrustIsAcceptedWhateverItSays) {
+TEST_F(NetworkTransportCertificate, TheOneToTrustIsAcceptedWhateverItSays) {
   const bmc::Identity identity = selfSigned(namedOnly("DNS:other.example"));
   EXPECT_EQ(verdictOn(identity, trustingOne(digestOf(identity.certificate))),
             "no failure");
 }
 
-TEST_F(CurlCertificateTest, AnotherThanTheOneToTrustIsRefused) {
+TEST_F(NetworkTransportCertificate, AnotherThanTheOneToTrustIsRefused) {
   const Answer answer =
       answerOf(issued(), trustingOne(digestOf(selfSigned().certificate)));
   EXPECT_EQ(
@@ -177,39 +177,39 @@ TEST_F(CurlCertificateTest, AnotherThanTheOneToTrustIsRefused) {
   EXPECT_THAT(answer.failure->remedy, HasSubstr("--pin sha256//"));
 }
 
-TEST_F(CurlCertificateTest, SelfSignedMayBeTheAuthority) {
+TEST_F(NetworkTransportCertificate, SelfSignedMayBeTheAuthority) {
   const bmc::Identity identity = selfSigned();
   directory_.write("own.pem", identity.certificate);
   EXPECT_EQ(verdictOn(identity, trusting(fileAt("own.pem"))), "no failure");
 }
 
-TEST_F(CurlCertificateTest, OfAnUnknownAuthorityIsRefused) {
+TEST_F(NetworkTransportCertificate, OfAnUnknownAuthorityIsRefused) {
   EXPECT_EQ(verdictOn(issued(), trusting("")),
             "the certificate comes from an authority that is not trusted");
 }
 
-TEST_F(CurlCertificateTest, ExpiredIsRefused) {
+TEST_F(NetworkTransportCertificate, ExpiredIsRefused) {
   EXPECT_EQ(verdictOn(issued(validFor(hours(-48), hours(-24)))),
             "the certificate has expired");
 }
 
-TEST_F(CurlCertificateTest, FutureIsRefused) {
+TEST_F(NetworkTransportCertificate, FutureIsRefused) {
   EXPECT_EQ(verdictOn(issued(validFor(hours(24), hours(48)))),
             "the certificate is not valid yet");
 }
 
-TEST_F(CurlCertificateTest, AuthorityFileMustExist) {
+TEST_F(NetworkTransportCertificate, AuthorityFileMustExist) {
   EXPECT_THAT(verdictOn(issued(), trusting(fileAt("no.pem"))),
               StartsWith("the trusted authorities cannot be read"));
 }
 
-TEST_F(CurlCertificateTest, AuthorityFileMustHoldOne) {
+TEST_F(NetworkTransportCertificate, AuthorityFileMustHoldOne) {
   directory_.write("empty.pem", "");
   EXPECT_THAT(verdictOn(issued(), trusting(fileAt("empty.pem"))),
               StartsWith("the trusted authorities cannot be read"));
 }
 
-TEST_F(CurlCertificateTest, InsecureTrustsEverything) {
+TEST_F(NetworkTransportCertificate, InsecureTrustsEverything) {
   Settings settings = validFor(hours(-48), hours(-24));
   settings.alternativeNames = {"DNS:other.example"};
   EXPECT_EQ(verdictOn(selfSigned(settings),
@@ -220,13 +220,13 @@ TEST_F(CurlCertificateTest, InsecureTrustsEverything) {
             "no failure");
 }
 
-TEST_F(CurlCertificateTest, RightPinIsTrustEnough) {
+TEST_F(NetworkTransportCertificate, RightPinIsTrustEnough) {
   const bmc::Identity identity = selfSigned(namedOnly("DNS:other.example"));
   EXPECT_EQ(verdictOn(identity, pinning(bmc::pinOf(identity.certificate))),
             "no failure");
 }
 
-TEST_F(CurlCertificateTest, OneOfSeveralPinsIsEnough) {
+TEST_F(NetworkTransportCertificate, OneOfSeveralPinsIsEnough) {
   const bmc::Identity identity = selfSigned();
   EXPECT_EQ(
       verdictOn(identity, pinning(bmc::pinOf(authority().certificate) + ';' +
@@ -234,14 +234,14 @@ TEST_F(CurlCertificateTest, OneOfSeveralPinsIsEnough) {
       "no failure");
 }
 
-TEST_F(CurlCertificateTest, WrongPinIsRefused) {
+TEST_F(NetworkTransportCertificate, WrongPinIsRefused) {
   const bmc::Identity identity = selfSigned();
   EXPECT_EQ(verdictOn(identity, pinning(bmc::pinOf(authority().certificate))),
             "the server's key is not the pinned one but " +
                 bmc::pinOf(identity.certificate));
 }
 
-TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
+TEST_F(NetworkTransportCertificate, WrongPinIsRefusedThoughTheRestIsInsecure) {
   const bmc::Identity identity = selfSigned();
   EXPECT_EQ(verdictOn(identity,
                       [](NetworkTransportOptions& options) {
@@ -252,7 +252,7 @@ TEST_F(CurlCertificateTest, WrongPinIsRefusedThoughTheRestIsInsecure) {
                 bmc::pinOf(identity.certificate));
 }
 
-TEST_F(CurlCertificateTest, PinDoesNotReplaceAConfiguredAuthority) {
+TEST_F(NetworkTransportCertificate, PinDoesNotReplaceAConfiguredAuthority) {
   const bmc::Identity identity = selfSigned();
   EXPECT_EQ(verdictOn(identity,
                       [&](NetworkTransportOptions& options) {
@@ -261,7 +261,7 @@ TEST_F(CurlCertificateTest, PinDoesNotReplaceAConfiguredAuthority) {
             "the certificate is self-signed");
 }
 
-TEST_F(CurlCertificateTest, RefusedOneGetsNoLogin) {
+TEST_F(NetworkTransportCertificate, RefusedOneGetsNoLogin) {
   std::promise<std::string> received;
   ScriptedServer server(
       [&received](Peer& peer) { received.set_value(peer.readRequest()); },
@@ -280,7 +280,7 @@ TEST_F(CurlCertificateTest, RefusedOneGetsNoLogin) {
   }
 }
 
-TEST_F(CurlCertificateTest, PinOfAnotherFormIsRefused) {
+TEST_F(NetworkTransportCertificate, PinOfAnotherFormIsRefused) {
   EXPECT_EQ(verdictOn(selfSigned(), pinning("/etc/hostname")),
             "the pin is not of the form sha256//BASE64");
 }

@@ -1,4 +1,4 @@
-#include "tests/bmc/controller.h"
+#include "tests/bmc/control/controller.h"
 
 #include <fcntl.h>
 #include <unistd.h>

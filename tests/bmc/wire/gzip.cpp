@@ -1,4 +1,4 @@
-#include "tests/bmc/gzip.h"
+#include "tests/bmc/wire/gzip.h"
 
 #define ZLIB_CONST  // Input is only read.
 #include <zlib.h>

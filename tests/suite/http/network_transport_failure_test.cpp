@@ -13,7 +13,7 @@ namespace {
 using std::chrono::milliseconds;
 using testing::StartsWith;
 
-TEST(CurlTransportFailure, WrongLengthIsATruncatedAnswer) {
+TEST(NetworkTransportFailure, WrongLengthIsATruncatedAnswer) {
   const Answer answer =
       answerTo("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}");
   EXPECT_EQ(kindOf(answer), "content");
@@ -22,31 +22,31 @@ TEST(CurlTransportFailure, WrongLengthIsATruncatedAnswer) {
   EXPECT_EQ(answer.body, "");
 }
 
-TEST(CurlTransportFailure, CutChunkIsATruncatedAnswer) {
+TEST(NetworkTransportFailure, CutChunkIsATruncatedAnswer) {
   EXPECT_EQ(told(answerTo("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n"
                           "\r\n20\r\n{}")),
             "the connection ended in mid-answer");
 }
 
-TEST(CurlTransportFailure, MalformedChunkIsBadContent) {
+TEST(NetworkTransportFailure, MalformedChunkIsBadContent) {
   EXPECT_EQ(kindOf(answerTo("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n"
                             "\r\nxyz\r\n{}")),
             "content");
 }
 
-TEST(CurlTransportFailure, NegativeLengthIsBadContent) {
+TEST(NetworkTransportFailure, NegativeLengthIsBadContent) {
   EXPECT_EQ(kindOf(answerTo("HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\n{}")),
             "content");
 }
 
-TEST(CurlTransportFailure, EndBeforeAnAnswerIsUnreachable) {
+TEST(NetworkTransportFailure, EndBeforeAnAnswerIsUnreachable) {
   const Answer answer = answerTo("");
   EXPECT_EQ(kindOf(answer), "unreachable");
   EXPECT_THAT(told(answer),
               StartsWith("the connection ended before an answer"));
 }
 
-TEST(CurlTransportFailure, ResetIsUnreachable) {
+TEST(NetworkTransportFailure, ResetIsUnreachable) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.reset();
@@ -56,7 +56,7 @@ TEST(CurlTransportFailure, ResetIsUnreachable) {
       "unreachable");
 }
 
-TEST(CurlTransportFailure, ResetInTheBodyIsATruncatedAnswer) {
+TEST(NetworkTransportFailure, ResetInTheBodyIsATruncatedAnswer) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.write("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}");
@@ -69,13 +69,13 @@ TEST(CurlTransportFailure, ResetInTheBodyIsATruncatedAnswer) {
       "the connection ended in mid-answer");
 }
 
-TEST(CurlTransportFailure, AnswerThatIsNoHttpIsNoRedfish) {
+TEST(NetworkTransportFailure, AnswerThatIsNoHttpIsNoRedfish) {
   const Answer answer = answerTo("220 mail.example ready\r\n");
   EXPECT_EQ(kindOf(answer), "no redfish");
   EXPECT_EQ(told(answer), "the answer is not HTTP");
 }
 
-TEST(CurlTransportFailure, RefusedConnectionIsUnreachable) {
+TEST(NetworkTransportFailure, RefusedConnectionIsUnreachable) {
   std::uint16_t port = 0;
   {
     const ScriptedServer server([](Peer&) {});
@@ -89,7 +89,7 @@ TEST(CurlTransportFailure, RefusedConnectionIsUnreachable) {
                 "port, and that the Redfish service is switched on");
 }
 
-TEST(CurlTransportFailure, Ipv6AddressIsAsked) {
+TEST(NetworkTransportFailure, Ipv6AddressIsAsked) {
   NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "::1";
   const Answer answer = ask(*makeNetworkTransport(options), get());
@@ -98,7 +98,7 @@ TEST(CurlTransportFailure, Ipv6AddressIsAsked) {
   EXPECT_EQ(answer.failure->address, "[::1]:1");
 }
 
-TEST(CurlTransportFailure, UnknownNameIsNotResolved) {
+TEST(NetworkTransportFailure, UnknownNameIsNotResolved) {
   NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "no-such-host.invalid";
   options.connectTimeout = milliseconds(8000);
@@ -106,7 +106,7 @@ TEST(CurlTransportFailure, UnknownNameIsNotResolved) {
   EXPECT_EQ(kindOf(answer), "name");
 }
 
-TEST(CurlTransportFailure, BadHostIsToldByTheAnswer) {
+TEST(NetworkTransportFailure, BadHostIsToldByTheAnswer) {
   NetworkTransportOptions options = plainOptions(1);
   options.origin.host = "bmc/evil";
   const auto transport = makeNetworkTransport(options);
@@ -116,7 +116,7 @@ TEST(CurlTransportFailure, BadHostIsToldByTheAnswer) {
   EXPECT_EQ(kindOf(answer), "name");
 }
 
-TEST(CurlTransportTime, SilentServerEndsWithTheRequestsTime) {
+TEST(NetworkTransportTime, SilentServerEndsWithTheRequestsTime) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   Request request = get();
   request.timeout = milliseconds(200);
@@ -126,7 +126,7 @@ TEST(CurlTransportTime, SilentServerEndsWithTheRequestsTime) {
   EXPECT_EQ(told(answer), "no whole answer within 0.2 s");
 }
 
-TEST(CurlTransportTime, TrickleEndsWithTheRequestsTime) {
+TEST(NetworkTransportTime, TrickleEndsWithTheRequestsTime) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     while (peer.write("H") && peer.pause(milliseconds(20))) {
@@ -141,7 +141,7 @@ TEST(CurlTransportTime, TrickleEndsWithTheRequestsTime) {
   EXPECT_LT(base::Clock::now() - begin, milliseconds(2000));
 }
 
-TEST(CurlTransportTime, TrickledBodyEndsWithTheRequestsTime) {
+TEST(NetworkTransportTime, TrickledBodyEndsWithTheRequestsTime) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.write("HTTP/1.1 200 OK\r\n\r\n");
@@ -155,7 +155,7 @@ TEST(CurlTransportTime, TrickledBodyEndsWithTheRequestsTime) {
       "read timeout");
 }
 
-TEST(CurlTransportTime, RequestThatWaitsForAConnectionHasItsTimeToo) {
+TEST(NetworkTransportTime, RequestThatWaitsForAConnectionHasItsTimeToo) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   NetworkTransportOptions options = plainOptions(server.port());
   options.maxConnections = 1;
@@ -173,7 +173,7 @@ TEST(CurlTransportTime, RequestThatWaitsForAConnectionHasItsTimeToo) {
   EXPECT_LT(base::Clock::now() - begin, milliseconds(2000));
 }
 
-TEST(CurlTransportTime, NextReturnsEmptyHandedWhenItsTimeIsUp) {
+TEST(NetworkTransportTime, NextReturnsEmptyHandedWhenItsTimeIsUp) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   const auto transport = makeNetworkTransport(plainOptions(server.port()));
   transport->start(get());
@@ -183,7 +183,7 @@ TEST(CurlTransportTime, NextReturnsEmptyHandedWhenItsTimeIsUp) {
   EXPECT_LT(base::Clock::now() - begin, milliseconds(1000));
 }
 
-TEST(CurlTransportTime, CancelAndDestructionDoNotWait) {
+TEST(NetworkTransportTime, CancelAndDestructionDoNotWait) {
   ScriptedServer server([](Peer& peer) { peer.hang(); });
   const base::Clock::time_point begin = base::Clock::now();
   {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "suite/http/network_transport.h"
-#include "tests/bmc/gzip.h"
+#include "tests/bmc/wire/gzip.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"
 
@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 
-TEST(CurlTransportAnswer, CarriesStatusHeadersAndBody) {
+TEST(NetworkTransportAnswer, CarriesStatusHeadersAndBody) {
   const Answer answer =
       answerTo(httpAnswer(201, kBody,
                           "Location: /redfish/v1/S/1\r\nX-Auth-Token: abc\r\n"
@@ -26,46 +26,46 @@ TEST(CurlTransportAnswer, CarriesStatusHeadersAndBody) {
   EXPECT_EQ(answer.body, kBody);
 }
 
-TEST(CurlTransportAnswer, InterimAnswersAreSkipped) {
+TEST(NetworkTransportAnswer, InterimAnswersAreSkipped) {
   const Answer answer = answerTo(
       "HTTP/1.1 100 Continue\r\nLocation: /x\r\n\r\n" + httpAnswer(200, kBody));
   EXPECT_EQ(answer.status, 200);
   EXPECT_EQ(answer.location, "");
 }
 
-TEST(CurlTransportAnswer, ErrorStatusIsNoFailure) {
+TEST(NetworkTransportAnswer, ErrorStatusIsNoFailure) {
   const Answer answer = answerTo(httpAnswer(503, "busy"));
   EXPECT_FALSE(answer.failure);
   EXPECT_EQ(answer.status, 503);
   EXPECT_EQ(answer.body, "busy");
 }
 
-TEST(CurlTransportAnswer, RedirectIsNotFollowed) {
+TEST(NetworkTransportAnswer, RedirectIsNotFollowed) {
   const Answer answer =
       answerTo(httpAnswer(302, "", "Location: https://192.0.2.1/\r\n"));
   EXPECT_EQ(answer.status, 302);
   EXPECT_EQ(answer.location, "https://192.0.2.1/");
 }
 
-TEST(CurlTransportAnswer, ChunkedBodyIsJoined) {
+TEST(NetworkTransportAnswer, ChunkedBodyIsJoined) {
   EXPECT_EQ(answerTo("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
                      "2\r\n{}\r\n3\r\n   \r\n0\r\nLocation: /t\r\n\r\n")
                 .body,
             "{}   ");
 }
 
-TEST(CurlTransportAnswer, BodyMayEndWithTheConnection) {
+TEST(NetworkTransportAnswer, BodyMayEndWithTheConnection) {
   EXPECT_EQ(answerTo("HTTP/1.1 200 OK\r\n\r\n{}").body, "{}");
 }
 
-TEST(CurlTransportAnswer, GzipIsDecoded) {
+TEST(NetworkTransportAnswer, GzipIsDecoded) {
   const Answer answer =
       answerTo(httpAnswer(200, bmc::gzip(kBody), "Content-Encoding: gzip\r\n"));
   EXPECT_EQ(told(answer), "no failure");
   EXPECT_EQ(answer.body, kBody);
 }
 
-TEST(CurlTransportAnswer, WrongCompressionIsTold) {
+TEST(NetworkTransportAnswer, WrongCompressionIsTold) {
   const Answer answer =
       answerTo(httpAnswer(200, kBody, "Content-Encoding: gzip\r\n"));
   EXPECT_TRUE(answer.badEncoding);
@@ -73,7 +73,7 @@ TEST(CurlTransportAnswer, WrongCompressionIsTold) {
   EXPECT_EQ(told(answer), "the answer is not compressed as it says");
 }
 
-TEST(CurlTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
+TEST(NetworkTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
   std::string sent;
   ScriptedServer server([&sent](Peer& peer) {
     sent = peer.readRequest();
@@ -86,12 +86,12 @@ TEST(CurlTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
   EXPECT_THAT(sent, HasSubstr("\r\nAccept-Encoding: identity\r\n"));
 }
 
-TEST(CurlTransportLimits, LargestBodyArrives) {
+TEST(NetworkTransportLimits, LargestBodyArrives) {
   const std::string body(kMaxBodyBytes, ' ');
   EXPECT_EQ(answerTo(httpAnswer(200, body)).body.size(), kMaxBodyBytes);
 }
 
-TEST(CurlTransportLimits, LargerBodyFails) {
+TEST(NetworkTransportLimits, LargerBodyFails) {
   const std::string body(kMaxBodyBytes + 1, ' ');
   const Answer announced = answerTo(httpAnswer(200, body));
   EXPECT_EQ(kindOf(announced), "content");
@@ -101,7 +101,7 @@ TEST(CurlTransportLimits, LargerBodyFails) {
             "the answer is larger than 16 MiB");
 }
 
-TEST(CurlTransportLimits, BodyWithoutEndFails) {
+TEST(NetworkTransportLimits, BodyWithoutEndFails) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     peer.write("HTTP/1.1 200 OK\r\n\r\n");
@@ -113,14 +113,14 @@ TEST(CurlTransportLimits, BodyWithoutEndFails) {
       "the answer is larger than 16 MiB");
 }
 
-TEST(CurlTransportLimits, CompressedBombFails) {
+TEST(NetworkTransportLimits, CompressedBombFails) {
   const std::string bomb = bmc::gzip(std::string(32 << 20, ' '));
   ASSERT_LT(bomb.size(), 1U << 20);
   EXPECT_EQ(told(answerTo(httpAnswer(200, bomb, "Content-Encoding: gzip\r\n"))),
             "the answer is larger than 16 MiB");
 }
 
-TEST(CurlTransportLimits, ManyHeadersFail) {
+TEST(NetworkTransportLimits, ManyHeadersFail) {
   std::string headers;
   while (headers.size() <= kMaxHeaderBytes) {
     headers += "X-Filler: 0123456789\r\n";
@@ -130,7 +130,7 @@ TEST(CurlTransportLimits, ManyHeadersFail) {
   EXPECT_EQ(told(answer), "the headers of the answer are larger than 64 KiB");
 }
 
-TEST(CurlTransportLimits, LongHeaderFails) {
+TEST(NetworkTransportLimits, LongHeaderFails) {
   for (const std::size_t size : {kMaxHeaderBytes, kMaxHeaderBytes * 4}) {
     const Answer answer = answerTo(
         httpAnswer(200, kBody, "X-Filler: " + std::string(size, 'a') + "\r\n"));
@@ -139,7 +139,7 @@ TEST(CurlTransportLimits, LongHeaderFails) {
   }
 }
 
-TEST(CurlTransportLimits, InterimAnswersWithoutEndFail) {
+TEST(NetworkTransportLimits, InterimAnswersWithoutEndFail) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();
     while (peer.write("HTTP/1.1 102 Processing\r\n\r\n")) {
