@@ -162,7 +162,7 @@ void writeLine(unsigned int level, std::string_view file, int line,
     const auto now = spdlog::log_clock::now();
     if (openedLog != nullptr) {
       writeAt(now, level, file, line, text);
-    } else if (earlyLines->size() < kMostEarlyLines) {
+    } else if (earlyLines != nullptr && earlyLines->size() < kMostEarlyLines) {
       earlyLines->push_back(
           {now, level, std::string(file), line, std::string(text)});
     }
