@@ -1,17 +1,18 @@
 // Takes the place of this system's own transport over the network: each call
 // goes to an agent under Wine, in which the transport of Windows runs.
 
-#include <signal.h>
-#include <sys/wait.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
 #include <boost/json/serialize.hpp>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
+#include "tests/support/child_process.h"
 #include "tests/windows/transport_wire.h"
 
 namespace http {
@@ -54,20 +55,20 @@ class Agent {
   Agent() {
     std::array<int, 2> commands{};
     std::array<int, 2> answers{};
-    if (pipe(commands.data()) != 0 || pipe(answers.data()) != 0) {
+    if (pipe2(commands.data(), O_CLOEXEC) != 0 ||
+        pipe2(answers.data(), O_CLOEXEC) != 0) {
       throw std::runtime_error("no pipe");
     }
-    child_ = fork();
-    if (child_ == 0) {
-      dup2(commands[0], STDIN_FILENO);
-      dup2(answers[1], STDOUT_FILENO);
-      for (const int end : {commands[0], commands[1], answers[0], answers[1]}) {
-        close(end);
-      }
-      setenv("WINE_TIME_LIMIT", "900", 1);
-      execl(WINE_SCRIPT, WINE_SCRIPT, TRANSPORT_AGENT, nullptr);
-      _exit(127);
-    }
+    support::ChildOptions options;
+    options.program = WINE_SCRIPT;
+    options.arguments = {TRANSPORT_AGENT};
+    options.environment = support::ownEnvironment();
+    options.environment.push_back("WINE_TIME_LIMIT=900");
+    options.inputDescriptor = commands[0];
+    options.outputDescriptor = answers[1];
+    options.errorDescriptor = STDERR_FILENO;
+    options.timeLimit = {};  // The script has its own.
+    child_.emplace(options);
     close(commands[0]);
     close(answers[1]);
     toAgent_.reset(fdopen(commands[1], "w"));
@@ -76,10 +77,10 @@ class Agent {
 
   ~Agent() {
     toAgent_.reset();  // The agent ends with its input.
-    waitpid(child_, nullptr, 0);
+    child_->wait();
   }
 
-  pid_t child_ = -1;
+  std::optional<support::ChildProcess> child_;
   File toAgent_;
   File fromAgent_;
 };

@@ -4,9 +4,9 @@
 #include <link.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
+
+#include "tests/support/file_text.h"
 
 namespace {
 
@@ -20,8 +20,7 @@ using Version = ElfW(Half);
 class Image {
  public:
   explicit Image(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    bytes_.assign(std::istreambuf_iterator<char>(file), {});
+    bytes_ = support::fileText(path);
     const auto header = table<Header>(0, sizeof(Header)).at(0);
     if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) {
       throw std::runtime_error(path + " is no library");

@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <vector>
+
+#include "tests/support/file_text.h"
 
 namespace {
 
@@ -16,8 +16,7 @@ namespace {
 class Image {
  public:
   explicit Image(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    bytes_.assign(std::istreambuf_iterator<char>(file), {});
+    bytes_ = support::fileText(path);
     const auto dos = at<IMAGE_DOS_HEADER>(0);
     if (dos.e_magic != IMAGE_DOS_SIGNATURE) {
       throw std::runtime_error(path + " is no library");
