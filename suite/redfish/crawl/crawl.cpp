@@ -135,9 +135,9 @@ void Crawl::fetchAgain(Pending pending) {
 void Crawl::follow(const Rule& rule, const Resource& resource) {
   const json::array* links = arrayAt(resource.body, rule.path);
   if (links != nullptr && links->size() > kMaxMembers) {
-    spoil(resource.uri.document(), base::FailureKind::kBadContent,
-          "more than " + std::to_string(kMaxMembers) + " links in " +
-              std::string(rule.path));
+    markUnreadable(resource.uri.document(), base::FailureKind::kBadContent,
+                   "more than " + std::to_string(kMaxMembers) + " links in " +
+                       std::string(rule.path));
     return;
   }
   for (const Uri& link : linksAt(resource.body, rule.path)) {

@@ -78,15 +78,15 @@ class Crawl {
                     base::Clock::time_point until);
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);
-  void tellRefusedLinks(const Resource& resource) const;
+  void logRefusedLinks(const Resource& resource) const;
   /// Checks a collection's members; false when there are too many of them.
   bool takeMembers(Resource& collection);
   /// Puts the resources inside another aside, and links in their places.
   void setNestedAside(Resource& resource);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);
-  void spoil(const std::string& document, base::FailureKind kind,
-             std::string cause);
+  void markUnreadable(const std::string& document, base::FailureKind kind,
+                      std::string cause);
   void countTrouble(const Resource& resource);
   void end(base::Failure failure);
 

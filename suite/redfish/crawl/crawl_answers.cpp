@@ -135,7 +135,7 @@ void Crawl::admit(Resource resource) {
   if (kept.state != ResourceState::kRead) {
     return;
   }
-  tellRefusedLinks(kept);
+  logRefusedLinks(kept);
   if (collection && !takeMembers(kept)) {
     return;
   }
@@ -147,19 +147,19 @@ void Crawl::admit(Resource resource) {
   }
 }
 
-void Crawl::tellRefusedLinks(const Resource& resource) const {
-  constexpr std::size_t kMaxTold = 8;
+void Crawl::logRefusedLinks(const Resource& resource) const {
+  constexpr std::size_t kMaxLogged = 8;
   const auto refused = refusedLinks(resource.body);
-  for (std::size_t i = 0; i < std::min(refused.size(), kMaxTold); ++i) {
+  for (std::size_t i = 0; i < std::min(refused.size(), kMaxLogged); ++i) {
     Tarvex::Log(1, __FILE__, __LINE__).Stream()
         << address_ << ": " << resource.uri.target()
         << ": refused a link that does not stay below /redfish/: \""
         << session_.scrub(refused[i]) << "\"";
   }
-  if (refused.size() > kMaxTold) {
+  if (refused.size() > kMaxLogged) {
     Tarvex::Log(1, __FILE__, __LINE__).Stream()
         << address_ << ": " << resource.uri.target() << ": refused "
-        << refused.size() - kMaxTold << " more links";
+        << refused.size() - kMaxLogged << " more links";
   }
 }
 

@@ -90,7 +90,7 @@ bool Crawl::takeMembers(Resource& collection) {
     return true;
   }
   if (members->size() > kMaxMembers) {
-    spoil(document, base::FailureKind::kBadContent, tooManyMembers());
+    markUnreadable(document, base::FailureKind::kBadContent, tooManyMembers());
     return false;
   }
   dropSelf(*members, document);
@@ -122,8 +122,8 @@ void Crawl::askNextPage(const std::string& head, const json::object& page) {
   }
   const auto link = Uri::parse(text);
   if (!link) {
-    spoil(head, base::FailureKind::kRefusedLink,
-          "its next page is not a valid link");
+    markUnreadable(head, base::FailureKind::kRefusedLink,
+                   "its next page is not a valid link");
     return;
   }
   auto& seen = pages_[head];
@@ -131,8 +131,8 @@ void Crawl::askNextPage(const std::string& head, const json::object& page) {
     return;
   }
   if (seen.size() > kMaxPages) {
-    spoil(head, base::FailureKind::kBadContent,
-          "more than " + std::to_string(kMaxPages) + " pages");
+    markUnreadable(head, base::FailureKind::kBadContent,
+                   "more than " + std::to_string(kMaxPages) + " pages");
     return;
   }
   Pending pending;
@@ -149,13 +149,14 @@ void Crawl::takePage(const std::string& head, Resource page) {
     return;
   }
   if (page.state != ResourceState::kRead) {
-    spoil(head,
-          page.failure ? page.failure->kind : base::FailureKind::kBadContent,
-          "its page " + page.uri.target() + " cannot be read" +
-              (page.failure ? " (" + page.failure->cause + ")" : ""));
+    markUnreadable(
+        head,
+        page.failure ? page.failure->kind : base::FailureKind::kBadContent,
+        "its page " + page.uri.target() + " cannot be read" +
+            (page.failure ? " (" + page.failure->cause + ")" : ""));
     return;
   }
-  tellRefusedLinks(page);
+  logRefusedLinks(page);
   Resource& collection = knowledge_.graph.insert(*found);
   json::array members;
   if (const json::value* more = page.body.if_contains("Members")) {
@@ -176,7 +177,7 @@ void Crawl::takePage(const std::string& head, Resource page) {
   }
   json::array& list = all.get_array();
   if (list.size() + members.size() > kMaxMembers) {
-    spoil(head, base::FailureKind::kBadContent, tooManyMembers());
+    markUnreadable(head, base::FailureKind::kBadContent, tooManyMembers());
     return;
   }
   list.insert(list.end(), members.begin(), members.end());
@@ -187,20 +188,20 @@ void Crawl::takePage(const std::string& head, Resource page) {
   askNextPage(head, page.body);
 }
 
-void Crawl::spoil(const std::string& document, base::FailureKind kind,
-                  std::string cause) {
+void Crawl::markUnreadable(const std::string& document, base::FailureKind kind,
+                           std::string cause) {
   const Resource* found = knowledge_.graph.find(document);
   if (found == nullptr) {
     return;
   }
-  Resource spoilt;
-  spoilt.uri = found->uri;
-  spoilt.state = ResourceState::kUnreadable;
-  spoilt.failure = fail(kind, session_.scrub(std::move(cause)));
-  spoilt.failure->uri = spoilt.uri.target();
+  Resource unreadable;
+  unreadable.uri = found->uri;
+  unreadable.state = ResourceState::kUnreadable;
+  unreadable.failure = fail(kind, session_.scrub(std::move(cause)));
+  unreadable.failure->uri = unreadable.uri.target();
   Tarvex::Log(1, __FILE__, __LINE__).Stream()
-      << base::describe(*spoilt.failure);
-  knowledge_.graph.insert(std::move(spoilt));
+      << base::describe(*unreadable.failure);
+  knowledge_.graph.insert(std::move(unreadable));
   policy_.structureChanged();
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <boost/json/array.hpp>
-#include <charconv>
 
+#include "suite/base/numbers.h"
 #include "suite/redfish/graph/document_path.h"
 #include "suite/redfish/graph/service_conditions.h"
 #include "suite/redfish/graph/status.h"
@@ -26,11 +26,9 @@ bool isPositive(const json::value* value) {
   if (value == nullptr) {
     return false;
   }
-  double number = 0;
   if (const json::string* text = value->if_string()) {
-    const char* end = text->data() + text->size();
-    const auto [stop, error] = std::from_chars(text->data(), end, number);
-    return error == std::errc() && stop == end && number > 0;
+    const auto number = base::parseNumber<double>({text->data(), text->size()});
+    return number && *number > 0;
   }
   return value->is_number() && value->to_number<double>() > 0;
 }
