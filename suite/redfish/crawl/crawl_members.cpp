@@ -10,15 +10,25 @@ namespace {
 
 constexpr std::size_t kMaxPages = 64;  // Of one collection.
 
+// Whether an object says that it is of the type of a resource, whose schema has
+// its name ("#Fan.v1_5_0.Fan"), and not of a part of one
+// ("#Thermal.v1_7_0.Fan", DSP0266).
+bool isOfResourceType(const json::object& object) {
+  std::string_view type = stringAt(object, "@odata.type");
+  type.remove_prefix(std::min<std::size_t>(1, type.size()));
+  const std::string_view schema = type.substr(0, type.find('.'));
+  return !schema.empty() && schema == type.substr(type.rfind('.') + 1);
+}
+
 // Whether an embedded object is the whole resource rather than a link or an
 // extract: every resource has these properties.
 bool isWhole(const json::object& object) {
-  return object.contains("@odata.type") && object.contains("Id") &&
+  return isOfResourceType(object) && object.contains("Id") &&
          object.contains("Name");
 }
 
 bool isWholeCollection(const json::object& object) {
-  return object.contains("@odata.type") && object.contains("Members");
+  return isOfResourceType(object) && object.contains("Members");
 }
 
 // The document that a nested object is, when it is a whole one and another

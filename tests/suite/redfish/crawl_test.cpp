@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/json/array.hpp>
 #include <set>
 
 #include "suite/redfish/graph/topology.h"
@@ -438,6 +439,21 @@ TEST_F(CrawlScript, AdaptersBehindInterfacesOnlyWithoutAdaptersInChassis) {
       {"@odata.id": "/redfish/v1/Systems/1/NI/1/NetworkAdapter"}}})");
   EXPECT_FALSE(start().read(wanting(redfish::kWantPciAdapters)));
   EXPECT_EQ(script->count("GET /redfish/v1/Systems/1/NI/1/NetworkAdapter"), 1U);
+}
+
+TEST_F(CrawlScript, PartsOfADocumentStayInIt) {
+  instead("/Chassis",
+          R"({"Members": [{"@odata.id": "/redfish/v1/Chassis/A"}]})");
+  on("/Chassis/A", R"({
+      "Thermal": {"@odata.id": "/redfish/v1/Chassis/A/Thermal"}})");
+  on("/Chassis/A/Thermal", R"({"Fans": [{
+      "@odata.id": "/redfish/v1/Chassis/A/Thermal/Fans/0", "Id": "0",
+      "@odata.type": "#Thermal.v1_4_0.Fan", "Name": "Fan 1"}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
+  const auto* fans =
+      redfish::arrayAt(found("/Chassis/A/Thermal")->body, "Fans");
+  ASSERT_NE(fans, nullptr);
+  EXPECT_TRUE(fans->front().as_object().contains("Name"));
 }
 
 TEST_F(CrawlScript, ProcessorsOfThePciTableNeedNoMetrics) {
