@@ -1,39 +1,41 @@
 #include "suite/devhealth/failure_status.h"
 
+#include "syshealth/result/health_status.h"
+
 namespace devhealth {
 
-int statusOf(base::FailureKind kind, Moment moment) {
+int statusOf(base::FailureKind kind, Phase phase) {
   using Kind = base::FailureKind;
   const int late =
-      moment == Moment::kConnecting ? kStatusNoConnection : kStatusUnreadable;
+      phase == Phase::kConnecting ? kHealthNoConnection : kHealthReadFailed;
   // clang-format off
   switch (kind) {
-    case Kind::kNameNotResolved:   return kStatusNoConnection;
-    case Kind::kUnreachable:       return kStatusNoConnection;
+    case Kind::kNameNotResolved:   return kHealthNoConnection;
+    case Kind::kUnreachable:       return kHealthNoConnection;
     case Kind::kConnectTimeout:    return late;
     case Kind::kReadTimeout:       return late;
     case Kind::kDeadline:          return late;
-    case Kind::kCertificate:       return kStatusNoConnection;
-    case Kind::kTls:               return kStatusNoConnection;
-    case Kind::kAuthentication:    return kStatusRefused;
-    case Kind::kForbidden:         return kStatusRefused;
-    case Kind::kPasswordChange:    return kStatusRefused;
-    case Kind::kNoCredentials:     return kStatusRefused;
-    case Kind::kCredentialMissing: return kStatusRefused;
-    case Kind::kBusy:              return kStatusRefused;
+    case Kind::kCertificate:       return kHealthNoConnection;
+    case Kind::kTls:               return kHealthNoConnection;
+    case Kind::kAuthentication:    return kHealthRefused;
+    case Kind::kForbidden:         return kHealthRefused;
+    case Kind::kPasswordChange:    return kHealthRefused;
+    case Kind::kNoCredentials:     return kHealthRefused;
+    case Kind::kCredentialMissing: return kHealthRefused;
+    case Kind::kBusy:              return kHealthRefused;
     case Kind::kServerError:       return kStatusInternal;
-    case Kind::kNotRedfish:        return kStatusNotSupported;
-    case Kind::kNoSystem:          return kStatusNotSupported;
-    case Kind::kNotFound:          return kStatusNotSupported;
-    case Kind::kBadContent:        return kStatusUnreadable;
-    case Kind::kRefusedLink:       return kStatusUnreadable;
-    case Kind::kDirectoryMissing:  return kStatusNoConnection;
-    case Kind::kFileUnreadable:    return kStatusUnreadable;
-    case Kind::kNoHostInterface:   return kStatusNoConnection;
-    case Kind::kNoHostAddress:     return kStatusNoConnection;
-    case Kind::kNotPermitted:      return kStatusNotSupported;
-    case Kind::kNoBootstrapAccount: return kStatusRefused;
-    case Kind::kIpmiDevice:        return kStatusRefused;
+    case Kind::kNotRedfish:        return kHealthNotSupported;
+    case Kind::kNoSystem:          return kHealthNotSupported;
+    case Kind::kNotFound:          return kHealthNotSupported;
+    case Kind::kBadContent:        return kHealthReadFailed;
+    case Kind::kRefusedLink:       return kHealthReadFailed;
+    case Kind::kDirectoryMissing:  return kHealthNoConnection;
+    case Kind::kFileUnreadable:    return kHealthReadFailed;
+    case Kind::kNoHostInterface:   return kHealthNoConnection;
+    case Kind::kNoHostAddress:     return kHealthNoConnection;
+    case Kind::kNotPermitted:      return kHealthNotSupported;
+    case Kind::kNoBootstrapAccount: return kHealthRefused;
+    case Kind::kIpmiDevice:        return kHealthRefused;
     case Kind::kInterrupted:       return kStatusInternal;
     case Kind::kInternal:          return kStatusInternal;
   }

@@ -4,8 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
-#include "suite/devhealth/failure_status.h"
 #include "suite/devhealth/health/alerts.h"
+#include "syshealth/result/health_status.h"
 
 namespace devhealth {
 namespace {
@@ -44,7 +44,7 @@ int readHealth(TargetReader& reader,
   HealthReading reading;
   for (int round = 0; round < kMaxRounds; ++round) {
     const int status = reader.read(selection);
-    if (status != kStatusSuccess) {
+    if (status != kHealthSuccess) {
       return status;
     }
     options.thorough = reader.thorough();
@@ -57,7 +57,7 @@ int readHealth(TargetReader& reader,
     return reader.fail(std::move(*reading.failure));
   }
   alerts = std::move(reading.alerts);
-  return kStatusSuccess;
+  return kHealthSuccess;
 }
 
 }  // namespace devhealth

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "suite/base/failure.h"
-#include "suite/devhealth/failure_status.h"
 #include "suite/devhealth/inventory/local_inventory.h"
 #include "suite/redfish/pool.h"
 #include "syshealth/host/log.h"
+#include "syshealth/result/health_status.h"
 
 namespace devhealth {
 namespace {
@@ -36,9 +36,9 @@ LocalTarget::LocalTarget() : machine_(local::Machine::current()) {}
 
 int LocalTarget::requireMachine() {
   if (machine_ != nullptr) {
-    return kStatusSuccess;
+    return kHealthSuccess;
   }
-  return fail(FailureKind::kUnreachable, kStatusNoConnection,
+  return fail(FailureKind::kUnreachable, kHealthNoConnection,
               "there is no connection to this target", "");
 }
 
@@ -49,15 +49,15 @@ int LocalTarget::requireTable() {
   const std::string& table = machine_->tableName();
   switch (machine_->table()) {
     case Access::kRead:
-      return kStatusSuccess;
+      return kHealthSuccess;
     case Access::kDenied:
-      return fail(FailureKind::kNotPermitted, kStatusNotSupported,
+      return fail(FailureKind::kNotPermitted, kHealthNotSupported,
                   table +
                       ", which lists the parts of this machine and the way to "
                       "its controller, may be read by root only",
                   "run brivel as root");
     case Access::kMissing:
-      return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+      return fail(FailureKind::kNoHostInterface, kHealthNotSupported,
                   "neither a controller nor SMBIOS (" + table +
                       " does not exist) tells of its system board, "
                       "processors, memory modules and power supplies; "
@@ -66,7 +66,7 @@ int LocalTarget::requireTable() {
     case Access::kFailed:
       break;
   }
-  return fail(FailureKind::kFileUnreadable, kStatusUnreadable,
+  return fail(FailureKind::kFileUnreadable, kHealthReadFailed,
               table + ", which lists the parts of this machine, cannot be read",
               "");
 }
@@ -79,13 +79,13 @@ int LocalTarget::system(Tarvex::DeviceHealth::SystemBoard& system) {
   const bool known = !system.machineName.empty() ||
                      !system.machineTypeModel.empty() ||
                      !system.serialNumber.empty() || !system.uuid.empty();
-  return known ? kStatusSuccess : requireTable();
+  return known ? kHealthSuccess : requireTable();
 }
 
 int LocalTarget::processors(
     std::vector<Tarvex::DeviceHealth::Processor>& processors) {
   const int status = requireTable();
-  if (status == kStatusSuccess) {
+  if (status == kHealthSuccess) {
     processors = processorsOf(machine_->processors());
   }
   return status;
@@ -96,17 +96,17 @@ int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
     return status;
   }
   if (!machine_->hasFanSource()) {
-    return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+    return fail(FailureKind::kNoHostInterface, kHealthNotSupported,
                 "this operating system tells programs nothing of its fans",
                 "name a controller by --bmc");
   }
   fans = fansOf(machine_->fans());
-  return kStatusSuccess;
+  return kHealthSuccess;
 }
 
 int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {
   const int status = requireTable();
-  if (status == kStatusSuccess) {
+  if (status == kHealthSuccess) {
     dimms = dimmsOf(machine_->memory());
   }
   return status;
@@ -114,7 +114,7 @@ int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {
 
 int LocalTarget::powers(std::vector<Tarvex::DeviceHealth::Power>& powers) {
   const int status = requireTable();
-  if (status == kStatusSuccess) {
+  if (status == kHealthSuccess) {
     powers = powersOf(machine_->supplies());
   }
   return status;
@@ -123,14 +123,16 @@ int LocalTarget::powers(std::vector<Tarvex::DeviceHealth::Power>& powers) {
 int LocalTarget::pciAdapters(
     std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) {
   const int status = requireMachine();
-  if (status == kStatusSuccess) {
+  if (status == kHealthSuccess) {
     adapters = pciAdaptersOf(machine_->adapters());
   }
   return status;
 }
 
-int LocalTarget::health() {
-  return fail(FailureKind::kNoHostInterface, kStatusNotSupported,
+int LocalTarget::connect() { return kHealthSuccess; }
+
+int LocalTarget::health(std::vector<Tarvex::DeviceHealth::Alert>&) {
+  return fail(FailureKind::kNoHostInterface, kHealthNotSupported,
               "only a management controller keeps a list of active events",
               "name one by --bmc");
 }

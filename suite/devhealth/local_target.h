@@ -2,16 +2,14 @@
 
 #include <vector>
 
+#include "suite/devhealth/inventory.h"
 #include "suite/local/machine.h"
 #include "syshealth/host/connection_info.h"
-#include "syshealth/inventory/components.h"
 
 namespace devhealth {
 
-/// The machine itself as a target, where no service stands for it. Its calls
-/// answer like those of `DevHealth`; every failure becomes a status, a line in
-/// the log, and the run's last failure.
-class LocalTarget {
+/// The machine itself, where no service stands for it.
+class LocalTarget : public Inventory {
  public:
   /// Whether a connection is the one to the machine itself.
   static bool is(const Tarvex::TarvexConnection::ConnectionInfo& connection);
@@ -19,15 +17,20 @@ class LocalTarget {
   /// Borrows the machine of the run. Without one every call fails.
   LocalTarget();
 
-  int system(Tarvex::DeviceHealth::SystemBoard& system);
-  int processors(std::vector<Tarvex::DeviceHealth::Processor>& processors);
-  int fans(std::vector<Tarvex::DeviceHealth::Fan>& fans);
-  int dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms);
-  int powers(std::vector<Tarvex::DeviceHealth::Power>& powers);
-  int pciAdapters(std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters);
+  int system(Tarvex::DeviceHealth::SystemBoard& system) override;
+  int processors(
+      std::vector<Tarvex::DeviceHealth::Processor>& processors) override;
+  int fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) override;
+  int dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) override;
+  int powers(std::vector<Tarvex::DeviceHealth::Power>& powers) override;
+  int pciAdapters(
+      std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) override;
+
+  /// There is nothing to connect to.
+  int connect() override;
 
   /// A machine keeps no list of its active events: not supported.
-  int health();
+  int health(std::vector<Tarvex::DeviceHealth::Alert>& alerts) override;
 
  private:
   /// Whether the firmware's table can be read, in which most parts stand

@@ -7,6 +7,7 @@
 #include "suite/redfish/pool.h"
 #include "suite/redfish/service.h"
 #include "syshealth/health/orvane_type.h"
+#include "syshealth/result/health_status.h"
 
 namespace Tarvex::Agentless {
 namespace {
@@ -47,7 +48,7 @@ int typeOfOwnController(OrvaneTypeValue& type) {
   const auto version =
       machine == nullptr ? std::nullopt : machine->ipmi().version;
   if (!version) {
-    return devhealth::kStatusNoConnection;
+    return kHealthNoConnection;
   }
   constexpr int kVersion20 = 20;
   type = *version >= kVersion20 ? kOrvaneType2 : kOrvaneType1;
@@ -57,7 +58,7 @@ int typeOfOwnController(OrvaneTypeValue& type) {
                       ", and the firmware names no Redfish host interface",
                   "if it serves Redfish elsewhere, name it by --bmc"});
   }
-  return devhealth::kStatusSuccess;
+  return kHealthSuccess;
 }
 
 }  // namespace
@@ -76,7 +77,7 @@ int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   // mode by itself, later.
   if (connection_.service == redfish::kNoService) {
     type = kOrvaneTypeDravik;
-    return devhealth::kStatusSuccess;
+    return kHealthSuccess;
   }
   if (connection_.service == local::kThisMachine) {
     return typeOfOwnController(type);
@@ -85,19 +86,19 @@ int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   redfish::Service* service =
       pool == nullptr ? nullptr : pool->find(connection_.service);
   if (service == nullptr) {
-    return devhealth::kStatusNoConnection;
+    return kHealthNoConnection;
   }
   const redfish::Probed& probed = service->probe();
   if (probed.failure) {
     pool->report(*probed.failure);
     return devhealth::statusOf(probed.failure->kind,
-                               devhealth::Moment::kConnecting);
+                               devhealth::Phase::kConnecting);
   }
   if (probed.generation != Generation::kRedfish) {
     pool->report(notOfTheNewest(*service, probed.generation));
   }
   type = static_cast<OrvaneTypeValue>(probed.generation);
-  return devhealth::kStatusSuccess;
+  return kHealthSuccess;
 }
 
 }  // namespace Tarvex::Agentless

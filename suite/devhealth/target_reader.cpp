@@ -5,6 +5,7 @@
 #include "suite/devhealth/failure_status.h"
 #include "suite/redfish/pool.h"
 #include "syshealth/host/log.h"
+#include "syshealth/result/health_status.h"
 
 namespace devhealth {
 namespace {
@@ -14,8 +15,8 @@ using redfish::Pool;
 
 constexpr unsigned int kLogError = 1;
 
-int report(Failure failure, Moment moment) {
-  const int status = statusOf(failure.kind, moment);
+int report(Failure failure, Phase phase) {
+  const int status = statusOf(failure.kind, phase);
   if (Pool* pool = Pool::current()) {
     pool->report(std::move(failure));
   }
@@ -49,17 +50,16 @@ int TargetReader::read(redfish::Selection selection) {
     failure.address = address_;
     failure.cause = "there is no connection to this target";
     log(failure);
-    return report(std::move(failure), Moment::kConnecting);
+    return report(std::move(failure), Phase::kConnecting);
   }
   selection.nodeIndex = nodeIndex_;
   auto failure = service_->read(selection);
   if (!failure) {
-    return kStatusSuccess;
+    return kHealthSuccess;
   }
   // Opening answers again what it answered first: whether it got that far.
-  const Moment moment =
-      service_->open() ? Moment::kConnecting : Moment::kReading;
-  return report(std::move(*failure), moment);
+  const Phase phase = service_->open() ? Phase::kConnecting : Phase::kReading;
+  return report(std::move(*failure), phase);
 }
 
 int TargetReader::read(redfish::Want want) {
@@ -77,7 +77,7 @@ int TargetReader::fail(Failure failure) const {
     failure.address = service_->address();
   }
   log(failure);
-  return report(std::move(failure), Moment::kReading);
+  return report(std::move(failure), Phase::kReading);
 }
 
 }  // namespace devhealth

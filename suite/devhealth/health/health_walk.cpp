@@ -55,8 +55,7 @@ void count(const Graph& graph, const std::vector<Uri>& links,
       tally.read();
     }
     if (resource->state == ResourceState::kUnreadable) {
-      const auto& failure = resource->failure;
-      tally.unreadable({link, nullptr, failure ? &*failure : nullptr});
+      tally.unreadable({link, nullptr, resource->why()});
     }
   }
 }
@@ -75,8 +74,7 @@ class Check {
       return nullptr;
     }
     if (resource->state == ResourceState::kUnreadable) {
-      const auto& failure = resource->failure;
-      fail(failureOf(resource->uri, failure ? &*failure : nullptr));
+      fail(failureOf(resource->uri, resource->why()));
     }
     return resource->state == ResourceState::kRead ? &resource->body : nullptr;
   }

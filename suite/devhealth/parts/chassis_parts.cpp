@@ -35,8 +35,7 @@ std::optional<base::Failure> unreadableFailure(const Resource* resource) {
   if (resource == nullptr || resource->state != ResourceState::kUnreadable) {
     return std::nullopt;
   }
-  const auto& failure = resource->failure;
-  return failureOf(resource->uri, failure ? &*failure : nullptr);
+  return failureOf(resource->uri, resource->why());
 }
 
 class Collector {

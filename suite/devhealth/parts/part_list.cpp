@@ -52,8 +52,7 @@ void PartList::addLinked(const Graph& graph, const Uri& link) {
   if (found.document == nullptr) {
     add({link, nullptr, nullptr});
   } else if (found.document->state == ResourceState::kUnreadable) {
-    const auto& failure = found.document->failure;
-    add({link, nullptr, failure ? &*failure : nullptr});
+    add({link, nullptr, found.document->why()});
   } else if (found.object != nullptr) {
     add({link, found.object, nullptr});
   }
@@ -84,8 +83,7 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
   if (collection == nullptr) {
     result.failure = failureOf(*link, nullptr);
   } else if (collection->state == ResourceState::kUnreadable) {
-    const auto& failure = collection->failure;
-    result.failure = failureOf(*link, failure ? &*failure : nullptr);
+    result.failure = failureOf(*link, collection->why());
   } else {
     for (const Uri& member : redfish::linksAt(collection->body, "Members")) {
       result.list.addLinked(graph, member);

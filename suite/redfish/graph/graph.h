@@ -29,6 +29,9 @@ struct Resource {
   ResourceState state = ResourceState::kAbsent;
   json::object body;                     ///< Empty unless read.
   std::optional<base::Failure> failure;  ///< Set when unreadable.
+
+  /// Why it could not be read; null where there is no reason.
+  const base::Failure* why() const { return failure ? &*failure : nullptr; }
 };
 
 /// What a link leads to inside the graph.

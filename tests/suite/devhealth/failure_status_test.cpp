@@ -48,9 +48,9 @@ constexpr Row kRows[] = {
 
 TEST(StatusOf, EveryKindHasItsStatus) {
   for (const Row& row : kRows) {
-    EXPECT_EQ(statusOf(row.kind, Moment::kConnecting), row.connecting)
+    EXPECT_EQ(statusOf(row.kind, Phase::kConnecting), row.connecting)
         << static_cast<int>(row.kind);
-    EXPECT_EQ(statusOf(row.kind, Moment::kReading), row.reading)
+    EXPECT_EQ(statusOf(row.kind, Phase::kReading), row.reading)
         << static_cast<int>(row.kind);
   }
 }
