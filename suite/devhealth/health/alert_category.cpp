@@ -42,6 +42,7 @@ constexpr Row kSegments[] = {
     {"Outlets",             Category::kPower},
     {"PCIeDevices",         Category::kPci},
     {"PCIeSlots",           Category::kPci},
+    {"Devices",             Category::kPci},
     {"NetworkAdapters",     Category::kPci},
     {"NetworkInterfaces",   Category::kPci},
     {"EthernetInterfaces",  Category::kPci},

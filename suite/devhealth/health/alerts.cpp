@@ -54,7 +54,7 @@ void complete(Event& event, MessageRegistries& registries) {
   }
   if (entry != nullptr) {
     event.message =
-        substituteArguments(textAt(*entry, "Message"), event.arguments);
+        substituteArguments(plainTextAt(*entry, "Message"), event.arguments);
   }
   if (event.message.empty()) {
     event.message = keyWithArguments(event.id.key, event.arguments);
@@ -67,14 +67,14 @@ void complete(Event& event, MessageRegistries& registries) {
 
 Alert alertOf(const Event& event, AlertCategory category) {
   Alert alert{};
-  alert.extra = recordText(event.origin.identity());
+  alert.extra = plainText(event.origin.identity());
   if (!event.timestamp.empty()) {
     alert.extra += " " + event.timestamp;
   }
   alert.messageId = event.messageId;
   alert.severity = event.severity == Health::kCritical ? 2 : 1;
   alert.category = categoryName(category);
-  alert.message = recordText(event.message);
+  alert.message = plainText(event.message);
   return alert;
 }
 
@@ -135,6 +135,7 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
   EventList conditions = conditionsOf(graph, scope, reading.wanted);
   MessageRegistries registries(graph);
   FoundSeverities found;
+  Health worst = Health::kUnknown;
   std::vector<const Event*> kept;
   for (Event& event : conditions.events()) {
     if (event.dropped) {
@@ -147,9 +148,11 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
     if (event.dropped) {
       continue;
     }
-    found.add(event.origin, std::max(event.severity, Health::kWarning));
+    const Health severity = std::max(event.severity, Health::kWarning);
+    found.add(event.origin, severity);
     if (own) {
       kept.push_back(&event);
+      worst = std::max(worst, severity);
     }
   }
   for (const auto& [index, holder] : conditions.holders()) {
@@ -159,16 +162,13 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
     }
   }
 
-  const std::vector<Event> parts = componentEvents(graph, node, scope, found);
-  std::vector<Event> holders;
-  if (!reading.serviceConditionsSuffice) {
+  const bool walked = !reading.serviceConditionsSuffice;
+  if (walked) {
     reading.failure = walkFailure(graph, node);
-    holders = holderEvents(graph, node, found, reading.unexplained);
   }
-  for (const Event& event : parts) {
-    kept.push_back(&event);
-  }
-  for (const Event& event : holders) {
+  PartEvents parts = partEvents(graph, node, scope, walked, found, worst);
+  reading.unexplained = std::move(parts.unexplained);
+  for (const Event& event : parts.events) {
     kept.push_back(&event);
   }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
-#include "suite/base/text.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {
@@ -22,10 +21,9 @@ std::vector<std::string> argumentsOf(const json::object& condition) {
   }
   for (const json::value& value : *values) {
     const json::string* text = value.if_string();
-    arguments.push_back(
-        text == nullptr
-            ? textOf(value)
-            : base::excerpt({text->data(), text->size()}, kMaxTextBytes));
+    arguments.push_back(text == nullptr
+                            ? textOf(value)
+                            : plainText({text->data(), text->size()}));
   }
   return arguments;
 }
@@ -60,7 +58,7 @@ void EventList::addCondition(const json::object& condition, const Uri& holder,
   event.messageId = textAt(condition, "MessageId");
   event.id = parseMessageId(event.messageId);
   event.arguments = argumentsOf(condition);
-  event.message = textAt(condition, "Message");
+  event.message = plainTextAt(condition, "Message");
   event.timestamp = textAt(condition, "Timestamp");
 
   const auto [entry, isNew] = byKey_.try_emplace(keyOf(event), events_.size());

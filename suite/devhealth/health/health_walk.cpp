@@ -5,6 +5,7 @@
 
 #include "suite/devhealth/parts/chassis_parts.h"
 #include "suite/devhealth/parts/mapped.h"
+#include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/part_models.h"
 
 namespace devhealth {
@@ -122,8 +123,6 @@ class Check {
   std::optional<Failure> failure_;
 };
 
-}  // namespace
-
 void addSkippedOfSystem(const Graph& graph, const Resource& system,
                         std::set<std::string>& skipped) {
   if (!isEntered(graph, system.body, "Processors") ||
@@ -158,32 +157,56 @@ void addSkippedOfChassis(const Graph& graph, const Resource& chassis,
   }
 }
 
+void checkSystem(const Graph& graph, const json::object& system, Check& check) {
+  check.collection(system, "Processors");
+  check.collection(system, "Memory");
+  check.links(system, "PCIeDevices");
+  check.collection(system, "NetworkInterfaces");
+  check.collection(system, "SimpleStorage");
+  const json::object* all = check.document(system, "Storage");
+  if (all == nullptr) {
+    return;
+  }
+  check.links(*all, "Members");
+  for (const Uri& link : redfish::linksAt(*all, "Members")) {
+    const json::object* storage = graph.resolve(link).object;
+    if (storage == nullptr) {
+      continue;
+    }
+    check.collection(*storage, "Controllers");
+    check.collection(*storage, "Volumes");
+    check.links(*storage, "Drives");
+  }
+}
+
+}  // namespace
+
+void addSkippedOfNode(const Graph& graph, const Node& node,
+                      std::set<std::string>& skipped) {
+  for (const Resource* system : node.systems) {
+    addSkippedOfSystem(graph, *system, skipped);
+  }
+  for (const Resource* chassis : node.chassis) {
+    addSkippedOfChassis(graph, *chassis, skipped);
+  }
+}
+
 std::optional<Failure> walkFailure(const Graph& graph, const Node& node) {
   Check check(graph);
   if (auto failure = chassisFailure(graph, node)) {
     check.fail(*failure);
   }
-  const json::object& system = node.system->body;
-  check.collection(system, "Processors");
-  check.collection(system, "Memory");
-  check.links(system, "PCIeDevices");
-  if (const json::object* all = check.document(system, "Storage")) {
-    check.links(*all, "Members");
-    for (const Uri& link : redfish::linksAt(*all, "Members")) {
-      const json::object* storage = graph.resolve(link).object;
-      if (storage == nullptr) {
-        continue;
-      }
-      check.collection(*storage, "Controllers");
-      check.collection(*storage, "Volumes");
-      check.links(*storage, "Drives");
-    }
+  for (const Resource* system : node.systems) {
+    checkSystem(graph, system->body, check);
   }
   for (const Resource* chassis : node.chassis) {
     check.subsystem(chassis->body, redfish::kFanSchema, "");
     check.subsystem(chassis->body, redfish::kPowerSupplySchema, "Batteries");
     check.collection(chassis->body, "PCIeDevices");
     check.collection(chassis->body, "NetworkAdapters");
+    for (const json::object* own : makersObjects(chassis->body)) {
+      check.collection(*own, "Links/Devices");
+    }
   }
   return check.take();
 }

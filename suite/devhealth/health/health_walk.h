@@ -12,16 +12,11 @@ namespace devhealth {
 // What the walk over the components of a node has brought: pure functions of
 // the graph, which holds exactly what was read.
 
-/// Adds the document keys of those resources at or below a system whose
-/// branches (processors, memory, the inside of its storage) were not entered.
-void addSkippedOfSystem(const redfish::Graph& graph,
-                        const redfish::Resource& system,
-                        std::set<std::string>& skipped);
-
-/// The same for a chassis (fans, batteries).
-void addSkippedOfChassis(const redfish::Graph& graph,
-                         const redfish::Resource& chassis,
-                         std::set<std::string>& skipped);
+/// Adds the document keys of those resources at or below the systems and
+/// chassis of a node whose branches (processors, memory, fans, batteries, the
+/// inside of storage) were not entered.
+void addSkippedOfNode(const redfish::Graph& graph, const redfish::Node& node,
+                      std::set<std::string>& skipped);
 
 /// Why the walk is not whole: a list that it needs could not be read, or none
 /// of the parts in it. Branches that were not entered do not count.

@@ -61,7 +61,7 @@ class Walk {
   // Depth is bounded by that of the JSON.
   void visit(const json::object& object) {
     if (isNoteworthy(object)) {
-      if (const auto uri = uriOf(object)) {
+      if (const auto uri = uriOf()) {
         use_(*uri, object);
       }
     }
@@ -84,7 +84,9 @@ class Walk {
     pointer_ += '/';
     pointer_ += step;
     if (object != nullptr) {
-      visit(*object);
+      if (!isOtherResource(*object)) {
+        visit(*object);
+      }
     } else {
       for (std::size_t index = 0; index < array->size(); ++index) {
         enter(std::to_string(index), (*array)[index]);
@@ -93,17 +95,21 @@ class Walk {
     pointer_.resize(length);
   }
 
-  // The link of the part: that of the resource which it says to be, for one
-  // that came inside another, else its place in the document.
-  std::optional<Uri> uriOf(const json::object& object) const {
-    if (pointer_.empty()) {
-      return document_.uri;
+  std::optional<Uri> uriOf() const {
+    return pointer_.empty()
+               ? document_.uri
+               : Uri::parse(document_.uri.document() + '#' + pointer_);
+  }
+
+  // Whether an object is a resource of its own that came inside this one: a
+  // service that is asked plainly does not send it.
+  bool isOtherResource(const json::object& object) const {
+    if (!object.contains("@odata.type") || !object.contains("Id") ||
+        !object.contains("Name")) {
+      return false;
     }
-    auto own = Uri::parse(redfish::stringAt(object, "@odata.id"));
-    if (own && own->document() != document_.uri.document()) {
-      return own;
-    }
-    return Uri::parse(document_.uri.document() + '#' + pointer_);
+    const auto own = Uri::parse(redfish::stringAt(object, "@odata.id"));
+    return own && own->document() != document_.uri.document();
   }
 
   const redfish::Resource& document_;

@@ -12,23 +12,25 @@
 
 namespace devhealth {
 
-/// The events that are told by the health of the node's components alone. A
-/// component gives one when its health is worse than all that was found at and
-/// below it; so does a subsystem, of its roll-up. What they give is added to
-/// `found`, the innermost first.
-std::vector<Event> componentEvents(const redfish::Graph& graph,
-                                   const redfish::Node& node,
-                                   const NodeScope& scope,
-                                   FoundSeverities& found);
+/// What the health of a node's parts tells beyond the conditions.
+struct PartEvents {
+  std::vector<Event> events;
+  /// Document keys of the branches that were not entered below a holder whose
+  /// health nothing found so far explains.
+  std::set<std::string> unexplained;
+};
 
-/// The same for the holders of the node: its system, chassis and managers. A
-/// holder is explained by what was found in it: a system by its parts and
-/// those of its chassis, a chassis by its parts, the chassis inside and the
-/// system that it holds. For one that is not explained, the branches inside
-/// that were not entered are added to `skipped`.
-std::vector<Event> holderEvents(const redfish::Graph& graph,
-                                const redfish::Node& node,
-                                const FoundSeverities& found,
-                                std::set<std::string>& skipped);
+/// The events that are told by health alone. A component gives one when its
+/// health is worse than all that was found at and below it; so does a
+/// subsystem, of its roll-up. With `holders` systems, chassis and managers
+/// give one, too: a system or chassis when nothing in the machine is as bad, a
+/// manager when nothing below it is. Power control and empty bays give one
+/// only in place of such a holder, or, the bays, beside a redundancy group in
+/// trouble: healthy machines report both. A part that is listed twice gives
+/// one. `found` holds what the conditions tell, `worst` the worst severity
+/// among those of the node; what the parts tell is added to both.
+PartEvents partEvents(const redfish::Graph& graph, const redfish::Node& node,
+                      const NodeScope& scope, bool holders,
+                      FoundSeverities& found, redfish::Health worst);
 
 }  // namespace devhealth

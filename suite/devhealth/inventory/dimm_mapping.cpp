@@ -3,27 +3,15 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
+#include "suite/devhealth/parts/jep106.h"
+#include "suite/devhealth/parts/system_parts.h"
 #include "suite/devhealth/parts/value.h"
-#include "suite/redfish/graph/status.h"
 
 namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
 using Tarvex::DeviceHealth::DIMM;
-
-// Whether the member is a slot without a module, or no module at all.
-bool isNoModule(const json::object& memory) {
-  if (redfish::isAbsent(memory)) {
-    return true;
-  }
-  if (redfish::stringAt(memory, "MemoryType") == "Cache") {
-    return true;
-  }
-  // Services without a Status for empty slots tell them by their capacity.
-  return redfish::objectAt(memory, "Status") == nullptr &&
-         numberAt(memory, "CapacityMiB") == 0.0;
-}
 
 std::optional<double> fastestAllowed(const json::object& memory) {
   const json::array* speeds = redfish::arrayAt(memory, "AllowedSpeedsMHz");
@@ -52,23 +40,42 @@ std::optional<double> speedOf(const json::object& memory) {
   return positiveAt(memory, "OperatingSpeedMhz");
 }
 
-DIMM dimmOf(const Part& part, const NameCounts& names) {
+// The name of a memory type, without what every module has in it.
+std::string typeAt(const json::object& memory, std::string_view path) {
+  constexpr std::string_view kChips = "_SDRAM";
+  std::string type = textAt(memory, path);
+  if (type == "Other") {
+    return {};
+  }
+  if (type.size() > kChips.size() &&
+      type.compare(type.size() - kChips.size(), kChips.size(), kChips) == 0) {
+    type.resize(type.size() - kChips.size());
+  }
+  return type;
+}
+
+std::string typeOf(const json::object& memory) {
+  for (const std::string_view path : {"MemoryDeviceType", "MemoryType"}) {
+    std::string type = typeAt(memory, path);
+    if (!type.empty()) {
+      return type;
+    }
+  }
+  return textAt(memory, "Model");
+}
+
+DIMM recordOf(const NamedPart& module) {
   DIMM row;
-  if (part.object == nullptr) {
-    row.description = recordText(part.uri.lastSegment());
+  row.description = module.name;
+  if (module.part.object == nullptr) {
     return row;
   }
-  const json::object& memory = *part.object;
-  row.description = firstTextAt(
-      memory, {"Location/PartLocation/ServiceLabel", "DeviceLocator"});
-  if (row.description.empty()) {
-    row.description = displayName(memory, part.uri, names);
-  }
+  const json::object& memory = *module.part.object;
   row.partNumber = firstTextAt(memory, {"PartNumber", "SparePartNumber"});
   row.serialNumber = textAt(memory, "SerialNumber");
-  row.manufacturer =
-      firstTextAt(memory, {"Manufacturer", "ModuleManufacturerID"});
-  row.model = firstTextAt(memory, {"MemoryDeviceType", "MemoryType", "Model"});
+  row.manufacturer = memoryMaker(
+      firstTextAt(memory, {"Manufacturer", "ModuleManufacturerID"}));
+  row.model = typeOf(memory);
   row.maxMemorySpeed = quantity(speedOf(memory), "MHz");
   return row;
 }
@@ -78,20 +85,8 @@ DIMM dimmOf(const Part& part, const NameCounts& names) {
 Mapped<DIMM> mapDimms(const redfish::Graph& graph, const redfish::Node& node) {
   std::vector<DIMM> rows;
   ReadTally tally;
-  const LinkedList modules = membersAt(graph, node.system->body, "Memory");
-  if (modules.failure) {
-    tally.fail(*modules.failure);
-  }
-  for (const Part& part : modules.list.parts()) {
-    if (part.object == nullptr) {
-      tally.unreadable(part);
-    } else {
-      tally.read();
-      if (isNoModule(*part.object)) {
-        continue;
-      }
-    }
-    rows.push_back(dimmOf(part, modules.list.names()));
+  for (const NamedPart& module : memoryModules(graph, node, tally)) {
+    rows.push_back(recordOf(module));
   }
   return tableOf(std::move(rows), tally);
 }

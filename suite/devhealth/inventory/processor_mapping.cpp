@@ -1,8 +1,9 @@
 #include "suite/devhealth/inventory/processor_mapping.h"
 
+#include "suite/base/ascii.h"
 #include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/parts/system_parts.h"
 #include "suite/devhealth/parts/value.h"
-#include "suite/redfish/graph/status.h"
 
 namespace devhealth {
 namespace {
@@ -11,18 +12,31 @@ namespace json = redfish::json;
 using redfish::Graph;
 using Tarvex::DeviceHealth::Processor;
 
-bool isCpu(const json::object& processor) {
-  const std::string_view type = redfish::stringAt(processor, "ProcessorType");
-  return type.empty() || type == "CPU";
+// Whether a family names a line of products rather than one of them:
+// "<Maker>(R) <Brand>(R) processor".
+bool isGeneric(const std::string& family) {
+  const std::string text = base::lowerCase(family);
+  const auto holds = [&text](std::string_view word) {
+    return text.find(word) != std::string::npos;
+  };
+  return (holds("processor") || holds("family")) &&
+         text.find_first_of("0123456789") == std::string::npos;
 }
 
 std::string familyOf(const json::object& processor) {
-  std::string family = firstTextAt(processor, {"Family", "Model"});
-  if (!family.empty()) {
+  const std::string family = textAt(processor, "Family");
+  if (!family.empty() && !isGeneric(family)) {
     return family;
+  }
+  const std::string model = textAt(processor, "Model");
+  if (!model.empty() || !family.empty()) {
+    return model.empty() ? family : model;
   }
   const std::string maker = textAt(processor, "Manufacturer");
   const std::string number = textAt(processor, "ProcessorId/EffectiveFamily");
+  if (isGeneric(number)) {
+    return number;
+  }
   if (!maker.empty() && !number.empty()) {
     return maker + " family " + number;
   }
@@ -48,19 +62,29 @@ std::optional<double> metricsSpeed(const Graph& graph,
                             : positiveAt(*metrics, "OperatingSpeedMHz");
 }
 
-Processor processorOf(const Graph& graph, const Part& part,
-                      const NameCounts& names) {
+// The speed that a maker states in a format of its own.
+std::optional<double> makersSpeed(const json::object& processor) {
+  for (const json::object* own : makersObjects(processor)) {
+    const auto speed = positiveAt(*own, "CurrentClockSpeedMHz");
+    if (speed) {
+      return speed;
+    }
+  }
+  return std::nullopt;
+}
+
+Processor recordOf(const Graph& graph, const NamedPart& part) {
   Processor row;
-  if (part.object == nullptr) {
-    row.name = recordText(part.uri.lastSegment());
+  row.name = part.name;
+  if (part.part.object == nullptr) {
     row.healthState = healthWord(redfish::Health::kUnknown);
     return row;
   }
-  const json::object& processor = *part.object;
-  row.name = displayName(processor, part.uri, names, "Socket");
+  const json::object& processor = *part.part.object;
   row.family = familyOf(processor);
-  row.currentClockSpeed = megahertz({positiveAt(processor, "OperatingSpeedMHz"),
-                                     metricsSpeed(graph, processor)});
+  row.currentClockSpeed =
+      megahertz({positiveAt(processor, "OperatingSpeedMHz"),
+                 makersSpeed(processor), metricsSpeed(graph, processor)});
   row.maxClockSpeed =
       megahertz({positiveAt(processor, "MaxSpeedMHz"),
                  positiveAt(processor, "OperatingSpeedRangeMHz/AllowableMax"),
@@ -74,21 +98,8 @@ Processor processorOf(const Graph& graph, const Part& part,
 Mapped<Processor> mapProcessors(const Graph& graph, const redfish::Node& node) {
   std::vector<Processor> rows;
   ReadTally tally;
-  const LinkedList processors =
-      membersAt(graph, node.system->body, "Processors");
-  if (processors.failure) {
-    tally.fail(*processors.failure);
-  }
-  for (const Part& part : processors.list.parts()) {
-    if (part.object == nullptr) {
-      tally.unreadable(part);
-    } else {
-      tally.read();
-      if (redfish::isAbsent(*part.object) || !isCpu(*part.object)) {
-        continue;
-      }
-    }
-    rows.push_back(processorOf(graph, part, processors.list.names()));
+  for (const NamedPart& part : centralProcessors(graph, node, tally)) {
+    rows.push_back(recordOf(graph, part));
   }
   return tableOf(std::move(rows), tally);
 }

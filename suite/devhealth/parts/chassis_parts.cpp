@@ -5,8 +5,10 @@
 #include <unordered_set>
 #include <utility>
 
+#include "suite/devhealth/parts/display_name.h"
 #include "suite/devhealth/parts/odata_type.h"
-#include "suite/devhealth/parts/value.h"
+#include "suite/devhealth/parts/row_order.h"
+#include "suite/devhealth/parts/same_parts.h"
 #include "suite/redfish/graph/document_path.h"
 #include "suite/redfish/graph/status.h"
 
@@ -27,6 +29,10 @@ bool isPresent(const Part& part) {
   return part.object != nullptr && !redfish::isAbsent(*part.object);
 }
 
+bool isRow(const ChassisPart& row) {
+  return row.part.object == nullptr || isPresent(row.part);
+}
+
 bool anyPresent(const PartList& list) {
   return std::any_of(list.parts().begin(), list.parts().end(), isPresent);
 }
@@ -40,8 +46,9 @@ std::optional<base::Failure> unreadableFailure(const Resource* resource) {
 
 class Collector {
  public:
-  Collector(const Graph& graph, const PartSchema& schema, ReadTally& tally)
-      : graph_(graph), schema_(schema), tally_(tally), siblings_(graph) {}
+  Collector(const Graph& graph, const redfish::Node& node,
+            const PartSchema& schema, ReadTally& tally)
+      : graph_(graph), schema_(schema), tally_(tally), same_(node) {}
 
   // Asks one place, whatever it is.
   void ask(const Uri& place);
@@ -49,8 +56,10 @@ class Collector {
   // Asks a chassis that was read.
   void askChassis(const Resource& chassis);
 
-  bool empty() const { return rows_.empty(); }
-  std::vector<ChassisPart> take() { return std::move(rows_); }
+  bool empty() const { return std::none_of(rows_.begin(), rows_.end(), isRow); }
+
+  // The rows, called so that each can be told from the others.
+  std::vector<ChassisPart> take();
 
  private:
   enum class Model { kSubsystem, kDocument };
@@ -62,13 +71,13 @@ class Collector {
   void askSinglePart(const Uri& place, std::string_view chassis, Model model);
   bool allows(std::string_view chassis, Model model);
   void commit(const LinkedList& list, Model model);
-  void addRow(const Part& part, const NameCounts& names, Model model);
+  void addRow(const Part& part, Model model);
 
   const Graph& graph_;
   const PartSchema& schema_;
   ReadTally& tally_;
-  SiblingNames siblings_;
-  std::vector<ChassisPart> rows_;
+  SameParts same_;
+  std::vector<ChassisPart> rows_;  // With absent parts, which have names, too.
   std::unordered_set<std::string> seen_;
   // The model that a chassis was read in: the two list the same parts.
   std::map<std::string, Model, std::less<>> models_;
@@ -179,7 +188,7 @@ void Collector::askSinglePart(const Uri& place, std::string_view chassis,
   PartList single;
   single.addLinked(graph_, place);
   for (const Part& part : single.parts()) {
-    addRow(part, siblings_.of(place), model);
+    addRow(part, model);
   }
 }
 
@@ -193,29 +202,45 @@ void Collector::commit(const LinkedList& list, Model model) {
     tally_.fail(*list.failure);
   }
   for (const Part& part : list.list.parts()) {
-    addRow(part, list.list.names(), model);
+    addRow(part, model);
   }
 }
 
-void Collector::addRow(const Part& part, const NameCounts& names, Model model) {
+void Collector::addRow(const Part& part, Model model) {
   if (!seen_.insert(part.uri.identity()).second) {
     return;
+  }
+  if (part.object == nullptr) {
+    tally_.unreadable(part);
+  } else {
+    tally_.read();
+    if (same_.add(schema_.type, part.uri, *part.object) != nullptr) {
+      return;
+    }
   }
   ChassisPart row;
   row.part = part;
   row.entry = model == Model::kDocument;
-  if (part.object == nullptr) {
-    tally_.unreadable(part);
-    row.name = recordText(part.uri.lastSegment());
-  } else {
-    tally_.read();
-    if (!isPresent(part)) {
-      return;
-    }
-    row.name = displayName(*part.object, part.uri, names,
-                           row.entry ? schema_.locator : std::string_view());
-  }
   rows_.push_back(std::move(row));
+}
+
+std::vector<ChassisPart> Collector::take() {
+  std::vector<Candidate> candidates;
+  candidates.reserve(rows_.size());
+  for (const ChassisPart& row : rows_) {
+    candidates.push_back(
+        candidateOf(row.part.uri, row.part.object, classOfType(schema_.type)));
+  }
+  const std::vector<DisplayName> names = displayNames(graph_, candidates);
+  std::vector<ChassisPart> present;
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    if (isRow(rows_[i])) {
+      rows_[i].name = names[i].text;
+      present.push_back(std::move(rows_[i]));
+    }
+  }
+  sortNaturally(present, &ChassisPart::name);
+  return present;
 }
 
 }  // namespace
@@ -228,7 +253,7 @@ std::vector<ChassisPart> chassisParts(const Graph& graph,
   if (const auto failure = chassisFailure(graph, node)) {
     tally.fail(*failure);
   }
-  Collector collector(graph, schema, tally);
+  Collector collector(graph, node, schema, tally);
   for (const Uri& place : places) {
     collector.ask(place);
   }

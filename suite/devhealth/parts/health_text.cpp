@@ -9,8 +9,7 @@ Health partHealth(const redfish::json::object& part) {
   if (own != Health::kUnknown) {
     return own;
   }
-  return redfish::healthFromText(
-      redfish::stringAt(part, "Status/HealthRollup"));
+  return redfish::statedRollup(part, "Status");
 }
 
 std::string_view healthWord(Health health) {

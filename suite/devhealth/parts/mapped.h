@@ -33,6 +33,15 @@ class ReadTally {
     }
   }
 
+  /// A part was read, or could not be.
+  void count(const Part& part) {
+    if (part.object == nullptr) {
+      unreadable(part);
+    } else {
+      read();
+    }
+  }
+
   /// A list of parts could not be read. The first one tells the cause.
   void fail(const base::Failure& failure) {
     if (!failure_) {

@@ -3,8 +3,6 @@
 #include <boost/json/array.hpp>
 #include <utility>
 
-#include "suite/redfish/graph/document_path.h"
-
 namespace devhealth {
 
 namespace json = redfish::json;
@@ -12,40 +10,6 @@ using redfish::Graph;
 using redfish::Resource;
 using redfish::ResourceState;
 using redfish::Uri;
-
-namespace {
-
-// Counts what was read directly below a folder.
-void addNamesOfDocuments(const Graph& graph, std::string_view folder,
-                         NameCounts& names) {
-  for (auto entry = graph.resources().lower_bound(folder);
-       entry != graph.resources().end() &&
-       entry->first.compare(0, folder.size(), folder) == 0;
-       ++entry) {
-    if (redfish::parentOf(entry->first) == folder) {
-      names.add(entry->second.body);
-    }
-  }
-}
-
-// Counts the entries of an array, told by its JSON pointer ("/Fans").
-void addNamesOfEntries(const json::object& document, std::string_view pointer,
-                       NameCounts& names) {
-  if (pointer.empty()) {
-    return;
-  }
-  const json::array* entries = redfish::arrayAt(document, pointer.substr(1));
-  if (entries == nullptr) {
-    return;
-  }
-  for (const json::value& value : *entries) {
-    if (const json::object* entry = value.if_object()) {
-      names.add(*entry);
-    }
-  }
-}
-
-}  // namespace
 
 void PartList::addLinked(const Graph& graph, const Uri& link) {
   const redfish::Found found = graph.resolve(link);
@@ -65,9 +29,6 @@ void PartList::addEntry(const Uri& uri, const json::object& entry) {
 void PartList::add(Part part) {
   if (!seen_.insert(part.uri.identity()).second) {
     return;
-  }
-  if (part.object != nullptr) {
-    names_.add(*part.object);
   }
   parts_.push_back(std::move(part));
 }
@@ -108,25 +69,6 @@ PartList entriesAt(const Resource& document, std::string_view array) {
     }
   }
   return list;
-}
-
-const NameCounts& SiblingNames::of(const Uri& uri) {
-  const std::string_view pointer = uri.fragment();
-  const std::string_view folder = redfish::parentOf(uri.document());
-  const std::string_view array = redfish::parentOf(pointer);
-  std::string key = pointer.empty() ? std::string(folder)
-                                    : uri.document() + '#' + std::string(array);
-  const auto [entry, isNew] = counts_.try_emplace(std::move(key));
-  NameCounts& names = entry->second;
-  if (!isNew) {
-    return names;
-  }
-  if (pointer.empty()) {
-    addNamesOfDocuments(graph_, folder, names);
-  } else if (const Resource* document = graph_.find(uri.document())) {
-    addNamesOfEntries(document->body, array, names);
-  }
-  return names;
 }
 
 base::Failure failureOf(const Uri& uri, const base::Failure* failure) {

@@ -3,11 +3,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
-#include "suite/devhealth/parts/display_name.h"
 #include "suite/redfish/graph/graph.h"
 
 namespace devhealth {
@@ -33,14 +31,11 @@ class PartList {
 
   const std::vector<Part>& parts() const { return parts_; }
 
-  /// The names of all parts, absent ones included.
-  const NameCounts& names() const { return names_; }
-
- private:
+  /// Adds a part of another list.
   void add(Part part);
 
+ private:
   std::vector<Part> parts_;
-  NameCounts names_;
   std::unordered_set<std::string> seen_;
 };
 
@@ -59,21 +54,6 @@ LinkedList membersAt(const redfish::Graph& graph,
 /// The entries of an array of a document that was read: their links are the
 /// document's with the place as fragment.
 PartList entriesAt(const redfish::Resource& document, std::string_view array);
-
-/// The names among which the name of a part must be unique, for parts that are
-/// met one by one. Counts each list once.
-class SiblingNames {
- public:
-  explicit SiblingNames(const redfish::Graph& graph) : graph_(graph) {}
-
-  /// The names in the array that a link points into, or of all that was read
-  /// beside its document.
-  const NameCounts& of(const redfish::Uri& uri);
-
- private:
-  const redfish::Graph& graph_;
-  std::unordered_map<std::string, NameCounts> counts_;
-};
 
 /// The failure that stands for a document: its own, or that it was never
 /// read.

@@ -1,26 +1,16 @@
 #include "suite/devhealth/parts/value.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 
-#include "suite/base/ascii.h"
+#include "suite/base/filler.h"
 #include "suite/base/text.h"
 
 namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
-
-// What firmware leaves in a field that nobody filled in.
-constexpr std::array<std::string_view, 6> kPlaceholders = {
-    "n/a",
-    "na",
-    "null",
-    "not specified",
-    "default string",
-    "to be filled by o.e.m."};
 
 // Larger than any quantity of a server, and small enough that a double holds
 // every integer below it.
@@ -53,14 +43,18 @@ std::string digits(Integer number) {
 
 }  // namespace
 
+std::string plainText(std::string_view text) {
+  return base::excerpt(text, kMaxTextBytes);
+}
+
+std::string plainTextAt(const json::object& object, std::string_view path) {
+  const std::string_view text = redfish::stringAt(object, path);
+  return text.empty() ? textAt(object, path) : plainText(text);
+}
+
 std::string recordText(std::string_view text) {
-  std::string clean = base::excerpt(text, kMaxTextBytes);
-  const bool placeholder =
-      std::any_of(kPlaceholders.begin(), kPlaceholders.end(),
-                  [&clean](std::string_view word) {
-                    return base::equalIgnoringCase(clean, word);
-                  });
-  if (placeholder) {
+  std::string clean = plainText(text);
+  if (base::isFiller(clean)) {
     clean.clear();
   }
   return clean;
@@ -128,6 +122,20 @@ std::optional<double> positiveAt(const json::object& object,
                                  std::string_view path) {
   const std::optional<double> number = numberAt(object, path);
   return number && *number > 0 ? number : std::nullopt;
+}
+
+std::vector<const json::object*> makersObjects(const json::object& resource) {
+  std::vector<const json::object*> objects;
+  const json::object* makers = redfish::objectAt(resource, "Oem");
+  if (makers == nullptr) {
+    return objects;
+  }
+  for (const auto& maker : *makers) {
+    if (const json::object* own = maker.value().if_object()) {
+      objects.push_back(own);
+    }
+  }
+  return objects;
 }
 
 std::string formatNumber(double number) {

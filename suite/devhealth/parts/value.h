@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "suite/redfish/graph/json.h"
 
@@ -20,8 +21,16 @@ namespace devhealth {
 inline constexpr std::size_t kMaxTextBytes = 1024;
 
 /// A text made fit for a record: cleaned, cut to kMaxTextBytes; empty when it
-/// is a placeholder such as "N/A" or "To be filled by O.E.M.".
+/// is a placeholder (`base::isFiller`) such as "N/A".
 std::string recordText(std::string_view text);
+
+/// The same, placeholders kept: for texts that a service wrote for people.
+std::string plainText(std::string_view text);
+
+/// The text of the value at a path, placeholders kept; empty where there is
+/// none.
+std::string plainTextAt(const redfish::json::object& object,
+                        std::string_view path);
 
 /// The text of a value: that of a string, the digits of a number; empty for
 /// everything else.
@@ -45,6 +54,11 @@ std::optional<double> numberAt(const redfish::json::object& object,
 /// The number at a path, if it is greater than 0.
 std::optional<double> positiveAt(const redfish::json::object& object,
                                  std::string_view path);
+
+/// What makers added to a resource in formats of their own: the objects in
+/// `Oem`, one a maker.
+std::vector<const redfish::json::object*> makersObjects(
+    const redfish::json::object& resource);
 
 /// A number as text, the same in every locale: at most one decimal, and none
 /// where it is 0 (2333.0 is "2333").

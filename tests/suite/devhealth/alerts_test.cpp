@@ -198,7 +198,7 @@ TEST(ReadAlerts, OrderIsCategorySourceOriginIdentifier) {
                    "Memory 1 V.1.0.U | About V.1.0.U.",
                    "Memory 1 V.1.0.V | About V.1.0.V.",
                    "Memory 1 " + std::string(kChanged) +
-                       " | C: health is Warning, state Enabled.",
+                       " | DIMM C: health is Warning, state Enabled.",
                    "Other 1 V.1.0.Y | About V.1.0.Y."}));
 }
 

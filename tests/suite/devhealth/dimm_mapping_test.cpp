@@ -42,14 +42,59 @@ TEST(MapDimms, DescriptionFallsBackInOrder) {
   EXPECT_EQ(only(R"({"Name": "Module", "DeviceLocator": "P1-A1"})").description,
             "P1-A1");
   EXPECT_EQ(only(R"({"Name": "Module 7"})").description, "Module 7");
-  EXPECT_EQ(only(R"({"Name": "Memory", "Id": "7"})").description, "Memory 7");
+  EXPECT_EQ(only(R"({"Name": "Memory", "Id": "7"})").description, "DIMM 7");
+}
+
+TEST(MapDimms, RepeatedPlacesGiveWay) {
+  const auto found = rows({{"A", R"({"Name": "M1", "DeviceLocator": "Left",
+                 "Location": {"PartLocation": {"ServiceLabel": "DIMM"}}})"},
+                           {"B", R"({"Name": "M2", "DeviceLocator": "Right",
+                 "Location": {"PartLocation": {"ServiceLabel": "L0"}}})"},
+                           {"C", R"({"Name": "M3", "DeviceLocator": "Right",
+                 "Location": {"PartLocation": {"ServiceLabel": "L0"}}})"}});
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_EQ(found[0].description, "Left");
+  EXPECT_EQ(found[1].description, "M2");
+  EXPECT_EQ(found[2].description, "M3");
+}
+
+TEST(MapDimms, RowsAreInNaturalOrder) {
+  const auto found = rows({{"A", R"({"DeviceLocator": "DIMM 10"})"},
+                           {"B", R"({"DeviceLocator": "DIMM 9"})"},
+                           {"C", R"({"DeviceLocator": "dimm 1"})"}});
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_EQ(found[0].description, "dimm 1");
+  EXPECT_EQ(found[1].description, "DIMM 9");
+  EXPECT_EQ(found[2].description, "DIMM 10");
+}
+
+TEST(MapDimms, MakersStandByTheirName) {
+  EXPECT_EQ(only(R"({"Manufacturer": "0xCE00"})").manufacturer, "Samsung");
+  EXPECT_EQ(only(R"({"ModuleManufacturerID": "0x2C80"})").manufacturer,
+            "Micron");
+  EXPECT_EQ(only(R"({"Manufacturer": "0x1234"})").manufacturer, "0x1234");
+  EXPECT_EQ(only(R"({"Manufacturer": "Unknown",
+                     "ModuleManufacturerID": "0xAD00"})")
+                .manufacturer,
+            "SK Hynix");
+}
+
+TEST(MapDimms, TypeIsThatOfTheModule) {
+  EXPECT_EQ(only(R"({"MemoryDeviceType": "DDR3_SDRAM"})").model, "DDR3");
+  EXPECT_EQ(
+      only(R"({"MemoryDeviceType": "Other", "MemoryType": "DRAM"})").model,
+      "DRAM");
+  EXPECT_EQ(only(R"({"MemoryDeviceType": "Other", "MemoryType": "Other",
+               "Model": "K4"})")
+                .model,
+            "K4");
 }
 
 TEST(MapDimms, OtherFieldsFallBack) {
   const auto row = only(R"({"SparePartNumber": "SP",
       "ModuleManufacturerID": "0xCE80", "MemoryType": "DRAM"})");
   EXPECT_EQ(row.partNumber, "SP");
-  EXPECT_EQ(row.manufacturer, "0xCE80");
+  EXPECT_EQ(row.manufacturer, "Samsung");
   EXPECT_EQ(row.model, "DRAM");
   EXPECT_EQ(only(R"({"Model": "K4"})").model, "K4");
 }
@@ -88,13 +133,13 @@ TEST(MapDimms, CachesAreNoModulesAndPersistentOnesAre) {
   EXPECT_EQ(found[0].description, "N");
 }
 
-TEST(MapDimms, UnreadableModuleKeepsItsPlace) {
+TEST(MapDimms, UnreadableModuleHasARow) {
   const auto found = rows({{"A", R"({"Name": "First"})"},
                            {"B", std::string(kBroken)},
                            {"C", R"({"Name": "Third"})"}});
   ASSERT_EQ(found.size(), 3U);
-  EXPECT_EQ(found[1].description, "B");
-  EXPECT_EQ(found[1].model, "");
+  EXPECT_EQ(found[0].description, "B");
+  EXPECT_EQ(found[0].model, "");
 }
 
 }  // namespace

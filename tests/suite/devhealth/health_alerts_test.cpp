@@ -44,7 +44,7 @@ TEST(ComponentHealth, RemovedPartWithTroubleIsAnAlert) {
   EXPECT_EQ(ofModule(R"({"Name": "M", "Status": {"State": "Absent",
                                                  "Health": "Critical"}})"),
             (Lines{"Memory" + kChangedToCritical +
-                   "M: health is Critical, state Absent."}));
+                   "DIMM M: health is Critical, state Absent."}));
 }
 
 TEST(ComponentHealth, DegradedStateWithoutHealthIsAWarning) {
@@ -93,10 +93,11 @@ TEST(ComponentHealth, ConditionOfTheSameSeverityIsEnough) {
 }
 
 TEST(ComponentHealth, ConditionOfALowerSeverityIsNot) {
-  EXPECT_EQ(ofModule(R"({"Status": {"Health": "Critical", "Conditions": [
+  EXPECT_EQ(
+      ofModule(R"({"Status": {"Health": "Critical", "Conditions": [
           {"MessageId": "V.1.0.A", "Message": "A.", "Severity": "Warning"}]}})"),
-            (Lines{"Memory 1 V.1.0.A | A.",
-                   "Memory" + kChangedToCritical + "D1: health is Critical."}));
+      (Lines{"Memory 1 V.1.0.A | A.",
+             "Memory" + kChangedToCritical + "DIMM D1: health is Critical."}));
 }
 
 TEST(ComponentHealth, ListedConditionOfThePartIsEnough) {
@@ -122,8 +123,9 @@ TEST(ComponentHealth, RedundancyGroupsAreComponents) {
   server.linked("Chassis/1", "PowerSubsystem",
                 R"({"PowerSupplyRedundancy": [
                     {"Name": "Supplies", "Status": {"Health": "Warning"}}]})");
-  EXPECT_EQ(alertsOf(server), (Lines{"Power" + kChangedToWarning +
-                                     "Supplies: health is Warning."}));
+  EXPECT_EQ(alertsOf(server),
+            (Lines{"Power" + kChangedToWarning +
+                   "Redundancy Supplies: health is Warning."}));
 }
 
 TEST(ComponentHealth, NamesAreThoseOfTheTables) {
@@ -175,7 +177,7 @@ TEST(SubsystemHealth, UnexplainedRollupIsAnAlertOfTheSubsystem) {
   EXPECT_EQ(alertsOf(withFans(R"({"HealthRollup": "Critical"})",
                               withHealth("Warning", R"("Name": "F")"))),
             (Lines{"Cooling" + kChangedToCritical +
-                       "Thermal: health is "
+                       "ThermalSubsystem Thermal: health is "
                        "Critical.",
                    "Cooling" + kChangedToWarning +
                        "F: health is Warning, state Enabled."}));
@@ -189,8 +191,9 @@ TEST(SubsystemHealth, DriveElsewhereExplainsItsStorage) {
                             "Drives": [)" +
                             linkTo("Chassis/1/Drives/1") + "]}"}});
   server.put("Chassis/1/Drives/1", withHealth("Critical", R"("Name": "D")"));
-  EXPECT_EQ(alertsOf(server), (Lines{"Disks" + kChangedToCritical +
-                                     "D: health is Critical, state Enabled."}));
+  EXPECT_EQ(alertsOf(server),
+            (Lines{"Disks" + kChangedToCritical +
+                   "Drive D: health is Critical, state Enabled."}));
 }
 
 TEST(SubsystemHealth, SummaryIsExplainedByItsParts) {
@@ -225,7 +228,7 @@ TEST(HolderHealth, UnexplainedSystemIsAnAlert) {
       R"({"Name": "Host", "Status": {"State": "Enabled", "Health": "OK",
                                      "HealthRollup": "Critical"}})");
   EXPECT_EQ(alertsOf(server), (Lines{"System" + kChangedToCritical +
-                                     "Host: health is Critical, state "
+                                     "System Host: health is Critical, state "
                                      "Enabled."}));
 }
 
@@ -234,9 +237,9 @@ TEST(HolderHealth, UnexplainedChassisAndManagerAreAlerts) {
   server.put("Managers/1", withHealth("Critical", R"("Name": "BMC")"));
   EXPECT_EQ(alertsOf(server),
             (Lines{"System" + kChangedToWarning +
-                       "Box: health is Warning, state Enabled.",
+                       "Chassis Box: health is Warning, state Enabled.",
                    "System" + kChangedToCritical +
-                       "BMC: health is Critical, state Enabled."}));
+                       "Manager BMC: health is Critical, state Enabled."}));
 }
 
 TEST(HolderHealth, PartOfTheSystemExplainsIt) {

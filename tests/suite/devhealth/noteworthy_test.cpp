@@ -59,13 +59,21 @@ TEST(ForEachNoteworthy, LeavesOutLinksAndOtherFormats) {
             Links{});
 }
 
-TEST(ForEachNoteworthy, PartOfItsOwnLinkKeepsIt) {
+TEST(ForEachNoteworthy, PartIsToldByItsPlaceWhateverItsLink) {
   EXPECT_EQ(noteworthy(R"({"Inside": [
                 {"@odata.id": "/redfish/v1/Other/1",
                  "Status": {"Health": "Warning"}},
                 {"@odata.id": "/redfish/v1/R#/Elsewhere",
                  "Status": {"Health": "Warning"}}]})"),
-            (Links{"/redfish/v1/Other/1", "/redfish/v1/R#/Inside/1"}));
+            (Links{"/redfish/v1/R#/Inside/0", "/redfish/v1/R#/Inside/1"}));
+}
+
+TEST(ForEachNoteworthy, LeavesOutResourcesThatCameInsideThis) {
+  EXPECT_EQ(noteworthy(R"({"Metrics": {"@odata.id": "/redfish/v1/R/Metrics",
+                "@odata.type": "#M.v1_0_0.M", "Id": "M", "Name": "M",
+                "Status": {"Health": "Critical"},
+                "Deeper": {"Status": {"Health": "Critical"}}}})"),
+            Links{});
 }
 
 TEST(ForEachNoteworthy, SkipsRegistries) {

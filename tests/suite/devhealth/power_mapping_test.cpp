@@ -67,7 +67,7 @@ TEST(MapPowers, EntriesOfOneNameAreToldApart) {
   const auto rows = mapPowers(server.graph(), server.node()).records;
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].elementName, "Power Supply 0");
-  EXPECT_EQ(rows[1].elementName, "1");
+  EXPECT_EQ(rows[1].elementName, "Power Supply 1");
 }
 
 TEST(MapPowers, EnclosurePowersANodeWithoutSupplies) {

@@ -36,7 +36,7 @@ TEST(MapProcessors, FieldsComeFromTheirProperties) {
 }
 
 TEST(MapProcessors, SocketNamesProcessorsOfOneName) {
-  EXPECT_EQ(only(R"({"Name": "Processor", "Socket": 2})").name, "2");
+  EXPECT_EQ(only(R"({"Name": "Processor", "Socket": 2})").name, "Processor 2");
 }
 
 TEST(MapProcessors, FamilyFallsBackInOrder) {
@@ -49,6 +49,46 @@ TEST(MapProcessors, FamilyFallsBackInOrder) {
   EXPECT_EQ(only(R"({"Manufacturer": "Orlen", "ProcessorArchitecture": "ARM"})")
                 .family,
             "ARM");
+}
+
+TEST(MapProcessors, ModelComesBeforeAGenericFamily) {
+  EXPECT_EQ(only(R"({"Family": "Orlen(R) Nine(R) processor",
+                     "Model": "Nine 9400"})")
+                .family,
+            "Nine 9400");
+  EXPECT_EQ(only(R"({"Family": "Nine 9400 Family", "Model": "M"})").family,
+            "Nine 9400 Family");
+}
+
+TEST(MapProcessors, GenericFamilyIsBetterThanNone) {
+  EXPECT_EQ(only(R"({"Family": "Orlen(R) Nine(R) processor",
+                     "Model": "Not Specified"})")
+                .family,
+            "Orlen(R) Nine(R) processor");
+  EXPECT_EQ(only(R"({"Manufacturer": "Orlen",
+                     "ProcessorId": {"EffectiveFamily": "Nine Family"}})")
+                .family,
+            "Nine Family");
+}
+
+TEST(MapProcessors, SpeedInMakersFormatStandsIn) {
+  EXPECT_EQ(only(R"({"Oem": {"A": 7, "B": {}, "Kestwyn":
+                     {"CurrentClockSpeedMHz": 2400}}})")
+                .currentClockSpeed,
+            "2400");
+  EXPECT_EQ(only(R"({"OperatingSpeedMHz": 3100, "Oem": {"Kestwyn":
+                     {"CurrentClockSpeedMHz": 2400}}})")
+                .currentClockSpeed,
+            "3100");
+}
+
+TEST(MapProcessors, RowsAreInNaturalOrder) {
+  const auto rows =
+      mapped({{"A", R"({"Name": "CPU 10"})"}, {"B", R"({"Name": "CPU 2"})"}})
+          .records;
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].name, "CPU 2");
+  EXPECT_EQ(rows[1].name, "CPU 10");
 }
 
 TEST(MapProcessors, BaseSpeedIsNotTheCurrentOne) {
@@ -85,9 +125,9 @@ TEST(MapProcessors, OnlyCpusMakeRows) {
                             {"E", "{}"}})
                         .records;
   ASSERT_EQ(rows.size(), 3U);
-  EXPECT_EQ(rows[0].name, "A");
-  EXPECT_EQ(rows[1].name, "B");
-  EXPECT_EQ(rows[2].name, "E");
+  EXPECT_EQ(rows[0].name, "Processor A");
+  EXPECT_EQ(rows[1].name, "Processor B");
+  EXPECT_EQ(rows[2].name, "Processor E");
 }
 
 TEST(MapProcessors, EmptySocketsMakeNoRows) {
@@ -108,9 +148,9 @@ TEST(MapProcessors, UnreadableMemberHasARow) {
       mapped({{"A", R"({"Name": "First"})"}, {"B", std::string(kBroken)}});
   EXPECT_FALSE(result.failure.has_value());
   ASSERT_EQ(result.records.size(), 2U);
-  EXPECT_EQ(result.records[1].name, "B");
-  EXPECT_EQ(result.records[1].healthState, "Unknown");
-  EXPECT_EQ(result.records[1].family, "");
+  EXPECT_EQ(result.records[0].name, "B");
+  EXPECT_EQ(result.records[0].healthState, "Unknown");
+  EXPECT_EQ(result.records[0].family, "");
 }
 
 TEST(MapProcessors, MemberThatWasNeverReadCountsAsUnreadable) {
@@ -199,7 +239,7 @@ TEST(MapProcessors, WrongTypesCostOnlyTheirOwnValues) {
       "OperatingSpeedMHz": "fast", "MaxSpeedMHz": "3900",
       "OperatingSpeedRangeMHz": [], "Metrics": [], "ProcessorId": 3,
       "Status": "OK"})");
-  EXPECT_EQ(row.name, "7");
+  EXPECT_EQ(row.name, "Processor 7");
   EXPECT_EQ(row.family, "");
   EXPECT_EQ(row.currentClockSpeed, "");
   EXPECT_EQ(row.maxClockSpeed, "3900");

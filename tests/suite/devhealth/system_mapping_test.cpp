@@ -69,9 +69,9 @@ TEST(MapSystem, SerialNumberFallsBackToTheChassis) {
             "S2");
 }
 
-TEST(MapSystem, UuidStaysAsServed) {
+TEST(MapSystem, UuidIsInSmallLetters) {
   EXPECT_EQ(board(R"({"UUID": "6f1E0c1a-0000-4b4e-9d77-0123456789AB"})").uuid,
-            "6f1E0c1a-0000-4b4e-9d77-0123456789AB");
+            "6f1e0c1a-0000-4b4e-9d77-0123456789ab");
 }
 
 TEST(MapSystem, UuidsOfOneDigitAreNone) {
@@ -88,9 +88,60 @@ TEST(MapSystem, UuidFallsBackToTheChassis) {
             "6f1e0c1a-0000-4b4e-9d77-0123456789ab");
 }
 
+TEST(MapSystem, ServiceTagIsTheSerialNumberAndNoType) {
+  const auto record = board(R"({"SKU": "F7TAG", "PartNumber": "0BOARD",
+      "SerialNumber": "CNBOARD", "Model": "Prismorel 400",
+      "Oem": {"Kestwyn": {"System": [7, {"ServiceTag": "f7tag"}]}}})");
+  EXPECT_EQ(record.machineTypeModel, "Prismorel 400");
+  EXPECT_EQ(record.serialNumber, "F7TAG");
+}
+
+TEST(MapSystem, ServiceTagMayStandInTheServiceRoot) {
+  Server server(R"({"SKU": "F7TAG", "PartNumber": "0BOARD"})",
+                R"({"SKU": "F7TAG", "PartNumber": "PC4"})");
+  server.put("", R"({"Oem": {"Kestwyn": {"ServiceTag": "F7TAG"}},
+                     "Systems": {"@odata.id": "/redfish/v1/Systems"},
+                     "Chassis": {"@odata.id": "/redfish/v1/Chassis"}})");
+  const auto record = mapSystem(server.graph(), server.node()).records.front();
+  EXPECT_EQ(record.machineTypeModel, "PC4");
+  EXPECT_EQ(record.serialNumber, "F7TAG");
+}
+
+TEST(MapSystem, SubModelComesFirstBesideAServiceTag) {
+  EXPECT_EQ(board(R"({"SKU": "F7TAG", "SubModel": "400x", "Model": "400",
+                      "Oem": {"Kestwyn": {"ServiceTag": "F7TAG"}}})")
+                .machineTypeModel,
+            "400x");
+}
+
+TEST(MapSystem, SkuWithoutATagOfItsTextIsTheType) {
+  const auto record = board(R"({"SKU": "PR-400", "SerialNumber": "S1",
+      "Oem": {"Kestwyn": {"ServiceTag": "F7TAG"}}})");
+  EXPECT_EQ(record.machineTypeModel, "PR-400");
+  EXPECT_EQ(record.serialNumber, "S1");
+}
+
+TEST(MapSystem, StockNumberIsCutOutOfItsText) {
+  EXPECT_EQ(
+      board(R"({"SKU": "SKU=PR4;ModelName=Prismorel 400"})").machineTypeModel,
+      "PR4");
+  EXPECT_EQ(board(R"({"SKU": "SKU=NotProvided;ModelName=Prismorel 400",
+                      "Model": "Prismorel"})")
+                .machineTypeModel,
+            "Prismorel");
+}
+
+TEST(MapSystem, PlaceholdersAreNoValues) {
+  const auto record = board(R"({"SKU": "0123456789", "Model": "None",
+      "SerialNumber": "..........", "Manufacturer": "nil"})",
+                            R"({"Model": "PC4", "SerialNumber": "C1"})");
+  EXPECT_EQ(record.machineTypeModel, "PC4");
+  EXPECT_EQ(record.serialNumber, "C1");
+}
+
 TEST(MapSystem, EmptySystemGivesEmptyTexts) {
   const auto record = board(R"({"Id": null})");
-  EXPECT_EQ(record.machineName, "1");
+  EXPECT_EQ(record.machineName, "System 1");
   EXPECT_EQ(record.machineTypeModel, "");
   EXPECT_EQ(record.serialNumber, "");
   EXPECT_EQ(record.uuid, "");

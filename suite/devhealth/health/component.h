@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "suite/devhealth/health/event.h"
+#include "suite/devhealth/health/node_scope.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+
+namespace devhealth {
+
+/// What a part says of its health without a condition.
+struct Statement {
+  redfish::Health severity = redfish::Health::kUnknown;  ///< It amounts to.
+  redfish::Health health = redfish::Health::kUnknown;    ///< It says.
+  bool failurePredicted = false;
+};
+
+/// What a system, chassis or manager says, of itself and all below it.
+Statement statementOfHolder(const redfish::json::object& holder);
+
+/// The event that a statement of a part makes, in a sentence that calls the
+/// part by a name.
+Event healthEvent(const redfish::Uri& uri, const redfish::json::object& part,
+                  const Statement& statement, const std::string& name);
+
+/// A part that states trouble. Its pointer obeys the graph's rules.
+struct Component {
+  redfish::Uri uri;  ///< Of its place.
+  /// Of the resource that it says to be; the same as `uri` for most.
+  redfish::Uri own;
+  const redfish::json::object* part = nullptr;
+  Statement statement;
+  bool aggregate = false;  ///< It speaks for all the parts below it.
+  bool quiet = false;      ///< Power control, or an empty bay.
+  std::vector<redfish::Uri> repeated;  ///< Its places in further chassis.
+};
+
+/// The components of a node that state trouble, the innermost first.
+std::vector<Component> troubledComponents(const redfish::Graph& graph,
+                                          const redfish::Node& node,
+                                          const NodeScope& scope);
+
+/// Whether a redundancy group of the list that a part is in, or of its
+/// subsystem, is in trouble.
+bool isRedundancyLost(const redfish::Graph& graph, const redfish::Uri& uri);
+
+/// The links of an aggregate to parts that lie elsewhere: the drives of a
+/// storage, the parts that a summary of a system stands for.
+std::vector<redfish::Uri> partsElsewhere(const redfish::Graph& graph,
+                                         const Component& aggregate);
+
+}  // namespace devhealth

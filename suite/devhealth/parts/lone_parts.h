@@ -1,0 +1,20 @@
+#pragma once
+
+#include <vector>
+
+#include "suite/devhealth/parts/mapped.h"
+#include "suite/devhealth/parts/pci_part.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+
+namespace devhealth {
+
+/// The parts of a node that belong into the PCI table although no list of
+/// devices need name them, absent ones included: network adapters of its
+/// chassis (where those have none, of its systems' network interfaces),
+/// processors that are no CPU, and storage controllers that say what they are.
+/// What cannot be read is told to the tally.
+std::vector<PciPart> loneParts(const redfish::Graph& graph,
+                               const redfish::Node& node, ReadTally& tally);
+
+}  // namespace devhealth

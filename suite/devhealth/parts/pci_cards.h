@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "suite/devhealth/parts/mapped.h"
+#include "suite/devhealth/parts/pci_part.h"
+#include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/topology.h"
+
+namespace devhealth {
+
+/// One row of the PCI table.
+struct PciCard {
+  PciPart part;               ///< A device, else a lone part.
+  std::vector<PciPart> also;  ///< The lone parts that are this device.
+  PciFields fields;           ///< Its own; empty ones filled by `also`.
+  std::string name;           ///< What the first column shows.
+};
+
+/// The node's devices and the parts that are none of them, each once, as a
+/// person sorts their names. Absent ones are left out. What cannot be read is
+/// told to the tally.
+std::vector<PciCard> pciCards(const redfish::Graph& graph,
+                              const redfish::Node& node, ReadTally& tally);
+
+}  // namespace devhealth

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "suite/devhealth/parts/display_name.h"
+#include "suite/redfish/graph/graph.h"
+
+namespace devhealth {
+
+/// What parts are called that are met one by one: the name of each can be told
+/// from those of its own array, or of all that was read beside its document.
+/// Names each list once.
+class SiblingNames {
+ public:
+  /// The graph has to outlive it and stay as it is.
+  explicit SiblingNames(const redfish::Graph& graph) : graph_(graph) {}
+
+  /// The name of the part that a link leads to.
+  std::string nameOf(const redfish::Uri& uri,
+                     const redfish::json::object& part);
+
+ private:
+  void nameDocuments(std::string_view folder);
+  void nameEntries(const redfish::Uri& uri, std::string_view array);
+  void keep(const std::vector<Candidate>& candidates);
+
+  const redfish::Graph& graph_;
+  std::unordered_map<std::string, bool> named_;
+  std::unordered_map<std::string, std::string> names_;  ///< By identity.
+};
+
+}  // namespace devhealth
