@@ -7,6 +7,7 @@
 
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/document_path.h"
+#include "suite/redfish/graph/status.h"
 
 namespace devhealth {
 namespace {
@@ -25,17 +26,6 @@ constexpr std::array<Property, kPropertyCount> kByName = {kName, kLabel,
 constexpr std::array<Property, kPropertyCount> kByPlace = {kLabel, kLocator,
                                                            kName, kBay};
 
-// The number of a bay in what a maker added in a format of its own.
-std::string bayOf(const json::object& part) {
-  for (const json::object* own : makersObjects(part)) {
-    std::string bay = textAt(*own, "BayNumber");
-    if (!bay.empty()) {
-      return bay;
-    }
-  }
-  return {};
-}
-
 Properties propertiesOf(const Candidate& candidate) {
   Properties properties;
   if (candidate.object == nullptr) {
@@ -49,7 +39,7 @@ Properties propertiesOf(const Candidate& candidate) {
     properties[kLocator] =
         placeText(partClass, textAt(part, partClass.locator));
   }
-  properties[kBay] = placeText(partClass, bayOf(part));
+  properties[kBay] = placeText(partClass, textAt(part, "Oem/*/BayNumber"));
   return properties;
 }
 
@@ -125,7 +115,11 @@ std::vector<DisplayName> displayNames(const Graph& graph,
   result.reserve(candidates.size());
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     result.push_back(names.nameOf(i));
-    ++counts[result.back().text];
+    // What is absent has no row in which its name would be repeated.
+    const json::object* part = candidates[i].object;
+    if (part == nullptr || !redfish::isAbsent(*part)) {
+      ++counts[result.back().text];
+    }
   }
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     if (counts[result[i].text] < 2) {

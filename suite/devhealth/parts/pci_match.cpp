@@ -109,8 +109,15 @@ std::vector<std::string> placesOf(const PciPart& lone) {
   return places;
 }
 
-// How often each text stands among some parts.
+// How many of some parts have each text as name or model.
 using Counts = std::unordered_map<std::string, int>;
+
+void count(const Words& words, Counts& counts) {
+  ++counts[words.name];
+  if (words.model != words.name) {
+    ++counts[words.model];
+  }
+}
 
 class Matcher {
  public:
@@ -131,13 +138,11 @@ class Matcher {
       if (!serial.empty()) {
         bySerial_[serial].push_back(i);
       }
-      ++deviceNames_[deviceWords_[i].name];
-      ++deviceModels_[deviceWords_[i].model];
+      count(deviceWords_[i], deviceCounts_);
     }
     for (const PciPart& part : loneParts) {
       loneWords_.push_back(wordsOf(part));
-      ++loneNames_[loneWords_.back().name];
-      ++loneModels_[loneWords_.back().model];
+      count(loneWords_.back(), loneCounts_);
     }
   }
 
@@ -230,15 +235,16 @@ class Matcher {
     }
   }
 
-  // Whether two parts are called alike in full, and nothing else is.
+  // Whether the name or model of two parts is the same text, and no other
+  // part's.
   bool alikeAlone(const Words& mine, const Words& its) const {
-    const auto alike = [](const std::string& left, const std::string& right,
-                          const Counts& leftCounts, const Counts& rightCounts) {
-      return !left.empty() && left == right && leftCounts.at(left) == 1 &&
-             rightCounts.at(right) == 1;
-    };
-    return alike(mine.name, its.name, loneNames_, deviceNames_) ||
-           alike(mine.model, its.model, loneModels_, deviceModels_);
+    for (const std::string* text : {&mine.name, &mine.model}) {
+      if (!text->empty() && (*text == its.name || *text == its.model) &&
+          loneCounts_.at(*text) == 1 && deviceCounts_.at(*text) == 1) {
+        return true;
+      }
+    }
+    return false;
   }
 
   void byName(std::size_t lone) {
@@ -289,7 +295,8 @@ class Matcher {
   std::vector<std::string> labels_;
   std::unordered_map<std::string, std::size_t> byDocument_;
   std::unordered_map<std::string, std::vector<std::size_t>> bySerial_;
-  Counts deviceNames_, deviceModels_, loneNames_, loneModels_;
+  Counts deviceCounts_;
+  Counts loneCounts_;
 };
 
 }  // namespace

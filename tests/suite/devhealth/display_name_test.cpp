@@ -155,6 +155,13 @@ TEST(DisplayNames, WhatIsStillRepeatedCarriesItsChassis) {
             (Texts{"C1/Fan 1", "C2/Fan 1", "Fan 2"}));
 }
 
+TEST(DisplayNames, NameOfAnAbsentPartIsNotRepeated) {
+  EXPECT_EQ(
+      namesOf({R"({"Id": "1", "Status": {"State": "Absent"}})",
+               R"({"Oem": {"Kestwyn": {"BayNumber": 1}}, "Id": "0"})"})[1],
+      "Fan 1");
+}
+
 TEST(DisplayNames, HolderIsToldByItsId) {
   const redfish::Graph graph =
       graphOf({{"/redfish/v1/Systems/7", R"({"Id": "Left"})"}});

@@ -372,6 +372,14 @@ TEST(MatchDevices, OnlyPartsOfOneNameAreOneWhateverTheirSerialNumbers) {
       3U);
 }
 
+TEST(MatchDevices, ModelThatIsTheNameOfTheOtherCounts) {
+  EXPECT_EQ(names(withControllers(
+                {{"1", R"({"Name": "Boot Raid R2", "Model": "P1",
+                           "SerialNumber": "S1"})"}},
+                R"({"Model": "Boot Raid R2", "SerialNumber": "S2"})")),
+            (Texts{"Boot Raid R2"}));
+}
+
 TEST(MatchDevices, DeviceIsTakenOnceByItsName) {
   EXPECT_EQ(names(withAdapters({{"1", R"({"Name": "Orlen N10 Dual"})"}},
                                {{"N", R"({"Name": "Orlen N10"})"},
