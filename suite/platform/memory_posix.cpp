@@ -1,8 +1,9 @@
 #include "suite/platform/memory.h"
 
-#include <string.h>  // For explicit_bzero, which is no C++.
 #include <sys/prctl.h>
 #include <sys/resource.h>
+
+#include <cstring>  // With explicit_bzero, which is no C++.
 
 #if defined(__SANITIZE_ADDRESS__)
 #define BRIVEL_IS_TRACED

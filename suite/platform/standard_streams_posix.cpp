@@ -2,9 +2,9 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <iostream>
 
 namespace platform {

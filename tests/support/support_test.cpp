@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
-#include <signal.h>
+
+#include <csignal>
 
 #include "tests/support/child_process.h"
 #include "tests/support/file_text.h"

@@ -1,9 +1,9 @@
 // The built program against a live controller: logins, trust, interrupts.
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <string>
 #include <vector>
 

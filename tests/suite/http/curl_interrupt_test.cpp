@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
-#include <signal.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <ctime>
 
 #include "suite/http/network_transport.h"

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <set>
 
 #include "suite/http/network_transport.h"
