@@ -14,22 +14,21 @@ namespace {
 
 constexpr std::size_t kDetailBytes = 200;
 
-NetworkFault lostFault(const WinhttpProgress& base::progress) {
+NetworkFault lostFault(const WinhttpProgress& progress) {
   return progress.answered ? NetworkFault::kLostInAnswer
                            : NetworkFault::kLostBeforeAnswer;
 }
 
 }  // namespace
 
-NetworkFault timeoutFaultOf(const WinhttpProgress& base::progress) {
+NetworkFault timeoutFaultOf(const WinhttpProgress& progress) {
   return progress.sent        ? NetworkFault::kAnswerTimeout
          : progress.connected ? NetworkFault::kTlsTimeout
          : progress.resolved  ? NetworkFault::kConnectTimeout
                               : NetworkFault::kNameTimeout;
 }
 
-NetworkFault faultOf(unsigned long error,
-                     const WinhttpProgress& base::progress) {
+NetworkFault faultOf(unsigned long error, const WinhttpProgress& progress) {
   switch (error) {
     case ERROR_WINHTTP_NAME_NOT_RESOLVED:
     case WSAHOST_NOT_FOUND:

@@ -13,11 +13,10 @@ struct WinhttpProgress {
 };
 
 /// What an error of WinHTTP or of the sockets below it means.
-NetworkFault faultOf(unsigned long error,
-                     const WinhttpProgress& base::progress);
+NetworkFault faultOf(unsigned long error, const WinhttpProgress& progress);
 
 /// What ran out when a request was not through in time.
-NetworkFault timeoutFaultOf(const WinhttpProgress& base::progress);
+NetworkFault timeoutFaultOf(const WinhttpProgress& progress);
 
 /// What the system says about an error, as clean text.
 std::string wordsOf(unsigned long error);
