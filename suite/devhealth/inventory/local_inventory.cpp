@@ -1,6 +1,5 @@
 #include "suite/devhealth/inventory/local_inventory.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <initializer_list>
@@ -9,11 +8,11 @@
 #include <string_view>
 #include <utility>
 
-#include "suite/base/filler.h"
-#include "suite/base/natural_order.h"
 #include "suite/devhealth/inventory/row_names.h"
 #include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/parts/jep106.h"
 #include "suite/devhealth/parts/machine_name.h"
+#include "suite/devhealth/parts/row_order.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {
@@ -26,30 +25,15 @@ using Tarvex::DeviceHealth::Power;
 using Tarvex::DeviceHealth::Processor;
 using Tarvex::DeviceHealth::SystemBoard;
 
-// A text as a record shows it; empty where firmware had no value to give.
-std::string valueOf(std::string_view text) {
-  std::string value = recordText(text);
-  return base::isFiller(value) ? std::string() : value;
-}
-
 // The first text that is a value.
 std::string firstText(std::initializer_list<std::string_view> texts) {
   for (const std::string_view text : texts) {
-    std::string value = valueOf(text);
+    std::string value = recordText(text);
     if (!value.empty()) {
       return value;
     }
   }
   return {};
-}
-
-// Sorts records by what the first column of their table shows.
-template <typename Record>
-void sortBy(std::vector<Record>& records, std::string Record::*column) {
-  std::stable_sort(records.begin(), records.end(),
-                   [column](const Record& left, const Record& right) {
-                     return base::naturallyBefore(left.*column, right.*column);
-                   });
 }
 
 // Two texts with a blank between, or the one that is not empty.
@@ -148,7 +132,7 @@ void name(std::vector<Record>& records, std::string Record::*column,
   for (std::size_t i = 0; i < records.size(); ++i) {
     records[i].*column = std::move(names[i]);
   }
-  sortBy(records, column);
+  sortNaturally(records, column);
 }
 
 }  // namespace
@@ -157,16 +141,16 @@ SystemBoard systemBoardOf(const local::SystemFacts& system,
                           const local::BoardFacts& board) {
   SystemBoard record;
   record.machineName =
-      machineName(valueOf(system.manufacturer), valueOf(system.product));
+      machineName(recordText(system.manufacturer), recordText(system.product));
   if (record.machineName.empty()) {
     record.machineName =
-        machineName(valueOf(board.manufacturer), valueOf(board.product));
+        machineName(recordText(board.manufacturer), recordText(board.product));
   }
   record.machineTypeModel =
       firstText({stockNumber(system.sku), system.family, system.version,
                  board.product, board.version});
   record.serialNumber = firstText({system.serial, board.serial});
-  record.uuid = valueOf(system.uuid);
+  record.uuid = recordText(system.uuid);
   return record;
 }
 
@@ -181,7 +165,7 @@ std::vector<Processor> processorsOf(
     record.maxClockSpeed = megahertz(processor.maxMhz);
     record.healthState = health(healthOf(processor.state));
     records.push_back(std::move(record));
-    names.push_back({valueOf(processor.socket), ""});
+    names.push_back({recordText(processor.socket), ""});
   }
   name(records, &Processor::name, names, "Processor");
   return records;
@@ -195,8 +179,8 @@ std::vector<Fan> fansOf(const std::vector<local::FanFacts>& fans) {
     record.desiredSpeed = fanSpeed(fan);
     record.healthState = health(healthOf(fan.state));
     records.push_back(std::move(record));
-    names.push_back(
-        {valueOf(fan.label), joined(valueOf(fan.chip), valueOf(fan.input))});
+    names.push_back({recordText(fan.label),
+                     joined(recordText(fan.chip), recordText(fan.input))});
   }
   name(records, &Fan::elementName, names, "Fan");
   return records;
@@ -207,15 +191,15 @@ std::vector<DIMM> dimmsOf(const std::vector<local::MemoryFacts>& modules) {
   std::vector<RowName> names;
   for (const local::MemoryFacts& module : modules) {
     DIMM record;
-    record.partNumber = valueOf(module.partNumber);
-    record.serialNumber = valueOf(module.serial);
-    record.manufacturer = valueOf(module.manufacturer);
-    record.model = valueOf(module.type);
+    record.partNumber = recordText(module.partNumber);
+    record.serialNumber = recordText(module.serial);
+    record.manufacturer = memoryMaker(recordText(module.manufacturer));
+    record.model = recordText(module.type);
     if (module.maxSpeed) {
       record.maxMemorySpeed = std::to_string(*module.maxSpeed) + " MT/s";
     }
     records.push_back(std::move(record));
-    names.push_back({valueOf(module.locator), valueOf(module.bank)});
+    names.push_back({recordText(module.locator), recordText(module.bank)});
   }
   name(records, &DIMM::description, names, "DIMM");
   return records;
@@ -231,7 +215,7 @@ std::vector<Power> powersOf(const std::vector<local::SupplyFacts>& supplies) {
     }
     record.healthState = health(healthOf(supply));
     records.push_back(std::move(record));
-    names.push_back({valueOf(supply.name), valueOf(supply.location)});
+    names.push_back({recordText(supply.name), recordText(supply.location)});
   }
   name(records, &Power::elementName, names, "Power Supply");
   return records;
@@ -243,18 +227,18 @@ std::vector<PCIAdapter> pciAdaptersOf(
   for (const local::PciFacts& adapter : adapters) {
     PCIAdapter record;
     record.tag = addressText(adapter.address);
-    record.manufacturer = valueOf(adapter.manufacturer);
-    record.model = valueOf(adapter.model);
-    record.description = joined(valueOf(adapter.slot), record.model);
+    record.manufacturer = recordText(adapter.manufacturer);
+    record.model = recordText(adapter.model);
+    record.description = joined(recordText(adapter.slot), record.model);
     if (record.description.empty()) {
       record.description = idsText(adapter);
     }
-    record.serialNumber = valueOf(adapter.serial);
-    record.partNumber = valueOf(adapter.partNumber);
+    record.serialNumber = recordText(adapter.serial);
+    record.partNumber = recordText(adapter.partNumber);
     record.operationalStatus = adapter.driverBound ? "Enabled" : "Disabled";
     records.push_back(std::move(record));
   }
-  sortBy(records, &PCIAdapter::description);
+  sortNaturally(records, &PCIAdapter::description);
   return records;
 }
 

@@ -233,6 +233,12 @@ TEST(DimmsOf, FillersAreNoValues) {
   EXPECT_EQ(record.manufacturer, "");
 }
 
+TEST(DimmsOf, CodeOfAMakerBecomesItsName) {
+  local::MemoryFacts facts = module();
+  facts.manufacturer = "0xCE00";
+  EXPECT_EQ(dimmsOf({facts}).at(0).manufacturer, "Samsung");
+}
+
 TEST(DimmsOf, BankServesWithoutPlace) {
   local::MemoryFacts facts = module();
   facts.locator = "Not Specified";
