@@ -32,11 +32,11 @@ CodePoint takeCodePoint(std::string_view& text) {
   return point;
 }
 
-// Takes the printable ASCII off the front of a text, which most texts are
-// throughout and which needs no decoding.
-std::string_view takePlain(std::string_view& text) {
+// Takes the ASCII from `lowest` to '~' off the front of a text, which most
+// texts are throughout and which needs no decoding.
+std::string_view takePlain(std::string_view& text, char lowest) {
   std::size_t size = 0;
-  while (size < text.size() && text[size] > ' ' && text[size] < '\x7F') {
+  while (size < text.size() && text[size] >= lowest && text[size] <= '~') {
     ++size;
   }
   const std::string_view plain = text.substr(0, size);
@@ -96,7 +96,7 @@ std::string cleanText(std::string_view text) {
   std::size_t blanks = 0;
   bool control = false;
   while (!text.empty()) {
-    if (const std::string_view plain = takePlain(text); !plain.empty()) {
+    if (const std::string_view plain = takePlain(text, '!'); !plain.empty()) {
       flushBlanks(result, blanks, control);
       result.append(plain);
       continue;
@@ -133,7 +133,7 @@ std::string escapeControls(std::string_view text) {
   std::string safe;
   safe.reserve(text.size());
   while (true) {
-    safe += takePlain(text);
+    safe += takePlain(text, ' ');
     if (text.empty()) {
       return safe;
     }
