@@ -49,7 +49,7 @@ class FuzzTransport : public http::Transport {
     Answer answer;
     answer.status = 404;
     if (found != answers_.end()) {
-      answer = found->second;
+      answer = http::Answer(found->second);
     }
     answer.id = ++last_;
     ready_.push_back(std::move(answer));
@@ -87,7 +87,7 @@ class FuzzTransport : public http::Transport {
     }
     const std::string_view target = line.substr(blank + 1);
     if (target.compare(0, 5, "POST ") == 0) {
-      answer.authToken = "token";
+      answer.authToken = base::Secret("token");
     }
     answer.body = text.substr(std::min(lineEnd + 1, text.size()));
     answer.location = answer.status < 400
@@ -177,7 +177,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   redfish::ServiceOptions options;
   options.user = "u";
-  options.password = "pass-word";
+  options.password = base::Secret("pass-word");
   redfish::Pool pool;
   pool.add(std::make_unique<redfish::Service>(
       options, std::make_unique<FuzzTransport>(input)));

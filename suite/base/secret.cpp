@@ -5,6 +5,15 @@
 #include "suite/platform/memory.h"
 
 namespace base {
+namespace {
+
+// Core dumps are disabled once, for good.
+void forbidDumps() {
+  static const bool kDone = (platform::disableCoreDumps(), true);
+  static_cast<void>(kDone);
+}
+
+}  // namespace
 
 void wipe(std::string& text) noexcept {
   text.resize(text.capacity());  // Never allocates.
@@ -27,7 +36,19 @@ std::string withoutSecret(std::string text, std::string_view secret) {
 
 Secret::Secret(std::string&& text) : text_(text) {
   wipe(text);
-  platform::disableCoreDumps();
+  forbidDumps();
+}
+
+Secret::Secret(std::initializer_list<std::string_view> parts) {
+  std::size_t size = 0;
+  for (const std::string_view part : parts) {
+    size += part.size();
+  }
+  text_.reserve(size);
+  for (const std::string_view part : parts) {
+    text_.append(part);
+  }
+  forbidDumps();
 }
 
 Secret::Secret(Secret&& other) noexcept : text_(std::move(other.text_)) {

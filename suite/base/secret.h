@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -16,17 +16,26 @@ void wipe(std::string& text) noexcept;
 /// hiding them would garble the text and tell more than it hides.
 std::string withoutSecret(std::string text, std::string_view secret);
 
-/// A password in memory: its bytes are overwritten when it dies or moves on,
-/// and from the first one on the process leaves no core dump.
+/// A password or a token in memory: its bytes are overwritten when it dies,
+/// moves on or is replaced, and from the first one on the process leaves no
+/// core dump.
 class Secret {
  public:
+  Secret() = default;  ///< Empty.
   /// Takes the text over, and wipes the original.
   explicit Secret(std::string&& text);
+  /// Joins the parts. No part of the text stays behind elsewhere in memory.
+  explicit Secret(std::initializer_list<std::string_view> parts);
+  explicit Secret(const Secret& other) = default;
   Secret(Secret&& other) noexcept;
   Secret& operator=(Secret&& other) noexcept;
   ~Secret();
 
   const std::string& text() const { return text_; }
+  bool empty() const { return text_.empty(); }
+
+  /// Overwrites the text where it stands, and empties it.
+  void clear() noexcept { wipe(text_); }
 
  private:
   std::string text_;

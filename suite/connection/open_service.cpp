@@ -36,7 +36,7 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   redfish::ServiceOptions options;
   if (password != nullptr) {
     options.user = target.user;
-    options.password = password->text();
+    options.password = base::Secret(*password);
   }
   options.maxConnections = target.maxConnections;
   options.requestTimeout = target.timeout;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "suite/base/ascii.h"
-#include "suite/base/secret.h"
 #include "suite/http/transport.h"
 
 namespace http {
@@ -55,10 +54,7 @@ bool ResponseHeaders::add(std::string_view line) {
   } else if (base::equalIgnoringCase(name, "retry-after")) {
     retryAfter_ = value;
   } else if (base::equalIgnoringCase(name, "x-auth-token")) {
-    base::wipe(authToken_);
-    if (isSendable(value)) {
-      authToken_ = value;
-    }
+    authToken_ = isSendable(value) ? base::Secret({value}) : base::Secret();
   }
   return true;
 }
@@ -71,7 +67,7 @@ void ResponseHeaders::clear() noexcept {
   interim_ = false;
   location_.clear();
   retryAfter_.clear();
-  base::wipe(authToken_);
+  authToken_.clear();
 }
 
 }  // namespace http

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "suite/base/secret.h"
+
 namespace http {
 
 /// The few headers of an answer that matter, collected line by line. Interim
@@ -23,9 +25,9 @@ class ResponseHeaders {
 
   /// The token for X-Auth-Token; empty as well when it is none that can be
   /// sent back in a header.
-  const std::string& authToken() const { return authToken_; }
+  const base::Secret& authToken() const { return authToken_; }
 
-  /// Forgets everything, with the token.
+  /// Forgets everything.
   void clear() noexcept;
 
  private:
@@ -34,7 +36,7 @@ class ResponseHeaders {
   bool interim_ = false;
   std::string location_;
   std::string retryAfter_;
-  std::string authToken_;
+  base::Secret authToken_;
 };
 
 }  // namespace http

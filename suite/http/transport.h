@@ -5,11 +5,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "suite/base/clock.h"
 #include "suite/base/failure.h"
+#include "suite/base/secret.h"
 
 namespace http {
 
@@ -26,13 +25,13 @@ enum class Method { kGet, kPost, kDelete };
 struct Request {
   Method method = Method::kGet;
   std::string target;  ///< Path and query, e.g. "/redfish/v1/Systems".
-  std::string body;    ///< JSON of a POST; wiped by the transport after use.
-  /// Headers beyond those that every request carries (Accept, OData-Version,
-  /// User-Agent, and Content-Type of a POST).
-  std::vector<std::pair<std::string, std::string>> headers;
+  base::Secret body;   ///< JSON of a POST.
+  /// Header X-Auth-Token, beside those that every request carries (Accept,
+  /// OData-Version, User-Agent, and Content-Type of a POST); empty: none.
+  base::Secret authToken;
   /// User and password for preemptive HTTP Basic; both empty: none.
   std::string basicUser;
-  std::string basicPassword;
+  base::Secret basicPassword;
   std::chrono::milliseconds timeout{30000};
   /// Ask for a connection of its own, because the last one was lost.
   bool freshConnection = false;
@@ -54,7 +53,7 @@ struct Answer {
   bool http2 = false;             ///< The answer came over HTTP/2.
   int status = 0;                 ///< HTTP status.
   std::string location;           ///< Header Location.
-  std::string authToken;          ///< Header X-Auth-Token.
+  base::Secret authToken;         ///< Header X-Auth-Token.
   std::string retryAfter;         ///< Header Retry-After, as it stands.
   std::string body;               ///< Decoded, within the limits.
 };

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "suite/base/progress.h"
-#include "suite/base/secret.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/crawl/crawl.h"
 #include "suite/redfish/graph/topology.h"
@@ -55,9 +54,7 @@ Service::Service(ServiceOptions options,
       fetcher_(*transport_, options_.maxConnections),
       session_(fetcher_, transport_->address(),
                transport_->live() ? options_.user : std::string(),
-               options_.password) {
-  base::wipe(options_.password);
-}
+               std::move(options_.password)) {}
 
 Service::~Service() { close(); }
 
@@ -149,7 +146,7 @@ std::optional<base::Failure> Service::openOnce() {
       return loginOnly && !platform::interrupted() ? session_.late()
                                                    : outOfTime(kRootTarget);
     }
-    if (session_.takes(*fetched)) {
+    if (session_.accept(*fetched)) {
       loggingIn = false;
     } else if (fetched->ticket == ticket) {
       // No root, no use in waiting for the login; it is undone at the end.

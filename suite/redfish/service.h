@@ -8,6 +8,7 @@
 #include <string>
 
 #include "suite/base/failure.h"
+#include "suite/base/secret.h"
 #include "suite/http/transport.h"
 #include "suite/redfish/crawl/knowledge.h"
 #include "suite/redfish/crawl/selection.h"
@@ -20,8 +21,8 @@ namespace redfish {
 
 /// How a service is to be treated.
 struct ServiceOptions {
-  std::string user;        ///< Empty: no login.
-  std::string password;    ///< Wiped when the service dies.
+  std::string user;  ///< Empty: no login.
+  base::Secret password;
   int maxConnections = 4;  ///< 1 to 16.
   std::chrono::milliseconds requestTimeout{30000};
   std::chrono::milliseconds callTimeout{120000};  ///< One `read`.

@@ -1,6 +1,5 @@
 #include "tests/windows/transport_wire.h"
 
-#include <boost/json/array.hpp>
 #include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>
 #include <utility>
@@ -63,16 +62,12 @@ NetworkTransportOptions optionsOf(const json::object& object) {
 }
 
 json::object encode(const Request& request) {
-  json::array headers;
-  for (const auto& [name, value] : request.headers) {
-    headers.push_back(json::array{name, value});
-  }
   return {{"method", static_cast<int>(request.method)},
           {"target", request.target},
-          {"body", request.body},
-          {"headers", std::move(headers)},
+          {"body", request.body.text()},
+          {"authToken", request.authToken.text()},
           {"basicUser", request.basicUser},
-          {"basicPassword", request.basicPassword},
+          {"basicPassword", request.basicPassword.text()},
           {"timeout", request.timeout.count()},
           {"freshConnection", request.freshConnection}};
 }
@@ -81,14 +76,10 @@ Request requestOf(const json::object& object) {
   Request request;
   request.method = static_cast<Method>(numberAt<int>(object, "method"));
   request.target = textAt(object, "target");
-  request.body = textAt(object, "body");
-  for (const json::value& header : object.at("headers").as_array()) {
-    const json::string& name = header.at(0).as_string();
-    const json::string& value = header.at(1).as_string();
-    request.headers.emplace_back(std::string(name), std::string(value));
-  }
+  request.body = base::Secret(textAt(object, "body"));
+  request.authToken = base::Secret(textAt(object, "authToken"));
   request.basicUser = textAt(object, "basicUser");
-  request.basicPassword = textAt(object, "basicPassword");
+  request.basicPassword = base::Secret(textAt(object, "basicPassword"));
   request.timeout = timeAt(object, "timeout");
   request.freshConnection = flagAt(object, "freshConnection");
   return request;
@@ -101,7 +92,7 @@ json::object encode(const Answer& answer) {
                       {"badEncoding", answer.badEncoding},
                       {"status", answer.status},
                       {"location", answer.location},
-                      {"authToken", answer.authToken},
+                      {"authToken", answer.authToken.text()},
                       {"retryAfter", answer.retryAfter},
                       {"body", answer.body}};
   if (answer.failure) {
@@ -123,7 +114,7 @@ Answer answerOf(const json::object& object) {
   answer.badEncoding = flagAt(object, "badEncoding");
   answer.status = numberAt<int>(object, "status");
   answer.location = textAt(object, "location");
-  answer.authToken = textAt(object, "authToken");
+  answer.authToken = base::Secret(textAt(object, "authToken"));
   answer.retryAfter = textAt(object, "retryAfter");
   answer.body = textAt(object, "body");
   if (const json::value* told = object.if_contains("failure")) {

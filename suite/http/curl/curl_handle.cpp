@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "suite/base/secret.h"
+#include "suite/http/curl/curl_memory.h"
 #include "suite/platform/memory.h"
 
 namespace http {
@@ -43,7 +43,7 @@ void ignoreBrokenPipes() {
 void initialise() {
   static const CURLcode kResult = [] {
     ignoreBrokenPipes();
-    return curl_global_init(CURL_GLOBAL_DEFAULT);
+    return startCurl();
   }();
   check(kResult);
 }

@@ -1,12 +1,11 @@
 #include "suite/http/curl/curl_transfer.h"
 
+#include <openssl/evp.h>
 #include <openssl/ssl.h>
 
 #include <algorithm>
 #include <chrono>
 #include <utility>
-
-#include "suite/base/secret.h"
 
 namespace http {
 namespace {
@@ -50,6 +49,21 @@ bool isLoss(CURLcode code) {
          code == CURLE_RECV_ERROR || code == CURLE_PARTIAL_FILE;
 }
 
+// User and password as HTTP Basic sends them (RFC 7617). Not left to libcurl,
+// which makes several copies.
+base::Secret basicLogin(const Request& request) {
+  const base::Secret login(
+      {request.basicUser, ":", request.basicPassword.text()});
+  const std::string& text = login.text();
+  std::string encoded((text.size() + 2) / 3 * 4 + 1, '\0');
+  const int size =
+      EVP_EncodeBlock(reinterpret_cast<unsigned char*>(encoded.data()),
+                      reinterpret_cast<const unsigned char*>(text.data()),
+                      static_cast<int>(text.size()));
+  encoded.resize(static_cast<std::size_t>(size));
+  return base::Secret(std::move(encoded));
+}
+
 bool hasCome(CURL* easy, CURLINFO time) {
   return infoOf<curl_off_t>(easy, time) > 0;
 }
@@ -59,11 +73,8 @@ bool hasCome(CURL* easy, CURLINFO time) {
 void CurlTransfer::prepare(std::uint64_t id, Request request,
                            const std::string& url, bool identity) {
   id_ = id;
-  // Short texts leave their bytes behind, wherever they are moved to.
-  std::swap(request_, request);
+  request_ = std::move(request);
   deadline_ = base::Clock::now() + request_.timeout + kGrace;
-  base::wipe(request.body);
-  base::wipe(request.basicPassword);
 
   CURL* easy = easy_.get();
   setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
@@ -92,7 +103,6 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
   }
   setMethod();
   setHeaders(identity);
-  setCredentials();
 }
 
 void CurlTransfer::setMethod() {
@@ -103,9 +113,9 @@ void CurlTransfer::setMethod() {
       break;
     case Method::kPost:
       setOption(easy, CURLOPT_POST, 1L);
-      setOption(easy, CURLOPT_POSTFIELDS, request_.body.c_str());
+      setOption(easy, CURLOPT_POSTFIELDS, request_.body.text().c_str());
       setOption(easy, CURLOPT_POSTFIELDSIZE_LARGE,
-                static_cast<curl_off_t>(request_.body.size()));
+                static_cast<curl_off_t>(request_.body.text().size()));
       break;
     case Method::kDelete:
       setOption(easy, CURLOPT_CUSTOMREQUEST, "DELETE");
@@ -125,23 +135,16 @@ void CurlTransfer::setHeaders(bool identity) {
     headerLines_.append("Content-Type: application/json");
     headerLines_.append("Expect:");
   }
-  for (const auto& [name, value] : request_.headers) {
-    std::string line;
-    line.reserve(name.size() + 2 + value.size());
-    line.append(name).append(": ").append(value);
-    headerLines_.append(line.c_str());
-    base::wipe(line);
+  if (!request_.authToken.empty()) {
+    const base::Secret line({"X-Auth-Token: ", request_.authToken.text()});
+    headerLines_.append(line.text().c_str());
+  }
+  if (!request_.basicUser.empty() || !request_.basicPassword.empty()) {
+    const base::Secret line(
+        {"Authorization: Basic ", basicLogin(request_).text()});
+    headerLines_.append(line.text().c_str());
   }
   setOption(easy_.get(), CURLOPT_HTTPHEADER, headerLines_.get());
-}
-
-void CurlTransfer::setCredentials() {
-  if (request_.basicUser.empty() && request_.basicPassword.empty()) {
-    return;
-  }
-  setOption(easy_.get(), CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
-  setOption(easy_.get(), CURLOPT_USERNAME, request_.basicUser.c_str());
-  setOption(easy_.get(), CURLOPT_PASSWORD, request_.basicPassword.c_str());
 }
 
 int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
@@ -206,7 +209,7 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   }
   answer.status = static_cast<int>(infoOf<long>(easy, CURLINFO_RESPONSE_CODE));
   answer.location = headers_.location();
-  answer.authToken = headers_.authToken();
+  answer.authToken = base::Secret(headers_.authToken());
   answer.retryAfter = headers_.retryAfter();
   answer.body = std::move(body_);
   return answer;
@@ -243,12 +246,7 @@ CurlOutcome CurlTransfer::outcome(
 
 void CurlTransfer::reset() noexcept {
   curl_easy_reset(easy_.get());
-  for (auto& [name, value] : request_.headers) {
-    base::wipe(value);
-  }
-  base::wipe(request_.body);
-  base::wipe(request_.basicPassword);
-  request_.headers.clear();
+  request_ = Request();
   headerLines_ = CurlHeaders();
   headers_.clear();
   body_ = std::string();

@@ -70,7 +70,6 @@ class CurlTransfer {
 
   void setMethod();
   void setHeaders(bool identity);
-  void setCredentials();
   CurlOutcome outcome(CURLcode code,
                       std::chrono::milliseconds connectTimeout) const;
 

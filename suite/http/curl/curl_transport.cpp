@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "suite/base/secret.h"
 #include "suite/http/curl/certificate_check.h"
 #include "suite/http/curl/curl_handle.h"
 #include "suite/http/curl/curl_transfer.h"
@@ -271,9 +270,6 @@ void CurlTransport::cancelAll() {
     transfer->reset();
   }
   active_.clear();
-  for (Answer& answer : ready_) {
-    base::wipe(answer.authToken);
-  }
   ready_.clear();
 }
 

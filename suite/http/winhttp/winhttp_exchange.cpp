@@ -32,37 +32,33 @@ const wchar_t* verbOf(Method method) {
   return L"DELETE";
 }
 
-void appendHeader(std::string& lines, std::string_view name,
-                  std::string_view value) {
-  lines.append(name).append(": ").append(value).append("\r\n");
+// One line of a secret header; empty without a value.
+base::Secret headerLine(std::string_view start, const base::Secret& value) {
+  return value.empty() ? base::Secret()
+                       : base::Secret({start, value.text(), "\r\n"});
 }
 
-// The header lines of a request; to be wiped.
-std::string headerLines(const Request& request) {
-  std::string lines;
-  std::size_t size = 1024;
-  for (const auto& [name, value] : request.headers) {
-    size += name.size() + value.size() + 4;
+// User and password as HTTP Basic sends them (RFC 7617); empty without both.
+base::Secret basicLogin(const Request& request) {
+  if (request.basicUser.empty() && request.basicPassword.empty()) {
+    return {};
   }
-  lines.reserve(size);  // So that no half of it stays behind.
-  appendHeader(lines, "Accept", "application/json");
-  appendHeader(lines, "OData-Version", "4.0");
-  // WinHTTP does not count what it unpacks.
-  appendHeader(lines, "Accept-Encoding", "identity");
-  if (request.method == Method::kPost) {
-    appendHeader(lines, "Content-Type", "application/json");
-  }
-  for (const auto& [name, value] : request.headers) {
-    appendHeader(lines, name, value);
-  }
-  if (!request.basicUser.empty() || !request.basicPassword.empty()) {
-    std::string login = request.basicUser + ':' + request.basicPassword;
-    std::string encoded = toBase64(login);
-    lines.append("Authorization: Basic ").append(encoded).append("\r\n");
-    base::wipe(login);
-    base::wipe(encoded);
-  }
-  return lines;
+  const base::Secret login(
+      {request.basicUser, ":", request.basicPassword.text()});
+  return base::Secret(toBase64(login.text()));
+}
+
+// The header lines of a request. WinHTTP does not count what it unpacks, so
+// compression is not offered.
+base::Secret headerLines(const Request& request) {
+  const bool post = request.method == Method::kPost;
+  return base::Secret(
+      {"Accept: application/json\r\n"
+       "OData-Version: 4.0\r\n"
+       "Accept-Encoding: identity\r\n",
+       post ? "Content-Type: application/json\r\n" : "",
+       headerLine("X-Auth-Token: ", request.authToken).text(),
+       headerLine("Authorization: Basic ", basicLogin(request)).text()});
 }
 
 int millisecondsOf(std::chrono::milliseconds time) {
@@ -129,9 +125,6 @@ WinhttpExchange::WinhttpExchange(std::uint64_t id, Request request,
 
 WinhttpExchange::~WinhttpExchange() {
   close();
-  wipeRequest();
-  base::wipe(request_.body);
-  base::wipe(answer_.authToken);
   platform::overwrite(buffer_.data(), buffer_.size());
 }
 
@@ -155,10 +148,12 @@ void WinhttpExchange::send(std::shared_ptr<WinhttpSession> session) {
     return failWith(GetLastError());
   }
   static_cast<void>(self.release());
-  const auto size = static_cast<DWORD>(request_.body.size());
-  if (WinHttpSendRequest(handle_, WINHTTP_NO_ADDITIONAL_HEADERS, 0,
-                         size == 0 ? nullptr : request_.body.data(), size, size,
-                         context) == 0) {
+  const std::string& body = request_.body.text();
+  const auto size = static_cast<DWORD>(body.size());
+  // WinHTTP only reads what it takes as writable.
+  char* const bytes = size == 0 ? nullptr : const_cast<char*>(body.data());
+  if (WinHttpSendRequest(handle_, WINHTTP_NO_ADDITIONAL_HEADERS, 0, bytes, size,
+                         size, context) == 0) {
     failWith(GetLastError());
   }
 }
@@ -206,9 +201,7 @@ void WinhttpExchange::setOptions() const {
 }
 
 bool WinhttpExchange::addHeaders() {
-  std::string lines = headerLines(request_);
-  std::wstring wide = boost::nowide::widen(lines);
-  base::wipe(lines);
+  std::wstring wide = boost::nowide::widen(headerLines(request_).text());
   const BOOL added = WinHttpAddRequestHeaders(
       handle_, wide.c_str(), static_cast<DWORD>(wide.size()),
       WINHTTP_ADDREQ_FLAG_ADD | WINHTTP_ADDREQ_FLAG_REPLACE);
@@ -247,10 +240,11 @@ void WinhttpExchange::abandon() {
 Answer WinhttpExchange::finish() {
   close();
   const Lock lock(mutex_);
-  wipeRequest();
+  request_.authToken.clear();
+  request_.basicPassword.clear();
   if (!answer_.failure) {
     answer_.location = headers_.location();
-    answer_.authToken = headers_.authToken();
+    answer_.authToken = base::Secret(headers_.authToken());
     answer_.retryAfter = headers_.retryAfter();
   } else {
     answer_.body.clear();
@@ -355,7 +349,7 @@ void WinhttpExchange::refuse(base::Failure failure) {
   }
   // Closed before a byte of the request is sent. Should the request go out all
   // the same, as under Wine, it is without the password in its body.
-  platform::overwrite(request_.body.data(), request_.body.size());
+  request_.body.clear();
   close();
 }
 
@@ -463,14 +457,6 @@ void WinhttpExchange::end() {
 
 NetworkTimes WinhttpExchange::times() const {
   return {common_->connectTimeout, request_.timeout};
-}
-
-void WinhttpExchange::wipeRequest() noexcept {
-  for (auto& [name, value] : request_.headers) {
-    base::wipe(value);
-  }
-  base::wipe(request_.basicPassword);
-  request_.headers.clear();
 }
 
 }  // namespace http

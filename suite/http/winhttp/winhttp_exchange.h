@@ -120,7 +120,6 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   void failWith(NetworkFault fault, const std::string& detail = "");
   void end();
   NetworkTimes times() const;
-  void wipeRequest() noexcept;
 
   const std::uint64_t id_;
   Request request_;

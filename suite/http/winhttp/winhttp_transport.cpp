@@ -5,7 +5,6 @@
 #include <map>
 #include <utility>
 
-#include "suite/base/secret.h"
 #include "suite/http/network_fault.h"
 #include "suite/http/network_transport.h"
 #include "suite/http/request_trace.h"
@@ -265,9 +264,6 @@ void WinhttpTransport::cancelAll() {
   }
   active_.clear();
   waiting_.clear();
-  for (Answer& answer : ready_) {
-    base::wipe(answer.authToken);
-  }
   ready_.clear();
 }
 

@@ -4,7 +4,6 @@
 #include <thread>
 #include <utility>
 
-#include "suite/base/secret.h"
 #include "suite/base/text.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/session/redirect.h"
@@ -46,11 +45,6 @@ Fetcher::Fetcher(http::Transport& transport, int maxConnections)
     : transport_(transport),
       maxConnections_(std::max(1, maxConnections)),
       limit_(maxConnections_) {}
-
-Fetcher::~Fetcher() {
-  base::wipe(authorization_.token);
-  base::wipe(authorization_.basicPassword);
-}
 
 void Fetcher::authorize(Authorization authorization) {
   authorization_ = std::move(authorization);
@@ -159,11 +153,9 @@ void Fetcher::startQueued() {
       request.target = job.fetch.target;
       request.timeout = job.fetch.timeout;
       request.freshConnection = std::exchange(job.fresh, false);
-      if (!authorization_.token.empty()) {
-        request.headers.emplace_back("X-Auth-Token", authorization_.token);
-      }
+      request.authToken = base::Secret(authorization_.token);
       request.basicUser = authorization_.basicUser;
-      request.basicPassword = authorization_.basicPassword;
+      request.basicPassword = base::Secret(authorization_.basicPassword);
       job.generation = generation_;
       const std::uint64_t id = transport_.start(std::move(request));
       reads_.emplace(id, std::move(job));

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "suite/base/secret.h"
 #include "suite/http/transport.h"
 
 namespace redfish {
@@ -15,9 +16,9 @@ namespace redfish {
 /// What proves who we are with every request: a session's token, or user and
 /// password for HTTP Basic, or nothing.
 struct Authorization {
-  std::string token;
+  base::Secret token;
   std::string basicUser;
-  std::string basicPassword;
+  base::Secret basicPassword;
   /// Not accepted by the service yet: one request goes out alone first, so
   /// that a wrong password is tried once.
   bool unproven = false;
@@ -49,7 +50,6 @@ class Fetcher {
  public:
   /// At most `maxConnections` requests under way at once.
   Fetcher(http::Transport& transport, int maxConnections);
-  ~Fetcher();  ///< Wipes the authorization.
 
   Fetcher(const Fetcher&) = delete;
   Fetcher& operator=(const Fetcher&) = delete;

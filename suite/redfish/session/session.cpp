@@ -1,10 +1,8 @@
 #include "suite/redfish/session/session.h"
 
-#include <algorithm>
-#include <boost/json/serialize.hpp>
+#include <boost/json/serializer.hpp>
 #include <utility>
 
-#include "suite/base/secret.h"
 #include "suite/http/network_fault.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/graph/uri.h"
@@ -44,19 +42,25 @@ std::string sessionPath(const std::string& text, const std::string& sessions) {
   return uri ? uri->target() : std::string();
 }
 
+// A text as JSON writes it, quotes included. Written into memory of our own,
+// because it may be a password.
+base::Secret quoted(std::string_view text) {
+  constexpr std::size_t kLongestEscape = 6;  // \u001f
+  std::string json(kLongestEscape * text.size() + 2, '\0');
+  json::serializer serializer;
+  serializer.reset(text);
+  json.resize(serializer.read(json.data(), json.size()).size());
+  return base::Secret(std::move(json));
+}
+
 }  // namespace
 
 Session::Session(Fetcher& fetcher, std::string address, std::string user,
-                 std::string password)
+                 base::Secret password)
     : fetcher_(fetcher),
       address_(std::move(address)),
       user_(std::move(user)),
       password_(std::move(password)) {}
-
-Session::~Session() {
-  base::wipe(password_);
-  base::wipe(token_);
-}
 
 void Session::begin(std::chrono::milliseconds timeout) {
   if (wanted()) {
@@ -64,12 +68,12 @@ void Session::begin(std::chrono::milliseconds timeout) {
   }
 }
 
-bool Session::takes(const Fetched& fetched) {
+bool Session::accept(Fetched& fetched) {
   if (!ticket_ || fetched.ticket != *ticket_) {
     return false;
   }
   ticket_.reset();
-  answer_ = fetched.answer;
+  answer_ = std::move(fetched.answer);
   return true;
 }
 
@@ -130,8 +134,8 @@ std::optional<base::Failure> Session::renew(std::chrono::milliseconds timeout,
 }
 
 std::string Session::scrub(std::string text) const {
-  return base::withoutSecret(base::withoutSecret(std::move(text), password_),
-                             token_);
+  return base::withoutSecret(
+      base::withoutSecret(std::move(text), password_.text()), token_.text());
 }
 
 void Session::sendLogin(std::chrono::milliseconds timeout) {
@@ -141,19 +145,14 @@ void Session::sendLogin(std::chrono::milliseconds timeout) {
 }
 
 http::Request Session::loginRequest() const {
-  json::object body;
-  body["UserName"] = user_;
-  body["Password"] = password_;
   http::Request request;
   request.method = http::Method::kPost;
   request.target = loginTarget_;
-  request.body = json::serialize(body);
+  request.body =
+      base::Secret({R"({"UserName":)", quoted(user_).text(), R"(,"Password":)",
+                    quoted(password_.text()).text(), "}"});
   // Longer than we wait for it: what it grants late is taken back by `logout`.
   request.timeout = patience_ + kLogoutTimeout;
-  if (json::value* secret = body.if_contains("Password")) {
-    json::string& text = secret->as_string();
-    std::fill(text.begin(), text.end(), '\0');
-  }
   return request;
 }
 
@@ -273,8 +272,8 @@ bool Session::adopt(const http::Answer& answer) {
   if (answer.authToken.empty()) {
     return false;
   }
-  token_ = answer.authToken;
-  fetcher_.authorize({token_, "", "", false});
+  token_ = base::Secret(answer.authToken);
+  fetcher_.authorize({base::Secret(token_), "", {}, false});
   return true;
 }
 
@@ -303,7 +302,7 @@ void Session::useBasic() {
   basic_ = true;
   Tarvex::Log(3, __FILE__, __LINE__).Stream()
       << address_ << ": no session to be had, using HTTP Basic";
-  fetcher_.authorize({"", user_, password_, true});
+  fetcher_.authorize({{}, user_, base::Secret(password_), true});
 }
 
 base::Failure Session::fail(base::FailureKind kind, std::string cause,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "suite/base/failure.h"
+#include "suite/base/secret.h"
 #include "suite/redfish/graph/json.h"
 #include "suite/redfish/session/fetcher.h"
 
@@ -18,11 +19,10 @@ namespace redfish {
 /// every way out; a session that was granted is always known here first.
 class Session {
  public:
-  /// An empty user means that no login is wanted. `user` and `password` are
-  /// kept for as long as the session lives, and wiped then.
+  /// An empty user means that no login is wanted. The password is kept for as
+  /// long as the session lives.
   Session(Fetcher& fetcher, std::string address, std::string user,
-          std::string password);
-  ~Session();
+          base::Secret password);
 
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -31,8 +31,9 @@ class Session {
   /// way beside the first read. Nothing is sent without a user.
   void begin(std::chrono::milliseconds timeout);
 
-  /// Whether an answer fetched belongs to `begin`; if so it is taken in.
-  bool takes(const Fetched& fetched);
+  /// Takes the answer out of `fetched` if it is the one to `begin`, and returns
+  /// whether it is.
+  bool accept(Fetched& fetched);
 
   /// When the login under way has had its time, as `begin` was told. What it
   /// still grants later is taken back by `logout`.
@@ -93,7 +94,7 @@ class Session {
   /// our user among those that the service lists; empty if that is unclear.
   std::string findSession(base::Clock::time_point until);
   /// Puts what proves who we are into a request.
-  void prove(http::Request& request) const;
+  void authenticate(http::Request& request) const;
   std::optional<json::object> read(const std::string& target,
                                    base::Clock::time_point until);
   void useBasic();
@@ -103,13 +104,13 @@ class Session {
   Fetcher& fetcher_;
   std::string address_;
   std::string user_;
-  std::string password_;
+  base::Secret password_;
   std::string loginTarget_ = "/redfish/v1/SessionService/Sessions";
   std::optional<std::uint64_t> ticket_;    ///< Of a login under way.
   std::chrono::milliseconds patience_{0};  ///< With it.
   base::Clock::time_point loginEnd_;       ///< When that ends.
   std::optional<http::Answer> answer_;     ///< To `begin`, not yet judged.
-  std::string token_;
+  base::Secret token_;
   bool granted_ = false;       ///< A session is there to be deleted.
   std::string sessionTarget_;  ///< Where to delete it.
   bool basic_ = false;

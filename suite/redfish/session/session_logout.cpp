@@ -1,7 +1,6 @@
 // The end of a login: whatever the service has granted is given back.
 #include <utility>
 
-#include "suite/base/secret.h"
 #include "suite/redfish/graph/uri.h"
 #include "suite/redfish/session/session.h"
 #include "syshealth/host/log.h"
@@ -46,9 +45,9 @@ void Session::logout() noexcept {
     http::Request request;
     request.method = http::Method::kDelete;
     request.target = sessionTarget_;
-    prove(request);
+    authenticate(request);
     request.timeout = kLogoutTimeout;
-    base::wipe(token_);
+    token_.clear();
     const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), end);
     if (!answer || answer->failure) {
       Tarvex::Log(1, __FILE__, __LINE__).Stream()
@@ -86,7 +85,7 @@ std::optional<json::object> Session::read(const std::string& target,
                                           base::Clock::time_point until) {
   http::Request request;
   request.target = target;
-  prove(request);
+  authenticate(request);
   request.timeout = kLogoutTimeout;
   const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), until);
   if (!answer || answer->failure || answer->status != 200) {
@@ -96,13 +95,13 @@ std::optional<json::object> Session::read(const std::string& target,
   return parseObject(answer->body, error);
 }
 
-void Session::prove(http::Request& request) const {
+void Session::authenticate(http::Request& request) const {
   if (!token_.empty()) {
-    request.headers.emplace_back("X-Auth-Token", token_);
+    request.authToken = base::Secret(token_);
   } else {
     // A service that made a session and kept its token to itself.
     request.basicUser = user_;
-    request.basicPassword = password_;
+    request.basicPassword = base::Secret(password_);
   }
 }
 

@@ -153,7 +153,7 @@ TEST_F(DevHealthTest, TimeOutOfTheSystemIsUnreadable) {
 
 TEST_F(DevHealthTest, RefusedLoginIsRefused) {
   options.user = "admin";
-  options.password = "wrong";
+  options.password = base::Secret("wrong");
   script->on("POST /redfish/v1/SessionService/Sessions", 401);
   start();
   EXPECT_EQ(DevHealth(connection).connect(), -2);

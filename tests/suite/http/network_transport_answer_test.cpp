@@ -21,7 +21,7 @@ TEST(NetworkTransportAnswer, CarriesStatusHeadersAndBody) {
   EXPECT_EQ(told(answer), "no failure");
   EXPECT_EQ(answer.status, 201);
   EXPECT_EQ(answer.location, "/redfish/v1/S/1");
-  EXPECT_EQ(answer.authToken, "abc");
+  EXPECT_EQ(answer.authToken.text(), "abc");
   EXPECT_EQ(answer.retryAfter, "3");
   EXPECT_EQ(answer.body, kBody);
 }

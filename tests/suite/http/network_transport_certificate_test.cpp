@@ -270,7 +270,8 @@ TEST_F(NetworkTransportCertificate, RefusedOneGetsNoLogin) {
   options.caFile = fileAt("authority.pem");
   Request login = get("/redfish/v1/SessionService/Sessions");
   login.method = Method::kPost;
-  login.body = R"({"UserName": "admin", "Password": "hush-hush"})";
+  login.body =
+      base::Secret(R"({"UserName": "admin", "Password": "hush-hush"})");
   EXPECT_EQ(told(ask(*makeNetworkTransport(options), login)),
             "the certificate is self-signed");
   // No request, as a rule; that of Wine comes after the answer.

@@ -78,7 +78,7 @@ TEST(NetworkTransportConnections, LoginIsSentOnceThoughItsConnectionIsReset) {
   ask(*transport, get());
   Request login = get("/redfish/v1/SessionService/Sessions");
   login.method = Method::kPost;
-  login.body = "{}";
+  login.body = base::Secret("{}");
   EXPECT_EQ(kindOf(ask(*transport, login)), "unreachable");
   EXPECT_EQ(logins, 1);
 }

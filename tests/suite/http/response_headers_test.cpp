@@ -22,14 +22,14 @@ TEST(ResponseHeaders, KeepsWhatMatters) {
       headersOf({"HTTP/1.1 201 Created", "Location: /redfish/v1/S/1",
                  "X-Auth-Token: abc", "Retry-After: 5", "Server: x", ""});
   EXPECT_EQ(headers.location(), "/redfish/v1/S/1");
-  EXPECT_EQ(headers.authToken(), "abc");
+  EXPECT_EQ(headers.authToken().text(), "abc");
   EXPECT_EQ(headers.retryAfter(), "5");
 }
 
 TEST(ResponseHeaders, NamesIgnoreCaseAndValuesAreTrimmed) {
   const ResponseHeaders headers =
       headersOf({"HTTP/2 201", "x-AUTH-token:\t abc \t", "location:/a"});
-  EXPECT_EQ(headers.authToken(), "abc");
+  EXPECT_EQ(headers.authToken().text(), "abc");
   EXPECT_EQ(headers.location(), "/a");
 }
 
@@ -59,11 +59,14 @@ TEST(ResponseHeaders, TrailersDoNotCount) {
 }
 
 TEST(ResponseHeaders, TokenThatCannotBeSentBackIsNone) {
-  EXPECT_EQ(
-      headersOf({"HTTP/1.1 201 Created", "X-Auth-Token: a b"}).authToken(), "");
-  EXPECT_EQ(
-      headersOf({"HTTP/1.1 201 Created", "X-Auth-Token: a\x01"}).authToken(),
-      "");
+  EXPECT_EQ(headersOf({"HTTP/1.1 201 Created", "X-Auth-Token: a b"})
+                .authToken()
+                .text(),
+            "");
+  EXPECT_EQ(headersOf({"HTTP/1.1 201 Created", "X-Auth-Token: a\x01"})
+                .authToken()
+                .text(),
+            "");
 }
 
 TEST(ResponseHeaders, LinesWithoutColonAreSkipped) {
@@ -88,8 +91,9 @@ TEST(ResponseHeaders, ClearForgetsEverything) {
                                        "X-Auth-Token: abc", "Retry-After: 1"});
   headers.clear();
   EXPECT_FALSE(headers.begun());
-  EXPECT_EQ(headers.location() + headers.authToken() + headers.retryAfter(),
-            "");
+  EXPECT_EQ(
+      headers.location() + headers.authToken().text() + headers.retryAfter(),
+      "");
 }
 
 }  // namespace

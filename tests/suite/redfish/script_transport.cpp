@@ -92,7 +92,7 @@ class ScriptTransport : public http::Transport {
     }
     if (request.method == http::Method::kPost && script.grantsSessions) {
       http::Answer answer = answerOf(201);
-      answer.authToken = "token-" + std::to_string(++granted_);
+      answer.authToken = base::Secret("token-" + std::to_string(++granted_));
       answer.location = request.target + "/" + std::to_string(granted_);
       ++script.sessionsOpen;
       return answer;

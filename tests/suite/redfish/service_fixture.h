@@ -14,7 +14,7 @@ struct ScriptedService {
 
   ScriptedService() {
     options.user = "admin";
-    options.password = "s3cret-word";
+    options.password = base::Secret("s3cret-word");
   }
 
   redfish::Service& start() {

@@ -19,7 +19,7 @@ struct SessionTest : ScriptedService, testing::Test {
   // The scripted login answer with a token.
   static http::Answer granted(std::string location, std::string body = "") {
     http::Answer answer = answerOf(201, std::move(body));
-    answer.authToken = "tok";
+    answer.authToken = base::Secret("tok");
     answer.location = std::move(location);
     return answer;
   }

@@ -1,0 +1,61 @@
+#include "suite/http/curl/curl_memory.h"
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "suite/platform/memory.h"
+
+namespace http {
+namespace {
+
+// libcurl's functions of memory, as curl_global_init_mem takes them.
+
+void* allocate(std::size_t size) { return std::malloc(size); }
+
+void* allocateZeroed(std::size_t count, std::size_t size) {
+  return std::calloc(count, size);
+}
+
+void release(void* memory) {
+  if (memory != nullptr) {
+    platform::overwrite(memory, malloc_usable_size(memory));
+    std::free(memory);
+  }
+}
+
+// Memory that has to move is copied here, because realloc leaves the text
+// behind.
+void* resize(void* memory, std::size_t size) {
+  if (memory == nullptr) {
+    return std::malloc(size);
+  }
+  const std::size_t held = malloc_usable_size(memory);
+  if (size != 0 && size <= held) {
+    return memory;
+  }
+  void* const moved = std::malloc(size);
+  if (moved != nullptr) {
+    std::memcpy(moved, memory, std::min(size, held));
+    release(memory);
+  }
+  return moved;
+}
+
+char* duplicate(const char* text) {
+  const std::size_t size = std::strlen(text) + 1;
+  void* const copy = std::malloc(size);
+  return copy == nullptr ? nullptr
+                         : static_cast<char*>(std::memcpy(copy, text, size));
+}
+
+}  // namespace
+
+CURLcode startCurl() {
+  return curl_global_init_mem(CURL_GLOBAL_DEFAULT, allocate, release, resize,
+                              duplicate, allocateZeroed);
+}
+
+}  // namespace http
