@@ -92,6 +92,10 @@ Words wordsOf(NetworkFault fault) {
     case NetworkFault::kBadEncoding:
       return {Kind::kBadContent, "the answer is not compressed as it says",
               Tail::kNone, kFirmware};
+    case NetworkFault::kOtherEncoding:
+      return {Kind::kBadContent,
+              "the answer is compressed more than once, or not by gzip",
+              Tail::kNone, kFirmware};
     case NetworkFault::kMalformed:
       return {Kind::kBadContent, "the answer is malformed", Tail::kDetail,
               kFirmware};

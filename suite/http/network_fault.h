@@ -31,6 +31,7 @@ enum class NetworkFault {
   kHeadersTooLarge,
   kBodyTooLarge,
   kBadEncoding,
+  kOtherEncoding,  ///< Compressed more than once, or not as asked for.
   kMalformed,
   kInternal
 };

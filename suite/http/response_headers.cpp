@@ -29,18 +29,16 @@ bool ResponseHeaders::add(std::string_view line) {
     return false;
   }
   if (line.substr(0, 5) == "HTTP/") {
-    const std::size_t bytes = bytes_;
-    clear();
-    bytes_ = bytes;
+    complete_ = false;
     interim_ = isInterim(line);
-    return true;
-  }
-  if (complete_ || interim_) {
+    location_.clear();
+    retryAfter_.clear();
+    authToken_.clear();
     return true;
   }
   const std::string_view text = base::trimmed(line);
   if (text.empty()) {
-    complete_ = true;
+    complete_ = !interim_;
     return true;
   }
   const std::size_t colon = text.find(':');
@@ -49,6 +47,12 @@ bool ResponseHeaders::add(std::string_view line) {
   }
   const std::string_view name = base::trimmed(text.substr(0, colon));
   const std::string_view value = base::trimmed(text.substr(colon + 1));
+  if (base::equalIgnoringCase(name, "content-encoding")) {
+    addCodings(value);
+  }
+  if (complete_ || interim_) {
+    return true;
+  }
   if (base::equalIgnoringCase(name, "location")) {
     location_ = value;
   } else if (base::equalIgnoringCase(name, "retry-after")) {
@@ -59,12 +63,27 @@ bool ResponseHeaders::add(std::string_view line) {
   return true;
 }
 
+void ResponseHeaders::addCodings(std::string_view list) {
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    const std::string_view coding = base::trimmed(list.substr(0, comma));
+    if (!coding.empty() && !base::equalIgnoringCase(coding, "identity")) {
+      ++codings_;
+      gzip_ = base::equalIgnoringCase(coding, "gzip") ||
+              base::equalIgnoringCase(coding, "x-gzip");
+    }
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+}
+
 bool ResponseHeaders::tooLarge() const { return bytes_ > kMaxHeaderBytes; }
 
 void ResponseHeaders::clear() noexcept {
   bytes_ = 0;
   complete_ = false;
   interim_ = false;
+  codings_ = 0;
+  gzip_ = false;
   location_.clear();
   retryAfter_.clear();
   authToken_.clear();

@@ -20,6 +20,11 @@ class ResponseHeaders {
   bool begun() const { return bytes_ > 0; }  ///< Something has come.
   bool tooLarge() const;
 
+  /// Whether the body may be decoded: it has at most one content coding, and
+  /// that is gzip (RFC 9110, 8.4). Codings over one another make an answer of
+  /// a few kilobytes endless. Those of interim answers count, too.
+  bool decodable() const { return codings_ == 0 || (codings_ == 1 && gzip_); }
+
   const std::string& location() const { return location_; }
   const std::string& retryAfter() const { return retryAfter_; }
 
@@ -31,9 +36,13 @@ class ResponseHeaders {
   void clear() noexcept;
 
  private:
+  void addCodings(std::string_view list);
+
   std::size_t bytes_ = 0;
   bool complete_ = false;  ///< The empty line after the final headers came.
   bool interim_ = false;
+  int codings_ = 0;    ///< Named so far, "identity" left out.
+  bool gzip_ = false;  ///< The last one of them is gzip.
   std::string location_;
   std::string retryAfter_;
   base::Secret authToken_;

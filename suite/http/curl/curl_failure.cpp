@@ -146,6 +146,9 @@ base::Failure failureOf(const CurlOutcome& outcome) {
   if (outcome.bodyTooLarge) {
     return failureOf(NetworkFault::kBodyTooLarge, "");
   }
+  if (outcome.codedOtherwise) {
+    return failureOf(NetworkFault::kOtherEncoding, "");
+  }
   switch (outcome.code) {
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CACERT_BADFILE:

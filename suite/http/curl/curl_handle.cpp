@@ -1,6 +1,7 @@
 #include "suite/http/curl/curl_handle.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -43,6 +44,9 @@ void ignoreBrokenPipes() {
 void initialise() {
   static const CURLcode kResult = [] {
     ignoreBrokenPipes();
+    // libcurl would write the keys of all connections there, with which a
+    // recorded login can be read.
+    unsetenv("SSLKEYLOGFILE");
     return startCurl();
   }();
   check(kResult);

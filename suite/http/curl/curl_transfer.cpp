@@ -93,6 +93,7 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
   setOption(easy, CURLOPT_WRITEDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
   setOption(easy, CURLOPT_HEADERDATA, static_cast<void*>(this));
+  identity_ = identity;
   if (!identity) {
     setOption(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
   }
@@ -178,7 +179,9 @@ std::size_t CurlTransfer::onHeader(char* data, std::size_t size,
   auto& transfer = *static_cast<CurlTransfer*>(self);
   const std::size_t bytes = size * count;
   try {
-    return transfer.headers_.add({data, bytes}) ? bytes : CURL_WRITEFUNC_ERROR;
+    const bool wanted =
+        transfer.headers_.add({data, bytes}) && !transfer.codedOtherwise();
+    return wanted ? bytes : CURL_WRITEFUNC_ERROR;
   } catch (...) {
     transfer.exception_ = std::current_exception();
     return CURL_WRITEFUNC_ERROR;
@@ -196,7 +199,7 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   answer.id = id_;
   answer.reusedConnection =
       hasCome(easy, CURLINFO_PRETRANSFER_TIME_T) && connections() == 0;
-  answer.badEncoding = code == CURLE_BAD_CONTENT_ENCODING;
+  answer.badEncoding = code == CURLE_BAD_CONTENT_ENCODING || codedOtherwise();
   answer.http2Error = isFraming(code) || (speaksHttp2_ && isLoss(code));
   if (code != CURLE_OK) {
     CurlOutcome end = outcome(code, connectTimeout);
@@ -239,6 +242,7 @@ CurlOutcome CurlTransfer::outcome(
   outcome.headersTooLarge =
       headers_.tooLarge() || (code == CURLE_OUT_OF_MEMORY && outcome.sent);
   outcome.bodyTooLarge = bodyTooLarge_;
+  outcome.codedOtherwise = codedOtherwise();
   outcome.connectTimeout = connectTimeout;
   outcome.timeout = request_.timeout;
   return outcome;

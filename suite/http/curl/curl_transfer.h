@@ -68,6 +68,9 @@ class CurlTransfer {
   static std::size_t onHeader(char* data, std::size_t size, std::size_t count,
                               void* self);
 
+  /// Whether the body is to be decoded but coded in a way not asked for.
+  bool codedOtherwise() const { return !identity_ && !headers_.decodable(); }
+
   void setMethod();
   void setHeaders(bool identity);
   CurlOutcome outcome(CURLcode code,
@@ -83,6 +86,7 @@ class CurlTransfer {
   bool connected_ = false;
   bool speaksHttp2_ = false;
   bool bodyTooLarge_ = false;
+  bool identity_ = false;         ///< The body is not decoded.
   std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.
   std::array<char, CURL_ERROR_SIZE> errorText_{};
 };

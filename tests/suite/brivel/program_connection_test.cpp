@@ -141,6 +141,14 @@ TEST_F(ProgramConnection, PasswordIsNotLogged) {
   EXPECT_EQ(log().find(kPassword), std::string::npos);
 }
 
+TEST_F(ProgramConnection, KeysOfTheConnectionAreNotWritten) {
+  setPassword(kPassword);
+  const std::string keys = home.at("keys");
+  options.environment.push_back("SSLKEYLOGFILE=" + keys);
+  EXPECT_EQ(run(trustingLogin()).status, 0);
+  EXPECT_FALSE(std::filesystem::exists(keys));
+}
+
 TEST_F(ProgramConnection, UnknownCertificateIsRefused) {
   setPassword(kPassword);
   const ProgramEnd end = run(login({}));

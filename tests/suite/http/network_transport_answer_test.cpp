@@ -86,6 +86,22 @@ TEST(NetworkTransportAnswer, WithoutCompressionTheBodyIsTakenAsItIs) {
   EXPECT_THAT(sent, HasSubstr("\r\nAccept-Encoding: identity\r\n"));
 }
 
+// A few kilobytes can stand for terabytes with five layers, all of which are
+// decoded within one call, without a look at the clock.
+TEST(NetworkTransportLimits, NestedCompressionFailsBeforeItIsDecoded) {
+  const std::string nested = bmc::gzip(bmc::gzip(std::string(1 << 20, ' ')));
+  for (const char* header :
+       {"Content-Encoding: gzip, gzip\r\n",
+        "Content-Encoding: gzip\r\nContent-Encoding: gzip\r\n",
+        "Content-Encoding: deflate\r\n"}) {
+    const Answer answer = answerTo(httpAnswer(200, nested, header));
+    EXPECT_EQ(told(answer),
+              "the answer is compressed more than once, or not by gzip");
+    EXPECT_TRUE(answer.badEncoding);
+    EXPECT_EQ(answer.body, "");
+  }
+}
+
 TEST(NetworkTransportLimits, LargestBodyArrives) {
   const std::string body(kMaxBodyBytes, ' ');
   EXPECT_EQ(answerTo(httpAnswer(200, body)).body.size(), kMaxBodyBytes);

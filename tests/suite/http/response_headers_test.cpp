@@ -96,5 +96,28 @@ TEST(ResponseHeaders, ClearForgetsEverything) {
       "");
 }
 
+TEST(ResponseHeaders, OneGzipCodingIsDecodable) {
+  EXPECT_TRUE(headersOf({"HTTP/1.1 200 OK"}).decodable());
+  EXPECT_TRUE(headersOf({"HTTP/1.1 200 OK", "Content-Encoding: GZip, identity"})
+                  .decodable());
+}
+
+TEST(ResponseHeaders, OtherCodingsAreNot) {
+  for (const char* list : {"gzip, gzip", "deflate", "gzip,br", "br, gzip"}) {
+    const std::string line = std::string("content-encoding: ") + list;
+    EXPECT_FALSE(headersOf({"HTTP/1.1 200 OK", line.c_str()}).decodable())
+        << list;
+  }
+}
+
+TEST(ResponseHeaders, CodingsOfAllHeadersCount) {
+  EXPECT_FALSE(headersOf({"HTTP/1.1 200 OK", "Content-Encoding: gzip",
+                          "Content-Encoding: gzip"})
+                   .decodable());
+  EXPECT_FALSE(headersOf({"HTTP/1.1 103 Early Hints", "Content-Encoding: gzip",
+                          "", "HTTP/1.1 200 OK", "Content-Encoding: gzip"})
+                   .decodable());
+}
+
 }  // namespace
 }  // namespace http
