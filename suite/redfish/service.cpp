@@ -62,6 +62,9 @@ std::optional<base::Failure> Service::open() {
   if (!opened_) {
     opened_ = true;
     lost_ = openOnce();
+    if (lost_) {
+      lost_ = session_.scrub(*std::move(lost_));
+    }
     if (base::Progress* observer = base::progress()) {
       observer->done();
     }

@@ -67,7 +67,9 @@ std::uint64_t Fetcher::send(http::Request request) {
 }
 
 std::optional<Fetched> Fetcher::next(base::Clock::time_point until) {
-  while (true) {
+  // Looked at for every answer: with a recorded server there always is one, and
+  // what is made of answers may take longer than they do.
+  while (!platform::interrupted() && base::Clock::now() < until) {
     if (!kept_.empty()) {
       http::Answer answer = std::move(kept_.front());
       kept_.pop_front();
@@ -99,6 +101,7 @@ std::optional<Fetched> Fetcher::next(base::Clock::time_point until) {
       return std::nullopt;
     }
   }
+  return std::nullopt;
 }
 
 std::optional<http::Answer> Fetcher::wait(std::uint64_t ticket,

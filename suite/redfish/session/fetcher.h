@@ -65,9 +65,9 @@ class Fetcher {
   /// without authorization; it is never repeated.
   std::uint64_t send(http::Request request);
 
-  /// The next final answer; waits until `until` at the latest. Nothing when
-  /// none came by then, when nothing is under way, or when the user
-  /// interrupted the run.
+  /// The next final answer; waits until `until` at the latest. Returns nullopt
+  /// from then on even if answers are there, when nothing is under way, and
+  /// once the user has interrupted the run.
   std::optional<Fetched> next(base::Clock::time_point until);
 
   /// Waits for the answer to a request that was sent; the answers of reads

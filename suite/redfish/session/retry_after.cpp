@@ -12,6 +12,7 @@
 namespace redfish {
 namespace {
 
+using Clock = std::chrono::system_clock;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
@@ -27,8 +28,7 @@ std::time_t fromUtc(std::tm parts) {
 }
 
 // An HTTP date in its preferred form, "Sun, 06 Nov 1994 08:49:37 GMT".
-std::optional<std::chrono::system_clock::time_point> parseDate(
-    std::string_view text) {
+std::optional<std::time_t> parseDate(std::string_view text) {
   std::istringstream in{std::string(text)};
   in.imbue(std::locale::classic());
   std::tm parts{};
@@ -37,7 +37,7 @@ std::optional<std::chrono::system_clock::time_point> parseDate(
   if (time == -1) {
     return std::nullopt;
   }
-  return std::chrono::system_clock::from_time_t(time);
+  return time;
 }
 
 }  // namespace
@@ -56,13 +56,12 @@ milliseconds retryDelay(std::string_view retryAfter, int attempt,
       return kLongest;
     }
     if (const auto date = parseDate(retryAfter)) {
-      if (*date >= now + kLongest) {
-        return kLongest;
-      }
-      if (*date <= now + kShortest) {
-        return kShortest;
-      }
-      return std::chrono::duration_cast<milliseconds>(*date - now);
+      // Bounded first: the clock cannot count to every date.
+      const std::time_t today = Clock::to_time_t(now);
+      const Clock::time_point then = Clock::from_time_t(
+          std::clamp(*date, today, today + 2 * kLongest / seconds(1)));
+      return std::clamp(std::chrono::duration_cast<milliseconds>(then - now),
+                        kShortest, kLongest);
     }
   }
   return std::min<milliseconds>(kShortest * (1 << std::clamp(attempt, 0, 5)),

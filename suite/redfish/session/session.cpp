@@ -1,8 +1,11 @@
 #include "suite/redfish/session/session.h"
 
+#include <boost/archive/iterators/base64_from_binary.hpp>
+#include <boost/archive/iterators/transform_width.hpp>
 #include <boost/json/serializer.hpp>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/http/network_fault.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/graph/uri.h"
@@ -27,11 +30,13 @@ std::string sessionsTarget(const json::object& root) {
   return target;
 }
 
-// Path of a session from the text that names it: a link, or, from services
-// that leave the prefix out, its last segment below the sessions' URI.
+// Path of a session from the text that names it: a link to below the sessions'
+// URI, or, from services that leave the prefix out, the last segment of one.
+// Empty for a link to elsewhere: what it names would be deleted at the end.
 std::string sessionPath(const std::string& text, const std::string& sessions) {
   if (const auto uri = Uri::parse(text)) {
-    return uri->target();
+    return base::startsWith(uri->target(), sessions + "/") ? uri->target()
+                                                           : std::string();
   }
   const std::size_t slash = text.find_last_of('/');
   const std::string id = slash == text.npos ? text : text.substr(slash + 1);
@@ -134,8 +139,30 @@ std::optional<base::Failure> Session::renew(std::chrono::milliseconds timeout,
 }
 
 std::string Session::scrub(std::string text) const {
-  return base::withoutSecret(
-      base::withoutSecret(std::move(text), password_.text()), token_.text());
+  text = base::withoutSecret(std::move(text), password_.text());
+  text = base::withoutSecret(std::move(text), token_.text());
+  return wanted() ? base::withoutSecret(std::move(text), basicLogin().text())
+                  : text;
+}
+
+base::Failure Session::scrub(base::Failure failure) const {
+  for (std::string* text : {&failure.uri, &failure.cause, &failure.remedy}) {
+    *text = scrub(std::move(*text));
+  }
+  return failure;
+}
+
+// Base64 (RFC 4648) without the padding, which a service may leave out.
+base::Secret Session::basicLogin() const {
+  namespace iterators = boost::archive::iterators;
+  using Base64 = iterators::base64_from_binary<
+      iterators::transform_width<const char*, 6, 8>>;
+  const base::Secret login({user_, ":", password_.text()});
+  const char* const begin = login.text().data();
+  std::string encoded;
+  encoded.reserve(login.text().size() * 4 / 3 + 1);
+  encoded.assign(Base64(begin), Base64(begin + login.text().size()));
+  return base::Secret(std::move(encoded));
 }
 
 void Session::sendLogin(std::chrono::milliseconds timeout) {

@@ -63,8 +63,11 @@ class Session {
   /// or because no login was wanted.
   base::Failure refusal() const;
 
-  /// A text for messages, without the password and the token in it.
+  /// A text for messages, without the password and the token in it, and
+  /// without what HTTP Basic makes of user and password.
   std::string scrub(std::string text) const;
+  /// The same for all texts of a failure.
+  base::Failure scrub(base::Failure failure) const;
 
   /// Waits for a login under way, then deletes the session, within 5 seconds
   /// each. Never throws.
@@ -97,6 +100,8 @@ class Session {
   void authenticate(http::Request& request) const;
   std::optional<json::object> read(const std::string& target,
                                    base::Clock::time_point until);
+  /// User and password as HTTP Basic sends them (RFC 7617).
+  base::Secret basicLogin() const;
   void useBasic();
   base::Failure fail(base::FailureKind kind, std::string cause,
                      std::string remedy) const;

@@ -43,6 +43,29 @@ TEST_F(FetcherTest, OverloadIsRepeatedThreeTimes) {
   EXPECT_EQ(asked(), 4U);
 }
 
+TEST_F(FetcherTest, ServerErrorsAreRepeatedOnce) {
+  for (const int status : {500, 502, 504}) {
+    *script_ = Script();
+    answer(answerOf(status)).on(std::string("GET ") + kTarget, 200);
+    EXPECT_EQ(read().status, 200) << status;
+    EXPECT_EQ(asked(), 2U) << status;
+  }
+}
+
+TEST_F(FetcherTest, WhatIsNotImplementedIsNotRepeated) {
+  answer(answerOf(501)).on(std::string("GET ") + kTarget, 200);
+  EXPECT_EQ(read().status, 501);
+  EXPECT_EQ(asked(), 1U);
+}
+
+TEST_F(FetcherTest, TimeThatIsUpIsHeededThoughAnswersAreThere) {
+  answer(answerOf(200));
+  Fetcher fetcher(*transport_, 4);
+  fetcher.get({kTarget});
+  EXPECT_FALSE(fetcher.next(base::Clock::time_point::min()));
+  EXPECT_TRUE(fetcher.next(base::Clock::time_point::max()));
+}
+
 TEST_F(FetcherTest, ConnectionLostBeforeAnAnswerIsRepeatedOnceOnAFreshOne) {
   http::Answer lost = failureOf(base::FailureKind::kUnreachable);
   lost.lostBeforeAnswer = true;

@@ -36,6 +36,13 @@ TEST(RetryDelay, FarDateIsCut) {
             milliseconds(30000));
 }
 
+TEST(RetryDelay, DateBeyondTheClockIsCut) {
+  EXPECT_EQ(retryDelay("Fri, 31 Dec 9999 23:59:59 GMT", 0, kNow),
+            milliseconds(30000));
+  EXPECT_EQ(retryDelay("Sat, 01 Jan 1600 00:00:00 GMT", 0, kNow),
+            milliseconds(1000));
+}
+
 TEST(RetryDelay, WithoutHeaderItDoubles) {
   EXPECT_EQ(retryDelay("", 0, kNow), milliseconds(1000));
   EXPECT_EQ(retryDelay("", 1, kNow), milliseconds(2000));

@@ -167,6 +167,53 @@ TEST_F(SessionTest, LocationOfAnotherHostIsDeletedHere) {
   EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/7");
 }
 
+TEST_F(SessionTest, LocationOutsideOfTheSessionsIsNotDeleted) {
+  script->on(kLogin, granted("/redfish/v1/Systems/1/Storage/1/Volumes/1"))
+      .on(std::string("GET ") + kSessions, 200,
+          R"({"Members": [{"@odata.id": ")" + std::string(kSessions) +
+              R"(/3"}]})");
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->count("DELETE"), 1U);
+  EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/3");
+}
+
+TEST_F(SessionTest, NoneOfSeveralSessionsOfTheUserIsDeleted) {
+  clearLog();
+  script->on(kLogin, granted(""));
+  std::string members;
+  for (const char* id : {"/1", "/2"}) {
+    const std::string uri = std::string(kSessions) + id;
+    members +=
+        (members.empty() ? "" : ", ") + (R"({"@odata.id": ")" + uri + R"("})");
+    script->on("GET " + uri, 200, R"({"UserName": "admin"})");
+  }
+  script->on(std::string("GET ") + kSessions, 200,
+             R"({"Members": [)" + members + "]}");
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->count("DELETE"), 0U);
+  ASSERT_FALSE(loggedLines().empty());
+  EXPECT_NE(loggedLines().back().text.find("did not say where its session is"),
+            std::string::npos);
+}
+
+TEST_F(SessionTest, SecretsThatTheRootRepeatsAreNotTold) {
+  // The last is what HTTP Basic makes of user and password.
+  for (const char* secret : {"s3cret-word", "YWRtaW46czNjcmV0LXdvcmQ"}) {
+    ScriptedService one;
+    http::Answer away = answerOf(302);
+    away.location = std::string("https://elsewhere.test/") + secret;
+    one.script->on("GET /redfish/v1/", away);
+    const auto failure = one.start().open();
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(base::describe(*failure).find(secret), std::string::npos);
+    EXPECT_NE(base::describe(*failure).find("elsewhere.test/***"),
+              std::string::npos)
+        << base::describe(*failure);
+  }
+}
+
 TEST_F(SessionTest, RelativeLocationIsJoinedToTheSessions) {
   script->on(kLogin, granted("Sessions/8"));
   start().open();
