@@ -22,14 +22,9 @@ using redfish::Uri;
 constexpr std::array<std::string_view, 4> kNoAccelerators = {
     "CPU", "Core", "Thread", "Partition"};
 
-// The members of a collection of a system. One that the plan left unread has
-// none.
+// The members of a collection of a system.
 std::vector<Part> systemMembers(const Graph& graph, const Resource& system,
                                 std::string_view path, ReadTally& tally) {
-  const auto link = redfish::linkAt(system.body, path);
-  if (!link || graph.find(link->document()) == nullptr) {
-    return {};
-  }
   const LinkedList list = membersAt(graph, system.body, path);
   if (list.failure) {
     tally.fail(*list.failure);
