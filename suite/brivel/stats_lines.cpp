@@ -22,9 +22,11 @@ std::string statsLines(const std::vector<connection::TargetCost>& costs,
   std::string lines;
   for (const connection::TargetCost& cost : costs) {
     lines += "brivel: " + cost.address + ": " + counted(cost.logins, "login") +
-             ", " + counted(cost.requests, "request") + ", " +
+             ", " + counted(cost.requests, "request") + " (at most " +
+             std::to_string(cost.mostUnderWay) + " at a time), " +
              retries(cost.retries) + ", " +
-             counted(cost.connections, "connection") + ", " +
+             counted(cost.connections, "connection") + " (" +
+             std::to_string(cost.resumed) + " resumed), " +
              counted(cost.bytes, "byte") + ", " +
              counted(cost.levels, "level") + "\n";
   }

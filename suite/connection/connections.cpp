@@ -155,6 +155,7 @@ std::vector<TargetCost> Connections::costs() const {
     const redfish::ServiceStats stats = service->stats();
     costs.push_back({service->address(), stats.logins, stats.transport.requests,
                      stats.retries, stats.transport.connections,
+                     stats.transport.resumed, stats.transport.mostUnderWay,
                      stats.transport.bytes, stats.levels});
   }
   return costs;

@@ -33,8 +33,10 @@ struct TargetCost {
   std::uint64_t requests = 0;
   std::uint64_t retries = 0;
   std::uint64_t connections = 0;
-  std::uint64_t bytes = 0;   ///< Received.
-  std::uint64_t levels = 0;  ///< Answers waited for one after another.
+  std::uint64_t resumed = 0;       ///< Of them: took up a TLS session.
+  std::uint64_t mostUnderWay = 0;  ///< Requests, at any time.
+  std::uint64_t bytes = 0;         ///< Received.
+  std::uint64_t levels = 0;        ///< Answers waited for one after another.
 };
 
 /// The run's connections, behind `ConnectInfo`: while an object lives,

@@ -35,6 +35,8 @@ struct Request {
   std::chrono::milliseconds timeout{30000};
   /// Ask for a connection of its own, because the last one was lost.
   bool freshConnection = false;
+  /// Of requests that wait for a connection the highest goes first.
+  int priority = 0;
 };
 
 /// The answer to one request, or why there is none.
@@ -60,9 +62,11 @@ struct Answer {
 
 /// What a transport has cost so far.
 struct TransportStats {
-  std::uint64_t requests = 0;     ///< Requests sent.
-  std::uint64_t connections = 0;  ///< Connections opened.
-  std::uint64_t bytes = 0;        ///< Bytes of bodies received, as sent.
+  std::uint64_t requests = 0;      ///< Requests sent.
+  std::uint64_t connections = 0;   ///< Connections opened.
+  std::uint64_t resumed = 0;       ///< Of them: took up a TLS session.
+  std::uint64_t mostUnderWay = 0;  ///< Requests at a time.
+  std::uint64_t bytes = 0;         ///< Bytes of bodies received, as sent.
 };
 
 /// A way to ask one origin: HTTPS, or a directory that holds a recorded

@@ -22,18 +22,22 @@ Value infoOf(CURL* easy, CURLINFO info) {
   return curl_easy_getinfo(easy, info, &value) == CURLE_OK ? value : Value{0};
 }
 
-// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
-bool isHttp2(CURL* easy) {
+// The TLS connection of a transfer that is under way; null without TLS.
+const SSL* tlsOf(CURL* easy) {
   const curl_tlssessioninfo* session = nullptr;
   if (curl_easy_getinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK ||
       session->backend != CURLSSLBACKEND_OPENSSL ||
       session->internals == nullptr) {
-    return false;
+    return nullptr;
   }
+  return static_cast<const SSL*>(session->internals);
+}
+
+// Whether a connection speaks HTTP/2, as the two sides agreed by ALPN.
+bool isHttp2(const SSL* connection) {
   const unsigned char* name = nullptr;
   unsigned int size = 0;
-  SSL_get0_alpn_selected(static_cast<const SSL*>(session->internals), &name,
-                         &size);
+  SSL_get0_alpn_selected(connection, &name, &size);
   return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
 }
 
@@ -74,7 +78,8 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
                            const std::string& url, bool identity) {
   id_ = id;
   request_ = std::move(request);
-  deadline_ = base::Clock::now() + request_.timeout + kGrace;
+  startedAt_ = base::Clock::now();
+  deadline_ = startedAt_ + request_.timeout + kGrace;
 
   CURL* easy = easy_.get();
   setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
@@ -153,7 +158,15 @@ int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
                                int /*localPort*/) {
   auto& transfer = *static_cast<CurlTransfer*>(self);
   transfer.connected_ = true;
-  transfer.speaksHttp2_ = isHttp2(transfer.easy_.get());
+  transfer.sentAt_ = base::Clock::now();
+  if (transfer.connections() > 0) {
+    transfer.opening_ = std::chrono::ceil<std::chrono::microseconds>(
+        transfer.sentAt_ - transfer.startedAt_);
+  }
+  if (const SSL* tls = tlsOf(transfer.easy_.get())) {
+    transfer.speaksHttp2_ = isHttp2(tls);
+    transfer.resumed_ = transfer.opening_ && SSL_session_reused(tls) == 1;
+  }
   return CURL_PREREQFUNC_OK;
 }
 
@@ -256,9 +269,18 @@ void CurlTransfer::reset() noexcept {
   body_ = std::string();
   connected_ = false;
   speaksHttp2_ = false;
+  resumed_ = false;
+  opening_.reset();
   bodyTooLarge_ = false;
   exception_ = nullptr;
   errorText_.fill('\0');
+}
+
+bool CurlTransfer::keepsSession() const {
+  const SSL* const tls = connected_ ? tlsOf(easy_.get()) : nullptr;
+  const SSL_SESSION* const session =
+      tls == nullptr ? nullptr : SSL_get_session(tls);
+  return session != nullptr && SSL_SESSION_is_resumable(session) == 1;
 }
 
 std::uint64_t CurlTransfer::connections() const {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -56,6 +58,23 @@ class CurlTransfer {
   /// Whether its connection speaks HTTP/2.
   bool speaksHttp2() const { return speaksHttp2_; }
 
+  /// When it was made ready.
+  base::Clock::time_point startedAt() const { return startedAt_; }
+
+  /// When its request was sent; known when it has its connection.
+  base::Clock::time_point sentAt() const { return sentAt_; }
+
+  /// What the connection took that was opened for it; nothing before it has
+  /// it, or when it uses one that was there.
+  std::optional<std::chrono::microseconds> opening() const { return opening_; }
+
+  /// Whether that took up an earlier TLS session.
+  bool resumed() const { return resumed_; }
+
+  /// Whether the TLS session of its connection can be taken up by another
+  /// one. Only while the request is under way.
+  bool keepsSession() const;
+
   /// Connections opened, and bytes of the body as they were sent.
   std::uint64_t connections() const;
   std::uint64_t bytes() const;
@@ -85,6 +104,10 @@ class CurlTransfer {
   std::string body_;
   bool connected_ = false;
   bool speaksHttp2_ = false;
+  bool resumed_ = false;
+  base::Clock::time_point startedAt_;
+  base::Clock::time_point sentAt_;
+  std::optional<std::chrono::microseconds> opening_;
   bool bodyTooLarge_ = false;
   bool identity_ = false;         ///< The body is not decoded.
   std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <deque>
+#include <functional>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -7,6 +9,7 @@
 #include "suite/http/curl/curl_handle.h"
 #include "suite/http/curl/curl_transfer.h"
 #include "suite/http/curl/curl_trust.h"
+#include "suite/http/curl/pacing.h"
 #include "suite/http/network_fault.h"
 #include "suite/http/network_transport.h"
 #include "suite/http/request_trace.h"
@@ -17,6 +20,10 @@ namespace {
 
 // Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
+
+// How long a request is held back for the sake of the others. A handshake that
+// takes longer may never end.
+constexpr std::chrono::milliseconds kMaxHold{2000};
 
 class CurlTransport final : public Transport {
  public:
@@ -34,6 +41,7 @@ class CurlTransport final : public Transport {
   void disableHttp2() override {
     http2Allowed_ = false;
     http2Known_ = false;
+    pacing_.setMultiplexed(false);
   }
   TransportStats stats() const override { return stats_; }
 
@@ -43,6 +51,22 @@ class CurlTransport final : public Transport {
   // What is wrong with the options, so that nothing can be asked.
   std::optional<base::Failure> optionFault() const;
 
+  /// A request that waits for its turn.
+  struct Waiting {
+    std::uint64_t id;
+    Request request;
+    base::Clock::time_point since;
+
+    base::Clock::time_point heldUntil() const { return since + kMaxHold; }
+    base::Clock::time_point deadline() const { return since + request.timeout; }
+  };
+
+  void fail(std::uint64_t id, const Request& request, base::Failure failure);
+  int limit() const;
+  void startWaiting();
+  void startNow(std::uint64_t id, Request request);
+  void learn();
+  void learn(const CurlTransfer& transfer);
   TransferPtr takeIdle();
   void setSharedOptions(CURL* easy);
   void perform();
@@ -63,6 +87,11 @@ class CurlTransport final : public Transport {
   bool interruptSeen_ = false;
   bool interruptDeferred_ = false;
   std::uint64_t lastId_ = 0;
+  Pacing pacing_;
+  std::multimap<int, Waiting, std::greater<>> waiting_;  // By priority.
+  base::Clock::time_point performed_;  // When libcurl went on last.
+  int atServer_ = 0;      // Requests that it had before the latest answers.
+  bool crowded_ = false;  // There were others since nothing was under way.
   TransportStats stats_;
   std::deque<Answer> ready_;
   CertificateCheck certificateCheck_;
@@ -80,6 +109,7 @@ CurlTransport::CurlTransport(NetworkTransportOptions options)
       url_(urlOf(options_.origin).value_or("")),
       trust_(options_.caFile, options_.pin, options_.insecure,
              !options_.certificate.empty()),
+      pacing_(options_.maxConnections, !options_.origin.plainHttp),
       certificateCheck_{"", options_.certificate},
       share_(makeCurlShare()),
       multi_(makeCurlMulti()) {
@@ -105,22 +135,69 @@ std::optional<base::Failure> CurlTransport::optionFault() const {
 std::uint64_t CurlTransport::start(Request request) {
   const std::uint64_t id = ++lastId_;
   if (std::optional<base::Failure> fault = optionFault()) {
-    Answer answer;
-    answer.id = id;
-    answer.failure = std::move(fault);
-    answer.failure->address = address_;
-    answer.failure->uri = request.target;
-    ready_.push_back(std::move(answer));
+    fail(id, request, std::move(*fault));
     return id;
   }
+  // What is no read is a login or a logout, which others wait for.
+  if (request.method == Method::kGet) {
+    const int priority = request.priority;
+    waiting_.emplace(priority,
+                     Waiting{id, std::move(request), base::Clock::now()});
+    startWaiting();
+  } else {
+    startNow(id, std::move(request));
+  }
+  return id;
+}
+
+void CurlTransport::fail(std::uint64_t id, const Request& request,
+                         base::Failure failure) {
+  Answer answer;
+  answer.id = id;
+  answer.failure = std::move(failure);
+  answer.failure->address = address_;
+  answer.failure->uri = request.target;
+  ready_.push_back(std::move(answer));
+}
+
+int CurlTransport::limit() const {
+  const base::Clock::time_point now = base::Clock::now();
+  const bool overdue = std::any_of(
+      waiting_.begin(), waiting_.end(),
+      [now](const auto& entry) { return entry.second.heldUntil() <= now; });
+  if (overdue) {
+    return options_.maxConnections;
+  }
+  // What is opened together takes up the same session.
+  const bool renewing = std::any_of(
+      active_.begin(), active_.end(), [this](const TransferPtr& transfer) {
+        return transfer->connected()
+                   ? transfer->resumed() && !transfer->keepsSession()
+                   : transfer->startedAt() < performed_;
+      });
+  return pacing_.limit(waiting_.size(), renewing);
+}
+
+void CurlTransport::startWaiting() {
+  while (!waiting_.empty() && static_cast<int>(active_.size()) < limit()) {
+    Waiting next = std::move(waiting_.begin()->second);
+    waiting_.erase(waiting_.begin());
+    startNow(next.id, std::move(next.request));
+  }
+}
+
+void CurlTransport::startNow(std::uint64_t id, Request request) {
   TransferPtr transfer = takeIdle();
   const std::string url = url_ + request.target;
   transfer->prepare(id, std::move(request), url, identity_);
   setSharedOptions(transfer->easy());
   check(curl_multi_add_handle(multi_.get(), transfer->easy()));
+  crowded_ = !active_.empty();
   active_.push_back(std::move(transfer));
   ++stats_.requests;
-  return id;
+  pacing_.started(static_cast<int>(active_.size()));
+  stats_.mostUnderWay =
+      std::max<std::uint64_t>(stats_.mostUnderWay, active_.size());
 }
 
 CurlTransport::TransferPtr CurlTransport::takeIdle() {
@@ -160,8 +237,10 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
   while (true) {
     if (ready_.empty() && !active_.empty()) {
       perform();
+      learn();
       collect();
       expire(base::Clock::now());
+      startWaiting();
     }
     if (!ready_.empty()) {
       Answer answer = std::move(ready_.front());
@@ -179,13 +258,47 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
     for (const TransferPtr& transfer : active_) {
       wakeUp = std::min(wakeUp, transfer->deadline());
     }
+    for (const auto& entry : waiting_) {
+      const Waiting& waiting = entry.second;
+      wakeUp = std::min(wakeUp, waiting.heldUntil() > now ? waiting.heldUntil()
+                                                          : waiting.deadline());
+    }
     wait(wakeUp - now);
   }
 }
 
 void CurlTransport::perform() {
+  performed_ = base::Clock::now();
   int running = 0;
   check(curl_multi_perform(multi_.get(), &running));
+}
+
+// What the connections of the requests under way tell, before their answers.
+void CurlTransport::learn() {
+  atServer_ = 0;
+  for (const TransferPtr& transfer : active_) {
+    if (!transfer->connected()) {
+      continue;
+    }
+    ++atServer_;
+    if (transfer->opening()) {
+      pacing_.connected(*transfer->opening(), transfer->resumed());
+    }
+    if (transfer->keepsSession()) {
+      pacing_.sessionKept();
+    }
+    if (http2Allowed_ && transfer->speaksHttp2()) {
+      pacing_.setMultiplexed(true);
+    }
+  }
+}
+
+void CurlTransport::learn(const CurlTransfer& transfer) {
+  const base::Clock::time_point now = base::Clock::now();
+  pacing_.answered(
+      std::chrono::duration_cast<Pacing::Time>(now.time_since_epoch()),
+      std::chrono::ceil<Pacing::Duration>(now - transfer.sentAt()), atServer_,
+      !crowded_);
 }
 
 void CurlTransport::collect() {
@@ -209,17 +322,32 @@ void CurlTransport::expire(base::Clock::time_point now) {
       complete(active_[index].get(), CURLE_OPERATION_TIMEDOUT);
     }
   }
+  for (auto entry = waiting_.begin(); entry != waiting_.end();) {
+    const Waiting& waiting = entry->second;
+    if (waiting.deadline() > now) {
+      ++entry;
+      continue;
+    }
+    fail(waiting.id, waiting.request,
+         failureOf(NetworkFault::kQueueTimeout, "",
+                   {options_.connectTimeout, waiting.request.timeout}));
+    entry = waiting_.erase(entry);
+  }
 }
 
 void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   const auto found = std::find_if(
       active_.begin(), active_.end(),
       [transfer](const TransferPtr& owner) { return owner.get() == transfer; });
+  if (code == CURLE_OK) {
+    learn(*transfer);
+  }
   TransferPtr owner = std::move(*found);
   active_.erase(found);
   check(curl_multi_remove_handle(multi_.get(), owner->easy()));
 
   stats_.connections += owner->connections();
+  stats_.resumed += owner->resumed() ? 1U : 0U;
   stats_.bytes += owner->bytes();
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer = owner->finish(code, address_, options_.connectTimeout,
@@ -258,7 +386,10 @@ void CurlTransport::wait(base::Clock::duration time) {
 }
 
 bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
-  return std::none_of(active_.begin(), active_.end(),
+  return std::none_of(
+             waiting_.begin(), waiting_.end(),
+             [id](const auto& entry) { return entry.second.id == id; }) &&
+         std::none_of(active_.begin(), active_.end(),
                       [id](const TransferPtr& transfer) {
                         return transfer->id() == id && !transfer->connected();
                       });
@@ -270,6 +401,7 @@ void CurlTransport::cancelAll() {
     transfer->reset();
   }
   active_.clear();
+  waiting_.clear();
   ready_.clear();
 }
 

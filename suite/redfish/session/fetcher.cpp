@@ -155,6 +155,7 @@ void Fetcher::startQueued() {
       http::Request request;
       request.target = job.fetch.target;
       request.timeout = job.fetch.timeout;
+      request.priority = job.fetch.priority;
       request.freshConnection = std::exchange(job.fresh, false);
       request.authToken = base::Secret(authorization_.token);
       request.basicUser = authorization_.basicUser;

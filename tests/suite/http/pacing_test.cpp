@@ -1,0 +1,172 @@
+#include "suite/http/curl/pacing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace http {
+namespace {
+
+using std::chrono::milliseconds;
+
+// A pacing after its first connection, and answers that come to it.
+struct Paced {
+  Pacing pacing;
+  milliseconds now{1000};
+
+  Paced(int most, milliseconds opening) : pacing(most, true) {
+    pacing.started(1);
+    pacing.connected(opening, false);
+  }
+
+  // An answer without others.
+  void alone(milliseconds time) {
+    now += time;
+    pacing.answered(now, time, 1, true);
+  }
+
+  // Answers of a processor that does one thing after another: each takes
+  // `work` of it and `network` beside, with `width` requests under way.
+  void oneAfterAnother(int count, int width, milliseconds work,
+                       milliseconds network) {
+    const milliseconds time = std::max(width * work, work + network);
+    for (int i = 0; i < count; ++i) {
+      now += time / width;
+      pacing.answered(now, time, width, false);
+    }
+  }
+
+  // Answers in groups of `width` at once.
+  void together(int groups, int width, milliseconds time) {
+    for (int group = 0; group < groups; ++group) {
+      now += time;
+      for (int i = 0; i < width; ++i) {
+        pacing.answered(now, time, width, false);
+      }
+    }
+  }
+};
+
+// The same with a handshake that takes much longer than an answer.
+Paced expensive(int most = 16) {
+  Paced paced(most, milliseconds(290));
+  paced.pacing.sessionKept();
+  paced.alone(milliseconds(50));
+  return paced;
+}
+
+TEST(Pacing, FirstConnectionIsOpenedAlone) {
+  const Pacing pacing(4, true);
+  EXPECT_EQ(pacing.limit(3), 1);
+}
+
+TEST(Pacing, WithoutHandshakesNothingIsHeldBack) {
+  const Pacing pacing(4, false);
+  EXPECT_EQ(pacing.limit(3), 4);
+}
+
+TEST(Pacing, CheapConnectionsAreOpenedOnceTheyCanResume) {
+  Paced paced(4, milliseconds(5));
+  EXPECT_EQ(paced.pacing.limit(1), 1);
+  paced.pacing.sessionKept();
+  EXPECT_EQ(paced.pacing.limit(1), 4);
+}
+
+TEST(Pacing, SessionThatWasTakenUpHasToBeGrantedAnew) {
+  Paced paced(4, milliseconds(5));
+  paced.pacing.sessionKept();
+  paced.pacing.started(2);
+  EXPECT_EQ(paced.pacing.limit(2, true), 2);
+  EXPECT_EQ(paced.pacing.limit(2, false), 4);
+}
+
+TEST(Pacing, FirstAnswerEndsTheWaitForASessionToResume) {
+  Paced paced(4, milliseconds(5));
+  paced.alone(milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(1), 4);
+}
+
+TEST(Pacing, ExpensiveConnectionsWaitForTheFirstAnswer) {
+  Paced paced(4, milliseconds(290));
+  paced.pacing.sessionKept();
+  EXPECT_EQ(paced.pacing.limit(3), 1);
+  paced.alone(milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(3), 2);
+}
+
+TEST(Pacing, ConnectionThatIsExpensiveBesideAnAnswerOnlyIsCheap) {
+  Paced paced(16, milliseconds(290));
+  paced.pacing.sessionKept();
+  paced.alone(milliseconds(500));
+  EXPECT_EQ(paced.pacing.limit(1), 16);
+}
+
+TEST(Pacing, FullHandshakeIsNotDoneForFewRequests) {
+  Paced paced(16, milliseconds(500));
+  paced.alone(milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(2), 1);
+  EXPECT_EQ(paced.pacing.limit(10), 2);
+}
+
+TEST(Pacing, OneSlowProcessorGetsTwo) {
+  Paced paced = expensive();
+  paced.pacing.started(2);
+  paced.oneAfterAnother(100, 2, milliseconds(30), milliseconds(20));
+  EXPECT_EQ(paced.pacing.limit(10), 2);
+}
+
+TEST(Pacing, MostlyIdleProcessorGetsMoreUntilItIsBusy) {
+  Paced paced = expensive();
+  for (const int width : {2, 4, 8}) {
+    EXPECT_EQ(paced.pacing.limit(10), width);
+    paced.pacing.started(width);
+    paced.oneAfterAnother(100, width, milliseconds(8), milliseconds(42));
+  }
+  EXPECT_EQ(paced.pacing.limit(10), 8);
+}
+
+TEST(Pacing, AnswersAsFastAsAloneOpenMoreUpToTheMost) {
+  Paced paced = expensive(6);
+  for (const int width : {2, 4, 6}) {
+    EXPECT_EQ(paced.pacing.limit(10), width);
+    paced.pacing.started(width);
+    paced.together(3, width, milliseconds(50));
+  }
+  EXPECT_EQ(paced.pacing.limit(10), 6);
+}
+
+TEST(Pacing, SlowAnswersThatComeTogetherOpenMore) {
+  Paced paced = expensive();
+  paced.pacing.started(2);
+  paced.together(3, 2, milliseconds(400));
+  EXPECT_EQ(paced.pacing.limit(10), 4);
+}
+
+TEST(Pacing, FarAwayServerGetsFourAtOnce) {
+  Paced paced(16, milliseconds(100));
+  paced.pacing.sessionKept();
+  paced.alone(milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(3), 4);
+}
+
+TEST(Pacing, WhatIsOpenStaysInUse) {
+  Paced paced = expensive();
+  paced.pacing.started(2);
+  EXPECT_EQ(paced.pacing.limit(0), 2);
+}
+
+TEST(Pacing, OneConnectionThatCarriesAllIsFilled) {
+  Paced paced(8, milliseconds(290));
+  paced.pacing.setMultiplexed(true);
+  EXPECT_EQ(paced.pacing.limit(3), 8);
+  paced.pacing.setMultiplexed(false);
+  EXPECT_EQ(paced.pacing.limit(3), 1);
+}
+
+TEST(Pacing, LeastIsOne) {
+  const Pacing pacing(0, false);
+  EXPECT_EQ(pacing.limit(3), 1);
+}
+
+}  // namespace
+}  // namespace http
