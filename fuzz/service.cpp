@@ -19,7 +19,7 @@
 
 #include "fuzz/check.h"
 #include "suite/base/text.h"
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/health/dev_health.h"
 
 namespace {
@@ -178,8 +178,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   redfish::ServiceOptions options;
   options.user = "u";
   options.password = base::Secret("pass-word");
-  redfish::Pool pool;
-  pool.add(std::make_unique<redfish::Service>(
+  run::Run run;
+  run.pool().add(std::make_unique<redfish::Service>(
       options, std::make_unique<FuzzTransport>(input)));
   readNode(0);
   readNode(1);

@@ -1,6 +1,15 @@
 #include "suite/base/failure.h"
 
+#include <utility>
+
 namespace base {
+
+Failure makeFailure(FailureKind kind, std::string cause) {
+  Failure failure;
+  failure.kind = kind;
+  failure.cause = std::move(cause);
+  return failure;
+}
 
 std::string describe(const Failure& failure) {
   std::string line;

@@ -35,6 +35,7 @@ enum class FailureKind {
   kNotPermitted,        ///< This user may not read what it takes.
   kNoBootstrapAccount,  ///< The controller made no account for us.
   kIpmiDevice,          ///< The IPMI device does not work.
+  kUsage,               ///< The command line or the settings are wrong.
   kInterrupted,         ///< The user ended the run.
   kInternal             ///< A failure of our own.
 };
@@ -48,6 +49,9 @@ struct Failure {
   std::string cause;    ///< What happened, in one clause.
   std::string remedy;   ///< What to do about it; may be empty.
 };
+
+/// A failure of which only the cause is known.
+Failure makeFailure(FailureKind kind, std::string cause);
 
 /// The failure in one line: address, URI, cause, remedy.
 std::string describe(const Failure& failure);

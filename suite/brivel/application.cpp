@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/brivel/module_search.h"
-#include "syshealth/host/log.h"
 #include "syshealth/result/result_codes.h"
 
 namespace brivel {
@@ -24,7 +24,7 @@ RunResult guarded(const Call& call) {
   RunResult result;
   result.code = kResultInternalError;
   result.cause = "the application failed: " + what;
-  Tarvex::Log(1, __FILE__, __LINE__).Stream() << result.cause;
+  BRIVEL_LOG(base::kLogError) << result.cause;
   return result;
 }
 

@@ -143,7 +143,7 @@ int runConnected(const CommandLine& line, Application& application,
                  std::optional<base::Secret> environmentPassword,
                  std::chrono::steady_clock::time_point begun) {
   const std::string name =
-      target ? connection::inWords(target->address) : "this server";
+      target ? connection::toString(target->address) : "this server";
   if (target) {
     warnOfInsecurity(*target, name);
   } else if (line.localRoot.empty()) {

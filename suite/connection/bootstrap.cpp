@@ -20,28 +20,26 @@ constexpr std::uint8_t kDisabled = 0x80;
 constexpr const char* kOtherLogin =
     "name a user in [inband] of the settings, or by --user";
 
-Failure failureOf(FailureKind kind, std::string cause) {
+Failure ownFailure(FailureKind kind, std::string cause) {
   return {kind, "this server", "", std::move(cause), kOtherLogin};
 }
 
 }  // namespace
 
-std::optional<MadeAccount> madeAccount(ipmi::IpmiResponse response,
-                                       const std::string& device,
-                                       Failure& failure) {
+base::Result<MadeAccount> madeAccount(ipmi::IpmiResponse response,
+                                      const std::string& device) {
   auto account = ipmi::bootstrapAccount(response);
   const std::uint8_t completion = response.completion;
   base::wipe(response.data);
   if (!account) {
-    failure =
-        failureOf(FailureKind::kNoBootstrapAccount,
-                  completion == kDisabled
-                      ? "the controller does not make accounts: credential "
-                        "bootstrapping is disabled in it"
-                      : "the controller makes no account: its answer over " +
-                            device + " is not understood (completion code " +
-                            std::to_string(completion) + ")");
-    return std::nullopt;
+    return ownFailure(
+        FailureKind::kNoBootstrapAccount,
+        completion == kDisabled
+            ? "the controller does not make accounts: credential "
+              "bootstrapping is disabled in it"
+            : "the controller makes no account: its answer over " + device +
+                  " is not understood (completion code " +
+                  std::to_string(completion) + ")");
   }
   return MadeAccount{std::move(account->user),
                      {base::Secret(std::move(account->password)),
@@ -54,33 +52,29 @@ std::string namedCertificate(const local::Machine& machine) {
   return response ? ipmi::certificateDigest(*response).value_or("") : "";
 }
 
-std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
-                                            const FoundController& controller,
-                                            Failure& failure) {
+base::Result<MadeAccount> bootstrapAccount(const local::Machine& machine,
+                                           const FoundController& controller) {
   if (!controller.bootstrapsCredentials) {
-    failure = failureOf(FailureKind::kNoBootstrapAccount,
-                        "the controller does not make accounts, as the "
-                        "firmware says of its host interface");
-    return std::nullopt;
+    return ownFailure(FailureKind::kNoBootstrapAccount,
+                      "the controller does not make accounts, as the "
+                      "firmware says of its host interface");
   }
   local::IpmiDevice device(machine.root());
   if (device.access() == Access::kDenied) {
-    failure = {FailureKind::kNotPermitted, "this server", "",
-               device.path() + " may be opened by root only",
-               "run brivel as root"};
-    return std::nullopt;
+    return Failure{FailureKind::kNotPermitted, "this server", "",
+                   device.path() + " may be opened by root only",
+                   "run brivel as root"};
   }
   auto response = device.ask(ipmi::bootstrapRequest(), kTimeout);
   if (!response) {
-    failure = failureOf(
+    return ownFailure(
         FailureKind::kIpmiDevice,
         device.access() == Access::kMissing
             ? "there is no IPMI device (" + device.path() +
                   ") to have an account made over"
             : "the IPMI device " + device.path() + " does not answer");
-    return std::nullopt;
   }
-  return madeAccount(*std::move(response), device.path(), failure);
+  return madeAccount(*std::move(response), device.path());
 }
 
 }  // namespace connection

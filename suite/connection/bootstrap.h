@@ -1,9 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "suite/base/failure.h"
+#include "suite/base/result.h"
 #include "suite/connection/in_band.h"
 #include "suite/connection/password/credential.h"
 #include "suite/ipmi/ipmi_message.h"
@@ -17,21 +16,18 @@ struct MadeAccount {
   Credential credential;
 };
 
-/// Has the machine's controller make an account, over the local IPMI device
-/// (DSP0270, credential bootstrapping). The account is good on the host
-/// interface alone and goes with the next reset of the controller or the
-/// machine. Nothing, and why in `failure`, when there is none to be had.
-std::optional<MadeAccount> bootstrapAccount(const local::Machine& machine,
-                                            const FoundController& controller,
-                                            base::Failure& failure);
+/// Lets the machine's controller make an account, over the local IPMI device
+/// (DSP0270, credential bootstrapping). The account is valid on the host
+/// interface only, until the controller or the machine is reset.
+base::Result<MadeAccount> bootstrapAccount(const local::Machine& machine,
+                                           const FoundController& controller);
 
-/// What the answer to the request says; `device` is named in the failure.
-std::optional<MadeAccount> madeAccount(ipmi::IpmiResponse response,
-                                       const std::string& device,
-                                       base::Failure& failure);
+/// Reads the answer to that request; a failure names the `device`.
+base::Result<MadeAccount> madeAccount(ipmi::IpmiResponse response,
+                                      const std::string& device);
 
 /// The SHA-256 digest of the certificate of the machine's controller, as it
-/// tells it over the local IPMI device (DSP0270); empty when it does not.
+/// names it over the local IPMI device (DSP0270); empty if it does not.
 std::string namedCertificate(const local::Machine& machine);
 
 }  // namespace connection

@@ -1,15 +1,12 @@
 #include "suite/connection/connections.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <set>
 #include <utility>
 
-#include "suite/connection/bootstrap.h"
+#include "suite/base/log.h"
 #include "suite/connection/failure_result.h"
-#include "suite/connection/open_service.h"
-#include "syshealth/host/log.h"
 
 namespace connection {
 namespace {
@@ -17,38 +14,6 @@ namespace {
 using base::Failure;
 using base::FailureKind;
 using Tarvex::TarvexConnection::ConnectionInfo;
-
-Connections* living = nullptr;
-
-// Whether a service can be reached, in its own way: an older controller that
-// only speaks IPMI is reached, too, and turned away later for its generation.
-std::optional<Failure> reach(redfish::Service& service) {
-  auto failure = service.open();
-  if (failure) {
-    const redfish::Probed& probed = service.probe();
-    if (!probed.failure && probed.generation != redfish::Generation::kUnknown) {
-      failure.reset();
-    }
-  }
-  return failure;
-}
-
-// Reads what the run is for, ahead of the calls that show it, so that a
-// failure is told as finely as here. A service without systems, and a
-// controller without Redfish, are left to those calls.
-std::optional<Failure> readAhead(redfish::Service& service,
-                                 std::uint32_t wants) {
-  if (service.probe().generation != redfish::Generation::kRedfish) {
-    return std::nullopt;
-  }
-  redfish::Selection selection;
-  selection.wants = wants == 0 ? redfish::kWantSystem : wants;
-  if (auto failure = service.read(selection);
-      failure && failure->kind != FailureKind::kNoSystem) {
-    return failure;
-  }
-  return std::nullopt;
-}
 
 // The index in a service of the node that a run asks for by its number among
 // all, where `before` nodes belong to other services; 0 for one of those.
@@ -60,9 +25,8 @@ std::uint16_t nodeBehind(int number, std::size_t before) {
              : std::uint16_t{0};
 }
 
-// Whether a run asks a machine for nothing but what its firmware's table
-// alone tells.
-bool restsOnTable(std::uint32_t wants) {
+// Whether a run asks a machine only for what its firmware's table tells.
+bool needsOnlyTable(std::uint32_t wants) {
   constexpr std::uint32_t kOfTable =
       redfish::kWantProcessors | redfish::kWantDimms | redfish::kWantPowers;
   return wants != 0 && (wants & ~kOfTable) == 0;
@@ -74,74 +38,71 @@ Connections::Connections(ConnectMode mode, std::optional<Target> target,
                          std::optional<base::Secret> environmentPassword,
                          RunHints hints, InBandOptions inBand)
     : mode_(mode),
-      target_(std::move(target)),
-      environmentPassword_(std::move(environmentPassword)),
       hints_(hints),
-      inBand_(std::move(inBand)) {
-  living = this;
-}
+      services_(*this, std::move(target), std::move(environmentPassword),
+                hints.wants, std::move(inBand)) {}
 
-Connections::~Connections() {
-  close();
-  living = nullptr;
-}
+Connections::~Connections() { close(); }
 
-Connections* Connections::current() { return living; }
+Connections* Connections::current() {
+  return dynamic_cast<Connections*>(run::Run::current());
+}
 
 int Connections::tryTarget(ConnectionInfo& info) {
   if (mode_ == kConnectModeEsxi) {
-    info = record(redfish::kNoService);
+    info = record(run::kNoService);
     return 0;
   }
-  auto failure = ensureService();
-  std::int64_t handle = 0;
-  if (!failure) {
-    failure = reachAny(handle);
-  } else if (alone_ && failure->kind == FailureKind::kNoHostInterface &&
-             !barred_) {
-    // The firmware is silent; the IPMI device may still show that there is a
-    // controller.
-    if (machine_->ipmi().version) {
-      info = record(local::kThisMachine);
-      return 0;
+  if (auto failure = services_.ensure()) {
+    if (services_.noController() && !services_.pathBlocked() &&
+        failure->kind == FailureKind::kNoHostInterface) {
+      // The firmware is silent; the IPMI device may still show that there is
+      // a controller.
+      if (machine()->ipmi().version) {
+        info = record(run::kThisMachine);
+        return 0;
+      }
+      failure = withIpmi(*std::move(failure), machine()->ipmi());
     }
-    failure = withIpmi(*std::move(failure), machine_->ipmi());
+    info = record(0);
+    return fail(*std::move(failure));
   }
-  info = record(handle);
-  return failure ? fail(*std::move(failure)) : 0;
+  auto reached = services_.reachAny();
+  info = record(reached ? *reached : services_.all().rbegin()->first);
+  return reached ? 0 : fail(std::move(reached).error());
 }
 
 int Connections::listTargets(std::vector<ConnectionInfo>& list) {
   if (mode_ == kConnectModeEsxi) {
-    list = {record(redfish::kNoService)};
+    list = {record(run::kNoService)};
     return 0;
   }
-  auto failure = ensureService();
-  if (alone_ && machine_->describesItself()) {
+  auto failure = services_.ensure();
+  if (services_.noController() && machine()->describesItself()) {
     if (failure->kind == FailureKind::kNotPermitted &&
-        restsOnTable(hints_.wants)) {
+        needsOnlyTable(hints_.wants)) {
       return fail(*std::move(failure));
     }
-    list = {record(local::kThisMachine)};
+    list = {record(run::kThisMachine)};
     return 0;
   }
   if (!failure && mode_ == kConnectModeInBand) {
     failure = nodes(list);
   } else if (!failure) {
-    list = {record(known_.begin()->first)};
+    list = {record(services_.all().begin()->first)};
   }
   return failure ? fail(*std::move(failure)) : 0;
 }
 
-void Connections::close() noexcept { pool_.close(); }
+void Connections::close() noexcept { pool().close(); }
 
 std::optional<Failure> Connections::failure() const {
-  if (!pool_.lastFailure() && mode_ == kConnectModeEsxi) {
-    return Failure{FailureKind::kNoSystem, target_->address.host, "",
+  if (!lastFailure() && mode_ == kConnectModeEsxi) {
+    return Failure{FailureKind::kNoSystem, services_.target()->address.host, "",
                    "ESXi hosts are not asked",
                    "name the server's management controller by --bmc"};
   }
-  return pool_.lastFailure();
+  return lastFailure();
 }
 
 std::string Connections::cause() const {
@@ -151,7 +112,7 @@ std::string Connections::cause() const {
 
 std::vector<TargetCost> Connections::costs() const {
   std::vector<TargetCost> costs;
-  for (const auto& service : pool_.services()) {
+  for (const auto& service : pool().services()) {
     const redfish::ServiceStats stats = service->stats();
     costs.push_back({service->address(), stats.logins, stats.transport.requests,
                      stats.retries, stats.transport.connections,
@@ -161,163 +122,34 @@ std::vector<TargetCost> Connections::costs() const {
   return costs;
 }
 
-// Makes the target's services with their credential, once per run.
-std::optional<Failure> Connections::ensureService() {
-  if (!unusable_ && known_.empty()) {
-    unusable_ = target_ ? addService(*target_) : ensureControllers();
-  }
-  return unusable_;
-}
-
-// Makes a service of each controller that this machine leads to.
-std::optional<Failure> Connections::ensureControllers() {
-  machine_ = std::make_unique<local::Machine>(local::Root(inBand_.root),
-                                              inBand_.pciIdsFile);
-  machine_->makeCurrent();
-  FoundControllers found = findControllers(*machine_, inBand_.controller);
-  barred_ = found.barred;
-  if (found.failure &&
-      (barred_ || machine_->table() == local::Access::kDenied)) {
-    notice(describe(*found.failure));
-  }
-  alone_ = found.controllers.empty();
-  if (alone_ && barred_) {
-    notice("this is what the server says of itself, without its controller");
-  }
-  if (alone_) {
-    return found.failure;
-  }
-  for (FoundController& controller : found.controllers) {
-    if (controller.bootstrapsCredentials && inBand_.bootstrapCredentials) {
-      trustOverIpmi(controller.target);
-    }
-    if (controller.target.user.empty() && inBand_.bootstrapCredentials) {
-      if (auto failure = makeAccount(controller)) {
-        return failure;
-      }
-    }
-    if (auto failure =
-            addService(std::move(controller.target), controller.serviceUuid)) {
-      return failure;
-    }
-  }
-  return std::nullopt;
-}
-
-// Takes the password of a target's user, once per run: the controllers of a
-// machine have one between them.
-std::optional<Failure> Connections::takeCredential(const Target& target) {
-  if (credential_ || !needsPassword(target)) {
-    return std::nullopt;
-  }
-  Failure failure;
-  credential_ =
-      findCredential(target, std::move(environmentPassword_), failure);
-  environmentPassword_.reset();
-  if (!credential_) {
-    failure.address = inWords(target.address);
-    return failure;
-  }
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
-      << inWords(target.address) << ": password of user " << target.user
-      << " from " << credential_->origin;
-  return std::nullopt;
-}
-
-// Trusts the certificate that the controller names over the IPMI device,
-// unless something else is to be trusted.
-void Connections::trustOverIpmi(Target& target) {
-  if (target.insecure || !target.pin.empty() || !target.caFile.empty()) {
-    return;
-  }
-  target.certificate = namedCertificate(*machine_);
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
-      << inWords(target.address)
-      << (target.certificate.empty()
-              ? ": the controller names no certificate over IPMI"
-              : ": trusting the certificate that the controller names over "
-                "IPMI");
-}
-
-// Has the controller make an account for us.
-std::optional<Failure> Connections::makeAccount(FoundController& controller) {
-  Failure failure;
-  auto account = bootstrapAccount(*machine_, controller, failure);
-  if (!account) {
-    return failure;
-  }
-  Target& target = controller.target;
-  target.user = std::move(account->user);
-  credential_ = std::move(account->credential);
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
-      << inWords(target.address) << ": account " << target.user << " made by "
-      << credential_->origin;
-  return std::nullopt;
-}
-
-std::optional<Failure> Connections::addService(Target target,
-                                               const std::string& serviceUuid) {
-  if (auto failure = takeCredential(target)) {
-    return failure;
-  }
-  environmentPassword_.reset();
-  const base::Secret* const password =
-      needsPassword(target) ? &credential_->password : nullptr;
-  const std::int64_t handle =
-      pool_.add(openService(target, password, hints_.wants));
-  known_[handle] = {std::move(target), serviceUuid};
-  return std::nullopt;
-}
-
-// Reaches the first service that can be; its handle. The failure of the last
-// one when none can.
-std::optional<Failure> Connections::reachAny(std::int64_t& handle) {
-  std::optional<Failure> failure;
-  for (const auto& [candidate, known] : known_) {
-    redfish::Service& service = *pool_.find(candidate);
-    handle = candidate;
-    failure = reach(service);
-    if (!failure) {
-      failure = foreign(service, known.serviceUuid);
-    }
-    if (!failure) {
-      failure = readAhead(service, hints_.wants);
-    }
-    if (!failure) {
-      break;
-    }
-  }
-  return failure;
-}
-
-// One record per node of each service that can be read. The failure of the
-// last one when none can.
+// Lists one record per node of each service that can be read. Returns the
+// failure of the last service if none can.
 std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
   std::optional<Failure> lost;
   std::set<std::string> seen;
-  for (const auto& [handle, known] : known_) {
-    redfish::Service& service = *pool_.find(handle);
+  for (const auto& [handle, known] : services_.all()) {
+    redfish::Service& service = *pool().find(handle);
     ServiceNodes found =
         readNodes(service, hints_.wants, nodeBehind(hints_.node, list.size()));
     if (!found.failure) {
-      found.failure = foreign(service, known.serviceUuid);
+      found.failure = checkServiceUuid(service, known.serviceUuid);
     }
     if (found.failure) {
       lost = std::move(found.failure);
-      notice(describe(*lost));
+      services_.notice(describe(*lost));
       continue;
     }
     for (std::size_t index = 0; index < found.nodes.size(); ++index) {
       const ServiceNode& node = found.nodes[index];
       // Controllers that stand in for one another serve the same system.
       if (!node.uuid.empty() && !seen.insert(node.uuid).second &&
-          known_.size() > 1) {
+          services_.all().size() > 1) {
         continue;
       }
       ConnectionInfo info = record(handle);
       info.nodeIndex = static_cast<std::uint16_t>(list.size());
-      info.options = static_cast<std::int32_t>(list.size()) -
-                     static_cast<std::int32_t>(index);
+      info.firstNode = static_cast<std::int32_t>(list.size()) -
+                       static_cast<std::int32_t>(index);
       list.push_back(std::move(info));
       logNode(list.size(), service.address(), node);
     }
@@ -325,51 +157,45 @@ std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
   return list.empty() ? lost : std::nullopt;
 }
 
-// Tells which system a number of the option "node" stands for, once per run.
+// Logs which system a number of the option "node" stands for, once per run.
 void Connections::logNode(std::size_t number, const std::string& address,
                           const ServiceNode& node) {
   if (number <= nodesLogged_) {
     return;
   }
   nodesLogged_ = number;
-  const bool own = machine_ != nullptr && !node.uuid.empty() &&
-                   node.uuid == machine_->system().uuid;
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+  const bool own = machine() != nullptr && !node.uuid.empty() &&
+                   node.uuid == machine()->system().uuid;
+  BRIVEL_LOG(base::kLogInformation)
       << "node " << number << " is " << (node.uri.empty() ? "?" : node.uri)
       << " of " << address << (own ? ", this server" : "");
-}
-
-void Connections::notice(const std::string& text) {
-  if (std::find(notices_.begin(), notices_.end(), text) == notices_.end()) {
-    notices_.push_back(text);
-  }
 }
 
 ConnectionInfo Connections::record(std::int64_t handle) const {
   ConnectionInfo info;
   info.service = handle;
-  const auto known = known_.find(handle);
-  if (known == known_.end() && !target_) {
+  const auto known = services_.all().find(handle);
+  if (known == services_.all().end() && !services_.target()) {
     info.address = "this server";
     return info;
   }
-  const Target& target =
-      known == known_.end() ? *target_ : known->second.target;
+  const Target& target = known == services_.all().end() ? *services_.target()
+                                                        : known->second.target;
   info.address = target.address.scheme == Address::Scheme::kDirectory
-                     ? inWords(target.address)
+                     ? toString(target.address)
                      : target.address.host;
   info.port = static_cast<std::int16_t>(target.address.port);
   info.user = target.user;
-  info.credential = credential_ ? credential_->origin : "";
+  info.credential = services_.credentialOrigin();
   return info;
 }
 
-// Keeps the failure for the run's end; its result code.
+// Keeps the failure for the run's end. Returns its result code.
 int Connections::fail(Failure failure) {
   const int result = resultOf(failure.kind);
   if (result != 0) {
     returned_.insert(result);
-    pool_.report(std::move(failure));
+    report(std::move(failure));
   }
   return result;
 }

@@ -34,6 +34,7 @@ int resultOf(base::FailureKind kind) {
     case Kind::kNotPermitted:     return kResultRootRequired;
     case Kind::kNoBootstrapAccount: return kResultKcsAccountFailed;
     case Kind::kIpmiDevice:       return kResultKcsConnectionFailed;
+    case Kind::kUsage:            return kResultInvalidParameter;
     case Kind::kInterrupted:      return kResultInterrupted;
     case Kind::kInternal:         return kResultInternalError;
   }

@@ -4,11 +4,11 @@
 #include <chrono>
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/local/controller/controller_path.h"
 #include "suite/local/controller/network.h"
 #include "suite/local/controller/way_choice.h"
 #include "suite/platform/user_paths.h"
-#include "syshealth/host/log.h"
 
 namespace connection {
 namespace {
@@ -107,11 +107,11 @@ void addProblems(const ControllerWays& ways, const WayChoice& choice,
       continue;
     }
     Failure failure = failureOf(kindOf(way.problem), problemText(way), "");
-    Tarvex::Log(choice.answers ? 3 : 1, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(choice.answers ? base::kLogInformation : base::kLogError)
         << describe(failure);
     if (!choice.answers && !found.failure) {
       found.failure = std::move(failure);
-      found.barred = true;
+      found.pathBlocked = true;
     }
   }
 }
@@ -121,7 +121,7 @@ void addProblems(const ControllerWays& ways, const WayChoice& choice,
 FoundControllers findControllers(local::Machine& machine, const Target& base) {
   FoundControllers found;
   for (const std::string& defect : machine.defects()) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogInformation)
         << "this server: " << machine.tableName() << ": " << defect;
   }
   const auto interfaces = machine.hostInterfaces();
@@ -141,7 +141,7 @@ FoundControllers findControllers(local::Machine& machine, const Target& base) {
     const WayChoice choice =
         chooseWay(ways, std::min(base.timeout, kLongestChoice));
     if (choice.path.problem == PathProblem::kNone) {
-      Tarvex::Log(3, __FILE__, __LINE__).Stream()
+      BRIVEL_LOG(base::kLogInformation)
           << "this server: its network device " << choice.path.device
           << " leads to a controller at " << choice.path.address;
       found.controllers.push_back(controllerAt(choice.path, base));

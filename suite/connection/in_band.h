@@ -29,16 +29,16 @@ struct FoundController {
 /// The controllers of a machine, in the order of its firmware.
 struct FoundControllers {
   std::vector<FoundController> controllers;
-  /// Without a controller, why there is none; with some, why the way to
-  /// another one is barred.
+  /// Without a controller: why there is none. With some: why the way to
+  /// another one is blocked.
   std::optional<base::Failure> failure;
-  /// The failure is that of a way which the firmware names.
-  bool barred = false;
+  /// The firmware names a way that leads nowhere, and `failure` says why.
+  bool pathBlocked = false;
 };
 
 /// Looks for the controllers that the machine's firmware names, and for the
 /// network devices that lead to them. `base`: how they are to be treated. Each
-/// way that is barred is logged. The controllers of a recorded machine are not
+/// way that is blocked is logged. The controllers of a recorded machine are not
 /// looked for: it is another machine.
 FoundControllers findControllers(local::Machine& machine, const Target& base);
 

@@ -53,8 +53,8 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
   return found;
 }
 
-std::optional<base::Failure> foreign(const redfish::Service& service,
-                                     const std::string& expectedUuid) {
+std::optional<base::Failure> checkServiceUuid(const redfish::Service& service,
+                                              const std::string& expectedUuid) {
   const redfish::Resource* const root = redfish::serviceRoot(service.graph());
   if (expectedUuid.empty() || root == nullptr) {
     return std::nullopt;

@@ -30,10 +30,10 @@ struct ServiceNodes {
 ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
                        std::uint16_t index);
 
-/// Whether a service that was read is another one than the firmware names:
-/// both may state a UUID, and must mean the same one then. `expectedUuid` in
-/// lower case; empty: any service will do.
-std::optional<base::Failure> foreign(const redfish::Service& service,
-                                     const std::string& expectedUuid);
+/// Checks that a service which was read is the one that the firmware names:
+/// if both state a UUID, it must be the same. `expectedUuid` in lower case;
+/// empty: any service will do.
+std::optional<base::Failure> checkServiceUuid(const redfish::Service& service,
+                                              const std::string& expectedUuid);
 
 }  // namespace connection

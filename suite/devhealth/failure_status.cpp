@@ -36,6 +36,7 @@ int statusOf(base::FailureKind kind, Phase phase) {
     case Kind::kNotPermitted:      return kHealthNotSupported;
     case Kind::kNoBootstrapAccount: return kHealthRefused;
     case Kind::kIpmiDevice:        return kHealthRefused;
+    case Kind::kUsage:             return kStatusInternal;
     case Kind::kInterrupted:       return kStatusInternal;
     case Kind::kInternal:          return kStatusInternal;
   }

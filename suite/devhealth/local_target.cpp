@@ -5,7 +5,7 @@
 
 #include "suite/base/failure.h"
 #include "suite/devhealth/inventory/local_inventory.h"
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/host/log.h"
 #include "syshealth/result/health_status.h"
 
@@ -19,8 +19,8 @@ using local::Access;
 int fail(FailureKind kind, int status, std::string cause, std::string remedy) {
   Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};
   Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
-  if (redfish::Pool* pool = redfish::Pool::current()) {
-    pool->report(std::move(failure));
+  if (run::Run* current = run::Run::current()) {
+    current->report(std::move(failure));
   }
   return status;
 }
@@ -29,10 +29,13 @@ int fail(FailureKind kind, int status, std::string cause, std::string remedy) {
 
 bool LocalTarget::is(
     const Tarvex::TarvexConnection::ConnectionInfo& connection) {
-  return connection.service == local::kThisMachine;
+  return connection.service == run::kThisMachine;
 }
 
-LocalTarget::LocalTarget() : machine_(local::Machine::current()) {}
+LocalTarget::LocalTarget()
+    : machine_(run::Run::current() == nullptr
+                   ? nullptr
+                   : run::Run::current()->machine()) {}
 
 int LocalTarget::requireMachine() {
   if (machine_ != nullptr) {

@@ -4,8 +4,8 @@
 #include "suite/devhealth/failure_status.h"
 #include "suite/local/machine.h"
 #include "suite/redfish/generation.h"
-#include "suite/redfish/pool.h"
 #include "suite/redfish/service.h"
+#include "suite/run/run.h"
 #include "syshealth/health/orvane_type.h"
 #include "syshealth/result/health_status.h"
 
@@ -44,7 +44,8 @@ Failure notOfTheNewest(redfish::Service& service, Generation generation) {
 
 // The controller that the machine itself reaches over its IPMI device alone.
 int typeOfOwnController(OrvaneTypeValue& type) {
-  local::Machine* machine = local::Machine::current();
+  run::Run* current = run::Run::current();
+  local::Machine* machine = current == nullptr ? nullptr : current->machine();
   const auto version =
       machine == nullptr ? std::nullopt : machine->ipmi().version;
   if (!version) {
@@ -52,12 +53,10 @@ int typeOfOwnController(OrvaneTypeValue& type) {
   }
   constexpr int kVersion20 = 20;
   type = *version >= kVersion20 ? kOrvaneType2 : kOrvaneType1;
-  if (redfish::Pool* pool = redfish::Pool::current()) {
-    pool->report({FailureKind::kNotRedfish, "this server", "",
-                  "its controller speaks IPMI over " + machine->ipmi().path +
-                      ", and the firmware names no Redfish host interface",
-                  "if it serves Redfish elsewhere, name it by --bmc"});
-  }
+  current->report({FailureKind::kNotRedfish, "this server", "",
+                   "its controller speaks IPMI over " + machine->ipmi().path +
+                       ", and the firmware names no Redfish host interface",
+                   "if it serves Redfish elsewhere, name it by --bmc"});
   return kHealthSuccess;
 }
 
@@ -75,27 +74,27 @@ OrvaneTypeAcquire::~OrvaneTypeAcquire() = default;
 int OrvaneTypeAcquire::GetOrvaneType(OrvaneTypeValue& type) {
   // Nobody is asked for such a target: the application refuses its connection
   // mode by itself, later.
-  if (connection_.service == redfish::kNoService) {
+  if (connection_.service == run::kNoService) {
     type = kOrvaneTypeDravik;
     return kHealthSuccess;
   }
-  if (connection_.service == local::kThisMachine) {
+  if (connection_.service == run::kThisMachine) {
     return typeOfOwnController(type);
   }
-  redfish::Pool* pool = redfish::Pool::current();
+  run::Run* current = run::Run::current();
   redfish::Service* service =
-      pool == nullptr ? nullptr : pool->find(connection_.service);
+      current == nullptr ? nullptr : current->pool().find(connection_.service);
   if (service == nullptr) {
     return kHealthNoConnection;
   }
   const redfish::Probed& probed = service->probe();
   if (probed.failure) {
-    pool->report(*probed.failure);
+    current->report(*probed.failure);
     return devhealth::statusOf(probed.failure->kind,
                                devhealth::Phase::kConnecting);
   }
   if (probed.generation != Generation::kRedfish) {
-    pool->report(notOfTheNewest(*service, probed.generation));
+    current->report(notOfTheNewest(*service, probed.generation));
   }
   type = static_cast<OrvaneTypeValue>(probed.generation);
   return kHealthSuccess;

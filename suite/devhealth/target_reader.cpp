@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "suite/devhealth/failure_status.h"
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/host/log.h"
 #include "syshealth/result/health_status.h"
 
@@ -11,14 +11,13 @@ namespace devhealth {
 namespace {
 
 using base::Failure;
-using redfish::Pool;
 
 constexpr unsigned int kLogError = 1;
 
 int report(Failure failure, Phase phase) {
   const int status = statusOf(failure.kind, phase);
-  if (Pool* pool = Pool::current()) {
-    pool->report(std::move(failure));
+  if (run::Run* current = run::Run::current()) {
+    current->report(std::move(failure));
   }
   return status;
 }
@@ -35,13 +34,13 @@ void log(const Failure& failure) {
 
 TargetReader::TargetReader(
     const Tarvex::TarvexConnection::ConnectionInfo& connection)
-    : service_(Pool::current() == nullptr
+    : service_(run::Run::current() == nullptr
                    ? nullptr
-                   : Pool::current()->find(connection.service)),
+                   : run::Run::current()->pool().find(connection.service)),
       address_(connection.address),
       // Nodes count on over the services of a run.
       nodeIndex_(static_cast<std::uint16_t>(connection.nodeIndex -
-                                            connection.options)) {}
+                                            connection.firstNode)) {}
 
 int TargetReader::read(redfish::Selection selection) {
   if (service_ == nullptr) {

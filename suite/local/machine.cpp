@@ -23,22 +23,12 @@ constexpr char kPciBus[] = "/sys/bus/pci/devices";
 // A controller answers within milliseconds, one that starts within seconds.
 constexpr std::chrono::milliseconds kIpmiTimeout(5000);
 
-Machine* currentMachine = nullptr;
-
 }  // namespace
 
 Machine::Machine(Root root, std::string pciIdsFile)
     : root_(std::move(root)), pciIdsFile_(std::move(pciIdsFile)) {}
 
-Machine::~Machine() {
-  if (currentMachine == this) {
-    currentMachine = nullptr;
-  }
-}
-
-Machine* Machine::current() { return currentMachine; }
-
-void Machine::makeCurrent() { currentMachine = this; }
+Machine::~Machine() = default;
 
 const SmbiosTables& Machine::smbios() {
   if (!table_) {

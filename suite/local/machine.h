@@ -13,10 +13,6 @@
 
 namespace local {
 
-/// Handle (`ConnectionInfo::service`) of the machine itself as a target, where
-/// no service stands for it.
-inline constexpr std::int64_t kThisMachine = -2;
-
 /// What became of asking the machine's IPMI device for its version.
 struct IpmiFinding {
   Access access = Access::kMissing;
@@ -38,12 +34,6 @@ class Machine {
 
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;
-
-  /// The machine of the run; null when there is none.
-  static Machine* current();
-
-  /// Makes this the machine of the run, for as long as it lives.
-  void makeCurrent();
 
   const Root& root() const { return root_; }
 

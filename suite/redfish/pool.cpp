@@ -3,22 +3,8 @@
 #include <utility>
 
 namespace redfish {
-namespace {
 
-Pool* currentPool = nullptr;
-
-}  // namespace
-
-Pool::Pool() { currentPool = this; }
-
-Pool::~Pool() {
-  close();
-  if (currentPool == this) {
-    currentPool = nullptr;
-  }
-}
-
-Pool* Pool::current() { return currentPool; }
+Pool::~Pool() { close(); }
 
 std::int64_t Pool::add(std::unique_ptr<Service> service) {
   services_.push_back(std::move(service));

@@ -16,7 +16,7 @@ class ConnectionInfo {
   std::string credential;       ///< Where the password came from, for the log.
   std::uint16_t nodeIndex = 0;  ///< 0-based node of a multi-node system.
   std::int16_t protocol = 3;    ///< Controller protocol: 3 Redfish.
-  std::int32_t options = 0;     ///< Number of its service's first node.
+  std::int32_t firstNode = 0;   ///< Number of its service's first node.
   std::int64_t service = 0;     ///< Handle of the run's service; 0: the first.
 };
 

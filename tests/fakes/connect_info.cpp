@@ -11,7 +11,7 @@ namespace {
 bool isDefault(const ConnectionInfo& info) {
   return info.address.empty() && info.port == 0 && info.user.empty() &&
          info.credential.empty() && info.nodeIndex == 0 && info.protocol == 3 &&
-         info.options == 0 && info.service == 0;
+         info.firstNode == 0 && info.service == 0;
 }
 
 }  // namespace

@@ -11,46 +11,45 @@
 namespace connection {
 namespace {
 
-std::optional<Credential> withOrigin(std::optional<base::Secret> password,
-                                     const std::string& origin) {
+base::Result<Credential> withOrigin(base::Result<base::Secret> password,
+                                    const std::string& origin) {
   if (!password) {
-    return std::nullopt;
+    return std::move(password).error();
   }
   return Credential{*std::move(password), origin};
 }
 
-std::optional<Credential> ask(const Target& target, base::Failure& failure) {
+base::Result<Credential> ask(const Target& target) {
   const std::string question =
-      "Password for " + target.user + " at " + inWords(target.address) + ": ";
-  return withOrigin(askPassword(question, failure), "terminal");
+      "Password for " + target.user + " at " + toString(target.address) + ": ";
+  return withOrigin(askPassword(question), "terminal");
 }
 
 }  // namespace
 
-std::optional<Credential> findCredential(
-    const Target& target, std::optional<base::Secret> environment,
-    base::Failure& failure) {
+base::Result<Credential> findCredential(
+    const Target& target, std::optional<base::Secret> environment) {
   const PasswordSources& sources = target.password;
   if (!sources.optionFile.empty()) {
-    return withOrigin(readPasswordFile(sources.optionFile, failure),
+    return withOrigin(readPasswordFile(sources.optionFile),
                       "file " + sources.optionFile);
   }
   // What is typed at a terminal would be shown; the prompt does not show it.
   if (sources.standardInput && inputIsTerminal()) {
-    return ask(target, failure);
+    return ask(target);
   }
   if (sources.standardInput) {
-    return withOrigin(readPasswordLine(STDIN_FILENO, "standard input", failure),
+    return withOrigin(readPasswordLine(STDIN_FILENO, "standard input"),
                       "standard input");
   }
   if (environment) {
-    return withOrigin(std::move(environment), "BRIVEL_PASSWORD");
+    return withOrigin(*std::move(environment), "BRIVEL_PASSWORD");
   }
   if (!sources.settingsFile.empty()) {
-    return withOrigin(readPasswordFile(sources.settingsFile, failure),
+    return withOrigin(readPasswordFile(sources.settingsFile),
                       "file " + sources.settingsFile);
   }
-  return ask(target, failure);
+  return ask(target);
 }
 
 }  // namespace connection

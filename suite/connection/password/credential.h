@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "suite/base/failure.h"
+#include "suite/base/result.h"
 #include "suite/base/secret.h"
 #include "suite/connection/settings/target.h"
 
@@ -15,12 +15,11 @@ struct Credential {
   std::string origin;
 };
 
-/// The password of a target's user, from the first source that is given: the
-/// file named on the command line, standard input, the environment's password,
-/// the file named in the settings, the person at the terminal. Nothing, and
-/// what is wrong in `failure`, when that source gives none.
-std::optional<Credential> findCredential(
-    const Target& target, std::optional<base::Secret> environment,
-    base::Failure& failure);
+/// Finds the password of a target's user in the first source that is given:
+/// the file named on the command line, standard input, the environment's
+/// password, the file named in the settings, the person at the terminal. Later
+/// sources are not asked if that one fails.
+base::Result<Credential> findCredential(
+    const Target& target, std::optional<base::Secret> environment);
 
 }  // namespace connection

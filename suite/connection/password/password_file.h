@@ -1,17 +1,14 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "suite/base/failure.h"
+#include "suite/base/result.h"
 #include "suite/base/secret.h"
 
 namespace connection {
 
-/// Reads the password that stands in the first line of a file that only its
-/// owner can read; any other is refused. Nothing, and what is wrong in
-/// `failure`, when there is none.
-std::optional<base::Secret> readPasswordFile(const std::string& file,
-                                             base::Failure& failure);
+/// Reads the password in the first line of a file that only its owner can
+/// read. Any other file is refused.
+base::Result<base::Secret> readPasswordFile(const std::string& file);
 
 }  // namespace connection

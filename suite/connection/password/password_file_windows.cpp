@@ -16,34 +16,34 @@ namespace connection {
 using base::Failure;
 using base::FailureKind;
 
-std::optional<base::Secret> readPasswordFile(const std::string& file,
-                                             Failure& failure) {
+base::Result<base::Secret> readPasswordFile(const std::string& file) {
   const platform::Descriptor descriptor(
       _wopen(boost::nowide::widen(file).c_str(),
              _O_RDONLY | _O_BINARY | _O_NOINHERIT));
   if (descriptor.number() < 0) {
     const int reason = errno;
+    Failure failure;
     failure.kind = reason == ENOENT ? FailureKind::kCredentialMissing
                                     : FailureKind::kFileUnreadable;
     failure.cause = "the password file " + file +
                     (reason == ENOENT ? " does not exist"
                                       : std::string(" cannot be opened: ") +
                                             std::strerror(reason));
-    return std::nullopt;
+    return failure;
   }
   const auto handle =
       reinterpret_cast<HANDLE>(_get_osfhandle(descriptor.number()));
   if (GetFileType(handle) == FILE_TYPE_DISK &&
       platform::othersCanRead(handle)) {
+    Failure failure;
     failure.kind = FailureKind::kFileUnreadable;
     failure.cause =
         "the password file " + file + " is open to other users of this machine";
     failure.remedy =
         "run: icacls \"" + file + "\" /inheritance:r /grant:r \"%USERNAME%\":F";
-    return std::nullopt;
+    return failure;
   }
-  return readPasswordLine(descriptor.number(), "the password file " + file,
-                          failure);
+  return readPasswordLine(descriptor.number(), "the password file " + file);
 }
 
 }  // namespace connection

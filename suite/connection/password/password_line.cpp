@@ -16,18 +16,10 @@ using base::FailureKind;
 
 constexpr std::size_t kLongestPassword = 1024;
 
-base::Failure failureOf(FailureKind kind, std::string cause) {
-  base::Failure failure;
-  failure.kind = kind;
-  failure.cause = std::move(cause);
-  return failure;
-}
-
 }  // namespace
 
-std::optional<base::Secret> passwordOf(std::string&& line,
-                                       const std::string& source,
-                                       base::Failure& failure) {
+base::Result<base::Secret> passwordOf(std::string&& line,
+                                      const std::string& source) {
   if (!line.empty() && line.back() == '\r') {
     line.pop_back();
   }
@@ -35,19 +27,17 @@ std::optional<base::Secret> passwordOf(std::string&& line,
   const std::string& text = password.text();
   if (text.empty() || text.size() > kLongestPassword ||
       text.find('\0') != std::string::npos) {
-    failure = failureOf(
+    return base::makeFailure(
         FailureKind::kFileUnreadable,
         source + (text.empty() ? " holds no password in its first line"
                                : " holds no text of at most 1024 bytes "
                                  "in its first line"));
-    return std::nullopt;
   }
   return password;
 }
 
-std::optional<base::Secret> readPasswordLine(int descriptor,
-                                             const std::string& source,
-                                             base::Failure& failure) {
+base::Result<base::Secret> readPasswordLine(int descriptor,
+                                            const std::string& source) {
   // Reserved whole, so that no half of it stays behind in a smaller buffer.
   std::string line;
   line.reserve(kLongestPassword + 1);
@@ -57,22 +47,22 @@ std::optional<base::Secret> readPasswordLine(int descriptor,
     const auto count = ready ? read(descriptor, &byte, 1) : 0;
     if (!ready || (count <= 0 && platform::interrupted())) {
       const base::Secret discarded(std::move(line));
-      failure = failureOf(FailureKind::kInterrupted, "interrupted by the user");
-      return std::nullopt;
+      return base::makeFailure(FailureKind::kInterrupted,
+                               "interrupted by the user");
     }
     if (count < 0) {
       const int reason = errno;
       const base::Secret discarded(std::move(line));
-      failure = failureOf(FailureKind::kFileUnreadable,
-                          source + " cannot be read: " + std::strerror(reason));
-      return std::nullopt;
+      return base::makeFailure(
+          FailureKind::kFileUnreadable,
+          source + " cannot be read: " + std::strerror(reason));
     }
     if (count == 0 || byte == '\n') {
       break;
     }
     line.push_back(byte);
   }
-  return passwordOf(std::move(line), source, failure);
+  return passwordOf(std::move(line), source);
 }
 
 }  // namespace connection

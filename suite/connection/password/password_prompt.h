@@ -1,9 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "suite/base/failure.h"
+#include "suite/base/result.h"
 #include "suite/base/secret.h"
 
 namespace connection {
@@ -12,9 +11,8 @@ namespace connection {
 bool inputIsTerminal();
 
 /// Asks the person at the terminal for a password; the answer is not shown.
-/// Nothing, and what is wrong in `failure`, when there is none: standard input
-/// that is no terminal counts as no password given.
-std::optional<base::Secret> askPassword(const std::string& question,
-                                        base::Failure& failure);
+/// Returns the failure if there is none to be had: if standard input is no
+/// terminal, no password is given.
+base::Result<base::Secret> askPassword(const std::string& question);
 
 }  // namespace connection

@@ -49,29 +49,30 @@ void show(int descriptor, const std::string& text) {
 
 bool inputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
 
-std::optional<base::Secret> askPassword(const std::string& question,
-                                        Failure& failure) {
+base::Result<base::Secret> askPassword(const std::string& question) {
   if (!inputIsTerminal()) {
+    Failure failure;
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "no password is given";
     failure.remedy =
         "use --password-file, --password-stdin or BRIVEL_PASSWORD, or run at a "
         "terminal to be asked";
-    return std::nullopt;
+    return failure;
   }
   const platform::Descriptor terminal(
       open("/dev/tty", O_WRONLY | O_CLOEXEC | O_NOCTTY));
   const int output = terminal.number() >= 0 ? terminal.number() : STDERR_FILENO;
   const SilentTerminal silent(STDIN_FILENO);
   if (!silent.silenced()) {
+    Failure failure;
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "the terminal cannot be kept from showing a password";
     failure.remedy = "use --password-file or --password-stdin";
-    return std::nullopt;
+    return failure;
   }
   show(output, question);
-  std::optional<base::Secret> password =
-      readPasswordLine(STDIN_FILENO, "the answer", failure);
+  base::Result<base::Secret> password =
+      readPasswordLine(STDIN_FILENO, "the answer");
   show(output, "\n");
   return password;
 }

@@ -75,7 +75,7 @@ void show(HANDLE console, const std::string& text) {
                 nullptr);
 }
 
-std::optional<base::Secret> readAnswer(HANDLE input, Failure& failure) {
+base::Result<base::Secret> readAnswer(HANDLE input) {
   std::array<wchar_t, kMostTyped> typed{};
   DWORD count = 0;
   const BOOL read = ReadConsoleW(
@@ -87,19 +87,17 @@ std::optional<base::Secret> readAnswer(HANDLE input, Failure& failure) {
   platform::overwrite(typed.data(), sizeof(typed));
   if (platform::interrupted()) {
     base::wipe(line);
-    failure.kind = FailureKind::kInterrupted;
-    failure.cause = "interrupted by the user";
-    return std::nullopt;
+    return base::makeFailure(FailureKind::kInterrupted,
+                             "interrupted by the user");
   }
   if (read == 0) {
-    failure.kind = FailureKind::kFileUnreadable;
-    failure.cause = "the answer cannot be read";
-    return std::nullopt;
+    return base::makeFailure(FailureKind::kFileUnreadable,
+                             "the answer cannot be read");
   }
   if (!line.empty() && line.back() == '\n') {
     line.pop_back();
   }
-  return passwordOf(std::move(line), "the answer", failure);
+  return passwordOf(std::move(line), "the answer");
 }
 
 }  // namespace
@@ -109,29 +107,30 @@ bool inputIsTerminal() {
   return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
 }
 
-std::optional<base::Secret> askPassword(const std::string& question,
-                                        Failure& failure) {
+base::Result<base::Secret> askPassword(const std::string& question) {
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
   if (!inputIsTerminal()) {
+    Failure failure;
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "no password is given";
     failure.remedy =
         "use --password-file, --password-stdin or BRIVEL_PASSWORD, or run at a "
         "console to be asked";
-    return std::nullopt;
+    return failure;
   }
   const File console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                  OPEN_EXISTING, 0, nullptr));
   const SilentConsole silent(input);
   if (!silent.silenced()) {
+    Failure failure;
     failure.kind = FailureKind::kNoCredentials;
     failure.cause = "the console cannot be kept from showing a password";
     failure.remedy = "use --password-file or --password-stdin";
-    return std::nullopt;
+    return failure;
   }
   show(console.handle(), question);
-  std::optional<base::Secret> password = readAnswer(input, failure);
+  base::Result<base::Secret> password = readAnswer(input);
   show(console.handle(), "\n");
   return password;
 }

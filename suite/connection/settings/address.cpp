@@ -182,7 +182,7 @@ http::Origin originOf(const Address& address) {
   return {address.host, address.port, address.scheme == Address::Scheme::kHttp};
 }
 
-std::string inWords(const Address& address) {
+std::string toString(const Address& address) {
   return address.scheme == Address::Scheme::kDirectory
              ? std::string(kFilePrefix) + address.directory
              : http::addressOf(originOf(address));

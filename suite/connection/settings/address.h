@@ -39,6 +39,6 @@ bool isLoopback(const Address& address);
 http::Origin originOf(const Address& address);
 
 /// The address in words, without user: "10.0.0.5:443", "file:DIR".
-std::string inWords(const Address& address);
+std::string toString(const Address& address);
 
 }  // namespace connection

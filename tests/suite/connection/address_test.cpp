@@ -8,10 +8,10 @@
 namespace {
 
 using connection::Address;
-using connection::inWords;
 using connection::isLoopback;
 using connection::originOf;
 using connection::parseAddress;
+using connection::toString;
 
 Address parsed(const std::string& text) {
   std::string error;
@@ -178,10 +178,10 @@ TEST(OriginOf, KeepsHostPortAndScheme) {
 }
 
 TEST(InWords, LeavesSchemeAndUserOut) {
-  EXPECT_EQ(inWords(parsed("https://admin@10.0.0.5")), "10.0.0.5:443");
-  EXPECT_EQ(inWords(parsed("[fe80::1%eth0]:8443")), "[fe80::1%eth0]:8443");
-  EXPECT_EQ(inWords(parsed("http://127.0.0.1")), "127.0.0.1:80");
-  EXPECT_EQ(inWords(parsed("file:samples/x")), "file:samples/x");
+  EXPECT_EQ(toString(parsed("https://admin@10.0.0.5")), "10.0.0.5:443");
+  EXPECT_EQ(toString(parsed("[fe80::1%eth0]:8443")), "[fe80::1%eth0]:8443");
+  EXPECT_EQ(toString(parsed("http://127.0.0.1")), "127.0.0.1:80");
+  EXPECT_EQ(toString(parsed("file:samples/x")), "file:samples/x");
 }
 
 }  // namespace

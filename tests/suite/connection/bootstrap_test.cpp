@@ -20,9 +20,8 @@ std::string padded(const std::string& text) {
 }
 
 TEST(MadeAccount, TakesUserAndPassword) {
-  Failure failure;
   const auto account = madeAccount(
-      {0, "\x52" + padded("host7") + padded("aB3$xyz")}, "/dev/ipmi0", failure);
+      {0, "\x52" + padded("host7") + padded("aB3$xyz")}, "/dev/ipmi0");
   ASSERT_TRUE(account);
   EXPECT_EQ(account->user, "host7");
   EXPECT_EQ(account->credential.password.text(), "aB3$xyz");
@@ -30,17 +29,15 @@ TEST(MadeAccount, TakesUserAndPassword) {
 }
 
 TEST(MadeAccount, DisabledBootstrappingIsTold) {
-  Failure failure;
-  EXPECT_FALSE(madeAccount({0x80, ""}, "/dev/ipmi0", failure));
+  const Failure failure = madeAccount({0x80, ""}, "/dev/ipmi0").error();
   EXPECT_EQ(failure.kind, FailureKind::kNoBootstrapAccount);
   EXPECT_THAT(failure.cause, HasSubstr("disabled"));
   EXPECT_THAT(failure.remedy, HasSubstr("--user"));
 }
 
 TEST(MadeAccount, NonsenseIsToldWithoutItsContent) {
-  Failure failure;
-  EXPECT_FALSE(
-      madeAccount({0, "\x52 a secret but too short"}, "/dev/ipmi0", failure));
+  const Failure failure =
+      madeAccount({0, "\x52 a secret but too short"}, "/dev/ipmi0").error();
   EXPECT_EQ(failure.kind, FailureKind::kNoBootstrapAccount);
   EXPECT_THAT(failure.cause, Not(HasSubstr("secret")));
 }
@@ -54,16 +51,14 @@ FoundController controller(bool bootstraps) {
 TEST(BootstrapAccount, ControllerThatDoesNotIsNotAsked) {
   const local::Folder folder;
   const local::Machine machine(folder.root());
-  Failure failure;
-  EXPECT_FALSE(bootstrapAccount(machine, controller(false), failure));
+  const Failure failure = bootstrapAccount(machine, controller(false)).error();
   EXPECT_EQ(failure.kind, FailureKind::kNoBootstrapAccount);
 }
 
 TEST(BootstrapAccount, WithoutDeviceThereIsNone) {
   const local::Folder folder;
   const local::Machine machine(folder.root());
-  Failure failure;
-  EXPECT_FALSE(bootstrapAccount(machine, controller(true), failure));
+  const Failure failure = bootstrapAccount(machine, controller(true)).error();
   EXPECT_EQ(failure.kind, FailureKind::kIpmiDevice);
   EXPECT_THAT(failure.cause, HasSubstr("/dev/ipmi0"));
 }

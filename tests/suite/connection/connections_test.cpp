@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/host/connect_info.h"
 #include "tests/support/temp_folder.h"
 
@@ -76,7 +76,7 @@ TEST(TryCimCon, ReachesARecordedServer) {
   EXPECT_EQ(info.address, "file:" SAMPLES "/rack-server");
   EXPECT_EQ(info.nodeIndex, 0);
   EXPECT_EQ(info.protocol, 3);
-  EXPECT_NE(redfish::Pool::current()->find(info.service), nullptr);
+  EXPECT_NE(run::Run::current()->pool().find(info.service), nullptr);
   EXPECT_EQ(run.cause(), "");
 }
 
@@ -182,7 +182,7 @@ TEST(InBandList, ReadsAlongWhatTheRunWillAskFor) {
   redfish::Selection second;
   second.nodeIndex = 1;
   second.wants = redfish::kWantDimms;
-  EXPECT_FALSE(redfish::Pool::current()->find(0)->read(second));
+  EXPECT_FALSE(run::Run::current()->pool().find(0)->read(second));
   EXPECT_EQ(run.costs().at(0).requests, requests);
 }
 
@@ -238,11 +238,11 @@ TEST(EsxiMode, ReachesAndListsOneRecordWithoutContact) {
                   {});
   ConnectionInfo info;
   EXPECT_EQ(ConnectInfo::Getinstance()->TryCimCon(info), 0);
-  EXPECT_EQ(info.service, redfish::kNoService);
+  EXPECT_EQ(info.service, run::kNoService);
   std::vector<ConnectionInfo> list;
   EXPECT_EQ(ConnectInfo::Getinstance()->GetIpmiConnectInfo(list), 0);
   ASSERT_EQ(list.size(), 1U);
-  EXPECT_EQ(list[0].service, redfish::kNoService);
+  EXPECT_EQ(list[0].service, run::kNoService);
   EXPECT_TRUE(run.costs().empty());
 }
 

@@ -54,8 +54,10 @@ class FindCredential : public testing::Test {
     target_.address.host = "10.0.0.5";
   }
 
-  std::optional<Credential> find(std::optional<Secret> environment = {}) {
-    return findCredential(target_, std::move(environment), failure_);
+  base::Result<Credential> find(std::optional<Secret> environment = {}) {
+    auto credential = findCredential(target_, std::move(environment));
+    failure_ = credential ? Failure() : credential.error();
+    return credential;
   }
 
   static std::optional<Secret> secret(std::string text) {

@@ -50,6 +50,7 @@ constexpr Row kRows[] = {
     {"NotPermitted",      FailureKind::kNotPermitted,      30},
     {"NoBootstrapAccount", FailureKind::kNoBootstrapAccount, 19},
     {"IpmiDevice",        FailureKind::kIpmiDevice,        50},
+    {"Usage",             FailureKind::kUsage,             5},
     {"Interrupted",       FailureKind::kInterrupted,       47},
     {"Internal",          FailureKind::kInternal,          17},
 };

@@ -11,6 +11,7 @@
 #include "suite/connection/connections.h"
 #include "suite/local/machine.h"
 #include "suite/redfish/crawl/selection.h"
+#include "suite/run/run.h"
 #include "syshealth/host/connect_info.h"
 #include "tests/suite/local/folder.h"
 #include "tests/suite/local/host_interface_builder.h"
@@ -83,16 +84,16 @@ TEST(InBandWithoutController, MachineItselfIsTheTarget) {
   EXPECT_EQ(machine.tryTarget(), 26);
   EXPECT_EQ(machine.listTargets(), 0);
   ASSERT_THAT(machine.list(), SizeIs(1));
-  EXPECT_EQ(machine.list()[0].service, local::kThisMachine);
+  EXPECT_EQ(machine.list()[0].service, run::kThisMachine);
   EXPECT_EQ(machine.list()[0].nodeIndex, 0);
-  ASSERT_NE(Machine::current(), nullptr);
-  EXPECT_EQ(Machine::current()->system().product, "RX 7200");
+  ASSERT_NE(run::Run::current()->machine(), nullptr);
+  EXPECT_EQ(run::Run::current()->machine()->system().product, "RX 7200");
   EXPECT_THAT(machine.run().notices(), IsEmpty());
 }
 
 TEST(InBandWithoutController, MachineGoesWithTheRun) {
   { OwnMachine machine(SAMPLES "/local-server"); }
-  EXPECT_EQ(Machine::current(), nullptr);
+  EXPECT_EQ(run::Run::current(), nullptr);
 }
 
 TEST(InBandWithoutController, TableOfRootAloneIsNamedWithTheRemedy) {
@@ -150,7 +151,7 @@ TEST(FindControllers, ThoseOfARecordedMachineAreNotAsked) {
   ASSERT_TRUE(found.failure);
   EXPECT_EQ(found.failure->kind, FailureKind::kNoHostInterface);
   EXPECT_THAT(found.failure->cause, HasSubstr("recorded machine"));
-  EXPECT_FALSE(found.barred);
+  EXPECT_FALSE(found.pathBlocked);
 }
 
 TEST(FindControllers, SilentFirmwareIsTold) {

@@ -42,16 +42,16 @@ class Foreign : public testing::Test {
 };
 
 TEST_F(Foreign, TheNamedServiceIsNot) {
-  EXPECT_FALSE(foreign(service_, kTwoNodeUuid));
+  EXPECT_FALSE(checkServiceUuid(service_, kTwoNodeUuid));
 }
 
 TEST_F(Foreign, AnyServiceWillDoWhereNoneIsNamed) {
-  EXPECT_FALSE(foreign(service_, ""));
+  EXPECT_FALSE(checkServiceUuid(service_, ""));
 }
 
 TEST_F(Foreign, AnotherUuidIsToldWithTheRemedy) {
   const auto failure =
-      foreign(service_, "01112233-4455-6677-8899-aabbccddeeff");
+      checkServiceUuid(service_, "01112233-4455-6677-8899-aabbccddeeff");
   ASSERT_TRUE(failure);
   EXPECT_EQ(failure->kind, base::FailureKind::kNotRedfish);
   EXPECT_THAT(failure->cause, HasSubstr("UUID"));

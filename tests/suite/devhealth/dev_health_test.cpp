@@ -82,7 +82,7 @@ TEST_F(DevHealthTest, RecordsStayUntouchedOnFailure) {
 }
 
 TEST_F(DevHealthTest, WithoutAPoolThereIsNoConnection) {
-  pool.reset();
+  run.reset();
   EXPECT_EQ(allStatuses(), Statuses(8, -1));
 }
 
@@ -93,16 +93,15 @@ TEST_F(DevHealthTest, UnknownHandleIsNoConnection) {
     connection.service = handle;
     EXPECT_EQ(allStatuses(), Statuses(8, -1)) << handle;
   }
-  ASSERT_TRUE(pool->lastFailure().has_value());
-  EXPECT_EQ(pool->lastFailure()->cause,
-            "there is no connection to this target");
+  ASSERT_TRUE(run->lastFailure().has_value());
+  EXPECT_EQ(run->lastFailure()->cause, "there is no connection to this target");
 }
 
 TEST_F(DevHealthTest, NodeThatDoesNotExistIsNotSupported) {
   start();
   connection.nodeIndex = 1;
   EXPECT_EQ(allStatuses(), Statuses(8, -4));
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kNoSystem);
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kNoSystem);
 }
 
 TEST_F(DevHealthTest, ServiceWithoutSystemsIsNotSupported) {
@@ -115,14 +114,14 @@ TEST_F(DevHealthTest, OtherServerIsNotSupported) {
   script->on("GET /redfish/v1/", 200, R"({"hello": "world"})");
   start();
   EXPECT_EQ(allStatuses(), Statuses(8, -4));
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kNotRedfish);
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kNotRedfish);
 }
 
 TEST_F(DevHealthTest, UnreachableTargetIsNoConnection) {
   script->on("GET /redfish/v1/", failureOf(FailureKind::kNameNotResolved));
   start();
   EXPECT_EQ(allStatuses(), Statuses(8, -1));
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kNameNotResolved);
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kNameNotResolved);
 }
 
 TEST_F(DevHealthTest, UntrustedCertificateIsNoConnection) {
@@ -157,7 +156,7 @@ TEST_F(DevHealthTest, RefusedLoginIsRefused) {
   script->on("POST /redfish/v1/SessionService/Sessions", 401);
   start();
   EXPECT_EQ(DevHealth(connection).connect(), -2);
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kAuthentication);
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kAuthentication);
 }
 
 TEST_F(DevHealthTest, MissingPrivilegeForAListIsRefused) {
@@ -182,10 +181,10 @@ TEST_F(DevHealthTest, FailureOfAMappingIsLoggedAndReported) {
   start();
   std::vector<Processor> processors;
   EXPECT_EQ(DevHealth(connection).get_processors(processors), -3);
-  ASSERT_TRUE(pool->lastFailure().has_value());
-  EXPECT_NE(pool->lastFailure()->cause.find("none of 2 parts"),
+  ASSERT_TRUE(run->lastFailure().has_value());
+  EXPECT_NE(run->lastFailure()->cause.find("none of 2 parts"),
             std::string::npos);
-  EXPECT_FALSE(pool->lastFailure()->address.empty());
+  EXPECT_FALSE(run->lastFailure()->address.empty());
   const auto& lines = loggedLines();
   EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const LogLine& line) {
     return line.level == 1 &&
@@ -196,7 +195,7 @@ TEST_F(DevHealthTest, FailureOfAMappingIsLoggedAndReported) {
 TEST_F(DevHealthTest, SuccessReportsNoFailure) {
   start();
   EXPECT_EQ(allStatuses(), Statuses(8, 0));
-  EXPECT_FALSE(pool->lastFailure().has_value());
+  EXPECT_FALSE(run->lastFailure().has_value());
 }
 
 // The health summary.

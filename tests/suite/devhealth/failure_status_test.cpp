@@ -41,6 +41,7 @@ constexpr Row kRows[] = {
     {Kind::kNotPermitted,      -4, -4},
     {Kind::kNoBootstrapAccount, -2, -2},
     {Kind::kIpmiDevice,        -2, -2},
+    {Kind::kUsage,             -5, -5},
     {Kind::kInterrupted,       -5, -5},
     {Kind::kInternal,          -5, -5},
 };

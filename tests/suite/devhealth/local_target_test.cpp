@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/health/dev_health.h"
 #include "syshealth/health/orvane_type.h"
 #include "tests/suite/local/folder.h"
@@ -32,11 +32,10 @@ constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
 class OwnMachine : public testing::Test {
  protected:
   DevHealth& client() {
-    if (!machine_) {
-      machine_ = std::make_unique<local::Machine>(folder_.root());
-      machine_->makeCurrent();
+    if (!client_) {
+      run_.setMachine(std::make_unique<local::Machine>(folder_.root()));
       ConnectionInfo info;
-      info.service = local::kThisMachine;
+      info.service = run::kThisMachine;
       client_ = std::make_unique<DevHealth>(info);
     }
     return *client_;
@@ -47,13 +46,12 @@ class OwnMachine : public testing::Test {
   }
 
   std::string cause() const {
-    const auto& failure = pool_.lastFailure();
+    const auto& failure = run_.lastFailure();
     return failure ? describe(*failure) : "";
   }
 
   Folder folder_;
-  redfish::Pool pool_;
-  std::unique_ptr<local::Machine> machine_;
+  run::Run run_;
   std::unique_ptr<DevHealth> client_;
 };
 
@@ -130,7 +128,7 @@ TEST_F(LocalTargetTest, TableOfRootAloneIsNamedWithTheRemedy) {
   const support::OrdinaryUser user;
   std::vector<Tarvex::DeviceHealth::Processor> processors;
   EXPECT_EQ(client().get_processors(processors), -4);
-  EXPECT_EQ(pool_.lastFailure()->kind, base::FailureKind::kNotPermitted);
+  EXPECT_EQ(run_.lastFailure()->kind, base::FailureKind::kNotPermitted);
   EXPECT_THAT(cause(), HasSubstr(kTable));
   EXPECT_THAT(cause(), HasSubstr("run brivel as root"));
 }
@@ -143,7 +141,7 @@ TEST_F(LocalTargetTest, TableThatCannotBeReadIsUnreadable) {
 
 TEST(LocalTarget, WithoutMachineThereIsNoConnection) {
   ConnectionInfo info;
-  info.service = local::kThisMachine;
+  info.service = run::kThisMachine;
   DevHealth client(info);
   std::vector<Tarvex::DeviceHealth::Fan> fans;
   std::vector<Tarvex::DeviceHealth::DIMM> dimms;
@@ -154,7 +152,7 @@ TEST(LocalTarget, WithoutMachineThereIsNoConnection) {
 TEST_F(LocalTargetTest, GenerationWithoutIpmiIsNoConnection) {
   client();
   ConnectionInfo info;
-  info.service = local::kThisMachine;
+  info.service = run::kThisMachine;
   Tarvex::Agentless::OrvaneTypeValue type =
       Tarvex::Agentless::kOrvaneTypeUnknown;
   EXPECT_EQ(Tarvex::Agentless::OrvaneTypeAcquire(info).GetOrvaneType(type), -1);

@@ -18,7 +18,7 @@ TEST_F(OrvaneTypeAcquireTest, RedfishServiceIsTheNewest) {
   start();
   EXPECT_EQ(probe(), 0);
   EXPECT_EQ(type, kOrvaneTypeDravik);
-  EXPECT_FALSE(pool->lastFailure().has_value());
+  EXPECT_FALSE(run->lastFailure().has_value());
 }
 
 TEST_F(OrvaneTypeAcquireTest, RecordedServerIsTheNewest) {
@@ -41,8 +41,8 @@ TEST_F(OrvaneTypeAcquireTest, OtherServerIsUnknown) {
   start();
   EXPECT_EQ(probe(), 0);
   EXPECT_EQ(type, kOrvaneTypeUnknown);
-  ASSERT_TRUE(pool->lastFailure().has_value());
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kNotRedfish);
+  ASSERT_TRUE(run->lastFailure().has_value());
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kNotRedfish);
 }
 
 TEST_F(OrvaneTypeAcquireTest, ServiceWithoutSystemsIsUnknown) {
@@ -52,15 +52,15 @@ TEST_F(OrvaneTypeAcquireTest, ServiceWithoutSystemsIsUnknown) {
   start();
   EXPECT_EQ(probe(), 0);
   EXPECT_EQ(type, kOrvaneTypeUnknown);
-  ASSERT_TRUE(pool->lastFailure().has_value());
-  EXPECT_EQ(pool->lastFailure()->cause, "its Redfish service has no systems");
+  ASSERT_TRUE(run->lastFailure().has_value());
+  EXPECT_EQ(run->lastFailure()->cause, "its Redfish service has no systems");
 }
 
 TEST_F(OrvaneTypeAcquireTest, NameThatDoesNotResolveFails) {
   script->on("GET /redfish/v1/", failureOf(FailureKind::kNameNotResolved));
   start();
   EXPECT_NE(probe(), 0);
-  EXPECT_EQ(pool->lastFailure()->kind, FailureKind::kNameNotResolved);
+  EXPECT_EQ(run->lastFailure()->kind, FailureKind::kNameNotResolved);
 }
 
 TEST_F(OrvaneTypeAcquireTest, UntrustedCertificateFails) {
@@ -84,7 +84,7 @@ TEST_F(OrvaneTypeAcquireTest, FailureLeavesTheTypeAsItWas) {
 }
 
 TEST_F(OrvaneTypeAcquireTest, WithoutAPoolItFails) {
-  pool.reset();
+  run.reset();
   EXPECT_NE(probe(), 0);
 }
 
@@ -95,7 +95,7 @@ TEST_F(OrvaneTypeAcquireTest, UnknownHandleFails) {
 }
 
 TEST_F(OrvaneTypeAcquireTest, TargetThatNobodyAsksPasses) {
-  connection.service = redfish::kNoService;
+  connection.service = run::kNoService;
   EXPECT_EQ(probe(), 0);
   EXPECT_EQ(type, kOrvaneTypeDravik);
   EXPECT_TRUE(script->requests.empty());

@@ -8,7 +8,7 @@ RunFixture::RunFixture() {
 }
 
 void RunFixture::start() {
-  pool->add(
+  run->pool().add(
       std::make_unique<redfish::Service>(options, makeScriptTransport(script)));
 }
 

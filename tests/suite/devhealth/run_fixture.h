@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "suite/redfish/pool.h"
+#include "suite/run/run.h"
 #include "syshealth/host/connection_info.h"
 #include "tests/suite/redfish/script_transport.h"
 
@@ -21,6 +21,6 @@ class RunFixture : public testing::Test {
 
   std::shared_ptr<Script> script = std::make_shared<Script>();
   redfish::ServiceOptions options;
-  std::unique_ptr<redfish::Pool> pool = std::make_unique<redfish::Pool>();
+  std::unique_ptr<run::Run> run = std::make_unique<run::Run>();
   Tarvex::TarvexConnection::ConnectionInfo connection;
 };
