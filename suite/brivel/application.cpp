@@ -17,6 +17,12 @@ RunResult guarded(const Call& call) {
   std::string what = "an exception of no known type";
   try {
     return call();
+  } catch (const base::Failure& failure) {
+    // Thrown by the services of the run, through the module.
+    RunResult ended;
+    ended.code = kResultInterrupted;
+    ended.ended = failure;
+    return ended;
   } catch (const std::exception& failure) {
     what = failure.what();
   } catch (...) {

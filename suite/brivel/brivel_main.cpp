@@ -1,6 +1,7 @@
 #include "suite/brivel/brivel_main.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <iostream>
@@ -26,6 +27,7 @@
 #include "suite/log/log_file.h"
 #include "suite/platform/interrupt.h"
 #include "suite/platform/standard_streams.h"
+#include "suite/platform/terminal.h"
 #include "suite/platform/user_paths.h"
 #include "syshealth/result/result_codes.h"
 
@@ -33,6 +35,13 @@ namespace brivel {
 namespace {
 
 constexpr std::int32_t kShowCommand = 1;
+constexpr int kStandardOutput = 1;
+constexpr int kStandardError = 2;
+
+// The width of the help on one of the standard streams.
+std::size_t widthOf(int descriptor) {
+  return platform::terminalWidth(descriptor, kHelpWidth);
+}
 
 // Asked by the shells' completion alone, and told nowhere.
 constexpr std::string_view kCompleteOption = "--complete";
@@ -70,6 +79,7 @@ void openRunLog(const CommandLine& line, const connection::Settings& settings) {
   options.file = !line.logFile.empty() ? line.logFile
                  : settings.logFile    ? *settings.logFile
                                        : platform::logFile();
+  options.askedFor = !line.logFile.empty() || settings.logFile.has_value();
   const std::optional<int> level =
       line.logLevel ? line.logLevel : settings.logLevel;
   if (level) {
@@ -93,10 +103,11 @@ int runNothing(const CommandLineStart& start) {
     return show(versionText());
   }
   if (start.help) {
-    return show(shortHelp(applicationNames()));
+    return show(shortHelp(applicationNames(), widthOf(kStandardOutput)));
   }
   if (start.empty) {
-    std::cerr << shortHelp(applicationNames()) << std::flush;
+    std::cerr << shortHelp(applicationNames(), widthOf(kStandardError))
+              << std::flush;
     return kExitUsage;
   }
   return usageError("no application is named");
@@ -110,7 +121,8 @@ int helpOn(const std::string& name) {
     return kExitModule;
   }
   return show(applicationHelp(name, application->specification(),
-                              application->options()));
+                              application->options(),
+                              widthOf(kStandardOutput)));
 }
 
 int runHostCommand(int argc, char** argv, const HostCommand& command) {
@@ -123,10 +135,10 @@ int runHostCommand(int argc, char** argv, const HostCommand& command) {
     return show(versionText());
   }
   if (line->action == CommandLine::Action::kShowHelp) {
-    return show(fullHelp());
+    return show(fullHelp(widthOf(kStandardOutput)));
   }
   if (command.name == kHelpCommand) {
-    return line->arguments.empty() ? show(fullHelp())
+    return line->arguments.empty() ? show(fullHelp(widthOf(kStandardOutput)))
                                    : helpOn(line->arguments.front());
   }
   return list();
@@ -168,7 +180,7 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
   }
   if (line->action == CommandLine::Action::kShowHelp) {
     return show(applicationHelp(line->application, application->specification(),
-                                options));
+                                options, widthOf(kStandardOutput)));
   }
   // A command that stands further back was not known when it was asked first.
   if (line->command != start.command &&

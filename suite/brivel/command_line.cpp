@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "suite/base/numbers.h"
+#include "suite/base/suggestion.h"
 #include "suite/base/text.h"
 #include "suite/brivel/options.h"
 #include "suite/brivel/parsed_arguments.h"
-#include "suite/brivel/suggestion.h"
 #include "suite/connection/settings/values.h"
 
 namespace brivel {
@@ -160,7 +160,7 @@ constexpr const char* kNoPasswords =
   for (const Option& option : options) {
     names.emplace_back(option.name);
   }
-  throw UsageError{text + (isLong ? suggestionFor(name, names) : "")};
+  throw UsageError{text + (isLong ? base::suggestionFor(name, names) : "")};
 }
 
 // The number of a command; nullopt if the text is none.

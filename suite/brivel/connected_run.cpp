@@ -46,7 +46,7 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
   hints.wants =
       connection::wantsOf(device == options.end() ? nullptr : &device->second);
   if (node != options.end()) {
-    hints.node = base::parseNumber<int>(node->second).value_or(0);
+    hints.node = base::parseNumber<int>(node->second);
   }
   return hints;
 }
@@ -89,7 +89,9 @@ int reportResult(RunResult result, const connection::Connections& connections,
   }
   if (result.code != kResultSuccess && !abandoned) {
     std::cerr << (platform::isTerminal(kStandardError)
-                      ? resultLines(result, logging::logPath(), kHelpWidth)
+                      ? resultLines(
+                            result, logging::logPath(),
+                            platform::terminalWidth(kStandardError, kHelpWidth))
                       : resultLine(result, logging::logPath()) + "\n")
               << std::flush;
   }
@@ -153,7 +155,7 @@ int runConnected(const CommandLine& line, Application& application,
       line.mode, std::move(target), std::move(environmentPassword),
       hintsOf(line.applicationOptions), std::move(inBand));
   std::optional<ProgressLine> progress;
-  if (platform::isTerminal(kStandardError)) {
+  if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
     progress.emplace(kStandardError, name);
   }
   RunResult result = application.run(line.command, line.applicationOptions);
@@ -171,6 +173,13 @@ int runConnected(const CommandLine& line, Application& application,
   if (platform::interrupted()) {
     printError("interrupted");
     return kExitInterrupted;
+  }
+  if (result.ended && plugIn) {
+    return plugInUnknown(describe(*result.ended));
+  }
+  if (result.ended) {
+    printError(describe(*result.ended));
+    return kExitUsage;
   }
   return reportResult(std::move(result), connections, line.applicationOptions,
                       plugIn);

@@ -5,9 +5,9 @@
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 
+#include "suite/base/suggestion.h"
 #include "suite/base/text.h"
 #include "suite/brivel/options.h"
-#include "suite/brivel/suggestion.h"
 #include "suite/platform/environment.h"
 
 namespace brivel {
@@ -91,7 +91,7 @@ std::optional<fs::path> findModule(const fs::path& directory,
   error = "no application '" + application + "' in " + directory.string() +
           (known.empty() ? "; there are none"
                          : "; there are: " + base::escapeControls(known)) +
-          base::escapeControls(suggestionFor(application, names));
+          base::escapeControls(base::suggestionFor(application, names));
   return std::nullopt;
 }
 

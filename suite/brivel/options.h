@@ -110,7 +110,7 @@ constexpr Option kOptions[] = {
     {"--log-file", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kFiles,
      "log (default " BRIVEL_LOG_PLACE ")"},
     {"--log-level", 0, "0..4", ArgumentKind::kInteger, 0, connection::kHighestLogLevel, OptionSection::kFiles,
-     "0 nothing, 1 errors, 3 information (the default), 4 everything"},
+     "0 nothing, 1 errors, 2 warnings, 3 information (the default), 4 everything"},
     {"--stats", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kFiles,
      "what the run cost, on standard error"},
 

@@ -2,7 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+
+#include "suite/base/failure.h"
 
 namespace brivel {
 
@@ -14,6 +17,8 @@ struct RunResult {
   std::string remedy;     ///< What to do about it, one clause; may be empty.
   bool combined = false;  ///< The code is the OR of the codes of several items,
                           ///< and so has no message of its own.
+  /// The services of the run ended it: no more is to be said than its cause.
+  std::optional<base::Failure> ended = std::nullopt;
 };
 
 /// The result of a failed run: "result CODE: MESSAGE Cause: CAUSE; REMEDY."

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <limits>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "suite/base/log.h"
@@ -17,12 +18,29 @@ using Tarvex::TarvexConnection::ConnectionInfo;
 
 // The index in a service of the node that a run asks for by its number among
 // all, where `before` nodes belong to other services; 0 for one of those.
-std::uint16_t nodeBehind(int number, std::size_t before) {
-  const std::int64_t index =
-      static_cast<std::int64_t>(number) - 1 - static_cast<std::int64_t>(before);
+std::uint16_t nodeBehind(std::optional<int> number, std::size_t before) {
+  const std::int64_t index = static_cast<std::int64_t>(number.value_or(0)) - 1 -
+                             static_cast<std::int64_t>(before);
   return index >= 0 && index <= std::numeric_limits<std::uint16_t>::max()
              ? static_cast<std::uint16_t>(index)
              : std::uint16_t{0};
+}
+
+// Whether a failure to read the nodes is one of the whole service, so that no
+// other call could do better.
+bool endsTheList(FailureKind kind) {
+  return kind == FailureKind::kInterrupted ||
+         kind == FailureKind::kNoCredentials ||
+         kind == FailureKind::kAuthentication ||
+         kind == FailureKind::kPasswordChange;
+}
+
+// Why a number stands for no node.
+Failure noSuchNode(int number, const std::string& what, std::size_t count) {
+  return base::makeFailure(FailureKind::kUsage,
+                           "--node " + std::to_string(number) + ": " + what +
+                               " has " + std::to_string(count) +
+                               (count == 1 ? " node" : " nodes"));
 }
 
 // Whether a run asks a machine only for what its firmware's table tells.
@@ -67,7 +85,9 @@ int Connections::tryTarget(ConnectionInfo& info) {
     info = record(0);
     return fail(*std::move(failure));
   }
-  auto reached = services_.reachAny();
+  auto reached = services_.reachAny(mode_ == kConnectModeInBand
+                                        ? std::uint16_t{0}
+                                        : nodeBehind(hints_.node, 0));
   info = record(reached ? *reached : services_.all().rbegin()->first);
   return reached ? 0 : fail(std::move(reached).error());
 }
@@ -89,7 +109,7 @@ int Connections::listTargets(std::vector<ConnectionInfo>& list) {
   if (!failure && mode_ == kConnectModeInBand) {
     failure = nodes(list);
   } else if (!failure) {
-    list = {record(services_.all().begin()->first)};
+    failure = chosenNode(list);
   }
   return failure ? fail(*std::move(failure)) : 0;
 }
@@ -154,7 +174,55 @@ std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
       logNode(list.size(), service.address(), node);
     }
   }
+  if (hints_.node && !list.empty() &&
+      (*hints_.node < 1 ||
+       static_cast<std::size_t>(*hints_.node) > list.size())) {
+    // The application refuses the number itself.
+    report(noSuchNode(*hints_.node, "this server", list.size()));
+  }
   return list.empty() ? lost : std::nullopt;
+}
+
+// Lists the node of the target's service that is asked for, or its first one.
+// A service whose nodes cannot be read has one: the calls that read it tell
+// what is wrong, also with a controller that does not speak Redfish. Returns
+// the failure if the service cannot be opened.
+std::optional<Failure> Connections::chosenNode(
+    std::vector<ConnectionInfo>& list) {
+  const std::int64_t handle = services_.all().begin()->first;
+  redfish::Service& service = *pool().find(handle);
+  const auto closed = service.open();
+  if (closed && closed->kind != FailureKind::kNotRedfish) {
+    return closed;
+  }
+  std::size_t count = 1;
+  std::string first;
+  if (!closed) {
+    const ServiceNodes found =
+        readNodes(service, hints_.wants, nodeBehind(hints_.node, 0));
+    if (found.failure && endsTheList(found.failure->kind)) {
+      return found.failure;
+    }
+    for (std::size_t i = 0; !found.failure && i < found.nodes.size(); ++i) {
+      logNode(i + 1, service.address(), found.nodes[i]);
+    }
+    count = found.failure ? count : found.nodes.size();
+    if (!found.failure && !found.nodes.front().uri.empty()) {
+      first = " (" + found.nodes.front().uri + ")";
+    }
+  }
+  if (hints_.node &&
+      (*hints_.node < 1 || static_cast<std::size_t>(*hints_.node) > count)) {
+    throw noSuchNode(*hints_.node, "this service", count);
+  }
+  if (count > 1 && !hints_.node) {
+    services_.notice("this service has " + std::to_string(count) +
+                     " nodes, and this is node 1" + first +
+                     "; --node 2 shows the next");
+  }
+  list = {record(handle)};
+  list.front().nodeIndex = nodeBehind(hints_.node, 0);
+  return std::nullopt;
 }
 
 // Logs which system a number of the option "node" stands for, once per run.
@@ -190,8 +258,27 @@ ConnectionInfo Connections::record(std::int64_t handle) const {
   return info;
 }
 
+// Adds what the settings have to do with a name that has no address.
+Failure Connections::explained(Failure failure) const {
+  const auto& target = services_.target();
+  if (failure.kind == FailureKind::kNameNotResolved && target &&
+      !target->notNamed.empty()) {
+    failure.address.clear();
+    failure.uri.clear();
+    failure.cause = target->notNamed + ", and no host of that name is found";
+    failure.remedy = target->similarName.empty()
+                         ? ""
+                         : "did you mean '" + target->similarName + "'?";
+  }
+  return failure;
+}
+
 // Keeps the failure for the run's end. Returns its result code.
 int Connections::fail(Failure failure) {
+  failure = explained(std::move(failure));
+  if (failure.kind == FailureKind::kInterrupted) {
+    throw failure;
+  }
   const int result = resultOf(failure.kind);
   if (result != 0) {
     returned_.insert(result);

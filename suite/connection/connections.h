@@ -20,7 +20,8 @@ namespace connection {
 /// What the run will ask for, as far as the command line tells.
 struct RunHints {
   std::uint32_t wants = 0;  ///< `redfish::Want` values.
-  int node = 0;             ///< 1-based node asked for; 0: every one.
+  std::optional<int> node;  ///< Number of the node asked for, from 1; nullopt:
+                            ///< none in particular.
 };
 
 /// What one target has cost.
@@ -67,9 +68,14 @@ class Connections : public run::Run {
   int tryTarget(Tarvex::TarvexConnection::ConnectionInfo& info);
 
   /// Lists the targets of the mode: in-band one record per node of the
-  /// services, or one for the machine itself; out-of-band and for an ESXi host
-  /// one record, without contacting it. Returns 0, or the result code of the
-  /// failure; `list` then stays empty.
+  /// services, or one for the machine itself; out-of-band one record, of the
+  /// node that is asked for or of the first; for an ESXi host one record,
+  /// without contacting it. Returns 0, or the result code of the failure;
+  /// `list` then stays empty.
+  ///
+  /// Both this and `tryTarget` throw a `base::Failure` to end the run at once:
+  /// if the user has interrupted it, and out-of-band if the service has no such
+  /// node (`kUsage`).
   int listTargets(std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
 
   /// Logs out and closes. Never throws.
@@ -96,10 +102,13 @@ class Connections : public run::Run {
  private:
   std::optional<base::Failure> nodes(
       std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
+  std::optional<base::Failure> chosenNode(
+      std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
   void logNode(std::size_t number, const std::string& address,
                const ServiceNode& node);
   Tarvex::TarvexConnection::ConnectionInfo record(std::int64_t handle) const;
   int fail(base::Failure failure);
+  base::Failure explained(base::Failure failure) const;
 
   ConnectMode mode_;
   RunHints hints_;

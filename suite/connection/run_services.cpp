@@ -31,18 +31,36 @@ std::optional<Failure> reach(redfish::Service& service) {
 // Reads what the run is for, ahead of the calls that show it, so that a
 // failure is known as finely as here. A service without systems, and a
 // controller without Redfish, are left to those calls.
-std::optional<Failure> readAhead(redfish::Service& service,
-                                 std::uint32_t wants) {
+std::optional<Failure> readAhead(redfish::Service& service, std::uint32_t wants,
+                                 std::uint16_t nodeIndex) {
   if (service.probe().generation != redfish::Generation::kRedfish) {
     return std::nullopt;
   }
   redfish::Selection selection;
+  selection.nodeIndex = nodeIndex;
   selection.wants = wants == 0 ? redfish::kWantSystem : wants;
   if (auto failure = service.read(selection);
       failure && failure->kind != FailureKind::kNoSystem) {
     return failure;
   }
   return std::nullopt;
+}
+
+// Whether a failure is one of reaching and trusting a target, whoever asks.
+bool isOfConnection(FailureKind kind) {
+  switch (kind) {
+    case FailureKind::kNameNotResolved:
+    case FailureKind::kUnreachable:
+    case FailureKind::kConnectTimeout:
+    case FailureKind::kReadTimeout:
+    case FailureKind::kDeadline:
+    case FailureKind::kCertificate:
+    case FailureKind::kTls:
+    case FailureKind::kInterrupted:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -121,6 +139,11 @@ std::optional<Failure> RunServices::takeCredential(const Target& target) {
   if (credential_ || !needsPassword(target)) {
     return std::nullopt;
   }
+  if (asksPerson(target, environmentPassword_.has_value())) {
+    if (auto failure = checkBeforeAsking(target)) {
+      return failure;
+    }
+  }
   auto credential = findCredential(target, std::move(environmentPassword_));
   environmentPassword_.reset();
   if (!credential) {
@@ -133,6 +156,17 @@ std::optional<Failure> RunServices::takeCredential(const Target& target) {
       << toString(target.address) << ": password of user " << target.user
       << " from " << credential_->origin;
   return std::nullopt;
+}
+
+// Reaches and trusts a target before a person is asked for a password, which
+// would be typed in vain otherwise. Whether it serves Redfish is found later.
+std::optional<Failure> RunServices::checkBeforeAsking(
+    const Target& target) const {
+  Target nobody = target;
+  nobody.user.clear();
+  const auto service = openService(nobody, nullptr, 0);
+  auto failure = service->open();
+  return failure && isOfConnection(failure->kind) ? failure : std::nullopt;
 }
 
 // Trusts the certificate that the controller names over the IPMI device,
@@ -165,7 +199,7 @@ std::optional<Failure> RunServices::makeAccount(FoundController& controller) {
   return std::nullopt;
 }
 
-base::Result<std::int64_t> RunServices::reachAny() {
+base::Result<std::int64_t> RunServices::reachAny(std::uint16_t nodeIndex) {
   std::optional<Failure> failure;
   for (const auto& [handle, known] : services_) {
     redfish::Service& service = *run_.pool().find(handle);
@@ -174,7 +208,7 @@ base::Result<std::int64_t> RunServices::reachAny() {
       failure = checkServiceUuid(service, known.serviceUuid);
     }
     if (!failure) {
-      failure = readAhead(service, wants_);
+      failure = readAhead(service, wants_, nodeIndex);
     }
     if (!failure) {
       return handle;

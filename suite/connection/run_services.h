@@ -39,7 +39,8 @@ class RunServices {
   /// Reaches the first service that can be reached, and reads what the run is
   /// for, so that a failure is known as finely as possible. Returns its handle,
   /// or the failure of the last service if none can be reached.
-  base::Result<std::int64_t> reachAny();
+  /// `nodeIndex` is the node that it is read for.
+  base::Result<std::int64_t> reachAny(std::uint16_t nodeIndex);
 
   /// The services by their handles; empty before `ensure`.
   const std::map<std::int64_t, RunService>& all() const { return services_; }
@@ -67,6 +68,7 @@ class RunServices {
   std::optional<base::Failure> addService(Target target,
                                           const std::string& serviceUuid = "");
   std::optional<base::Failure> takeCredential(const Target& target);
+  std::optional<base::Failure> checkBeforeAsking(const Target& target) const;
   void trustOverIpmi(Target& target);
   std::optional<base::Failure> makeAccount(FoundController& controller);
 

@@ -30,6 +30,13 @@ Words wordsOf(CertificateFault fault) {
     case CertificateFault::kUnknownAuthority:
       return {"the certificate comes from an authority that is not trusted",
               kTrustIt, false};
+    case CertificateFault::kNotVouchedFor:
+      return {
+          "no certificate in the file of trusted authorities vouches for "
+          "the server's",
+          "make sure that this is the right server, and name its authority "
+          "with --cacert, or trust its key with --pin",
+          true};
     case CertificateFault::kExpired:
       return {"the certificate has expired", kCheckClock, false};
     case CertificateFault::kNotYetValid:

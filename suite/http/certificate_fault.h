@@ -10,6 +10,7 @@ namespace http {
 enum class CertificateFault {
   kSelfSigned,
   kUnknownAuthority,
+  kNotVouchedFor,  ///< Unknown to the authorities in a file, the `detail`.
   kExpired,
   kNotYetValid,
   kOtherName,

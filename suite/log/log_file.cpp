@@ -111,7 +111,9 @@ void openLog(const LogOptions& options) {
   bool regular = false;
   std::string refusal;
   if (!platform::prepareOwnedFile(file, regular, refusal)) {
-    warn(options.file, refusal);
+    if (options.askedFor) {
+      warn(options.file, refusal);
+    }
     return;
   }
   try {

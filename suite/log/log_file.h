@@ -9,6 +9,8 @@ namespace logging {
 struct LogOptions {
   std::string file;        ///< Empty: no log.
   unsigned int level = 3;  ///< 0 nothing, 1 errors, 3 information, 4 trace.
+  bool askedFor =
+      true;  ///< False: give it up silently if it cannot be written.
 };
 
 /// Keeps lines of every level from now on until `openLog`, which then writes
@@ -19,8 +21,9 @@ void keepEarlyLines();
 /// Opens the process's log. Before that and after `closeLog`, lines are
 /// dropped. A regular file is rotated at 4 MiB; three older ones are kept
 /// ("brivel.1.log" ...). Files and the directories that are made for them are
-/// readable by their owner only. If the log cannot be written, one warning
-/// goes to standard error and the run continues without a log.
+/// readable by their owner only. If the log cannot be written, the
+/// run continues without it; one warning on standard error says so if it was
+/// asked for.
 void openLog(const LogOptions& options);
 
 /// Closes the log.

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 namespace platform {
 namespace {
@@ -20,13 +21,20 @@ int openForOwner(const std::filesystem::path& file) {
 }
 
 // Makes the directories that are missing above a file, for the owner alone.
-// What cannot be made shows when the file is opened.
-void makeParents(const std::filesystem::path& file) {
+// Returns 0, or the error number of the one that cannot be made.
+int makeParents(const std::filesystem::path& file) {
   std::filesystem::path made;
   for (const std::filesystem::path& part : file.parent_path()) {
     made /= part;
-    static_cast<void>(mkdir(made.c_str(), S_IRWXU));
+    if (mkdir(made.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+      const int reason = errno;
+      std::error_code unknown;
+      if (!std::filesystem::is_directory(made, unknown)) {
+        return reason;
+      }
+    }
   }
+  return 0;
 }
 
 }  // namespace
@@ -35,8 +43,9 @@ bool prepareOwnedFile(const std::filesystem::path& file, bool& regular,
                       std::string& reason) {
   int descriptor = openForOwner(file);
   if (descriptor < 0 && errno == ENOENT) {
-    makeParents(file);
-    descriptor = openForOwner(file);
+    const int failed = makeParents(file);
+    descriptor = failed == 0 ? openForOwner(file) : descriptor;
+    errno = failed == 0 ? errno : failed;
   }
   if (descriptor < 0) {
     reason = std::strerror(errno);

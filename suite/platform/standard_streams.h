@@ -11,6 +11,10 @@ void prepareStandardStreams();
 /// Whether all that was written to standard output went out.
 bool outputIsWhole();
 
+/// Whether standard output is a pipe. Its reader may be a pager that draws on
+/// the same terminal.
+bool outputIsPipe();
+
 /// Whether standard output is a pipe that nobody reads any more.
 bool outputIsAbandoned();
 

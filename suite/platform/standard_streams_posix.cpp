@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -22,6 +23,11 @@ void prepareStandardStreams() {
 }
 
 bool outputIsWhole() { return static_cast<bool>(std::cout.flush()); }
+
+bool outputIsPipe() {
+  struct stat status = {};
+  return fstat(STDOUT_FILENO, &status) == 0 && S_ISFIFO(status.st_mode);
+}
 
 bool outputIsAbandoned() {
   pollfd output = {};

@@ -41,6 +41,10 @@ void prepareStandardStreams() {
 
 bool outputIsWhole() { return static_cast<bool>(std::cout.flush()); }
 
+bool outputIsPipe() {
+  return GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_PIPE;
+}
+
 bool outputIsAbandoned() {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD written = 0;

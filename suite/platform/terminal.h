@@ -1,11 +1,16 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace platform {
 
 /// Whether a descriptor is a terminal on which lines can be redrawn.
 bool isTerminal(int descriptor);
+
+/// How many columns a terminal has; `otherwise` if the descriptor is none, or
+/// does not tell.
+std::size_t terminalWidth(int descriptor, std::size_t otherwise);
 
 /// Writes a text as it is, past the streams' buffers. What cannot be written
 /// is not missed.

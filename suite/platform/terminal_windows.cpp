@@ -20,6 +20,14 @@ bool isTerminal(int descriptor) {
          SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+std::size_t terminalWidth(int descriptor, std::size_t otherwise) {
+  CONSOLE_SCREEN_BUFFER_INFO screen = {};
+  return GetConsoleScreenBufferInfo(handleOf(descriptor), &screen) != 0
+             ? static_cast<std::size_t>(screen.srWindow.Right -
+                                        screen.srWindow.Left + 1)
+             : otherwise;
+}
+
 void drawOn(int descriptor, std::string_view text) {
   DWORD written = 0;
   WriteFile(handleOf(descriptor), text.data(), static_cast<DWORD>(text.size()),

@@ -27,6 +27,13 @@ base::Result<Credential> ask(const Target& target) {
 
 }  // namespace
 
+bool asksPerson(const Target& target, bool inEnvironment) {
+  const PasswordSources& sources = target.password;
+  return sources.optionFile.empty() && inputIsTerminal() &&
+         (sources.standardInput ||
+          (!inEnvironment && sources.settingsFile.empty()));
+}
+
 base::Result<Credential> findCredential(
     const Target& target, std::optional<base::Secret> environment) {
   const PasswordSources& sources = target.password;

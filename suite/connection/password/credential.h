@@ -15,6 +15,9 @@ struct Credential {
   std::string origin;
 };
 
+/// Whether `findCredential` would ask the person at the terminal.
+bool asksPerson(const Target& target, bool inEnvironment);
+
 /// Finds the password of a target's user in the first source that is given:
 /// the file named on the command line, standard input, the environment's
 /// password, the file named in the settings, the person at the terminal. Later

@@ -126,9 +126,9 @@ std::optional<Address> parseAddress(std::string_view text, std::string& error) {
   }
   Address address;
   std::string_view rest = text;
-  if (base::startsWith(rest, kHttpsPrefix)) {
+  if (base::startsIgnoringCase(rest, kHttpsPrefix)) {
     rest.remove_prefix(kHttpsPrefix.size());
-  } else if (base::startsWith(rest, kHttpPrefix)) {
+  } else if (base::startsIgnoringCase(rest, kHttpPrefix)) {
     rest.remove_prefix(kHttpPrefix.size());
     address.scheme = Address::Scheme::kHttp;
   }

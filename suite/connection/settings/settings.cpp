@@ -1,5 +1,6 @@
 #include "suite/connection/settings/settings.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -11,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "suite/base/suggestion.h"
 #include "suite/connection/settings/settings_values.h"
 #include "suite/connection/settings/values.h"
 
@@ -20,6 +22,27 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
+
+const std::vector<std::string> kTables = {"defaults", "targets", "inband"};
+
+// What may help with a line that is no TOML: a text without quotation marks is
+// the usual mistake. The value is not repeated; it may be a password.
+std::string quotationHint(std::string_view text, std::uint32_t number) {
+  for (; number > 1; --number) {
+    text.remove_prefix(std::min(text.find('\n') + 1, text.size()));
+  }
+  const std::string_view line = text.substr(0, text.find('\n'));
+  const std::size_t equals = line.find('=');
+  if (equals == std::string_view::npos) {
+    return "";
+  }
+  const std::size_t value = line.find_first_not_of(" \t", equals + 1);
+  return value != std::string_view::npos &&
+                 std::string_view("\"'[{#").find(line[value]) ==
+                     std::string_view::npos
+             ? "; a text stands in quotation marks: address = \"10.0.0.5\""
+             : "";
+}
 
 // Keys that a table may hold, each with what becomes of its value.
 using Keys = std::vector<
@@ -67,7 +90,8 @@ class SettingsReader {
                               "unknown table or key '" +
                                   std::string(key.str()) +
                                   "'; known tables are [defaults], "
-                                  "[targets.NAME] and [inband]"};
+                                  "[targets.NAME] and [inband]" +
+                                  base::suggestionFor(key.str(), kTables)};
       }
     }
     return std::move(settings_);
@@ -88,13 +112,15 @@ class SettingsReader {
     for (const auto& [key, node] : entries) {
       const SettingsValue value{node, name, key.str(), directory_, home_};
       std::string known;
+      std::vector<std::string> names;
       bool taken = false;
       for (const auto& [candidate, take] : keys) {
         if (candidate == key.str()) {
           take(value);
           taken = true;
         }
-        known += (known.empty() ? "" : ", ") + std::string(candidate);
+        names.emplace_back(candidate);
+        known += (known.empty() ? "" : ", ") + names.back();
       }
       if (taken) {
         continue;
@@ -106,7 +132,8 @@ class SettingsReader {
       }
       throw SettingsMistake{key.source().begin.line,
                             "unknown key '" + std::string(key.str()) +
-                                "' in [" + name + "]; known are " + known};
+                                "' in [" + name + "]; known are " + known +
+                                base::suggestionFor(key.str(), names)};
     }
   }
 
@@ -238,7 +265,8 @@ std::optional<Settings> readSettings(std::string_view text,
     error = file + ":" + std::to_string(mistake.line) + ": " + mistake.text;
   } catch (const toml::parse_error& failure) {
     error = file + ":" + std::to_string(failure.source().begin.line) + ": " +
-            std::string(failure.description());
+            std::string(failure.description()) +
+            quotationHint(text, failure.source().begin.line);
   }
   return std::nullopt;
 }

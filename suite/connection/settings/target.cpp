@@ -1,5 +1,12 @@
 #include "suite/connection/settings/target.h"
 
+#include <cstddef>
+#include <vector>
+
+#include "suite/base/ascii.h"
+#include "suite/base/suggestion.h"
+#include "suite/platform/user_paths.h"
+
 namespace connection {
 namespace {
 
@@ -22,6 +29,9 @@ std::optional<NamedTarget> find(const TargetChoice& choice,
               *choice.given.user + "' by --user";
       return std::nullopt;
     }
+    if (base::startsWith(address->directory, "~/")) {
+      address->directory.replace(0, 1, platform::homeDirectory());
+    }
     found = NamedTarget{*std::move(address), {}};
   }
   if (found && !found->settings.user && !found->address.user.empty()) {
@@ -39,6 +49,28 @@ std::string settingsPasswordFile(const std::string& user,
     }
   }
   return "";
+}
+
+// Notes that a text names no target of the settings, if they name any.
+void noteNotNamed(const std::string& text, const Settings& settings,
+                  Target& target) {
+  constexpr std::size_t kMostNames = 10;
+  if (text.empty() || settings.targets.empty() ||
+      settings.targets.count(text) > 0) {
+    return;
+  }
+  std::vector<std::string> names;
+  std::string list;
+  for (const auto& [name, named] : settings.targets) {
+    if (names.size() < kMostNames) {
+      list += (list.empty() ? "" : ", ") + name;
+    }
+    names.push_back(name);
+  }
+  list += names.size() > kMostNames ? ", ..." : "";
+  target.similarName = base::mostSimilar(text, names);
+  target.notNamed =
+      "'" + text + "' is no target in " + settings.file + " (" + list + ")";
 }
 
 // What speaks against talking to the target so; empty when nothing does.
@@ -71,6 +103,7 @@ Target merge(const TargetChoice& choice, const NamedTarget& found,
       overlay(overlay(choice.given, found.settings), settings.defaults);
   Target target;
   target.address = found.address;
+  noteNotNamed(choice.text, settings, target);
   target.user = merged.user.value_or("");
   target.password = {choice.given.passwordFile.value_or(""),
                      choice.passwordFromStdin,

@@ -27,7 +27,10 @@ struct PasswordSources {
 /// A target with all that its connection takes, every source heard.
 struct Target {
   Address address;
-  std::string user;  ///< Empty: no login.
+  std::string notNamed;  ///< "'x' is no target in FILE (a, b)", if the settings
+                         ///< name targets and the address is none of them.
+  std::string similarName;  ///< The most similar one of them; empty: none.
+  std::string user;         ///< Empty: no login.
   PasswordSources password;
   std::string caFile;  ///< Empty: the system's authorities.
   std::string pin;     ///< Empty: none.

@@ -93,9 +93,15 @@ base::Failure certificateFailure(const CurlOutcome& outcome) {
       return failureOf(CertificateFault::kWrongPin, "", outcome.presentedPin);
     case CURLE_SSL_CACERT_BADFILE:
       return failureOf(CertificateFault::kAuthorityFile, detail(outcome));
-    case CURLE_PEER_FAILED_VERIFICATION:
-      return failureOf(certificateFault(outcome), detail(outcome),
-                       outcome.presentedPin);
+    case CURLE_PEER_FAILED_VERIFICATION: {
+      const CertificateFault fault = certificateFault(outcome);
+      const bool unknown = fault == CertificateFault::kSelfSigned ||
+                           fault == CertificateFault::kUnknownAuthority;
+      return unknown && !outcome.caFile.empty()
+                 ? failureOf(CertificateFault::kNotVouchedFor, outcome.caFile,
+                             outcome.presentedPin)
+                 : failureOf(fault, detail(outcome), outcome.presentedPin);
+    }
     default:
       return failureOf(CertificateFault::kOther, detail(outcome),
                        outcome.presentedPin);

@@ -16,6 +16,7 @@ struct CurlOutcome {
   std::string text;          ///< libcurl's words, the server's among them.
   long verifyResult = 0;     ///< OpenSSL's verdict on the chain.
   std::string presentedPin;  ///< Of the server's key; empty: unknown.
+  std::string caFile;        ///< Of the trusted authorities; empty: system's.
   long osError = 0;          ///< errno of the failed connect; 0: none.
   bool queued = false;       ///< It was still waiting for a free connection.
   bool resolved = false;     ///< The name had an address.

@@ -203,7 +203,8 @@ std::size_t CurlTransfer::onHeader(char* data, std::size_t size,
 
 Answer CurlTransfer::finish(CURLcode code, const std::string& address,
                             std::chrono::milliseconds connectTimeout,
-                            const std::string& presentedPin) {
+                            const std::string& presentedPin,
+                            const std::string& caFile) {
   if (exception_ != nullptr) {
     std::rethrow_exception(exception_);
   }
@@ -218,6 +219,7 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
     CurlOutcome end = outcome(code, connectTimeout);
     end.presentedPin = presentedPin;
     answer.lostBeforeAnswer = isLoss(code) && end.sent && !end.answered;
+    end.caFile = caFile;
     answer.failure = failureOf(end);
     answer.failure->address = address;
     answer.failure->uri = request_.target;

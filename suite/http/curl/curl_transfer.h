@@ -36,10 +36,11 @@ class CurlTransfer {
 
   /// What became of the request. Rethrows what was thrown while the answer
   /// came in. Address and URI of a failure are filled in. `presentedPin` is
-  /// that of the key that the server showed last.
+  /// that of the key that the server showed last, `caFile` the file of trusted
+  /// authorities, if one is named.
   Answer finish(CURLcode code, const std::string& address,
                 std::chrono::milliseconds connectTimeout,
-                const std::string& presentedPin);
+                const std::string& presentedPin, const std::string& caFile);
 
   /// Forgets the request, with its secrets.
   void reset() noexcept;

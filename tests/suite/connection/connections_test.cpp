@@ -121,15 +121,61 @@ TEST(TryCimCon, RecordTellsUserAndOriginOfThePassword) {
   EXPECT_EQ(info.address, "127.0.0.1");
 }
 
-TEST(OutOfBandList, IsOneRecordWithoutContact) {
+TEST(OutOfBandList, FailsWithTheCodeOfTheSummary) {
   Connections run(kConnectModeOutOfBand, targetAt("http://127.0.0.1:1"),
                   std::nullopt, {});
   std::vector<ConnectionInfo> list;
+  EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 13);
+  EXPECT_TRUE(list.empty());
+  EXPECT_TRUE(run.hasReturned(13));
+}
+
+TEST(OutOfBandList, IsTheFirstNodeWithANote) {
+  Connections run(kConnectModeOutOfBand, sample("two-node"), std::nullopt, {});
+  std::vector<ConnectionInfo> list;
   EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 0);
   ASSERT_EQ(list.size(), 1U);
-  EXPECT_EQ(list[0].address, "127.0.0.1");
-  EXPECT_EQ(list[0].port, 1);
-  EXPECT_EQ(run.costs().at(0).requests, 0U);
+  EXPECT_EQ(list[0].nodeIndex, 0);
+  ASSERT_EQ(run.notices().size(), 1U);
+  EXPECT_EQ(run.notices()[0].rfind("this service has 2 nodes", 0), 0U);
+}
+
+TEST(OutOfBandList, IsTheNodeThatIsAskedFor) {
+  Connections run(kConnectModeOutOfBand, sample("two-node"), std::nullopt,
+                  {redfish::kWantDimms, 2});
+  std::vector<ConnectionInfo> list;
+  EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 0);
+  ASSERT_EQ(list.size(), 1U);
+  EXPECT_EQ(list[0].nodeIndex, 1);
+  EXPECT_TRUE(run.notices().empty());
+}
+
+TEST(OutOfBandList, NodeThatThereIsNotEndsTheRun) {
+  for (const int number : {-1, 0, 3}) {
+    Connections run(kConnectModeOutOfBand, sample("two-node"), std::nullopt,
+                    {redfish::kWantDimms, number});
+    std::vector<ConnectionInfo> list;
+    try {
+      ConnectInfo::Getinstance()->GetCimConnectInfo(list);
+      FAIL() << number;
+    } catch (const base::Failure& failure) {
+      EXPECT_EQ(failure.kind, base::FailureKind::kUsage);
+      EXPECT_EQ(failure.cause, "--node " + std::to_string(number) +
+                                   ": this service has 2 nodes");
+    }
+  }
+}
+
+TEST(OutOfBandTest, NameThatIsNoTargetIsToldSo) {
+  Target target = targetAt("https://name.invalid");
+  target.notNamed = "'name.invalid' is no target in a.toml (n1)";
+  target.similarName = "n1";
+  Connections run(kConnectModeOutOfBand, target, std::nullopt, {});
+  ConnectionInfo info;
+  EXPECT_EQ(ConnectInfo::Getinstance()->TryCimCon(info), 13);
+  EXPECT_EQ(run.cause(),
+            "'name.invalid' is no target in a.toml (n1), and no host of that "
+            "name is found; did you mean 'n1'?");
 }
 
 TEST(OutOfBandList, IsTheSameForBothKinds) {
@@ -192,7 +238,7 @@ TEST(InBandList, IsWholeForANodeThatThereIsNot) {
   std::vector<ConnectionInfo> list;
   EXPECT_EQ(ConnectInfo::Getinstance()->GetCimConnectInfo(list), 0);
   EXPECT_EQ(list.size(), 2U);
-  EXPECT_EQ(run.cause(), "");
+  EXPECT_EQ(run.cause(), "--node 3: this server has 2 nodes");
 }
 
 TEST(InBandList, KeepsANodeThatCannotBeRead) {

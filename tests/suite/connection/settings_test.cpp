@@ -267,4 +267,28 @@ TEST(Overlay, FirstGoesBeforeSecond) {
   EXPECT_FALSE(both.timeout);
 }
 
+TEST(SettingsErrors, NameWhatIsMostLikeAnUnknownKey) {
+  std::string error;
+  EXPECT_FALSE(connection::readSettings("[target.n1]\naddress = 'a'\n",
+                                        "a.toml", "/home/a", error));
+  EXPECT_NE(error.find("; did you mean 'targets'?"), std::string::npos)
+      << error;
+  EXPECT_FALSE(connection::readSettings("[targets.n1]\nadress = 'a'\n",
+                                        "a.toml", "/home/a", error));
+  EXPECT_NE(error.find("; did you mean 'address'?"), std::string::npos)
+      << error;
+}
+
+TEST(SettingsErrors, HintAtMissingQuotationMarks) {
+  std::string error;
+  EXPECT_FALSE(connection::readSettings("[targets.n1]\naddress = 10.0.0.5\n",
+                                        "a.toml", "/home/a", error));
+  EXPECT_NE(error.find("; a text stands in quotation marks: "),
+            std::string::npos)
+      << error;
+  EXPECT_FALSE(connection::readSettings("[targets.n1]\nuser = hunter2\n",
+                                        "a.toml", "/home/a", error));
+  EXPECT_EQ(error.find("hunter2"), std::string::npos) << error;
+}
+
 }  // namespace

@@ -193,4 +193,21 @@ TEST_F(ResolveTarget, WrongAddressIsAnError) {
   EXPECT_NE(errorOf("fe80::1"), "");
 }
 
+TEST(NameThatIsNoTarget, IsToldWithTheTargetsThatThereAre) {
+  connection::Settings settings;
+  settings.file = "a.toml";
+  settings.targets["node-1"] = {};
+  settings.targets["node-2"] = {};
+  connection::TargetChoice choice;
+  choice.text = "nodde-1";
+  std::string error;
+  const auto target = connection::resolveTarget(choice, settings, error);
+  ASSERT_TRUE(target) << error;
+  EXPECT_EQ(target->notNamed,
+            "'nodde-1' is no target in a.toml (node-1, node-2)");
+  EXPECT_EQ(target->similarName, "node-1");
+  settings.targets.clear();
+  EXPECT_EQ(connection::resolveTarget(choice, settings, error)->notNamed, "");
+}
+
 }  // namespace

@@ -1,9 +1,9 @@
-#include "suite/brivel/suggestion.h"
+#include "suite/base/suggestion.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace brivel {
+namespace base {
 namespace {
 
 constexpr std::size_t kMostChanges = 2;
@@ -36,8 +36,8 @@ std::size_t changesBetween(std::string_view from, std::string_view to) {
 
 }  // namespace
 
-std::string suggestionFor(std::string_view word,
-                          const std::vector<std::string>& candidates) {
+std::string mostSimilar(std::string_view word,
+                        const std::vector<std::string>& candidates) {
   if (word.size() > kLongestWord) {
     return "";
   }
@@ -53,7 +53,13 @@ std::string suggestionFor(std::string_view word,
       best = candidate;
     }
   }
+  return best;
+}
+
+std::string suggestionFor(std::string_view word,
+                          const std::vector<std::string>& candidates) {
+  const std::string best = mostSimilar(word, candidates);
   return best.empty() ? "" : "; did you mean '" + best + "'?";
 }
 
-}  // namespace brivel
+}  // namespace base

@@ -4,7 +4,11 @@
 #include <string_view>
 #include <vector>
 
-namespace brivel {
+namespace base {
+
+/// The candidate that is most like a word; empty if none is. See below.
+std::string mostSimilar(std::string_view word,
+                        const std::vector<std::string>& candidates);
 
 /// The clause "; did you mean 'NAME'?" with the candidate that is most like a
 /// word; empty if none is. A candidate is like a word if at most two letters
@@ -13,4 +17,4 @@ namespace brivel {
 std::string suggestionFor(std::string_view word,
                           const std::vector<std::string>& candidates);
 
-}  // namespace brivel
+}  // namespace base

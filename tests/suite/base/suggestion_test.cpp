@@ -1,4 +1,4 @@
-#include "suite/brivel/suggestion.h"
+#include "suite/base/suggestion.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-using brivel::suggestionFor;
+using base::suggestionFor;
 
 TEST(SuggestionFor, NamesTheMostLikely) {
   EXPECT_EQ(suggestionFor("syshealht", {"export", "syshealth"}),
