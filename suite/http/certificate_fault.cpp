@@ -80,6 +80,13 @@ Words wordsOf(CertificateFault fault) {
 
 }  // namespace
 
+CertificateFault withAuthorityFile(CertificateFault fault,
+                                   const std::string& caFile) {
+  const bool unknown = fault == CertificateFault::kSelfSigned ||
+                       fault == CertificateFault::kUnknownAuthority;
+  return unknown && !caFile.empty() ? CertificateFault::kNotVouchedFor : fault;
+}
+
 base::Failure failureOf(CertificateFault fault, const std::string& detail,
                         const std::string& pin) {
   const Words words = wordsOf(fault);

@@ -23,6 +23,12 @@ enum class CertificateFault {
   kOther
 };
 
+/// The fault as a person who named a file of trusted authorities should be
+/// told it: a certificate that nobody vouches for is one that no certificate
+/// of that file vouches for. `caFile` is empty if no file was named.
+CertificateFault withAuthorityFile(CertificateFault fault,
+                                   const std::string& caFile);
+
 /// The failure in words that a person can act on; address and URI are left
 /// empty. `detail` is what the library says; it is told for the faults whose
 /// own words do not say enough. `pin` is that of the key which the server

@@ -94,13 +94,13 @@ base::Failure certificateFailure(const CurlOutcome& outcome) {
     case CURLE_SSL_CACERT_BADFILE:
       return failureOf(CertificateFault::kAuthorityFile, detail(outcome));
     case CURLE_PEER_FAILED_VERIFICATION: {
-      const CertificateFault fault = certificateFault(outcome);
-      const bool unknown = fault == CertificateFault::kSelfSigned ||
-                           fault == CertificateFault::kUnknownAuthority;
-      return unknown && !outcome.caFile.empty()
-                 ? failureOf(CertificateFault::kNotVouchedFor, outcome.caFile,
-                             outcome.presentedPin)
-                 : failureOf(fault, detail(outcome), outcome.presentedPin);
+      const CertificateFault fault =
+          withAuthorityFile(certificateFault(outcome), outcome.caFile);
+      return failureOf(fault,
+                       fault == CertificateFault::kNotVouchedFor
+                           ? outcome.caFile
+                           : detail(outcome),
+                       outcome.presentedPin);
     }
     default:
       return failureOf(CertificateFault::kOther, detail(outcome),

@@ -334,8 +334,11 @@ void WinhttpExchange::checkCertificate() {
                             wordsOf(GetLastError()), times()));
   }
   const CertificatePtr certificate(context);
-  if (const auto fault = common_->trust.objectionTo(*certificate)) {
-    refuse(failureOf(*fault, "", pinOf(*certificate)));
+  const WinhttpTrust& trust = common_->trust;
+  if (const auto fault = trust.objectionTo(*certificate)) {
+    const bool named = *fault == CertificateFault::kNotVouchedFor;
+    refuse(failureOf(*fault, named ? trust.authorityFile() : "",
+                     pinOf(*certificate)));
   }
 }
 

@@ -103,6 +103,7 @@ WinhttpTrust::WinhttpTrust(const NetworkTransportOptions& options)
     readPins(options.pin);
   }
   if (verify_ && !options.caFile.empty()) {
+    authorityFile_ = options.caFile;
     readAuthorities(options.caFile);
   }
 }
@@ -211,7 +212,7 @@ std::optional<CertificateFault> WinhttpTrust::objectionToChain(
   }
   const ChainPtr chain(built);
   if (const auto fault = faultOf(*chain)) {
-    return fault;
+    return withAuthorityFile(*fault, authorityFile_);
   }
   if (!isFor(server, host_)) {
     return CertificateFault::kOtherName;

@@ -26,6 +26,9 @@ class WinhttpTrust {
   /// authorities that cannot be read. Address and URI are left empty.
   const std::optional<base::Failure>& fault() const { return fault_; }
 
+  /// The file of trusted authorities that was named; empty: the system's.
+  const std::string& authorityFile() const { return authorityFile_; }
+
   /// What is wrong with a server's certificate; nothing when it is trusted.
   std::optional<CertificateFault> objectionTo(const CERT_CONTEXT& server) const;
 
@@ -37,6 +40,7 @@ class WinhttpTrust {
 
   std::string host_;
   bool verify_;
+  std::string authorityFile_;
   std::vector<std::string> pins_;  ///< In base 64.
   CertificateStore authorities_;   ///< Null: the system's.
   ChainEngine engine_;             ///< Null: the system's.
