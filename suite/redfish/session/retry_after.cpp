@@ -33,6 +33,9 @@ std::optional<std::time_t> parseDate(std::string_view text) {
   in.imbue(std::locale::classic());
   std::tm parts{};
   in >> std::get_time(&parts, "%a, %d %b %Y %H:%M:%S");
+  // Not every system counts to the year 9999 (Windows: 3000).
+  constexpr int kLastYear = 2900 - 1900;
+  parts.tm_year = std::min(parts.tm_year, kLastYear);
   const std::time_t time = in.fail() ? -1 : fromUtc(parts);
   if (time == -1) {
     return std::nullopt;
