@@ -291,4 +291,23 @@ TEST(SettingsErrors, HintAtMissingQuotationMarks) {
   EXPECT_EQ(error.find("hunter2"), std::string::npos) << error;
 }
 
+TEST_F(LoadSettings, NumbersBeyondTheirLimitsAreRefused) {
+  struct Limits {
+    const char* key;
+    int least;
+    int most;
+  };
+  for (const Limits& limits :
+       {Limits{"max-connections", 1, 16}, Limits{"ipmi-port", 1, 65535}}) {
+    const auto with = [&](int number) {
+      return std::string("[targets.n1]\naddress = \"10.0.0.5\"\n") +
+             limits.key + " = " + std::to_string(number) + "\n";
+    };
+    EXPECT_TRUE(load(with(limits.least))) << limits.key;
+    EXPECT_TRUE(load(with(limits.most))) << limits.key;
+    EXPECT_FALSE(load(with(limits.least - 1))) << limits.key;
+    EXPECT_FALSE(load(with(limits.most + 1))) << limits.key;
+  }
+}
+
 }  // namespace

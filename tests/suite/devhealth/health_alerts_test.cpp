@@ -294,6 +294,17 @@ TEST(HolderHealth, CardExplainsTheChassisAroundIt) {
                                      "Enabled."}));
 }
 
+TEST(HolderHealth, LinkedDeviceExplainsTheChassis) {
+  Server server("{}", withHealth("Warning",
+                                 R"("Links": {"PCIeDevices": [)" +
+                                     linkTo("Systems/1/PCIeDevices/1") + "]}"));
+  server.put("Systems/1/PCIeDevices/1",
+             withHealth("Warning", R"("Name": "Card")"));
+  EXPECT_EQ(alertsOf(server), (Lines{"PCI" + kChangedToWarning +
+                                     "Card: health is Warning, state "
+                                     "Enabled."}));
+}
+
 TEST(HolderHealth, ConditionOfTheHolderExplainsIt) {
   EXPECT_EQ(alertsOf(Server(R"({"Status": {"Health": "Warning", "Conditions": [
                 {"MessageId": "V.1.0.A", "Message": "A.",

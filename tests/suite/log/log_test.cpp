@@ -165,6 +165,19 @@ TEST_F(LogFile, FullFileRotatesAndStaysPrivate) {
   EXPECT_EQ(rights(path("a.log")), 0600U);
 }
 
+TEST_F(LogFile, ThreeOlderLogsAreKept) {
+  for (int rotation = 0; rotation < 4; ++rotation) {
+    std::ofstream(path("a.log")) << std::string((4U << 20U) - 10, 'x');
+    logging::openLog({path("a.log"), 3});
+    write(3, "a line that no longer fits");
+    logging::closeLog();
+  }
+  EXPECT_TRUE(fs::exists(path("a.1.log")));
+  EXPECT_TRUE(fs::exists(path("a.2.log")));
+  EXPECT_TRUE(fs::exists(path("a.3.log")));
+  EXPECT_FALSE(fs::exists(path("a.4.log")));
+}
+
 TEST_F(LogFile, UnwritableLogWarnsOnceAndDropsLines) {
   testing::internal::CaptureStderr();
   logging::openLog({"/dev/null/brivel.log", 3});
