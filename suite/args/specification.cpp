@@ -44,8 +44,8 @@ std::optional<ApplicationOption> readOption(std::string_view line) {
   return option;
 }
 
-// Adds one line to the specification. Returns what is wrong with it, or an
-// empty text.
+// Adds one line to what is understood so far. Returns what is wrong with it, or
+// an empty text.
 std::string addLine(std::string_view line, Specification& specification) {
   const std::string_view text = base::trimmed(line);
   if (base::startsWith(text, kDashes)) {
