@@ -14,9 +14,9 @@
 #include <set>
 
 #include "suite/base/natural_order.h"
-#include "suite/redfish/pool.h"
 #include "suite/redfish/recorded/directory_transport.h"
 #include "suite/redfish/service.h"
+#include "suite/run/run.h"
 #include "syshealth/health/dev_health.h"
 #include "syshealth/result/health_status.h"
 #include "tests/support/file_text.h"
@@ -178,8 +178,8 @@ struct Shown {
 };
 
 std::vector<Shown> shownOf(const fs::path& recording) {
-  redfish::Pool pool;
-  pool.add(std::make_unique<redfish::Service>(
+  run::Run run;
+  run.pool().add(std::make_unique<redfish::Service>(
       redfish::ServiceOptions{},
       redfish::makeDirectoryTransport(recording.string())));
   std::vector<Shown> nodes;
