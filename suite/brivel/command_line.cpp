@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/base/ascii.h"
 #include "suite/base/numbers.h"
 #include "suite/base/suggestion.h"
 #include "suite/base/text.h"
@@ -36,10 +37,6 @@ std::string quoted(const std::string& text) {
   return "'" + base::escapeControls(text) + "'";
 }
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-  return text.substr(0, prefix.size()) == prefix;
-}
-
 void checkInteger(const Option& option, const std::string& text) {
   const std::optional<int> value = base::parseNumber<int>(text);
   if (value && *value >= option.least && *value <= option.most) {
@@ -58,7 +55,7 @@ void checkInteger(const Option& option, const std::string& text) {
 void checkValue(const Option& option, const std::string& text) {
   const std::string name(option.name);
   // An option in the place of a value means that the value was forgotten.
-  if (startsWith(text, "--") || (text.empty() && !mayBeEmpty(option))) {
+  if (base::startsWith(text, "--") || (text.empty() && !mayBeEmpty(option))) {
     throw UsageError{name + " needs a value"};
   }
   if (option.kind == ArgumentKind::kInteger) {
@@ -149,11 +146,11 @@ constexpr const char* kNoPasswords =
 // stands behind it may be a password.
 [[noreturn]] void refuseOption(const std::string& argument,
                                const OptionList& options) {
-  const bool isLong = startsWith(argument, "--");
+  const bool isLong = base::startsWith(argument, "--");
   const std::string name =
       isLong ? argument.substr(0, argument.find('=')) : argument.substr(0, 2);
   const std::string text = "unknown option " + quoted(name);
-  if (startsWith(name, "--pass") || name == "-p") {
+  if (base::startsWith(name, "--pass") || name == "-p") {
     throw UsageError{text + kNoPasswords};
   }
   std::vector<std::string> names;
