@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "suite/base/log.h"
-#include "suite/brivel/module_search.h"
+#include "suite/brivel/modules/module_search.h"
 #include "syshealth/result/result_codes.h"
 
 namespace brivel {

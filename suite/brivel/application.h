@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "suite/args/parser_scope.h"
-#include "suite/brivel/module.h"
-#include "suite/brivel/options.h"
+#include "suite/brivel/modules/module.h"
+#include "suite/brivel/options/options.h"
 #include "suite/brivel/result_line.h"
 
 namespace brivel {

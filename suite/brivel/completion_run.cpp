@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "suite/brivel/application.h"
-#include "suite/brivel/completion.h"
-#include "suite/brivel/module_search.h"
+#include "suite/brivel/modules/module_search.h"
+#include "suite/brivel/options/completion.h"
 #include "suite/connection/settings/settings.h"
 #include "suite/platform/user_paths.h"
 

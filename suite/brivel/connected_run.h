@@ -6,7 +6,7 @@
 
 #include "suite/base/secret.h"
 #include "suite/brivel/application.h"
-#include "suite/brivel/command_line.h"
+#include "suite/brivel/options/command_line.h"
 #include "suite/connection/in_band.h"
 #include "suite/connection/settings/settings.h"
 #include "suite/connection/settings/target.h"

@@ -1,7 +1,7 @@
 #include "suite/brivel/result_line.h"
 
 #include "suite/base/text.h"
-#include "suite/brivel/fold.h"
+#include "suite/brivel/options/fold.h"
 #include "syshealth/result/result_registry.h"
 
 namespace brivel {

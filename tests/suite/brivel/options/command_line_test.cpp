@@ -1,4 +1,4 @@
-#include "suite/brivel/command_line.h"
+#include "suite/brivel/options/command_line.h"
 
 #include <gtest/gtest.h>
 

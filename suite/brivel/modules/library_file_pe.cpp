@@ -8,7 +8,7 @@
 #include <fstream>
 #include <ios>
 
-#include "suite/brivel/library_file.h"
+#include "suite/brivel/modules/library_file.h"
 
 namespace brivel {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/brivel/module.h"
+#include "suite/brivel/modules/module.h"
 
 #include <gtest/gtest.h>
 

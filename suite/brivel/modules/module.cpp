@@ -1,10 +1,10 @@
-#include "suite/brivel/module.h"
+#include "suite/brivel/modules/module.h"
 
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 #include <utility>
 
-#include "suite/brivel/library_file.h"
+#include "suite/brivel/modules/library_file.h"
 
 namespace brivel {
 

@@ -1,4 +1,4 @@
-#include "suite/brivel/completion.h"
+#include "suite/brivel/options/completion.h"
 
 #include <algorithm>
 #include <cstddef>

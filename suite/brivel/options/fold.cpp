@@ -1,4 +1,4 @@
-#include "suite/brivel/fold.h"
+#include "suite/brivel/options/fold.h"
 
 #include <sstream>
 #include <utility>

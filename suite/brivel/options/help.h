@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "suite/args/specification.h"
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace brivel {
 

@@ -1,4 +1,4 @@
-#include "suite/brivel/completion.h"
+#include "suite/brivel/options/completion.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace {
 

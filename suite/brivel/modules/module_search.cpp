@@ -1,4 +1,4 @@
-#include "suite/brivel/module_search.h"
+#include "suite/brivel/modules/module_search.h"
 
 #include <algorithm>
 #include <boost/dll/runtime_symbol_info.hpp>
@@ -7,7 +7,7 @@
 
 #include "suite/base/suggestion.h"
 #include "suite/base/text.h"
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 #include "suite/platform/environment.h"
 
 namespace brivel {

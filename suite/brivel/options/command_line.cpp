@@ -1,4 +1,4 @@
-#include "suite/brivel/command_line.h"
+#include "suite/brivel/options/command_line.h"
 
 #include <algorithm>
 #include <iterator>
@@ -9,8 +9,8 @@
 #include "suite/base/numbers.h"
 #include "suite/base/suggestion.h"
 #include "suite/base/text.h"
-#include "suite/brivel/options.h"
-#include "suite/brivel/parsed_arguments.h"
+#include "suite/brivel/options/options.h"
+#include "suite/brivel/options/parsed_arguments.h"
 #include "suite/connection/settings/values.h"
 
 namespace brivel {

@@ -1,4 +1,4 @@
-#include "suite/brivel/module_search.h"
+#include "suite/brivel/modules/module_search.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "suite/brivel/help.h"
+#include "suite/brivel/options/help.h"
 
 #include <algorithm>
 #include <string_view>
 
-#include "suite/brivel/fold.h"
+#include "suite/brivel/options/fold.h"
 
 namespace brivel {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/brivel/command_line.h"
+#include "suite/brivel/options/command_line.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace brivel {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "suite/args/parser_scope.h"
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 #include "suite/connection/settings/target.h"
 #include "syshealth/host/connect_info.h"
 

@@ -1,4 +1,4 @@
-#include "suite/brivel/help.h"
+#include "suite/brivel/options/help.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace {
 

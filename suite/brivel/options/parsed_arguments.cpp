@@ -1,4 +1,4 @@
-#include "suite/brivel/parsed_arguments.h"
+#include "suite/brivel/options/parsed_arguments.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "suite/base/text.h"
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace brivel {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace brivel {
 

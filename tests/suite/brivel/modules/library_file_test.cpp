@@ -1,4 +1,4 @@
-#include "suite/brivel/library_file.h"
+#include "suite/brivel/modules/library_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/brivel/options.h"
+#include "suite/brivel/options/options.h"
 
 namespace brivel {
 
