@@ -1,14 +1,16 @@
 #include "suite/log/log_file.h"
 
+#include <spdlog/details/null_mutex.h>
 #include <spdlog/logger.h>
-#include <spdlog/sinks/basic_file_sink.h>
-#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/sinks/base_sink.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,8 +21,7 @@
 namespace logging {
 namespace {
 
-constexpr std::size_t kRotateAtBytes = std::size_t{4} << 20U;
-constexpr std::size_t kOlderFiles = 3;
+constexpr platform::Rotation kRotation = {std::uint64_t{4} << 20U, 3};
 
 // The process's log. A plain pointer rather than a static object, so that
 // lines that come late in the process's life find either a log or none.
@@ -49,19 +50,28 @@ void warn(const std::string& path, const std::string& reason) {
                base::escapeControls(reason).c_str());
 }
 
-spdlog::sink_ptr makeSink(const std::filesystem::path& file, bool regular) {
-  if (!regular) {
-    return std::make_shared<spdlog::sinks::basic_file_sink_st>(file.native());
+// Writes each line to the file that was opened, whatever its name stands for
+// by then.
+class OwnedFileSink
+    : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
+ public:
+  explicit OwnedFileSink(platform::OwnedFile file) : file_(std::move(file)) {}
+
+ protected:
+  void sink_it_(const spdlog::details::log_msg& message) override {
+    spdlog::memory_buf_t line;
+    formatter_->format(message, line);
+    std::string reason;
+    if (!file_.append({line.data(), line.size()}, reason)) {
+      spdlog::throw_spdlog_ex(reason);
+    }
   }
-  spdlog::file_event_handlers handlers;
-  // The file that follows a rotated one is made here, before the library
-  // would make it with whatever rights the user's mask leaves.
-  handlers.before_open = [](const spdlog::filename_t& name) {
-    platform::restrictToOwner(name);
-  };
-  return std::make_shared<spdlog::sinks::rotating_file_sink_st>(
-      file.native(), kRotateAtBytes, kOlderFiles, false, handlers);
-}
+
+  void flush_() override {}  // Nothing is held back.
+
+ private:
+  platform::OwnedFile file_;
+};
 
 spdlog::level::level_enum levelOf(unsigned int level) {
   switch (level) {
@@ -107,21 +117,21 @@ void openLog(const LogOptions& options) {
   if (options.file.empty() || options.level == 0) {
     return;
   }
-  const std::filesystem::path file = std::filesystem::u8path(options.file);
-  bool regular = false;
   std::string refusal;
-  if (!platform::prepareOwnedFile(file, regular, refusal)) {
+  std::optional<platform::OwnedFile> file = platform::OwnedFile::open(
+      std::filesystem::u8path(options.file), kRotation, refusal);
+  if (!file) {
     if (options.askedFor) {
       warn(options.file, refusal);
     }
     return;
   }
   try {
-    auto opened = std::make_unique<OpenLog>(
-        OpenLog{spdlog::logger("brivel", makeSink(file, regular)), options.file,
-                options.level});
+    auto opened = std::make_unique<OpenLog>(OpenLog{
+        spdlog::logger("brivel",
+                       std::make_shared<OwnedFileSink>(*std::move(file))),
+        options.file, options.level});
     opened->logger.set_level(spdlog::level::trace);
-    opened->logger.flush_on(spdlog::level::trace);
     opened->logger.set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %P %-5l %g:%# %v");
     opened->logger.set_error_handler([path = options.file, warned = false](
                                          const std::string& reason) mutable {

@@ -19,11 +19,12 @@ struct LogOptions {
 void keepEarlyLines();
 
 /// Opens the process's log. Before that and after `closeLog`, lines are
-/// dropped. A regular file is rotated at 4 MiB; three older ones are kept
-/// ("brivel.1.log" ...). Files and the directories that are made for them are
-/// readable by their owner only. If the log cannot be written, the
-/// run continues without it; one warning on standard error says so if it was
-/// asked for.
+/// dropped. A file of 4 MiB or more is set aside first; three older ones are
+/// kept ("brivel.1.log" ...). Several processes may share a log. Files and the
+/// directories that are made for them are readable by their owner only; which
+/// files are refused is told at platform::OwnedFile. If the log cannot be
+/// written, the run continues without it; one warning on standard error says
+/// so if it was asked for.
 void openLog(const LogOptions& options);
 
 /// Closes the log.

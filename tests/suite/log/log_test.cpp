@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -40,8 +41,41 @@ class LogFile : public testing::Test {
     Tarvex::Log(level, "suite/some/place.cpp", 42).Stream() << text;
   }
 
+  // Writes a log that is as large as one becomes.
+  void fill(const std::string& name) const {
+    std::ofstream(path(name)) << std::string(4U << 20U, 'x');
+  }
+
+  // What standard error says when a log is opened there.
+  static std::string warningFor(const std::string& file) {
+    testing::internal::CaptureStderr();
+    logging::openLog({file, 3});
+    write(3, "text");
+    return testing::internal::GetCapturedStderr();
+  }
+
+  static std::string warning(const std::string& file,
+                             const std::string& reason) {
+    return "brivel: warning: the log " + file +
+           " cannot be written: " + reason + "\n";
+  }
+
  private:
   const support::TempFolder directory_;
+};
+
+// The same with another user at hand.
+class LogFileOfOthers : public LogFile {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) {
+      GTEST_SKIP() << "only root can make files of other users";
+    }
+  }
+
+  static void give(const std::string& file) {
+    ASSERT_EQ(lchown(file.c_str(), 1234, 1234), 0);
+  }
 };
 
 TEST_F(LogFile, EarlyLinesAreWrittenWithinTheThreshold) {
@@ -156,8 +190,8 @@ TEST_F(LogFile, MissingDirectoriesAreMadeForTheOwnerAlone) {
   EXPECT_EQ(rights(path("state/brivel")), 0700U);
 }
 
-TEST_F(LogFile, FullFileRotatesAndStaysPrivate) {
-  std::ofstream(path("a.log")) << std::string((4U << 20U) - 10, 'x');
+TEST_F(LogFile, FullFileIsSetAsideAndTheNextIsPrivate) {
+  fill("a.log");
   logging::openLog({path("a.log"), 3});
   write(3, "first line of the next file");
   EXPECT_TRUE(fs::exists(path("a.1.log")));
@@ -167,9 +201,8 @@ TEST_F(LogFile, FullFileRotatesAndStaysPrivate) {
 
 TEST_F(LogFile, ThreeOlderLogsAreKept) {
   for (int rotation = 0; rotation < 4; ++rotation) {
-    std::ofstream(path("a.log")) << std::string((4U << 20U) - 10, 'x');
+    fill("a.log");
     logging::openLog({path("a.log"), 3});
-    write(3, "a line that no longer fits");
     logging::closeLog();
   }
   EXPECT_TRUE(fs::exists(path("a.1.log")));
@@ -208,6 +241,87 @@ TEST_F(LogFile, PipeWithoutAReaderIsNotWaitedFor) {
   testing::internal::CaptureStderr();
   logging::openLog({path("pipe"), 3});
   EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(LogFile, SymbolicLinkIsRefused) {
+  std::ofstream(path("victim")) << "important\n";
+  chmod(path("victim").c_str(), 0644);
+  fs::create_symlink(path("victim"), path("a.log"));
+  EXPECT_EQ(warningFor(path("a.log")),
+            warning(path("a.log"), "it is a symbolic link"));
+  EXPECT_EQ(contents(path("victim")), "important\n");
+  EXPECT_EQ(rights(path("victim")), 0644U);
+}
+
+TEST_F(LogFile, DanglingLinkMakesNoFile) {
+  fs::create_symlink(path("victim"), path("a.log"));
+  EXPECT_EQ(warningFor(path("a.log")),
+            warning(path("a.log"), "it is a symbolic link"));
+  EXPECT_FALSE(fs::exists(path("victim")));
+}
+
+TEST_F(LogFile, HardLinkIsRefused) {
+  std::ofstream(path("victim")) << "important\n";
+  chmod(path("victim").c_str(), 0644);
+  fs::create_hard_link(path("victim"), path("a.log"));
+  EXPECT_EQ(warningFor(path("a.log")),
+            warning(path("a.log"), "it has a second name (a hard link)"));
+  EXPECT_EQ(contents(path("victim")), "important\n");
+  EXPECT_EQ(rights(path("victim")), 0644U);
+}
+
+TEST_F(LogFile, LinesFollowTheFileAndNotItsName) {
+  logging::openLog({path("a.log"), 3});
+  write(3, "first");
+  fs::rename(path("a.log"), path("b.log"));
+  std::ofstream(path("victim")) << "important\n";
+  fs::create_symlink(path("victim"), path("a.log"));
+  write(3, "second");
+  EXPECT_NE(contents(path("b.log")).find("second"), std::string::npos);
+  EXPECT_EQ(contents(path("victim")), "important\n");
+}
+
+TEST_F(LogFile, OwnLinkOnTheWayIsFollowed) {
+  fs::create_directory(path("real"));
+  fs::create_symlink("real", path("link"));
+  logging::openLog({path("link/a.log"), 3});
+  EXPECT_TRUE(fs::exists(path("real/a.log")));
+}
+
+TEST_F(LogFile, LinksInACircleAreRefused) {
+  fs::create_symlink("b", path("a"));
+  fs::create_symlink("a", path("b"));
+  EXPECT_EQ(warningFor(path("a/a.log")),
+            warning(path("a/a.log"), "Too many levels of symbolic links"));
+}
+
+TEST_F(LogFileOfOthers, FileIsRefused) {
+  std::ofstream(path("a.log")) << "older\n";
+  give(path("a.log"));
+  EXPECT_EQ(warningFor(path("a.log")),
+            warning(path("a.log"), "it belongs to another user"));
+  EXPECT_EQ(contents(path("a.log")), "older\n");
+}
+
+TEST_F(LogFileOfOthers, LinkOnTheWayIsRefused) {
+  fs::create_directory(path("real"));
+  fs::create_symlink("real", path("link"));
+  give(path("link"));
+  EXPECT_EQ(warningFor(path("link/a.log")),
+            warning(path("link/a.log"),
+                    "the symbolic link link on the way belongs to another "
+                    "user"));
+  EXPECT_FALSE(fs::exists(path("real/a.log")));
+}
+
+TEST_F(LogFileOfOthers, NoFolderIsMadeInTheirs) {
+  fs::create_directory(path("theirs"));
+  give(path("theirs"));
+  EXPECT_EQ(warningFor(path("theirs/state/a.log")),
+            warning(path("theirs/state/a.log"),
+                    "the folder state is missing, and the one above it "
+                    "belongs to another user"));
+  EXPECT_FALSE(fs::exists(path("theirs/state")));
 }
 
 TEST_F(LogFile, PathIsKnownWhileOpen) {
