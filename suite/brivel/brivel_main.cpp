@@ -79,6 +79,9 @@ void openRunLog(const CommandLine& line, const connection::Settings& settings) {
   options.file = !line.logFile.empty() ? line.logFile
                  : settings.logFile    ? *settings.logFile
                                        : platform::logFile();
+  if (options.file == connection::kNoLog) {
+    options.file.clear();
+  }
   options.askedFor = !line.logFile.empty() || settings.logFile.has_value();
   const std::optional<int> level =
       line.logLevel ? line.logLevel : settings.logLevel;

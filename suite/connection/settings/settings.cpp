@@ -140,7 +140,8 @@ class SettingsReader {
   void readDefaults(const toml::table& entries) {
     Keys keys = targetKeys(settings_.defaults);
     keys.emplace_back("log-file", [&](const SettingsValue& value) {
-      settings_.logFile = readPath(value);
+      settings_.logFile =
+          readText(value) == kNoLog ? std::string(kNoLog) : readPath(value);
     });
     keys.emplace_back("log-level", [&](const SettingsValue& value) {
       settings_.logLevel = readNumber(value, 0, kHighestLogLevel);

@@ -48,14 +48,17 @@ struct InBandSettings {
   std::string pciIdsFile;
 };
 
+/// The name of a log that stands for none.
+inline constexpr std::string_view kNoLog = "none";
+
 /// The settings file, read.
 struct Settings {
   std::string file;  ///< Empty: there is none.
   TargetSettings defaults;
   std::map<std::string, NamedTarget, std::less<>> targets;
   InBandSettings inband;
-  std::optional<std::string> logFile;
-  std::optional<int> logLevel;  ///< 0 to 4.
+  std::optional<std::string> logFile;  ///< A path, or `kNoLog`.
+  std::optional<int> logLevel;         ///< 0 to 4.
 };
 
 /// Reads a settings file (TOML 1.0). Paths in it may begin with "~/", which is
