@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "suite/devhealth/parts/chassis_parts.h"
 #include "suite/devhealth/parts/mapped.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/part_models.h"
 

@@ -8,7 +8,7 @@
 #include "suite/devhealth/health/component.h"
 #include "suite/devhealth/health/health_walk.h"
 #include "suite/devhealth/health/repeated_parts.h"
-#include "suite/devhealth/parts/part_names.h"
+#include "suite/devhealth/parts/rows/part_names.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/document_path.h"
 

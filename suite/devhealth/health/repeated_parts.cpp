@@ -2,9 +2,9 @@
 
 #include <boost/json/array.hpp>
 
-#include "suite/devhealth/parts/part_class.h"
+#include "suite/devhealth/parts/names/part_class.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 #include "suite/devhealth/parts/part_list.h"
-#include "suite/devhealth/parts/same_parts.h"
 
 namespace devhealth {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
-#include "suite/devhealth/parts/jep106.h"
-#include "suite/devhealth/parts/system_parts.h"
+#include "suite/devhealth/parts/names/jep106.h"
+#include "suite/devhealth/parts/rows/system_parts.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {

@@ -1,8 +1,8 @@
 #include "suite/devhealth/inventory/fan_mapping.h"
 
 #include "suite/base/ascii.h"
-#include "suite/devhealth/parts/chassis_parts.h"
 #include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"
 

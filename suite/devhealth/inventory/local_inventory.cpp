@@ -10,8 +10,8 @@
 
 #include "suite/devhealth/inventory/row_names.h"
 #include "suite/devhealth/parts/health_text.h"
-#include "suite/devhealth/parts/jep106.h"
-#include "suite/devhealth/parts/machine_name.h"
+#include "suite/devhealth/parts/names/jep106.h"
+#include "suite/devhealth/parts/names/machine_name.h"
 #include "suite/devhealth/parts/row_order.h"
 #include "suite/devhealth/parts/value.h"
 

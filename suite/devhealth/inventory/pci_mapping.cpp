@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <utility>
 
-#include "suite/devhealth/parts/chassis_parts.h"
-#include "suite/devhealth/parts/pci_cards.h"
+#include "suite/devhealth/parts/pci/pci_cards.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/document_path.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
-#include "suite/devhealth/parts/chassis_parts.h"
 #include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"
 

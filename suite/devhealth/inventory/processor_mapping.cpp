@@ -2,7 +2,7 @@
 
 #include "suite/base/ascii.h"
 #include "suite/devhealth/parts/health_text.h"
-#include "suite/devhealth/parts/system_parts.h"
+#include "suite/devhealth/parts/rows/system_parts.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "suite/base/ascii.h"
-#include "suite/devhealth/parts/machine_name.h"
-#include "suite/devhealth/parts/sibling_names.h"
+#include "suite/devhealth/parts/names/machine_name.h"
+#include "suite/devhealth/parts/names/sibling_names.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {

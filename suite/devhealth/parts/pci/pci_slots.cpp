@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/pci_slots.h"
+#include "suite/devhealth/parts/pci/pci_slots.h"
 
 #include <boost/json/array.hpp>
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/pci_part.h"
+#include "suite/devhealth/parts/pci/pci_part.h"
 
 #include "suite/devhealth/parts/value.h"
 

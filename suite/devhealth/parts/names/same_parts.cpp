@@ -1,6 +1,6 @@
-#include "suite/devhealth/parts/same_parts.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 
-#include "suite/devhealth/parts/part_class.h"
+#include "suite/devhealth/parts/names/part_class.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/document_path.h"
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/display_name.h"
+#include "suite/devhealth/parts/names/display_name.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/pci_devices.h"
+#include "suite/devhealth/parts/pci/pci_devices.h"
 
 #include <algorithm>
 #include <iterator>
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "suite/devhealth/parts/chassis_lists.h"
-#include "suite/devhealth/parts/same_parts.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "suite/devhealth/parts/part_class.h"
+#include "suite/devhealth/parts/names/part_class.h"
 #include "suite/redfish/graph/graph.h"
 
 namespace devhealth {

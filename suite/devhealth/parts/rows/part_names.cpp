@@ -1,8 +1,8 @@
-#include "suite/devhealth/parts/part_names.h"
+#include "suite/devhealth/parts/rows/part_names.h"
 
-#include "suite/devhealth/parts/chassis_parts.h"
-#include "suite/devhealth/parts/pci_cards.h"
-#include "suite/devhealth/parts/system_parts.h"
+#include "suite/devhealth/parts/pci/pci_cards.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
+#include "suite/devhealth/parts/rows/system_parts.h"
 
 namespace devhealth {
 

@@ -1,11 +1,11 @@
-#include "suite/devhealth/parts/pci_cards.h"
+#include "suite/devhealth/parts/pci/pci_cards.h"
 
 #include <array>
 #include <utility>
 
-#include "suite/devhealth/parts/lone_parts.h"
-#include "suite/devhealth/parts/pci_devices.h"
-#include "suite/devhealth/parts/pci_match.h"
+#include "suite/devhealth/parts/pci/lone_parts.h"
+#include "suite/devhealth/parts/pci/pci_devices.h"
+#include "suite/devhealth/parts/pci/pci_match.h"
 #include "suite/devhealth/parts/row_order.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"

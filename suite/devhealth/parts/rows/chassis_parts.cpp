@@ -1,14 +1,14 @@
-#include "suite/devhealth/parts/chassis_parts.h"
+#include "suite/devhealth/parts/rows/chassis_parts.h"
 
 #include <algorithm>
 #include <map>
 #include <unordered_set>
 #include <utility>
 
-#include "suite/devhealth/parts/display_name.h"
+#include "suite/devhealth/parts/names/display_name.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 #include "suite/devhealth/parts/odata_type.h"
 #include "suite/devhealth/parts/row_order.h"
-#include "suite/devhealth/parts/same_parts.h"
 #include "suite/redfish/graph/document_path.h"
 #include "suite/redfish/graph/status.h"
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/lone_parts.h"
+#include "suite/devhealth/parts/pci/lone_parts.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "suite/devhealth/parts/chassis_lists.h"
-#include "suite/devhealth/parts/same_parts.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 #include "suite/devhealth/parts/value.h"
 
 namespace devhealth {

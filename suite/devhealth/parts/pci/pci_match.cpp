@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/pci_match.h"
+#include "suite/devhealth/parts/pci/pci_match.h"
 
 #include <algorithm>
 #include <array>

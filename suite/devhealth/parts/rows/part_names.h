@@ -3,7 +3,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "suite/devhealth/parts/sibling_names.h"
+#include "suite/devhealth/parts/names/sibling_names.h"
 #include "suite/redfish/graph/topology.h"
 
 namespace devhealth {

@@ -1,6 +1,6 @@
 // Which rows the PCI table has: devices, the parts that are none of them, and
 // what makes a part be a device.
-#include "suite/devhealth/parts/pci_cards.h"
+#include "suite/devhealth/parts/pci/pci_cards.h"
 
 #include <gtest/gtest.h>
 

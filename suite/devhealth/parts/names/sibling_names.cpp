@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/sibling_names.h"
+#include "suite/devhealth/parts/names/sibling_names.h"
 
 #include "suite/devhealth/parts/part_list.h"
 #include "suite/redfish/graph/document_path.h"

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/same_parts.h"
+#include "suite/devhealth/parts/names/same_parts.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "suite/devhealth/parts/pci_part.h"
-#include "suite/devhealth/parts/pci_slots.h"
+#include "suite/devhealth/parts/pci/pci_part.h"
+#include "suite/devhealth/parts/pci/pci_slots.h"
 
 namespace devhealth {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "suite/devhealth/parts/display_name.h"
+#include "suite/devhealth/parts/names/display_name.h"
 #include "suite/devhealth/parts/part_list.h"
 
 namespace devhealth {

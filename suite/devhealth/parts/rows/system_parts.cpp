@@ -1,8 +1,8 @@
-#include "suite/devhealth/parts/system_parts.h"
+#include "suite/devhealth/parts/rows/system_parts.h"
 
 #include <utility>
 
-#include "suite/devhealth/parts/display_name.h"
+#include "suite/devhealth/parts/names/display_name.h"
 #include "suite/devhealth/parts/row_order.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "suite/devhealth/parts/display_name.h"
+#include "suite/devhealth/parts/names/display_name.h"
 #include "suite/redfish/graph/graph.h"
 
 namespace devhealth {

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/machine_name.h"
+#include "suite/devhealth/parts/names/machine_name.h"
 
 #include "suite/base/ascii.h"
 #include "suite/devhealth/parts/value.h"

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/jep106.h"
+#include "suite/devhealth/parts/names/jep106.h"
 
 #include <gtest/gtest.h>
 

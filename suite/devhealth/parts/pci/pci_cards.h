@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "suite/devhealth/parts/mapped.h"
-#include "suite/devhealth/parts/pci_part.h"
+#include "suite/devhealth/parts/pci/pci_part.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/topology.h"
 

@@ -1,4 +1,4 @@
-#include "suite/devhealth/parts/part_class.h"
+#include "suite/devhealth/parts/names/part_class.h"
 
 #include <algorithm>
 #include <array>
