@@ -55,6 +55,13 @@ foreach(header
   install(FILES ${PROJECT_SOURCE_DIR}/syshealth/${header}
           DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brivel/syshealth/${room})
 endforeach()
+foreach(header report.h fields.h json.h words.h reader/reports.h)
+  cmake_path(GET header PARENT_PATH room)
+  install(FILES ${PROJECT_SOURCE_DIR}/suite/report/${header}
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brivel/suite/report/${room})
+endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/docs/brivel-report.schema.json
+        DESTINATION ${CMAKE_INSTALL_DOCDIR})
 set_target_properties(brivel_suite PROPERTIES EXPORT_NAME suite)
 target_include_directories(brivel_suite INTERFACE
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/brivel>)
