@@ -42,11 +42,14 @@ bool mayRead(ACCESS_MASK rights) {
   return (rights & (FILE_READ_DATA | GENERIC_READ | GENERIC_ALL)) != 0;
 }
 
-bool isTrusted(PSID who, PSID owner, PSID user) {
-  return EqualSid(who, owner) != 0 ||
-         (user != nullptr && EqualSid(who, user) != 0) ||
+bool isUserOrSystem(PSID who, PSID user) {
+  return (user != nullptr && EqualSid(who, user) != 0) ||
          IsWellKnownSid(who, WinLocalSystemSid) != 0 ||
-         IsWellKnownSid(who, WinBuiltinAdministratorsSid) != 0 ||
+         IsWellKnownSid(who, WinBuiltinAdministratorsSid) != 0;
+}
+
+bool isTrusted(PSID who, PSID owner, PSID user) {
+  return EqualSid(who, owner) != 0 || isUserOrSystem(who, user) ||
          IsWellKnownSid(who, WinCreatorOwnerRightsSid) != 0;
 }
 
@@ -81,6 +84,19 @@ bool othersCanRead(void* file) {
     }
   }
   return false;
+}
+
+bool belongsToOthers(void* file) {
+  PSID owner = nullptr;
+  LocalMemory descriptor;
+  if (GetSecurityInfo(file, SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION, &owner,
+                      nullptr, nullptr, nullptr,
+                      descriptor.address()) != ERROR_SUCCESS ||
+      owner == nullptr) {
+    return true;
+  }
+  std::vector<unsigned char> buffer;
+  return !isUserOrSystem(owner, ownUser(buffer));
 }
 
 }  // namespace platform

@@ -7,4 +7,9 @@ namespace platform {
 /// with the right READ_CONTROL. True as well when that cannot be found out.
 bool othersCanRead(void* file);
 
+/// Whether an open file belongs to someone other than this process's user, the
+/// system and the administrators. `file` as above. True as well when that
+/// cannot be found out.
+bool belongsToOthers(void* file);
+
 }  // namespace platform

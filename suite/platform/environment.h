@@ -5,7 +5,9 @@
 
 namespace platform {
 
-/// A variable of the environment as UTF-8; empty if it is not set.
+/// A variable of the environment as UTF-8; empty if it is not set, or if this
+/// process has rights that who started it has not (set-user-ID, file
+/// capabilities).
 std::string environmentValue(const char* name);
 
 /// Takes a variable out of the environment and overwrites its value there, so

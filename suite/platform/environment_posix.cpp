@@ -8,7 +8,7 @@
 namespace platform {
 
 std::string environmentValue(const char* name) {
-  const char* const value = std::getenv(name);
+  const char* const value = secure_getenv(name);
   return value == nullptr ? "" : value;
 }
 

@@ -5,7 +5,8 @@
 namespace platform {
 
 // Where a user's own files are (XDG Base Directory Specification 0.8: values
-// that are not absolute count as unset).
+// that are not absolute count as unset). Where the environment leads root to a
+// folder of another user it counts as unset, too.
 
 /// The user's home: HOME, else what the system's user database says; empty
 /// when neither tells.

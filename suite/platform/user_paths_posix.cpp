@@ -1,18 +1,37 @@
 #include "suite/platform/user_paths.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <filesystem>
+
+#include "suite/platform/environment.h"
 
 namespace platform {
 namespace {
 
 constexpr const char* kSystemSettings = "/etc/brivel/brivel.toml";
 
+// Whether root may be led to a folder: the folder, or the nearest one above
+// that is there, is root's own.
+bool isRoots(const std::string& folder) {
+  struct stat status = {};
+  for (std::filesystem::path path = folder;; path = path.parent_path()) {
+    if (stat(path.c_str(), &status) == 0) {
+      return status.st_uid == 0;
+    }
+    if (path == path.parent_path()) {
+      return false;
+    }
+  }
+}
+
 std::string absoluteFrom(const char* variable) {
-  const char* const value = std::getenv(variable);
-  return value != nullptr && *value == '/' ? value : "";
+  const std::string value = environmentValue(variable);
+  const bool usable = !value.empty() && value.front() == '/' &&
+                      (geteuid() != 0 || isRoots(value));
+  return usable ? value : "";
 }
 
 // A base directory of the user's, by its variable or below the home; empty

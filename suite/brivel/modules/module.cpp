@@ -1,10 +1,12 @@
 #include "suite/brivel/modules/module.h"
 
+#include <boost/dll/runtime_symbol_info.hpp>
 #include <boost/dll/shared_library.hpp>
 #include <system_error>
 #include <utility>
 
 #include "suite/brivel/modules/library_file.h"
+#include "suite/platform/trust.h"
 
 namespace brivel {
 
@@ -30,7 +32,12 @@ Function* entryPoint(const boost::dll::shared_library& library,
 std::optional<Module> Module::load(const std::filesystem::path& file,
                                    std::string& error) {
   const std::string name = file.string();
-  const std::string problem = problemWithLibrary(name);
+  // What others may write to is not even read.
+  std::string problem = platform::problemWithCode(
+      file, boost::dll::this_line_location().native());
+  if (problem.empty()) {
+    problem = problemWithLibrary(name);
+  }
   if (!problem.empty()) {
     error = name + " cannot be loaded: " + problem;
     return std::nullopt;

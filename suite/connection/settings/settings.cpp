@@ -1,11 +1,8 @@
 #include "suite/connection/settings/settings.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iterator>
 #include <string_view>
@@ -15,6 +12,7 @@
 #include "suite/base/suggestion.h"
 #include "suite/connection/settings/settings_values.h"
 #include "suite/connection/settings/values.h"
+#include "suite/platform/trust.h"
 
 namespace connection {
 namespace {
@@ -197,29 +195,6 @@ class SettingsReader {
   Settings settings_;
 };
 
-// The whole file; nothing, and the reason in `error`, when it cannot be read.
-std::optional<std::string> readFile(const std::string& file,
-                                    std::string& error) {
-  std::error_code failure;
-  if (fs::is_directory(file, failure)) {
-    error = "is a directory";
-    return std::nullopt;
-  }
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    error = std::strerror(errno);
-    return std::nullopt;
-  }
-  std::string text(kLargestFile + 1, '\0');
-  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<std::size_t>(stream.gcount()));
-  if (stream.bad() || text.size() > kLargestFile) {
-    error = stream.bad() ? "cannot be read" : "is larger than 1 MiB";
-    return std::nullopt;
-  }
-  return text;
-}
-
 }  // namespace
 
 TargetSettings overlay(const TargetSettings& first,
@@ -248,7 +223,8 @@ std::optional<Settings> loadSettings(const std::string& file,
                                      const std::string& home,
                                      std::string& error) {
   std::string reason;
-  const std::optional<std::string> text = readFile(file, reason);
+  const std::optional<std::string> text =
+      platform::readTrustedFile(fs::u8path(file), kLargestFile, reason);
   if (!text) {
     error = file + ": " + reason;
     return std::nullopt;

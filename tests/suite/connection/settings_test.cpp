@@ -9,6 +9,13 @@
 
 #include "tests/support/temp_folder.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <thread>
+#endif
+
 namespace {
 
 using connection::Address;
@@ -254,6 +261,56 @@ TEST_F(LoadSettings, HugeFileIsRefused) {
   EXPECT_FALSE(load("#" + std::string(1U << 20U, ' ')));
   EXPECT_EQ(error_, file_ + ": is larger than 1 MiB");
 }
+
+#ifndef _WIN32
+TEST_F(LoadSettings, FileThatOthersMayWriteIsRefused) {
+  for (const mode_t rights : {0620U, 0602U, 0666U}) {
+    ASSERT_TRUE(load("[defaults]\ninsecure = true\n")) << error_;
+    ASSERT_EQ(chmod(file_.c_str(), rights), 0);
+    EXPECT_FALSE(loadSettings(file_, "", error_));
+    EXPECT_EQ(error_,
+              file_ + ": others may write to it; run: chmod go-w " + file_);
+  }
+}
+
+TEST_F(LoadSettings, FileOfAnotherUserIsRefused) {
+  ASSERT_TRUE(load("[defaults]\ninsecure = true\n")) << error_;
+  if (chown(file_.c_str(), 1234, 1234) != 0) {
+    GTEST_SKIP() << "only root can make files of other users";
+  }
+  EXPECT_FALSE(loadSettings(file_, "", error_));
+  EXPECT_EQ(error_, file_ +
+                        ": belongs to another user, who could change it; make "
+                        "it yours (chown), or use a copy");
+}
+
+TEST_F(LoadSettings, DeviceIsRead) {
+  EXPECT_TRUE(loadSettings("/dev/null", "", error_)) << error_;
+}
+
+TEST_F(LoadSettings, PipeThatNobodyWritesToIsRefusedAtOnce) {
+  const std::string pipe = directory_.at("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_FALSE(loadSettings(pipe, "", error_));
+  EXPECT_EQ(error_, pipe + ": is a pipe that nothing was written to");
+}
+
+TEST_F(LoadSettings, PipeIsReadToItsEnd) {
+  int ends[2] = {-1, -1};
+  ASSERT_EQ(pipe(ends), 0);
+  std::thread writer([&] {
+    EXPECT_EQ(write(ends[1], "[defaults]\n", 11), 11);
+    EXPECT_EQ(write(ends[1], "user = 'ada'\n", 13), 13);
+    close(ends[1]);
+  });
+  const auto settings =
+      loadSettings("/dev/fd/" + std::to_string(ends[0]), "", error_);
+  writer.join();
+  close(ends[0]);
+  ASSERT_TRUE(settings) << error_;
+  EXPECT_EQ(settings->defaults.user, "ada");
+}
+#endif
 
 TEST(Overlay, FirstGoesBeforeSecond) {
   TargetSettings first;

@@ -54,6 +54,19 @@ TEST_F(UserPaths, WithoutOwnSettingsTheSystemsCount) {
   EXPECT_TRUE(file.empty() || file == "/etc/brivel/brivel.toml") << file;
 }
 
+TEST_F(UserPaths, RootIsNotLedToAnotherUsersFolder) {
+  if (lchown(home_.path().c_str(), 1234, 1234) != 0) {
+    GTEST_SKIP() << "only root can make folders of other users";
+  }
+  const std::string own = getpwuid(getuid())->pw_dir;
+  EXPECT_EQ(platform::homeDirectory(), own);
+  setenv("XDG_STATE_HOME", home_.at("not/there/yet").c_str(), 1);
+  EXPECT_EQ(platform::logFile(), own + "/.local/state/brivel/brivel.log");
+  setenv("XDG_CONFIG_HOME", home_.path().c_str(), 1);
+  const std::string file = home_.write("brivel/brivel.toml", "insecure = true");
+  EXPECT_NE(platform::settingsFile(), file);
+}
+
 TEST_F(UserPaths, HomeIsKnownWithoutTheVariable) {
   unsetenv("HOME");
   EXPECT_EQ(platform::homeDirectory(), getpwuid(getuid())->pw_dir);

@@ -1,6 +1,8 @@
 #include "suite/brivel/modules/module.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <optional>
@@ -54,6 +56,44 @@ TEST(ModuleLoad, MissingSymbolIsNamed) {
   EXPECT_EQ(error.rfind(broken("unresolved") + " cannot be loaded: ", 0), 0U)
       << error;
   EXPECT_NE(error.find("nowhere"), std::string::npos) << error;
+}
+
+TEST(ModuleLoad, WhatOthersMayWriteIsRefused) {
+  const support::TempFolder directory;
+  const std::string file = directory.at("sample.so");
+  std::filesystem::copy_file(SAMPLE_MODULE, file);
+  ASSERT_EQ(chmod(file.c_str(), 0757), 0);
+  EXPECT_EQ(errorOf(file),
+            file +
+                " cannot be loaded: others may write to it; run: chmod "
+                "go-w " +
+                file);
+  ASSERT_EQ(chmod(file.c_str(), 0755), 0);
+  ASSERT_EQ(chmod(directory.path().c_str(), 0777), 0);
+  EXPECT_EQ(errorOf(file), file +
+                               " cannot be loaded: others may write to its "
+                               "folder; run: chmod go-w " +
+                               directory.path().string());
+  ASSERT_EQ(chmod(directory.path().c_str(), 0755), 0);
+  std::string error;
+  EXPECT_TRUE(Module::load(file, error)) << error;
+}
+
+TEST(ModuleLoad, ModuleOfAnotherUserIsRefused) {
+  const support::TempFolder directory;
+  const std::string file = directory.at("sample.so");
+  std::filesystem::copy_file(SAMPLE_MODULE, file);
+  if (chown(file.c_str(), 1234, 1234) != 0) {
+    GTEST_SKIP() << "only root can make files of other users";
+  }
+  EXPECT_EQ(errorOf(file), file +
+                               " cannot be loaded: it belongs to another "
+                               "user, who could change it");
+  ASSERT_EQ(chown(file.c_str(), 0, 0), 0);
+  ASSERT_EQ(chown(directory.path().c_str(), 1234, 1234), 0);
+  EXPECT_EQ(errorOf(file), file +
+                               " cannot be loaded: its folder belongs to "
+                               "another user, who could change it");
 }
 
 TEST(ModuleLoad, ForeignFileIsTold) {
