@@ -2,10 +2,10 @@
 
 #include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>
-#include <charconv>
 #include <optional>
 #include <sstream>
 
+#include "suite/base/numbers.h"
 #include "tests/golden/text_file.h"
 
 namespace golden {
@@ -18,13 +18,7 @@ std::optional<std::uint64_t> valueOf(const std::string& word,
   if (figure != figures.end()) {
     return figure->second;
   }
-  std::uint64_t number = 0;
-  const char* end = word.data() + word.size();
-  const auto read = std::from_chars(word.data(), end, number);
-  if (word.empty() || read.ec != std::errc() || read.ptr != end) {
-    return std::nullopt;
-  }
-  return number;
+  return base::parseNumber<std::uint64_t>(word);
 }
 
 std::optional<bool> holds(std::uint64_t actual, const std::string& relation,

@@ -5,7 +5,6 @@
 //
 // The ports are those of the controllers that the two host interfaces lead to.
 
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
@@ -14,6 +13,7 @@
 #include <string_view>
 #include <utility>
 
+#include "suite/base/numbers.h"
 #include "tests/suite/local/host_interface_builder.h"
 #include "tests/suite/local/table_builder.h"
 
@@ -262,13 +262,7 @@ void writeOddFirmware(Folder& folder) {
 }
 
 std::optional<unsigned> portOf(std::string_view text) {
-  std::uint16_t port = 0;
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, port);
-  if (result.ec != std::errc() || result.ptr != end) {
-    return std::nullopt;
-  }
-  return port;
+  return base::parseNumber<std::uint16_t>(text);
 }
 
 }  // namespace

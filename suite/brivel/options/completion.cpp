@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/connection/device_items.h"
 
 namespace brivel {
@@ -16,16 +17,11 @@ namespace {
 
 constexpr std::string_view kFile = "file:";
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-  return text.substr(0, prefix.size()) == prefix;
-}
-
 // Whether a shell takes the text for one word, and nothing in it for a sign of
 // its own.
 bool isPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-           (c >= '0' && c <= '9') ||
+    return base::isAlphanumeric(c) ||
            std::string_view("._-+,:/@%").find(c) != std::string_view::npos;
   });
 }
@@ -42,7 +38,7 @@ class Typed {
       awaiting = nullptr;
     } else if (word == "--" && !optionsOver) {
       optionsOver = true;
-    } else if (startsWith(word, "-") && !optionsOver) {
+    } else if (base::startsWith(word, "-") && !optionsOver) {
       readOption(word);
     } else if (application.empty()) {
       application = word;
@@ -73,7 +69,7 @@ class Typed {
   }
 
   void readOption(const std::string& word) {
-    const bool isLong = startsWith(word, "--");
+    const bool isLong = base::startsWith(word, "--");
     const std::size_t equals = isLong ? word.find('=') : std::string::npos;
     const Option* const option =
         isLong            ? findOption(options_, word.substr(0, equals))
@@ -103,7 +99,7 @@ class Typed {
 // Adds a word if it begins with what is typed.
 void propose(Completion& completion, std::string_view typed, std::string word,
              std::string_view help = "") {
-  if (startsWith(word, typed) && isPlain(word)) {
+  if (base::startsWith(word, typed) && isPlain(word)) {
     completion.proposals.push_back({std::move(word), std::string(help)});
   }
 }
@@ -151,7 +147,7 @@ void proposeValues(Completion& completion, const Option& option,
       for (std::string& name : sources.targets(line.settingsFile)) {
         propose(completion, typed, std::move(name));
       }
-      if (startsWith(typed, kFile)) {
+      if (base::startsWith(typed, kFile)) {
         proposeFolders(completion, typed);
       } else {
         propose(completion, typed, std::string(kFile), "a recorded server");
@@ -198,7 +194,7 @@ Completion complete(const std::vector<std::string>& words,
   const std::size_t equals = typed.find('=');
   if (line.awaiting != nullptr) {
     proposeValues(completion, *line.awaiting, typed, line, sources);
-  } else if (!line.optionsOver && startsWith(typed, "--") &&
+  } else if (!line.optionsOver && base::startsWith(typed, "--") &&
              equals != std::string::npos) {
     const Option* const option =
         findOption(line.options(), typed.substr(0, equals));
@@ -209,7 +205,7 @@ Completion complete(const std::vector<std::string>& words,
     for (Proposal& proposal : completion.proposals) {
       proposal.word.insert(0, typed, 0, equals + 1);
     }
-  } else if (!line.optionsOver && startsWith(typed, "-")) {
+  } else if (!line.optionsOver && base::startsWith(typed, "-")) {
     proposeOptions(completion, typed, line, false);
   } else if (line.application.empty()) {
     proposeApplications(completion, typed, sources);

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <vector>
 
+#include "suite/base/ascii.h"
+
 namespace devhealth {
 namespace {
 
 bool isNumber(std::string_view text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-    return c >= '0' && c <= '9';
-  });
+  return !text.empty() && std::all_of(text.begin(), text.end(), base::isDigit);
 }
 
 std::vector<std::string_view> splitAtDots(std::string_view text) {

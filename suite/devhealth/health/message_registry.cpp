@@ -1,9 +1,9 @@
 #include "suite/devhealth/health/message_registry.h"
 
 #include <boost/json/array.hpp>
-#include <charconv>
 
 #include "suite/base/ascii.h"
+#include "suite/base/numbers.h"
 #include "suite/redfish/graph/topology.h"
 
 namespace devhealth {
@@ -14,12 +14,6 @@ using redfish::Uri;
 
 constexpr std::size_t kMaxRegistries = 4;
 constexpr std::size_t kMaxFiles = 64;
-
-int numberFrom(const std::string& digits) {
-  int number = -1;
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  return number;
-}
 
 // How well a registry serves an identifier: -1 not at all, the version asked
 // for best, else the higher minor version the better.
@@ -32,7 +26,9 @@ int fitness(const json::object& file, const MessageId& id) {
     if (registry.prefix != id.prefix || registry.major != id.major) {
       continue;
     }
-    return registry.minor == id.minor ? kExact : numberFrom(registry.minor);
+    return registry.minor == id.minor
+               ? kExact
+               : base::parseNumber<int>(registry.minor).value_or(-1);
   }
   return -1;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "suite/base/filler.h"
+#include "suite/base/numbers.h"
 #include "suite/base/text.h"
 
 namespace devhealth {
@@ -23,14 +24,9 @@ std::optional<double> plausible(double number) {
   return number;
 }
 
-std::optional<double> parseNumber(std::string_view text) {
-  double number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end) {
-    return std::nullopt;
-  }
-  return plausible(number);
+std::optional<double> plausibleNumber(std::string_view text) {
+  const std::optional<double> number = base::parseNumber<double>(text);
+  return number ? plausible(*number) : std::nullopt;
 }
 
 template <typename Integer>
@@ -105,7 +101,7 @@ std::optional<double> numberOf(const json::value& value) {
       return plausible(value.get_double());
     case json::kind::string: {
       const json::string& text = value.get_string();
-      return parseNumber(base::cleanText({text.data(), text.size()}));
+      return plausibleNumber(base::cleanText({text.data(), text.size()}));
     }
     default:
       return std::nullopt;

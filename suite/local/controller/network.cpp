@@ -1,8 +1,7 @@
 #include "suite/local/controller/network.h"
 
-#include <charconv>
 #include <cstddef>
-#include <system_error>
+#include <string_view>
 
 #include "suite/base/numbers.h"
 
@@ -37,14 +36,12 @@ std::optional<MacAddress> parseMac(const std::string& text) {
     return std::nullopt;
   }
   for (std::size_t i = 0; i < mac.size(); ++i) {
-    const char* begin = text.data() + i * 3;
-    const auto result = std::from_chars(begin, begin + 2, mac[i], 16);
-    if (result.ec != std::errc() || result.ptr != begin + 2) {
+    const std::string_view pair = std::string_view(text).substr(i * 3);
+    const auto byte = base::parseNumber<std::uint8_t>(pair.substr(0, 2), 16);
+    if (!byte || (i + 1 < mac.size() && pair[2] != ':')) {
       return std::nullopt;
     }
-    if (i + 1 < mac.size() && begin[2] != ':') {
-      return std::nullopt;
-    }
+    mac[i] = *byte;
   }
   return mac;
 }

@@ -3,22 +3,18 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "suite/base/ascii.h"
+
 namespace redfish {
 namespace {
 
 constexpr std::size_t kMaxLinkBytes = 1024;
 constexpr std::string_view kServicePrefix = "/redfish/";
 
-bool isAlpha(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // The characters that mean the same with and without a percent-escape
 // (RFC 3986, section 2.3).
 bool isUnreserved(char c) {
-  return isAlpha(c) || isDigit(c) ||
+  return base::isAlphanumeric(c) ||
          std::string_view("-._~").find(c) != std::string_view::npos;
 }
 
@@ -34,16 +30,11 @@ bool isControl(char c) {
 }
 
 int hexValue(char c) {
-  if (isDigit(c)) {
+  if (base::isDigit(c)) {
     return c - '0';
   }
-  if (c >= 'a' && c <= 'f') {
-    return c - 'a' + 10;
-  }
-  if (c >= 'A' && c <= 'F') {
-    return c - 'A' + 10;
-  }
-  return -1;
+  const char letter = base::lower(c);
+  return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
 // The byte that the percent-escape at a place stands for; nothing when none
@@ -112,16 +103,13 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
   const std::size_t scheme = link.find("://");
   const std::size_t path = link.find_first_of("/?#");
   if (scheme != std::string_view::npos && path == scheme + 1) {
-    std::string name(link.substr(0, scheme));
-    std::transform(name.begin(), name.end(), name.begin(), [](char c) {
-      return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    const std::string name = base::lowerCase(link.substr(0, scheme));
     if (name != "https" && name != "http") {
       return std::nullopt;
     }
     link.remove_prefix(scheme + 1);
   }
-  if (link.substr(0, 2) != "//") {
+  if (!base::startsWith(link, "//")) {
     return link;
   }
   const std::size_t end = link.find_first_of("/?#", 2);
@@ -131,14 +119,14 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
 // Whether a link is as nearly all are: a path of the service in which there is
 // nothing to decode, to escape or to refuse.
 bool isPlain(std::string_view link) {
-  if (link.substr(0, kServicePrefix.size()) != kServicePrefix) {
+  if (!base::startsWith(link, kServicePrefix)) {
     return false;
   }
   char last = '/';
   for (const char c : link) {
     const bool dot = c == '.' && last != '/';
-    if (!isAlpha(c) && !isDigit(c) && !dot && c != '/' && c != '-' &&
-        c != '_' && c != ':') {
+    if (!base::isAlphanumeric(c) && !dot && c != '/' && c != '-' && c != '_' &&
+        c != ':') {
       return false;
     }
     last = c;
@@ -187,7 +175,7 @@ std::optional<Uri> Uri::parse(std::string_view link) {
     return std::nullopt;
   }
   const std::string normalPath = normalize(path);
-  if (normalPath.compare(0, kServicePrefix.size(), kServicePrefix) != 0) {
+  if (!base::startsWith(normalPath, kServicePrefix)) {
     return std::nullopt;
   }
   const std::string normalQuery = normalize(query);

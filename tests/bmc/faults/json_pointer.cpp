@@ -4,11 +4,12 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
-#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "suite/base/numbers.h"
 
 namespace bmc {
 namespace {
@@ -35,13 +36,8 @@ std::optional<std::vector<std::string>> stepsOf(std::string_view pointer) {
 
 std::optional<std::size_t> indexOf(const std::string& step,
                                    const json::array& array) {
-  std::size_t index = 0;
-  const char* end = step.data() + step.size();
-  const auto [stop, error] = std::from_chars(step.data(), end, index);
-  if (error != std::errc() || stop != end || index >= array.size()) {
-    return std::nullopt;
-  }
-  return index;
+  const auto index = base::parseNumber<std::size_t>(step);
+  return index && *index < array.size() ? index : std::nullopt;
 }
 
 // The place that a step leads to; null when an array has none.

@@ -1,35 +1,27 @@
 #include "tests/bmc/faults/number_range.h"
 
-#include <charconv>
+#include "suite/base/numbers.h"
 
 namespace bmc {
-namespace {
-
-bool parseNumber(std::string_view text, std::uint64_t& number) {
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && stop == end;
-}
-
-}  // namespace
 
 std::optional<NumberRange> parseRange(std::string_view text) {
-  NumberRange range;
   const std::size_t dash = text.find('-');
-  if (!parseNumber(text.substr(0, dash), range.first)) {
+  const auto first = base::parseNumber<std::uint64_t>(text.substr(0, dash));
+  if (!first) {
     return std::nullopt;
   }
+  NumberRange range;
+  range.first = *first;
   if (dash == std::string_view::npos) {
     range.last = range.first;
   } else if (dash + 1 < text.size()) {
-    if (!parseNumber(text.substr(dash + 1), range.last)) {
+    const auto last = base::parseNumber<std::uint64_t>(text.substr(dash + 1));
+    if (!last) {
       return std::nullopt;
     }
+    range.last = *last;
   }
-  if (range.last < range.first) {
-    return std::nullopt;
-  }
-  return range;
+  return range.last < range.first ? std::nullopt : std::optional(range);
 }
 
 }  // namespace bmc

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 #include <boost/json/value.hpp>
-#include <charconv>
 #include <vector>
+
+#include "suite/base/ascii.h"
+#include "suite/base/numbers.h"
 
 namespace bmc {
 namespace {
@@ -109,15 +111,16 @@ std::optional<ExpandQuery> parseExpand(std::string_view value) {
   }
 
   constexpr std::string_view kOpen = "($levels=";
-  if (value.substr(0, kOpen.size()) != kOpen || value.back() != ')') {
+  if (!base::startsWith(value, kOpen) || value.back() != ')') {
     return std::nullopt;
   }
-  const char* first = value.data() + kOpen.size();
-  const char* last = value.data() + value.size() - 1;
-  const auto [end, error] = std::from_chars(first, last, query.levels);
-  if (error != std::errc() || end != last || query.levels < 1) {
+  value.remove_prefix(kOpen.size());
+  value.remove_suffix(1);
+  const auto levels = base::parseNumber<decltype(query.levels)>(value);
+  if (!levels || *levels < 1) {
     return std::nullopt;
   }
+  query.levels = *levels;
   return query;
 }
 
