@@ -60,7 +60,7 @@ void explain(RunResult& result, const connection::Connections& connections,
     result.remedy = std::exchange(failure->remedy, "");
     result.cause = describe(*failure);
   } else if (device != options.end()) {
-    result.cause = connection::objectionToItems(device->second);
+    result.cause = connection::problemWithItems(device->second);
   }
   result.combined = device != options.end() &&
                     connection::isCombined(result.code, device->second) &&

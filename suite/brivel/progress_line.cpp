@@ -43,14 +43,14 @@ void ProgressLine::tick(std::uint64_t resourcesRead) {
       std::to_string(elapsed) + " s";
   // A line that is wider than the terminal could not be drawn over.
   const std::string target = target_.substr(0, kWidest - count.size());
-  platform::drawOn(descriptor_, "\r" + target + count + "\x1b[K");
+  platform::writeRaw(descriptor_, "\r" + target + count + "\x1b[K");
   drawn_ = true;
   drawnAt_ = time;
 }
 
 void ProgressLine::done() {
   if (drawn_) {
-    platform::drawOn(descriptor_, "\r\x1b[K");
+    platform::writeRaw(descriptor_, "\r\x1b[K");
     drawn_ = false;
   }
 }

@@ -87,7 +87,7 @@ std::vector<std::string_view> deviceItems() {
   return names;
 }
 
-std::string objectionToItems(const std::string& device) {
+std::string problemWithItems(const std::string& device) {
   if (device == kAll) {
     return "";
   }

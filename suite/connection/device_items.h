@@ -23,6 +23,6 @@ std::vector<std::string_view> deviceItems();
 
 /// What is wrong with the text of the option "device": which name in it is no
 /// item, and which items there are. Empty when nothing is.
-std::string objectionToItems(const std::string& device);
+std::string problemWithItems(const std::string& device);
 
 }  // namespace connection

@@ -23,7 +23,7 @@ struct Words {
   bool withDetail;
 };
 
-Words wordsOf(CertificateFault fault) {
+Words messageFor(CertificateFault fault) {
   switch (fault) {
     case CertificateFault::kSelfSigned:
       return {"the certificate is self-signed", kTrustIt, false};
@@ -51,7 +51,7 @@ Words wordsOf(CertificateFault fault) {
               "make sure that this is the right server before the pin is "
               "changed",
               false};
-    case CertificateFault::kNotTheNamedOne:
+    case CertificateFault::kFingerprintMismatch:
       return {
           "the certificate is not the one that the controller names over "
           "IPMI",
@@ -89,7 +89,7 @@ CertificateFault withAuthorityFile(CertificateFault fault,
 
 base::Failure failureOf(CertificateFault fault, const std::string& detail,
                         const std::string& pin) {
-  const Words words = wordsOf(fault);
+  const Words words = messageFor(fault);
   std::string cause = words.cause;
   if (words.withDetail && !detail.empty()) {
     cause += " (" + base::excerpt(detail, kDetailBytes) + ')';

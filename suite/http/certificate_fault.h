@@ -15,7 +15,7 @@ enum class CertificateFault {
   kNotYetValid,
   kOtherName,
   kWrongPin,
-  kNotTheNamedOne,  ///< One certificate is trusted, and this is another.
+  kFingerprintMismatch,  ///< One certificate is trusted, and this is another.
   kRevoked,
   kWeak,
   kAuthorityFile,  ///< Not the certificate: the file of trusted authorities.

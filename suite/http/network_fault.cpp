@@ -22,7 +22,7 @@ constexpr char kFirewall[] =
 constexpr char kFirmware[] = "check the controller's firmware";
 constexpr char kAddress[] = "check the address and the network";
 
-Words wordsOf(NetworkFault fault) {
+Words messageFor(NetworkFault fault) {
   using Kind = base::FailureKind;
   using Tail = Words::Tail;
   switch (fault) {
@@ -30,13 +30,13 @@ Words wordsOf(NetworkFault fault) {
       return {Kind::kNameNotResolved,
               "this is neither a host name nor an address", Tail::kNone,
               "check its spelling"};
-    case NetworkFault::kNameUnknown:
+    case NetworkFault::kHostNotFound:
       return {Kind::kNameNotResolved, "the host name cannot be resolved",
               Tail::kNone, "check its spelling and the name server"};
     case NetworkFault::kRefused:
       return {Kind::kUnreachable, "the connection was refused", Tail::kNone,
               "check the port, and that the Redfish service is switched on"};
-    case NetworkFault::kNoWay:
+    case NetworkFault::kNoRoute:
       return {Kind::kUnreachable, "there is no way to this address",
               Tail::kNone, kAddress};
     case NetworkFault::kNoAnswerToConnect:
@@ -118,7 +118,7 @@ std::string seconds(std::chrono::milliseconds time) {
 
 base::Failure failureOf(NetworkFault fault, const std::string& detail,
                         const NetworkTimes& times) {
-  const Words words = wordsOf(fault);
+  const Words words = messageFor(fault);
   std::string cause = words.cause;
   switch (words.tail) {
     case Words::Tail::kNone:

@@ -11,9 +11,9 @@ namespace http {
 /// wrong with a certificate stands in certificate_fault.h.
 enum class NetworkFault {
   kNoHostName,  ///< What should be a host is neither name nor address.
-  kNameUnknown,
+  kHostNotFound,
   kRefused,
-  kNoWay,
+  kNoRoute,
   kNoAnswerToConnect,  ///< The system itself gave up.
   kNotConnected,
   kQueueTimeout,    ///< No connection became free.

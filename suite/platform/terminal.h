@@ -12,8 +12,8 @@ bool isTerminal(int descriptor);
 /// does not tell.
 std::size_t terminalWidth(int descriptor, std::size_t otherwise);
 
-/// Writes a text as it is, past the streams' buffers. What cannot be written
-/// is not missed.
-void drawOn(int descriptor, std::string_view text);
+/// Writes a text as it is, past the streams' buffers. Write errors are
+/// ignored.
+void writeRaw(int descriptor, std::string_view text);
 
 }  // namespace platform

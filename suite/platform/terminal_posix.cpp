@@ -14,7 +14,7 @@ std::size_t terminalWidth(int descriptor, std::size_t otherwise) {
              : otherwise;
 }
 
-void drawOn(int descriptor, std::string_view text) {
+void writeRaw(int descriptor, std::string_view text) {
   static_cast<void>(write(descriptor, text.data(), text.size()) < 0);
 }
 

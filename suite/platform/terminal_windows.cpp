@@ -28,7 +28,7 @@ std::size_t terminalWidth(int descriptor, std::size_t otherwise) {
              : otherwise;
 }
 
-void drawOn(int descriptor, std::string_view text) {
+void writeRaw(int descriptor, std::string_view text) {
   DWORD written = 0;
   WriteFile(handleOf(descriptor), text.data(), static_cast<DWORD>(text.size()),
             &written, nullptr);

@@ -146,7 +146,7 @@ std::optional<base::Failure> Service::openOnce() {
     const bool loginOnly = root && session_.loginEnd() < until;
     auto fetched = fetcher_.next(loginOnly ? session_.loginEnd() : until);
     if (!fetched) {
-      return loginOnly && !platform::interrupted() ? session_.late()
+      return loginOnly && !platform::interrupted() ? session_.timeoutFailure()
                                                    : outOfTime(kRootTarget);
     }
     if (session_.accept(*fetched)) {
@@ -191,7 +191,7 @@ std::optional<base::Failure> Service::provePassword(
     return outOfTime(systems->target());
   }
   if (answer->status == 401) {
-    return session_.refusal();
+    return session_.unauthorizedFailure();
   }
   return std::nullopt;
 }

@@ -166,7 +166,7 @@ void checkLimits(const Case& theCase, const Setting& setting,
 #if !defined(SYSHEALTH_SANITIZED)
   const Figures figures{
       {"milliseconds", static_cast<std::uint64_t>(end.milliseconds)},
-      {"kibibytes", setting.foreign ? 0 : end.kibibytes}};
+      {"kibibytes", setting.underWine ? 0 : end.kibibytes}};
   for (const std::string& text :
        unmet(theCase.filled(support::fileText(theCase.inherited("limits"))),
              figures)) {

@@ -11,7 +11,7 @@ struct Setting {
   std::filesystem::path program;  ///< brivel.
   std::filesystem::path root;     ///< Root of the source tree; runs start here.
   bool refresh = false;           ///< Keep what comes instead of comparing.
-  bool foreign = false;  ///< Under Wine, whose memory is counted as well.
+  bool underWine = false;  ///< Under Wine, whose memory is counted as well.
 };
 
 /// Runs a case in a folder of its own and compares standard output, standard

@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "suite/base/ascii.h"
-#include "suite/devhealth/health/noteworthy.h"
+#include "suite/devhealth/health/needs_attention.h"
 #include "suite/devhealth/parts/health_text.h"
 #include "suite/devhealth/parts/names/part_class.h"
 #include "suite/devhealth/parts/odata_type.h"
@@ -149,29 +149,30 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
     if (holder && !belongsTo(node, resource)) {
       continue;
     }
-    forEachNoteworthy(resource, [&](const Uri& uri, const json::object& part) {
-      if (&part == &resource.body && holder) {
-        return;
-      }
-      const Statement statement = statementOf(uri, part);
-      if (statement.severity < Health::kWarning) {
-        return;
-      }
-      const Uri own = ownLink(uri, part);
-      // What was read as a resource of its own speaks for itself.
-      if (own.document() != key && graph.resolve(own).object != nullptr) {
-        return;
-      }
-      if (seen.insert(own.identity()).second) {
-        components.push_back({uri,
-                              own,
-                              &part,
-                              statement,
-                              isAggregate(uri, part),
-                              isQuiet(uri, part),
-                              {}});
-      }
-    });
+    forEachNeedingAttention(
+        resource, [&](const Uri& uri, const json::object& part) {
+          if (&part == &resource.body && holder) {
+            return;
+          }
+          const Statement statement = statementOf(uri, part);
+          if (statement.severity < Health::kWarning) {
+            return;
+          }
+          const Uri own = ownLink(uri, part);
+          // What was read as a resource of its own speaks for itself.
+          if (own.document() != key && graph.resolve(own).object != nullptr) {
+            return;
+          }
+          if (seen.insert(own.identity()).second) {
+            components.push_back({uri,
+                                  own,
+                                  &part,
+                                  statement,
+                                  isAggregate(uri, part),
+                                  isQuiet(uri, part),
+                                  {}});
+          }
+        });
   }
   const auto depth = [](const Component& component) {
     const std::string identity = component.uri.identity();

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "suite/devhealth/health/noteworthy.h"
+#include "suite/devhealth/health/needs_attention.h"
 #include "suite/redfish/graph/service_conditions.h"
 
 namespace devhealth {
@@ -33,7 +33,8 @@ void addListed(const Graph& graph, EventList& list) {
 
 void addHeld(const Graph& graph, EventList& list) {
   for (const auto& [key, resource] : graph.resources()) {
-    forEachNoteworthy(resource, [&](const Uri& uri, const json::object& part) {
+    forEachNeedingAttention(resource, [&](const Uri& uri,
+                                          const json::object& part) {
       if (const json::array* conditions = redfish::arrayAt(part, kConditions)) {
         list.addConditions(*conditions, uri, EventSource::kResource);
       }

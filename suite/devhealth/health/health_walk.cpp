@@ -149,7 +149,8 @@ void addSkippedOfChassis(const Graph& graph, const Resource& chassis,
   };
   for (const Branch& branch : {Branch{"ThermalSubsystem", "Fans"},
                                Branch{"PowerSubsystem", "Batteries"}}) {
-    const redfish::Found found = graph.follow(chassis.body, branch.subsystem);
+    const redfish::LinkTarget found =
+        graph.follow(chassis.body, branch.subsystem);
     if (found.object != nullptr &&
         !isEntered(graph, *found.object, branch.collection)) {
       skipped.insert(found.document->uri.document());

@@ -91,18 +91,18 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
     }
     for (const std::string& key : theirs) {
       if (own.count(key) == 0) {
-        foreign_.insert(key);
+        otherHolders_.insert(key);
       }
     }
   }
 }
 
 bool NodeScope::holds(std::string_view document) const {
-  if (foreign_.empty()) {
+  if (otherHolders_.empty()) {
     return true;
   }
   while (!document.empty()) {
-    if (foreign_.count(std::string(document)) > 0) {
+    if (otherHolders_.count(std::string(document)) > 0) {
       return false;
     }
     document = redfish::parentOf(document);

@@ -20,7 +20,7 @@ class NodeScope {
   bool holds(std::string_view document) const;
 
  private:
-  std::unordered_set<std::string> foreign_;  ///< Holders of other nodes.
+  std::unordered_set<std::string> otherHolders_;  ///< Holders of other nodes.
 };
 
 }  // namespace devhealth

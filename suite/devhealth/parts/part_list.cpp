@@ -12,7 +12,7 @@ using redfish::ResourceState;
 using redfish::Uri;
 
 void PartList::addLinked(const Graph& graph, const Uri& link) {
-  const redfish::Found found = graph.resolve(link);
+  const redfish::LinkTarget found = graph.resolve(link);
   if (found.document == nullptr) {
     add({link, nullptr, nullptr});
   } else if (found.document->state == ResourceState::kUnreadable) {

@@ -31,7 +31,7 @@ NetworkFault connectFault(long osError) {
     case EHOSTUNREACH:
     case ENETUNREACH:
     case EADDRNOTAVAIL:
-      return NetworkFault::kNoWay;
+      return NetworkFault::kNoRoute;
     case ETIMEDOUT:
       return NetworkFault::kNoAnswerToConnect;
     default:
@@ -79,7 +79,7 @@ CertificateFault certificateFault(const CurlOutcome& outcome) {
     case X509_V_ERR_CA_MD_TOO_WEAK:
       return CertificateFault::kWeak;
     case X509_V_ERR_APPLICATION_VERIFICATION:
-      return CertificateFault::kNotTheNamedOne;
+      return CertificateFault::kFingerprintMismatch;
     default:
       // The name is compared by libcurl itself, which has only words for it.
       return says(outcome, "subject name") ? CertificateFault::kOtherName
@@ -111,7 +111,7 @@ base::Failure certificateFailure(const CurlOutcome& outcome) {
 NetworkFault faultOf(const CurlOutcome& outcome) {
   switch (outcome.code) {
     case CURLE_COULDNT_RESOLVE_HOST:
-      return NetworkFault::kNameUnknown;
+      return NetworkFault::kHostNotFound;
     case CURLE_COULDNT_CONNECT:
       return connectFault(outcome.osError);
     case CURLE_OPERATION_TIMEDOUT:

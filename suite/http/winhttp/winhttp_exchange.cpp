@@ -331,11 +331,11 @@ void WinhttpExchange::checkCertificate() {
   if (WinHttpQueryOption(handle_, WINHTTP_OPTION_SERVER_CERT_CONTEXT, &context,
                          &size) == 0) {
     return refuse(failureOf(NetworkFault::kTlsHandshake,
-                            wordsOf(GetLastError()), times()));
+                            messageFor(GetLastError()), times()));
   }
   const CertificatePtr certificate(context);
   const WinhttpTrust& trust = common_->trust;
-  if (const auto fault = trust.objectionTo(*certificate)) {
+  if (const auto fault = trust.problemWith(*certificate)) {
     const bool named = *fault == CertificateFault::kNotVouchedFor;
     refuse(failureOf(*fault, named ? trust.authorityFile() : "",
                      pinOf(*certificate)));
@@ -441,7 +441,7 @@ void WinhttpExchange::endBody() {
 
 void WinhttpExchange::failWith(DWORD error) {
   const Lock lock(mutex_);
-  failWith(faultOf(error, progress_), wordsOf(error));
+  failWith(faultOf(error, progress_), messageFor(error));
 }
 
 void WinhttpExchange::failWith(NetworkFault fault, const std::string& detail) {

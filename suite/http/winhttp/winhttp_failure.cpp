@@ -32,13 +32,13 @@ NetworkFault faultOf(unsigned long error, const WinhttpProgress& progress) {
   switch (error) {
     case ERROR_WINHTTP_NAME_NOT_RESOLVED:
     case WSAHOST_NOT_FOUND:
-      return NetworkFault::kNameUnknown;
+      return NetworkFault::kHostNotFound;
     case WSAECONNREFUSED:
       return NetworkFault::kRefused;
     case WSAENETUNREACH:
     case WSAEHOSTUNREACH:
     case WSAEADDRNOTAVAIL:
-      return NetworkFault::kNoWay;
+      return NetworkFault::kNoRoute;
     case ERROR_WINHTTP_CANNOT_CONNECT:
       return NetworkFault::kNotConnected;
     case ERROR_WINHTTP_TIMEOUT:
@@ -67,7 +67,7 @@ NetworkFault faultOf(unsigned long error, const WinhttpProgress& progress) {
   }
 }
 
-std::string wordsOf(unsigned long error) {
+std::string messageFor(unsigned long error) {
   if (error == ERROR_WINHTTP_CANNOT_CONNECT) {
     return "it was refused, or there is no way to this address";
   }

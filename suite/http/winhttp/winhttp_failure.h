@@ -19,6 +19,6 @@ NetworkFault faultOf(unsigned long error, const WinhttpProgress& progress);
 NetworkFault timeoutFaultOf(const WinhttpProgress& progress);
 
 /// What the system says about an error, as clean text.
-std::string wordsOf(unsigned long error);
+std::string messageFor(unsigned long error);
 
 }  // namespace http

@@ -134,7 +134,7 @@ void WinhttpTransport::sendWaiting() {
     }
     if (!session_) {
       fail(exchange->id(), exchange->request().target,
-           failureOf(NetworkFault::kInternal, wordsOf(GetLastError())));
+           failureOf(NetworkFault::kInternal, messageFor(GetLastError())));
       continue;
     }
     sessionUsed_ = true;

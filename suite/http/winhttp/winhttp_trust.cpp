@@ -180,16 +180,16 @@ std::string pinOf(const CERT_CONTEXT& certificate) {
   return digest.empty() ? "" : std::string(kPinPrefix) + digest;
 }
 
-std::optional<CertificateFault> WinhttpTrust::objectionTo(
+std::optional<CertificateFault> WinhttpTrust::problemWith(
     const CERT_CONTEXT& server) const {
   if (!pins_.empty() &&
       std::find(pins_.begin(), pins_.end(), digestOf(server)) == pins_.end()) {
     return CertificateFault::kWrongPin;
   }
-  return verify_ ? objectionToChain(server) : std::nullopt;
+  return verify_ ? problemWithChain(server) : std::nullopt;
 }
 
-std::optional<CertificateFault> WinhttpTrust::objectionToChain(
+std::optional<CertificateFault> WinhttpTrust::problemWithChain(
     const CERT_CONTEXT& server) const {
   CERT_CHAIN_PARA wanted = {};
   wanted.cbSize = sizeof(wanted);

@@ -30,12 +30,12 @@ class WinhttpTrust {
   const std::string& authorityFile() const { return authorityFile_; }
 
   /// What is wrong with a server's certificate; nothing when it is trusted.
-  std::optional<CertificateFault> objectionTo(const CERT_CONTEXT& server) const;
+  std::optional<CertificateFault> problemWith(const CERT_CONTEXT& server) const;
 
  private:
   void readPins(const std::string& text);
   void readAuthorities(const std::string& file);
-  std::optional<CertificateFault> objectionToChain(
+  std::optional<CertificateFault> problemWithChain(
       const CERT_CONTEXT& server) const;
 
   std::string host_;

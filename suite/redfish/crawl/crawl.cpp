@@ -185,7 +185,7 @@ bool Crawl::evaluatePass(bool structure) {
   return decided;
 }
 
-std::optional<Fetched> Crawl::nextAnswer(base::Clock::time_point until) {
+std::optional<FetchResult> Crawl::nextAnswer(base::Clock::time_point until) {
   while (true) {
     const base::Clock::time_point now = base::Clock::now();
     const base::Clock::time_point wake =

@@ -72,9 +72,9 @@ class Crawl {
   bool evaluatePass(bool structure);
 
   // Taking answers in.
-  std::optional<Fetched> nextAnswer(base::Clock::time_point until);
-  void arrive(Fetched fetched, base::Clock::time_point until);
-  bool reauthorized(const Fetched& fetched, const Pending& pending,
+  std::optional<FetchResult> nextAnswer(base::Clock::time_point until);
+  void arrive(FetchResult fetched, base::Clock::time_point until);
+  bool reauthorized(const FetchResult& fetched, const Pending& pending,
                     base::Clock::time_point until);
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);

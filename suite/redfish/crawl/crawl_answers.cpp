@@ -14,7 +14,7 @@ constexpr int kMaxUnreachable = 3;
 
 }  // namespace
 
-void Crawl::arrive(Fetched fetched, base::Clock::time_point until) {
+void Crawl::arrive(FetchResult fetched, base::Clock::time_point until) {
   const auto found = pending_.find(fetched.ticket);
   if (found == pending_.end()) {
     return;
@@ -43,7 +43,7 @@ void Crawl::arrive(Fetched fetched, base::Clock::time_point until) {
   }
 }
 
-bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
+bool Crawl::reauthorized(const FetchResult& fetched, const Pending& pending,
                          base::Clock::time_point until) {
   if (fetched.answer.failure || fetched.answer.status != 401) {
     return true;
@@ -51,7 +51,7 @@ bool Crawl::reauthorized(const Fetched& fetched, const Pending& pending,
   const bool stale = fetched.generation != fetcher_.generation();
   if (!stale) {
     if (!session_.renewable() || renewed_) {
-      end(session_.refusal());
+      end(session_.unauthorizedFailure());
       return false;
     }
     renewed_ = true;

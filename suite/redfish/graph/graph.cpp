@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 #include <boost/json/value.hpp>
-#include <charconv>
 #include <utility>
+
+#include "suite/base/numbers.h"
 
 namespace redfish {
 namespace {
@@ -34,13 +35,8 @@ const json::value* elementAt(const json::array& array, std::string_view token) {
   if (token.size() > 1 && token.front() == '0') {
     return nullptr;
   }
-  std::size_t index = 0;
-  const char* end = token.data() + token.size();
-  const auto [stop, error] = std::from_chars(token.data(), end, index);
-  if (error != std::errc() || stop != end) {
-    return nullptr;
-  }
-  return array.if_contains(index);
+  const auto index = base::parseNumber<std::size_t>(token);
+  return index ? array.if_contains(*index) : nullptr;
 }
 
 const json::value* memberOf(const json::object& object,
@@ -104,8 +100,8 @@ const Resource* Graph::findRead(std::string_view document) const {
                                                                   : nullptr;
 }
 
-Found Graph::resolve(const Uri& link) const {
-  Found found;
+LinkTarget Graph::resolve(const Uri& link) const {
+  LinkTarget found;
   found.document = find(link.document());
   if (found.document != nullptr &&
       found.document->state == ResourceState::kRead) {
@@ -114,9 +110,10 @@ Found Graph::resolve(const Uri& link) const {
   return found;
 }
 
-Found Graph::follow(const json::object& holder, std::string_view path) const {
+LinkTarget Graph::follow(const json::object& holder,
+                         std::string_view path) const {
   const std::optional<Uri> link = linkAt(holder, path);
-  return link ? resolve(*link) : Found{};
+  return link ? resolve(*link) : LinkTarget{};
 }
 
 std::vector<const Resource*> readLinks(const Graph& graph,

@@ -35,7 +35,7 @@ struct Resource {
 };
 
 /// What a link leads to inside the graph.
-struct Found {
+struct LinkTarget {
   const Resource* document = nullptr;    ///< Null: never asked for.
   const json::object* object = nullptr;  ///< The document's body, or the part
                                          ///< that the fragment points at; null
@@ -56,11 +56,11 @@ class Graph {
   const Resource* findRead(std::string_view document) const;
 
   /// What a link leads to.
-  Found resolve(const Uri& link) const;
+  LinkTarget resolve(const Uri& link) const;
 
   /// What the link at a path of an object leads to; nothing found when there
   /// is no link.
-  Found follow(const json::object& holder, std::string_view path) const;
+  LinkTarget follow(const json::object& holder, std::string_view path) const;
 
   const std::map<std::string, Resource, std::less<>>& resources() const {
     return resources_;

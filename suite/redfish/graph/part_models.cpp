@@ -14,7 +14,7 @@ bool exists(const Graph& graph, const Uri& link) {
 
 // Whether a part is there: it exists and does not say that it is absent.
 bool present(const Graph& graph, const Uri& link) {
-  const Found found = graph.resolve(link);
+  const LinkTarget found = graph.resolve(link);
   if (found.document == nullptr) {
     return false;
   }
@@ -29,7 +29,7 @@ bool chassisHasParts(const Graph& graph, const json::object& chassis,
   if (subsystemHasParts(graph, chassis, schema)) {
     return true;
   }
-  const Found old = graph.follow(chassis, schema.document);
+  const LinkTarget old = graph.follow(chassis, schema.document);
   if (old.object == nullptr) {
     return false;
   }
@@ -52,7 +52,7 @@ bool isOfType(const json::object& object, std::string_view type) {
 bool anySource(const Graph& graph, const std::vector<Uri>& sources,
                const PartSchema& schema) {
   return std::any_of(sources.begin(), sources.end(), [&](const Uri& source) {
-    const Found found = graph.resolve(source);
+    const LinkTarget found = graph.resolve(source);
     if (found.object == nullptr) {
       return false;
     }
@@ -67,7 +67,7 @@ bool anySource(const Graph& graph, const std::vector<Uri>& sources,
 
 bool subsystemHasParts(const Graph& graph, const json::object& chassis,
                        const PartSchema& schema) {
-  const Found holder = graph.follow(chassis, schema.subsystem);
+  const LinkTarget holder = graph.follow(chassis, schema.subsystem);
   if (holder.object == nullptr) {
     return false;
   }
@@ -75,7 +75,7 @@ bool subsystemHasParts(const Graph& graph, const json::object& chassis,
   if (!link) {
     return false;
   }
-  const Found collection = graph.resolve(*link);
+  const LinkTarget collection = graph.resolve(*link);
   if (collection.object == nullptr) {
     return exists(graph, *link);
   }

@@ -66,7 +66,7 @@ std::uint64_t Fetcher::send(http::Request request) {
   return ticket;
 }
 
-std::optional<Fetched> Fetcher::next(base::Clock::time_point until) {
+std::optional<FetchResult> Fetcher::next(base::Clock::time_point until) {
   // Looked at for every answer: with a recorded server there always is one, and
   // what is made of answers may take longer than they do.
   while (!platform::interrupted() && base::Clock::now() < until) {
@@ -175,8 +175,8 @@ void Fetcher::startDue(base::Clock::time_point now) {
   }
 }
 
-std::optional<Fetched> Fetcher::settle(http::Answer answer) {
-  Fetched fetched;
+std::optional<FetchResult> Fetcher::settle(http::Answer answer) {
+  FetchResult fetched;
   if (const auto sent = sends_.find(answer.id); sent != sends_.end()) {
     fetched.ticket = sent->second;
     sends_.erase(sent);

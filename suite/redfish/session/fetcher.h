@@ -33,7 +33,7 @@ struct Fetch {
 };
 
 /// The final answer to a request, after all repeats.
-struct Fetched {
+struct FetchResult {
   std::uint64_t ticket = 0;
   unsigned generation = 0;  ///< Authorization that it was sent with.
   http::Answer answer;
@@ -68,7 +68,7 @@ class Fetcher {
   /// The next final answer; waits until `until` at the latest. Returns nullopt
   /// from then on even if answers are there, when nothing is under way, and
   /// once the user has interrupted the run.
-  std::optional<Fetched> next(base::Clock::time_point until);
+  std::optional<FetchResult> next(base::Clock::time_point until);
 
   /// Waits for the answer to a request that was sent; the answers of reads
   /// that come meanwhile are kept for `next`, and no queued read is started.
@@ -112,7 +112,7 @@ class Fetcher {
 
   void startQueued();
   void startDue(base::Clock::time_point now);
-  std::optional<Fetched> settle(http::Answer answer);
+  std::optional<FetchResult> settle(http::Answer answer);
   /// Whether the job goes out again; if so it has been queued or delayed.
   bool repeated(Job& job, http::Answer& answer);
   bool redirected(Job& job, http::Answer& answer);

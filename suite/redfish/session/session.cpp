@@ -73,7 +73,7 @@ void Session::begin(std::chrono::milliseconds timeout) {
   }
 }
 
-bool Session::accept(Fetched& fetched) {
+bool Session::accept(FetchResult& fetched) {
   if (!ticket_ || fetched.ticket != *ticket_) {
     return false;
   }
@@ -82,12 +82,12 @@ bool Session::accept(Fetched& fetched) {
   return true;
 }
 
-base::Failure Session::late() const {
+base::Failure Session::timeoutFailure() const {
   base::Failure failure =
       http::failureOf(ticket_ && !fetcher_.mayHaveArrived(*ticket_)
                           ? http::NetworkFault::kConnectTimeout
                           : http::NetworkFault::kAnswerTimeout,
-                      "", {patience_, patience_});
+                      "", {loginTimeout_, loginTimeout_});
   failure.address = address_;
   failure.uri = loginTarget_;
   return failure;
@@ -166,7 +166,7 @@ base::Secret Session::basicLogin() const {
 }
 
 void Session::sendLogin(std::chrono::milliseconds timeout) {
-  patience_ = timeout;
+  loginTimeout_ = timeout;
   loginEnd_ = base::Clock::now() + timeout;
   ticket_ = fetcher_.send(loginRequest());
 }
@@ -179,7 +179,7 @@ http::Request Session::loginRequest() const {
       base::Secret({R"({"UserName":)", quoted(user_).text(), R"(,"Password":)",
                     quoted(password_.text()).text(), "}"});
   // Longer than we wait for it: what it grants late is taken back by `logout`.
-  request.timeout = patience_ + kLogoutTimeout;
+  request.timeout = loginTimeout_ + kLogoutTimeout;
   return request;
 }
 
@@ -192,7 +192,7 @@ Session::Outcome Session::login(std::chrono::milliseconds timeout,
     failure_ = platform::interrupted() ? fail(base::FailureKind::kInterrupted,
                                               "interrupted by the user", "")
                : loginEnd_ <= until
-                   ? late()
+                   ? timeoutFailure()
                    : fail(base::FailureKind::kDeadline,
                           "no answer to the login in time", "");
     return Outcome::kFailed;
@@ -304,7 +304,7 @@ bool Session::adopt(const http::Answer& answer) {
   return true;
 }
 
-base::Failure Session::refusal() const {
+base::Failure Session::unauthorizedFailure() const {
   if (!wanted()) {
     return fail(base::FailureKind::kNoCredentials,
                 "the service asks for a login", "name a user and a password");

@@ -33,13 +33,14 @@ class Session {
 
   /// Takes the answer out of `fetched` if it is the one to `begin`, and returns
   /// whether it is.
-  bool accept(Fetched& fetched);
+  bool accept(FetchResult& fetched);
 
   /// When the login under way has had its time, as `begin` was told. What it
   /// still grants later is taken back by `logout`.
   base::Clock::time_point loginEnd() const { return loginEnd_; }
-  /// What it means that no answer came by then.
-  base::Failure late() const;
+
+  /// The failure to report when no answer came by `loginEnd`.
+  base::Failure timeoutFailure() const;
 
   /// Ends the login once the service root is known: tries the URI that the
   /// root names where the standard one was none, or falls to Basic. Requires
@@ -59,9 +60,9 @@ class Session {
   /// Whether the login can be renewed: Basic cannot.
   bool renewable() const { return wanted() && !basic_; }
 
-  /// What it means that the service answered 401 although we had logged in,
-  /// or because no login was wanted.
-  base::Failure refusal() const;
+  /// The failure to report when the service answered 401: after a login, or
+  /// because no login was wanted.
+  base::Failure unauthorizedFailure() const;
 
   /// A text for messages, without the password and the token in it, and
   /// without what HTTP Basic makes of user and password.
@@ -111,10 +112,10 @@ class Session {
   std::string user_;
   base::Secret password_;
   std::string loginTarget_ = "/redfish/v1/SessionService/Sessions";
-  std::optional<std::uint64_t> ticket_;    ///< Of a login under way.
-  std::chrono::milliseconds patience_{0};  ///< With it.
-  base::Clock::time_point loginEnd_;       ///< When that ends.
-  std::optional<http::Answer> answer_;     ///< To `begin`, not yet judged.
+  std::optional<std::uint64_t> ticket_;        ///< Of a login under way.
+  std::chrono::milliseconds loginTimeout_{0};  ///< For its answer.
+  base::Clock::time_point loginEnd_;           ///< When that ends.
+  std::optional<http::Answer> answer_;         ///< To `begin`, not yet judged.
   base::Secret token_;
   bool granted_ = false;       ///< A session is there to be deleted.
   std::string sessionTarget_;  ///< Where to delete it.

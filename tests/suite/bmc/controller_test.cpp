@@ -45,7 +45,7 @@ TEST(Controller, ServesItsTreeOverHttpsUnderItsOwnAuthority) {
   const Controller controller(serving());
   ASSERT_TRUE(controller.running());
   Fetcher client;
-  const Fetched root = client.get(rootOf(controller));
+  const FetchResult root = client.get(rootOf(controller));
   EXPECT_EQ(root.error, 0);
   EXPECT_EQ(root.status, 200);
   EXPECT_THAT(root.body, HasSubstr("#ServiceRoot."));
@@ -96,7 +96,7 @@ TEST(Controller, KeepsConnectionsOpen) {
 TEST(Controller, TellsWhoCreatedAndDeletedSessions) {
   const Controller controller(serving());
   Fetcher client;
-  const Fetched session = client.get(loginAt(controller));
+  const FetchResult session = client.get(loginAt(controller));
   ASSERT_EQ(session.status, 201);
   EXPECT_EQ(controller.counters().sessionsOpen, 1U);
 
@@ -111,9 +111,9 @@ TEST(Controller, TellsWhoCreatedAndDeletedSessions) {
 
 TEST(Controller, DelaysOverlapOnDifferentConnections) {
   const Controller controller(serving({"--delay-ms", "300"}));
-  const std::vector<Fetched> answers =
+  const std::vector<FetchResult> answers =
       fetchTogether(std::vector<Fetch>(8, rootOf(controller)));
-  for (const Fetched& answer : answers) {
+  for (const FetchResult& answer : answers) {
     EXPECT_EQ(answer.status, 200);
     EXPECT_GE(answer.seconds, 0.3);
   }
@@ -124,7 +124,7 @@ TEST(Controller, DelaysOverlapOnDifferentConnections) {
 TEST(Controller, LogHoldsRequestsButNoSecrets) {
   const Controller controller(serving());
   Fetcher client;
-  const Fetched session = client.get(loginAt(controller));
+  const FetchResult session = client.get(loginAt(controller));
   Fetch read = rootOf(controller);
   read.headers = {"X-Auth-Token: " + session.headers.at("x-auth-token"),
                   "OData-Version: 4.0"};

@@ -35,11 +35,11 @@ class FaultScenario : public testing::Test {
     return fetch;
   }
 
-  Fetched get(const std::string& path = "/redfish/v1/") {
+  FetchResult get(const std::string& path = "/redfish/v1/") {
     return client_.get(fetchOf(path));
   }
 
-  Fetched get(const std::string& path, long timeoutMs) {
+  FetchResult get(const std::string& path, long timeoutMs) {
     Fetch fetch = fetchOf(path);
     fetch.timeoutMs = timeoutMs;
     return client_.get(fetch);
@@ -76,7 +76,7 @@ TEST_F(FaultScenario, OnlyTheNumberedConnectionIsReset) {
 TEST_F(FaultScenario, AnswerComesByteByByte) {
   start(R"({"rules": [{"answer": {"body": "{}"},
                        "delivery": {"stepBytes": 100, "stepMs": 100}}]})");
-  const Fetched fetched = get();
+  const FetchResult fetched = get();
   EXPECT_EQ(fetched.body, "{}");
   EXPECT_GE(fetched.seconds, 0.1);
   EXPECT_EQ(get("/redfish/v1/", 50).error, CURLE_OPERATION_TIMEDOUT);
@@ -84,7 +84,7 @@ TEST_F(FaultScenario, AnswerComesByteByByte) {
 
 TEST_F(FaultScenario, BodyEndsInTheMiddle) {
   start(R"({"rules": [{"delivery": {"cutAfter": 10, "ending": "close"}}]})");
-  const Fetched fetched = get();
+  const FetchResult fetched = get();
   EXPECT_EQ(fetched.error, CURLE_PARTIAL_FILE);
   EXPECT_EQ(fetched.body.size(), 10U);
 }
@@ -92,7 +92,7 @@ TEST_F(FaultScenario, BodyEndsInTheMiddle) {
 TEST_F(FaultScenario, BodyStopsInTheMiddle) {
   start(R"({"rules": [{"delivery": {"cutAfter": 10}}]})");
   // Time enough for the handshake, also on a busy machine.
-  const Fetched fetched = get("/redfish/v1/", 1500);
+  const FetchResult fetched = get("/redfish/v1/", 1500);
   EXPECT_EQ(fetched.error, CURLE_OPERATION_TIMEDOUT);
   EXPECT_EQ(fetched.body.size(), 10U);
 }
@@ -118,7 +118,7 @@ TEST_F(FaultScenario, HugeBodyStartsAtOnce) {
   // Made whole before it is sent, it would take longer than anyone waits.
   Fetch fetch = fetchOf("/redfish/v1/");
   fetch.mostBytes = 1024U * 1024U;
-  const Fetched fetched = client_.get(fetch);
+  const FetchResult fetched = client_.get(fetch);
   EXPECT_EQ(fetched.error, CURLE_WRITE_ERROR);
   EXPECT_EQ(fetched.headers.at("content-length"), "10000000000");
   EXPECT_GT(fetched.body.size(), 1024U * 1024U);
@@ -127,7 +127,7 @@ TEST_F(FaultScenario, HugeBodyStartsAtOnce) {
 TEST_F(FaultScenario, GzipBombIsSmallOnTheWire) {
   start(R"({"rules": [{"answer": {"body": {"gzip": true, "parts": [
       {"text": "                                ", "times": 1000000}]}}}]})");
-  const Fetched fetched = get();
+  const FetchResult fetched = get();
   EXPECT_EQ(fetched.error, CURLE_OK);
   EXPECT_EQ(fetched.headers.at("content-encoding"), "gzip");
   EXPECT_LT(fetched.body.size(), 64U * 1024U);
@@ -136,7 +136,7 @@ TEST_F(FaultScenario, GzipBombIsSmallOnTheWire) {
 TEST_F(FaultScenario, RedirectLeadsElsewhere) {
   start(R"({"rules": [{"match": {"path": "/redfish/v1"}, "answer":
       {"status": 302, "headers": {"Location": "http://${http}/x"}}}]})");
-  const Fetched fetched = get();
+  const FetchResult fetched = get();
   EXPECT_EQ(fetched.status, 302);
   EXPECT_EQ(fetched.headers.at("location"),
             "http://" + controller_->http() + "/x");

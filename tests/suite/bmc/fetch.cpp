@@ -33,7 +33,7 @@ std::size_t takeHeader(char* bytes, std::size_t, std::size_t count,
     for (char& letter : name) {
       letter = static_cast<char>(std::tolower(letter));
     }
-    static_cast<Fetched*>(into)->headers[name] =
+    static_cast<FetchResult*>(into)->headers[name] =
         line.substr(colon + 2, end - colon - 1);
   }
   return count;
@@ -74,8 +74,8 @@ Fetcher::Fetcher() : handle_(curl_easy_init()) {}
 
 Fetcher::~Fetcher() { curl_easy_cleanup(handle_); }
 
-Fetched Fetcher::get(const Fetch& fetch) {
-  Fetched fetched;
+FetchResult Fetcher::get(const Fetch& fetch) {
+  FetchResult fetched;
   List headers(nullptr, curl_slist_free_all);
   for (const std::string& header : fetch.headers) {
     headers.reset(curl_slist_append(headers.release(), header.c_str()));
@@ -94,14 +94,14 @@ Fetched Fetcher::get(const Fetch& fetch) {
   return fetched;
 }
 
-std::vector<Fetched> fetchTogether(const std::vector<Fetch>& fetches) {
-  std::vector<std::future<Fetched>> running;
+std::vector<FetchResult> fetchTogether(const std::vector<Fetch>& fetches) {
+  std::vector<std::future<FetchResult>> running;
   running.reserve(fetches.size());
   for (const Fetch& fetch : fetches) {
     running.push_back(std::async(std::launch::async,
                                  [&fetch] { return Fetcher().get(fetch); }));
   }
-  std::vector<Fetched> fetched;
+  std::vector<FetchResult> fetched;
   fetched.reserve(running.size());
   for (auto& one : running) {
     fetched.push_back(one.get());

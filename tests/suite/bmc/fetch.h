@@ -9,7 +9,7 @@
 namespace bmc {
 
 /// What curl got.
-struct Fetched {
+struct FetchResult {
   int error = 0;  ///< CURLcode.
   long status = 0;
   std::string body;
@@ -41,13 +41,13 @@ class Fetcher {
   Fetcher(const Fetcher&) = delete;
   Fetcher& operator=(const Fetcher&) = delete;
 
-  Fetched get(const Fetch& fetch);
+  FetchResult get(const Fetch& fetch);
 
  private:
   void* handle_;
 };
 
 /// All at once, each on a connection of its own.
-std::vector<Fetched> fetchTogether(const std::vector<Fetch>& fetches);
+std::vector<FetchResult> fetchTogether(const std::vector<Fetch>& fetches);
 
 }  // namespace bmc

@@ -45,7 +45,7 @@ TEST(SlowController, OfferedSessionIsSeenBeforeTheHandshakeIsPaidFor) {
 TEST(SlowController, RequestsSideBySideAreDoneOneAfterAnother) {
   const Controller controller = slow({"--request-ms", "100"});
   const Fetch fetch = closing(controller);
-  const std::vector<Fetched> all = fetchTogether({fetch, fetch, fetch});
+  const std::vector<FetchResult> all = fetchTogether({fetch, fetch, fetch});
   EXPECT_GE(std::max({all[0].seconds, all[1].seconds, all[2].seconds}), 0.3);
 }
 

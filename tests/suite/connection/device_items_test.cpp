@@ -43,16 +43,16 @@ TEST(WantsOf, NamesThatAreNoItemCountForNothing) {
 }
 
 TEST(ObjectionToItems, NamesTheFirstThatIsNone) {
-  EXPECT_EQ(connection::objectionToItems("fan,memory,x"),
+  EXPECT_EQ(connection::problemWithItems("fan,memory,x"),
             "'memory' is no item; items are system, processor, fan, dimm, "
             "power, pci_adapter, or all alone");
-  EXPECT_EQ(connection::objectionToItems("").rfind("'' is no item", 0), 0U);
-  EXPECT_EQ(connection::objectionToItems("all,fan").rfind("'all'", 0), 0U);
+  EXPECT_EQ(connection::problemWithItems("").rfind("'' is no item", 0), 0U);
+  EXPECT_EQ(connection::problemWithItems("all,fan").rfind("'all'", 0), 0U);
 }
 
 TEST(ObjectionToItems, IsEmptyForItems) {
-  EXPECT_EQ(connection::objectionToItems("all"), "");
-  EXPECT_EQ(connection::objectionToItems("fan,dimm,fan"), "");
+  EXPECT_EQ(connection::problemWithItems("all"), "");
+  EXPECT_EQ(connection::problemWithItems("fan,dimm,fan"), "");
 }
 
 TEST(IsCombined, NeedsSeveralItems) {

@@ -22,7 +22,7 @@ Graph thermalGraph() {
 }
 
 std::string nameAt(const Graph& graph, const char* link) {
-  const Found found = graph.resolve(*Uri::parse(link));
+  const LinkTarget found = graph.resolve(*Uri::parse(link));
   if (found.document == nullptr) {
     return "never asked for";
   }
@@ -55,7 +55,7 @@ TEST(GraphInsert, OtherResourcesKeepTheirPlace) {
 
 TEST(GraphResolve, WithoutFragmentGivesTheBody) {
   const Graph graph = thermalGraph();
-  const Found found = graph.resolve(*Uri::parse("/redfish/v1/T"));
+  const LinkTarget found = graph.resolve(*Uri::parse("/redfish/v1/T"));
   EXPECT_EQ(found.object, &found.document->body);
 }
 
@@ -104,13 +104,13 @@ TEST(GraphFollow, FollowsTheLinkAtAPath) {
       json::parse(
           R"({"Links": {"Fan": {"@odata.id": "/redfish/v1/T#/Fans/0"}}})")
           .as_object();
-  const Found found = graph.follow(holder, "Links/Fan");
+  const LinkTarget found = graph.follow(holder, "Links/Fan");
   ASSERT_NE(found.object, nullptr);
   EXPECT_EQ(stringAt(*found.object, "Name"), "first");
 }
 
 TEST(GraphFollow, WithoutLinkFindsNothing) {
-  const Found found = thermalGraph().follow(json::object(), "Links/Fan");
+  const LinkTarget found = thermalGraph().follow(json::object(), "Links/Fan");
   EXPECT_EQ(found.document, nullptr);
   EXPECT_EQ(found.object, nullptr);
 }

@@ -13,7 +13,7 @@ namespace devhealth {
 /// redundancy groups of a subsystem, each told by its place in the document;
 /// not what it links, not what makers added in their own format, and no other
 /// resource that came along inside it.
-void forEachNoteworthy(
+void forEachNeedingAttention(
     const redfish::Resource& document,
     const std::function<void(const redfish::Uri&,
                              const redfish::json::object&)>& use);

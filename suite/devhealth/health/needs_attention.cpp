@@ -1,4 +1,4 @@
-#include "suite/devhealth/health/noteworthy.h"
+#include "suite/devhealth/health/needs_attention.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +27,7 @@ bool holdsParts(std::string_view name) {
          std::find(kNoParts.begin(), kNoParts.end(), name) == kNoParts.end();
 }
 
-bool isNoteworthy(const json::object& part) {
+bool needsAttention(const json::object& part) {
   const json::object* status = redfish::objectAt(part, "Status");
   if (status == nullptr) {
     return false;
@@ -60,7 +60,7 @@ class Walk {
 
   // Depth is bounded by that of the JSON.
   void visit(const json::object& object) {
-    if (isNoteworthy(object)) {
+    if (needsAttention(object)) {
       if (const auto uri = uriOf()) {
         use_(*uri, object);
       }
@@ -119,7 +119,8 @@ class Walk {
 
 }  // namespace
 
-void forEachNoteworthy(const redfish::Resource& document, const Use& use) {
+void forEachNeedingAttention(const redfish::Resource& document,
+                             const Use& use) {
   // Registries are large, and hold texts alone.
   if (odataTypeOf(document.body).schema == "MessageRegistry") {
     return;
