@@ -95,9 +95,10 @@ bool Application::registerOptions(std::int32_t command, std::string& error) {
     result.code = module_.paramRegister(command);
     return result;
   });
+  const OptionList hosts = hostOptions();
   std::string problem = parser_->specificationError();
   for (const args::ApplicationOption& option : specification().options) {
-    if (problem.empty() && findOption(kOptions, option.name) != nullptr) {
+    if (problem.empty() && findOption(hosts, option.name) != nullptr) {
       problem = "its option " + option.name + " is one of brivel's own";
     }
   }
@@ -122,6 +123,10 @@ OptionList Application::options() const {
                                                     : ArgumentKind::kAnyText;
     options.push_back({own.name, '\0', own.argument, kind, kLeastInteger,
                        kLargestInteger, OptionSection::kApplication, own.help});
+  }
+  if (specification().manyTargets) {
+    options.insert(options.end(), std::begin(kFleetOptions),
+                   std::end(kFleetOptions));
   }
   return options;
 }

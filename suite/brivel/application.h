@@ -34,8 +34,8 @@ class Application {
   const args::Specification& specification() const;
 
   /// Its options as rows for the parser and the help, which refer to the
-  /// specification: those that it has registered, or `kItemOptions` if its
-  /// specification is empty.
+  /// specification: those that it has registered, and `kFleetOptions` if it
+  /// reads several targets; or `kItemOptions` if its specification is empty.
   OptionList options() const;
 
   /// Hands it the values of its options and runs a command. An exception of

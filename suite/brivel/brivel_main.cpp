@@ -15,11 +15,13 @@
 #include "suite/brivel/application.h"
 #include "suite/brivel/completion_run.h"
 #include "suite/brivel/connected_run.h"
+#include "suite/brivel/console.h"
 #include "suite/brivel/exit_status.h"
+#include "suite/brivel/host_commands.h"
 #include "suite/brivel/modules/module_search.h"
 #include "suite/brivel/options/command_line.h"
 #include "suite/brivel/options/help.h"
-#include "suite/brivel/print_error.h"
+#include "suite/brivel/run_settings.h"
 #include "suite/brivel/version.h"
 #include "suite/connection/password/environment_password.h"
 #include "suite/connection/settings/settings.h"
@@ -46,34 +48,6 @@ std::size_t widthOf(int descriptor) {
 // Asked by the shells' completion alone, and told nowhere.
 constexpr std::string_view kCompleteOption = "--complete";
 
-// Reports a mistake in the command line or the settings. A monitoring plug-in
-// says so in the way of plug-ins.
-int usageError(const std::string& text, bool plugIn = false) {
-  if (plugIn) {
-    return plugInUnknown(text);
-  }
-  printError(text);
-  std::cerr << "Try 'brivel --help'." << std::endl;
-  return kExitUsage;
-}
-
-int show(std::string_view text) {
-  std::cout << text << std::flush;
-  return platform::outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
-}
-
-// The settings of the run. Returns nullopt and sets `error` if they cannot be
-// read.
-std::optional<connection::Settings> readSettings(const CommandLine& line,
-                                                 std::string& error) {
-  const std::string file =
-      line.settingsFile.empty() ? platform::settingsFile() : line.settingsFile;
-  if (file.empty()) {
-    return connection::Settings();
-  }
-  return connection::loadSettings(file, platform::homeDirectory(), error);
-}
-
 void openRunLog(const CommandLine& line, const connection::Settings& settings) {
   logging::LogOptions options;
   options.file = !line.logFile.empty() ? line.logFile
@@ -91,15 +65,6 @@ void openRunLog(const CommandLine& line, const connection::Settings& settings) {
   logging::openLog(options);
 }
 
-int list() {
-  std::vector<std::string> errors;
-  std::cout << listApplications(errors) << std::flush;
-  for (const std::string& error : errors) {
-    printError(error);
-  }
-  return errors.empty() ? kExitSuccess : kExitModule;
-}
-
 // The command line names no application.
 int runNothing(const CommandLineStart& start) {
   if (start.version) {
@@ -114,37 +79,6 @@ int runNothing(const CommandLineStart& start) {
     return kExitUsage;
   }
   return usageError("no application is named");
-}
-
-int helpOn(const std::string& name) {
-  std::string error;
-  auto application = Application::load(name, error);
-  if (!application || !application->registerOptions(kShowCommand, error)) {
-    printError(error);
-    return kExitModule;
-  }
-  return show(applicationHelp(name, application->specification(),
-                              application->options(),
-                              widthOf(kStandardOutput)));
-}
-
-int runHostCommand(int argc, char** argv, const HostCommand& command) {
-  std::string error;
-  const auto line = parseHostCommandLine(argc, argv, command, error);
-  if (!line) {
-    return usageError(error);
-  }
-  if (line->action == CommandLine::Action::kShowVersion) {
-    return show(versionText());
-  }
-  if (line->action == CommandLine::Action::kShowHelp) {
-    return show(fullHelp(widthOf(kStandardOutput)));
-  }
-  if (command.name == kHelpCommand) {
-    return line->arguments.empty() ? show(fullHelp(widthOf(kStandardOutput)))
-                                   : helpOn(line->arguments.front());
-  }
-  return list();
 }
 
 // Runs what the command line asks for on its target.
@@ -192,7 +126,7 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
     return kExitModule;
   }
   const std::optional<connection::Settings> settings =
-      readSettings(*line, error);
+      readRunSettings(line->settingsFile, error);
   if (!settings && plugIn) {
     return plugInUnknown(error);
   }

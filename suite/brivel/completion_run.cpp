@@ -7,25 +7,22 @@
 #include "suite/brivel/application.h"
 #include "suite/brivel/modules/module_search.h"
 #include "suite/brivel/options/completion.h"
+#include "suite/brivel/run_settings.h"
 #include "suite/connection/settings/settings.h"
-#include "suite/platform/user_paths.h"
 
 namespace brivel {
 namespace {
 
 constexpr std::int32_t kShowCommand = 1;
 
-std::vector<std::string> targetNames(const std::string& file) {
-  const std::string chosen = file.empty() ? platform::settingsFile() : file;
+// The names that a part of the settings holds, a map by names.
+template <typename Part>
+std::vector<std::string> settingsNames(const std::string& file, Part part) {
   std::vector<std::string> names;
   std::string error;
-  if (!chosen.empty()) {
-    const auto settings =
-        connection::loadSettings(chosen, platform::homeDirectory(), error);
-    if (settings) {
-      for (const auto& [name, target] : settings->targets) {
-        names.push_back(name);
-      }
+  if (const auto settings = readRunSettings(file, error)) {
+    for (const auto& [name, value] : (*settings).*part) {
+      names.push_back(name);
     }
   }
   return names;
@@ -38,7 +35,12 @@ int runCompletion(const std::vector<std::string>& words) {
   std::vector<std::optional<Application>> loaded;
   CompletionSources sources;
   sources.applications = applicationNames;
-  sources.targets = targetNames;
+  sources.targets = [](const std::string& file) {
+    return settingsNames(file, &connection::Settings::targets);
+  };
+  sources.groups = [](const std::string& file) {
+    return settingsNames(file, &connection::Settings::groups);
+  };
   sources.options = [&](const std::string& name) {
     std::string error;
     loaded.push_back(Application::load(name, error));

@@ -7,9 +7,9 @@
 
 #include "suite/base/numbers.h"
 #include "suite/base/progress.h"
+#include "suite/brivel/console.h"
 #include "suite/brivel/exit_status.h"
 #include "suite/brivel/options/help.h"
-#include "suite/brivel/print_error.h"
 #include "suite/brivel/progress_line.h"
 #include "suite/brivel/result_line.h"
 #include "suite/brivel/stats_lines.h"

@@ -2,29 +2,9 @@
 
 #include <utility>
 
-#include "suite/http/network_transport.h"
-#include "suite/redfish/recorded/directory_transport.h"
+#include "suite/connection/transport_of.h"
 
 namespace connection {
-namespace {
-
-std::unique_ptr<http::Transport> makeTransport(const Target& target) {
-  if (target.address.scheme == Address::Scheme::kDirectory) {
-    return redfish::makeDirectoryTransport(target.address.directory);
-  }
-  http::NetworkTransportOptions options;
-  options.origin = originOf(target.address);
-  options.connectTimeout = std::min(options.connectTimeout, target.timeout);
-  options.maxConnections = target.maxConnections;
-  options.caFile = target.caFile;
-  options.pin = target.pin;
-  options.insecure = target.insecure;
-  options.certificate = target.certificate;
-  return http::makeNetworkTransport(std::move(options));
-}
-
-}  // namespace
-
 bool needsPassword(const Target& target) {
   return target.address.scheme != Address::Scheme::kDirectory &&
          !target.user.empty();
@@ -46,7 +26,7 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   options.lan.host = target.address.host;
   options.lan.port = static_cast<std::uint16_t>(target.ipmiPort);
   return std::make_unique<redfish::Service>(std::move(options),
-                                            makeTransport(target));
+                                            transportOf(target));
 }
 
 }  // namespace connection

@@ -58,6 +58,8 @@ struct Answer {
   base::Secret authToken;         ///< Header X-Auth-Token.
   std::string retryAfter;         ///< Header Retry-After, as it stands.
   std::string body;               ///< Decoded, within the limits.
+  std::string shownPin;           ///< Pin of the key that the server showed
+                                  ///< last, trusted or not; empty: none yet.
 };
 
 /// What a transport has cost so far.

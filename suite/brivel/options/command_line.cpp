@@ -1,6 +1,5 @@
 #include "suite/brivel/options/command_line.h"
 
-#include <algorithm>
 #include <iterator>
 #include <string_view>
 #include <vector>
@@ -20,6 +19,8 @@ namespace {
 struct UsageError {
   std::string text;
 };
+
+constexpr std::string_view kStandardInput = "-";
 
 struct CommandWord {
   std::string_view word;
@@ -160,6 +161,22 @@ constexpr const char* kNoPasswords =
   throw UsageError{text + (isLong ? base::suggestionFor(name, names) : "")};
 }
 
+// Refuses options for several targets where an application reads only one.
+void refuseFleet(const ParsedArguments& arguments, const OptionList& options) {
+  for (const Option& option : kFleetOptions) {
+    const std::string name(option.name);
+    const std::string& application = arguments.words.front();
+    if (arguments.options.count(option.name) > 0 &&
+        findOption(options, option.name) == nullptr) {
+      throw UsageError{name + ": " + quoted(application) +
+                       " reads one target in a run; export reads many, and "
+                       "clush runs this one for each (clush -R exec -w "
+                       "@brivel:GROUP 'brivel --bmc %h " +
+                       base::escapeControls(application) + "')"};
+    }
+  }
+}
+
 // The number of a command; nullopt if the text is none.
 std::optional<std::int32_t> knownCommand(const std::string& text) {
   for (const CommandWord& known : kCommandWords) {
@@ -203,6 +220,18 @@ void readTarget(const Values& values, CommandLine& line) {
   given.thorough = values.flag("--thorough");
 }
 
+void readFleet(const Values& values, CommandLine& line) {
+  FleetChoice& fleet = line.fleet;
+  fleet.group = values.text("--group").value_or("");
+  fleet.targetsFile = values.text("--targets").value_or("");
+  fleet.fanout = values.number("--fanout").value_or(fleet.fanout);
+  fleet.total = values.seconds("--total");
+  if (fleet.targetsFile == kStandardInput && line.target.passwordFromStdin) {
+    throw UsageError{
+        "the targets and the password cannot both come from standard input"};
+  }
+}
+
 // The values of the application's own options by their names without dashes.
 args::OptionValues applicationValues(const Values& values,
                                      const OptionList& options) {
@@ -242,6 +271,7 @@ CommandLine readApplicationLine(const ParsedArguments& arguments,
   if (!arguments.unknown.empty()) {
     refuseOption(arguments.unknown.front(), options);
   }
+  refuseFleet(arguments, options);
   if (arguments.words.size() > 2) {
     throw UsageError{"one argument too many after APPLICATION and COMMAND"};
   }
@@ -250,13 +280,13 @@ CommandLine readApplicationLine(const ParsedArguments& arguments,
   }
   checkOptions(arguments, options);
   readTarget(values, line);
+  readFleet(values, line);
   line.applicationOptions = applicationValues(values, options);
   return line;
 }
 
 CommandLine readHostLine(const ParsedArguments& arguments,
-                         const HostCommand& command,
-                         const OptionList& options) {
+                         const HostCommand& command) {
   const std::string name(command.name);
   const Values values(arguments);
   CommandLine line;
@@ -264,9 +294,7 @@ CommandLine readHostLine(const ParsedArguments& arguments,
   if (!readCommon(values, line)) {
     return line;
   }
-  OptionList taken;
-  std::copy_if(options.begin(), options.end(), std::back_inserter(taken),
-               isForHostCommands);
+  const OptionList taken = optionsOf(command);
   if (!arguments.unknown.empty()) {
     refuseOption(arguments.unknown.front(), taken);
   }
@@ -278,7 +306,13 @@ CommandLine readHostLine(const ParsedArguments& arguments,
   if (arguments.words.size() > command.mostArguments + 1) {
     throw UsageError{"one argument too many after '" + name + "'"};
   }
+  if (arguments.words.size() <= command.leastArguments) {
+    throw UsageError{"'" + name + "' needs " + std::string(command.arguments)};
+  }
   checkOptions(arguments, taken);
+  line.fleet.group = values.text("--group").value_or("");
+  line.groups = values.flag("--groups").value_or(false);
+  line.target.given.timeout = values.seconds("--timeout");
   line.arguments.assign(arguments.words.begin() + 1, arguments.words.end());
   return line;
 }
@@ -331,7 +365,7 @@ auto understood(const Split& split, const Read& read, std::string& error)
 std::optional<CommandLineStart> readCommandLineStart(int argc,
                                                      const char* const* argv,
                                                      std::string& error) {
-  const OptionList options = withHostOptions(kItemOptions);
+  const OptionList options = everyOption();
   return understood(
       [&] { return splitStart(argc, argv, options, error); },
       [&](const ParsedArguments& start) { return readStart(start, options); },
@@ -342,7 +376,12 @@ std::optional<CommandLine> parseCommandLine(
     int argc, const char* const* argv, const OptionList& applicationOptions,
     std::string& error) {
   const OptionList options = withHostOptions(applicationOptions);
-  return understood([&] { return splitArguments(argc, argv, options, error); },
+  OptionList known = options;
+  if (findOption(options, std::begin(kFleetOptions)->name) == nullptr) {
+    known.insert(known.end(), std::begin(kFleetOptions),
+                 std::end(kFleetOptions));
+  }
+  return understood([&] { return splitArguments(argc, argv, known, error); },
                     [&](const ParsedArguments& arguments) {
                       return readApplicationLine(arguments, options);
                     },
@@ -353,10 +392,10 @@ std::optional<CommandLine> parseHostCommandLine(int argc,
                                                 const char* const* argv,
                                                 const HostCommand& command,
                                                 std::string& error) {
-  const OptionList options = withHostOptions(kItemOptions);
+  const OptionList options = everyOption();
   return understood([&] { return splitArguments(argc, argv, options, error); },
                     [&](const ParsedArguments& arguments) {
-                      return readHostLine(arguments, command, options);
+                      return readHostLine(arguments, command);
                     },
                     error);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,6 +23,17 @@ struct CommandLineStart {
   std::int32_t command = 1;  ///< If it stands right behind; else show.
 };
 
+/// Which targets a run of several reads, and how.
+struct FleetChoice {
+  std::string group;        ///< Of the settings; empty: none.
+  std::string targetsFile;  ///< "-" for standard input; empty: none.
+  int fanout = kDefaultFanout;
+  std::optional<std::chrono::milliseconds> total;
+
+  /// Whether several targets are chosen.
+  bool chosen() const { return !group.empty() || !targetsFile.empty(); }
+};
+
 /// What the command line asks for.
 struct CommandLine {
   enum class Action { kRun, kShowHelp, kShowVersion };
@@ -34,6 +46,8 @@ struct CommandLine {
 
   ConnectMode mode = kConnectModeInBand;
   connection::TargetChoice target;
+  FleetChoice fleet;
+  bool groups = false;  ///< Of the command `targets`: list the groups.
 
   std::string localRoot;     ///< Folder of a recorded machine that is read
                              ///< instead of this one; empty: none.
@@ -53,7 +67,7 @@ std::optional<CommandLineStart> readCommandLineStart(int argc,
                                                      std::string& error);
 
 /// Reads the command line of an application that takes the options
-/// `applicationOptions` beside the host's.
+/// `applicationOptions` beside those of every run.
 std::optional<CommandLine> parseCommandLine(
     int argc, const char* const* argv, const OptionList& applicationOptions,
     std::string& error);

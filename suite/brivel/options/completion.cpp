@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <iterator>
 #include <set>
 #include <string_view>
 #include <system_error>
@@ -30,7 +29,7 @@ bool isPlain(std::string_view text) {
 class Typed {
  public:
   explicit Typed(const CompletionSources& sources)
-      : sources_(sources), options_(withHostOptions(kItemOptions)) {}
+      : sources_(sources), options_(everyOption()) {}
 
   void read(const std::string& word) {
     if (awaiting != nullptr) {
@@ -42,7 +41,7 @@ class Typed {
       readOption(word);
     } else if (application.empty()) {
       application = word;
-      options_ = optionsOf(word);
+      options_ = optionsBehind(word);
     } else {
       ++words;
     }
@@ -58,14 +57,10 @@ class Typed {
   bool optionsOver = false;
 
  private:
-  OptionList optionsOf(const std::string& name) const {
-    if (findHostCommand(name) == nullptr) {
-      return withHostOptions(sources_.options(name));
-    }
-    OptionList taken;
-    std::copy_if(std::begin(kOptions), std::end(kOptions),
-                 std::back_inserter(taken), isForHostCommands);
-    return taken;
+  OptionList optionsBehind(const std::string& name) const {
+    const HostCommand* const command = findHostCommand(name);
+    return command == nullptr ? withHostOptions(sources_.options(name))
+                              : optionsOf(*command);
   }
 
   void readOption(const std::string& word) {
@@ -136,6 +131,13 @@ void proposeItems(Completion& completion, const std::string& typed) {
   }
 }
 
+void proposeTargets(Completion& completion, const std::string& typed,
+                    const Typed& line, const CompletionSources& sources) {
+  for (std::string& name : sources.targets(line.settingsFile)) {
+    propose(completion, typed, std::move(name));
+  }
+}
+
 void proposeValues(Completion& completion, const Option& option,
                    const std::string& typed, const Typed& line,
                    const CompletionSources& sources) {
@@ -144,13 +146,16 @@ void proposeValues(Completion& completion, const Option& option,
       proposeItems(completion, typed);
       break;
     case ArgumentKind::kTarget:
-      for (std::string& name : sources.targets(line.settingsFile)) {
-        propose(completion, typed, std::move(name));
-      }
+      proposeTargets(completion, typed, line, sources);
       if (base::startsWith(typed, kFile)) {
         proposeFolders(completion, typed);
       } else {
         propose(completion, typed, std::string(kFile), "a recorded server");
+      }
+      break;
+    case ArgumentKind::kGroup:
+      for (std::string& name : sources.groups(line.settingsFile)) {
+        propose(completion, typed, std::move(name));
       }
       break;
     case ArgumentKind::kFile:
@@ -214,6 +219,8 @@ Completion complete(const std::vector<std::string>& words,
     }
   } else if (line.application == kHelpCommand && line.words == 0) {
     proposeApplications(completion, typed, sources);
+  } else if (line.application == kPinCommand) {
+    proposeTargets(completion, typed, line, sources);
   } else if (typed.empty()) {
     proposeOptions(completion, typed, line, true);
   }

@@ -31,6 +31,8 @@ struct CompletionSources {
   /// The names of the targets in a settings file; the empty name stands for
   /// the file of the usual places. Empty if it cannot be read.
   std::function<std::vector<std::string>(const std::string& file)> targets;
+  /// The names of the groups there, likewise.
+  std::function<std::vector<std::string>(const std::string& file)> groups;
 };
 
 /// What may stand in the place of the last of `words`, the arguments up to the

@@ -40,6 +40,7 @@ constexpr SectionTexts kSections[] = {
     {OptionSection::kTrust,
      "Trust (by default the certificate must be good, and from an authority that this machine trusts):", ""},
     {OptionSection::kLimits, "Limits:", ""},
+    {OptionSection::kFleet, "Several targets, of applications whose help names these options:", ""},
     {OptionSection::kFiles, "Settings and log:", ""},
     {OptionSection::kOther, "Help:", ""},
 };
@@ -174,9 +175,10 @@ std::string fullHelp(std::size_t width) {
   }
   text +=
       "\n" + paragraph(kItemsHeading, width) + optionRows(kItemOptions, width);
+  const OptionList options = hostOptions();
   for (const SectionTexts& section : kSections) {
     text += "\n" + paragraph(section.above, width);
-    for (const Option& option : kOptions) {
+    for (const Option& option : options) {
       text += option.section == section.section ? optionRow(option, width) : "";
     }
     if (*section.below != '\0') {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <limits>
@@ -22,7 +23,9 @@ enum class OptionSection {
   kLogin,
   kTrust,
   kLimits,
-  kFiles,  ///< Settings, log and cost of the run.
+  kFleet,    ///< Several targets in one run.
+  kCommand,  ///< Options of one command of the host.
+  kFiles,    ///< Settings, log and cost of the run.
   kOther,
 };
 
@@ -35,6 +38,7 @@ enum class ArgumentKind {
   kFile,
   kFolder,
   kTarget,   ///< An address or the name of a target in the settings.
+  kGroup,    ///< The name of a group in the settings.
   kInteger,  ///< A whole number from `least` to `most`.
   kSeconds,  ///< See `connection::timeLimit`.
   kPin,      ///< See `connection::isPin`.
@@ -59,6 +63,12 @@ struct OptionConflict {
   std::string_view reason;
 };
 
+constexpr std::string_view kOneOrMany =
+    "--group and --targets stand for several targets, --bmc, --esxi and "
+    "--local-root for one; give one of them";
+
+constexpr int kDefaultFanout = 64;
+constexpr int kMostFanout = 512;
 constexpr int kLeastInteger = std::numeric_limits<int>::min();
 constexpr int kLargestInteger = std::numeric_limits<int>::max();
 
@@ -128,6 +138,24 @@ constexpr Option kItemOptions[] = {
      "on this server: only its node N, counted from 1"},
 };
 
+/// The host's options for applications that read several targets in one run.
+constexpr Option kFleetOptions[] = {
+    {"--group", 0, "NAME", ArgumentKind::kGroup, 0, 0, OptionSection::kFleet,
+     "the targets of a group in the settings"},
+    {"--targets", 0, "FILE", ArgumentKind::kFile, 0, 0, OptionSection::kFleet,
+     "the targets in a file, one a line, as --bmc takes them; - is standard input"},
+    {"--fanout", 0, "N", ArgumentKind::kInteger, 1, kMostFanout, OptionSection::kFleet,
+     "how many are read at a time, 1 to 512 (default 64)"},
+    {"--total", 0, "SECONDS", ArgumentKind::kSeconds, 0, 0, OptionSection::kFleet,
+     "the time for all of them; what is not read by then has failed"},
+};
+
+/// Options that one command of the host takes, and nothing else.
+constexpr Option kCommandOptions[] = {
+    {"--groups", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kCommand,
+     "the names of the groups"},
+};
+
 constexpr OptionConflict kOptionConflicts[] = {
     {"--bmc", "--esxi",
      "--bmc and --esxi name two targets; give one of them"},
@@ -135,6 +163,16 @@ constexpr OptionConflict kOptionConflicts[] = {
      "--local-root stands for this server, --bmc and --esxi for others; give one of them"},
     {"--local-root", "--esxi",
      "--local-root stands for this server, --bmc and --esxi for others; give one of them"},
+    {"--group", "--targets",
+     "--group and --targets both say which targets; give one of them"},
+    {"--group", "--groups",
+     "--group lists the targets of one group, --groups the groups; give one of them"},
+    {"--group", "--bmc", kOneOrMany},
+    {"--group", "--esxi", kOneOrMany},
+    {"--group", "--local-root", kOneOrMany},
+    {"--targets", "--bmc", kOneOrMany},
+    {"--targets", "--esxi", kOneOrMany},
+    {"--targets", "--local-root", kOneOrMany},
 };
 // clang-format on
 
@@ -155,7 +193,7 @@ constexpr bool takesArgument(const Option& option) {
 /// Options from one or several tables.
 using OptionList = std::vector<Option>;
 
-/// The host's options and those of an application.
+/// The host's options for every run, and those of an application.
 template <typename Table>
 OptionList withHostOptions(const Table& applicationOptions) {
   OptionList options(std::begin(applicationOptions),
@@ -183,30 +221,43 @@ const Option* findOption(const Table& options, char letter) {
   return found == std::end(options) ? nullptr : &*found;
 }
 
+/// Every option of the host.
+OptionList hostOptions();
+
+/// The same, and those of an application that registers none of its own.
+OptionList everyOption();
+
 /// A command of the host itself, which runs no application.
 struct HostCommand {
   std::string_view name;
   std::string_view arguments;  ///< How the help calls them; may be empty.
+  std::size_t leastArguments;
   std::size_t mostArguments;
+  /// Options beside those that all of them take; the rest is empty.
+  std::array<std::string_view, 2> options;
   std::string_view help;
 };
 
 constexpr std::string_view kHelpCommand = "help";
+constexpr std::string_view kTargetsCommand = "targets";
+constexpr std::string_view kPinCommand = "pin";
+constexpr std::size_t kMostPinned = 1000;
 
 // clang-format off
 constexpr HostCommand kHostCommands[] = {
-    {"applications", "", 0, "the applications, each with number and file"},
-    {kHelpCommand, "[APPLICATION]", 1, "all options, or those of an application"},
+    {"applications", "", 0, 0, {}, "the applications, each with number and file"},
+    {kTargetsCommand, "[--group NAME | --groups]", 0, 0, {"--group", "--groups"},
+     "the targets of the settings, or of a group there; or the groups"},
+    {kPinCommand, "TARGET...", 1, kMostPinned, {"--timeout"},
+     "the keys that controllers show, as lines for the settings; nothing verifies them"},
+    {kHelpCommand, "[APPLICATION]", 0, 1, {}, "all options, or those of an application"},
 };
 // clang-format on
 
 /// The host's command of this name; null if there is none.
 const HostCommand* findHostCommand(std::string_view name);
 
-/// Whether the commands of the host take an option.
-constexpr bool isForHostCommands(const Option& option) {
-  return option.section == OptionSection::kFiles ||
-         option.section == OptionSection::kOther;
-}
+/// The options that a command of the host takes.
+OptionList optionsOf(const HostCommand& command);
 
 }  // namespace brivel

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "suite/base/suggestion.h"
+#include "suite/base/text.h"
+#include "suite/connection/settings/groups.h"
 #include "suite/connection/settings/settings_values.h"
 #include "suite/connection/settings/values.h"
 #include "suite/platform/trust.h"
@@ -21,7 +23,8 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestFile = std::size_t{1} << 20U;
 
-const std::vector<std::string> kTables = {"defaults", "targets", "inband"};
+const std::vector<std::string> kTables = {"defaults", "targets", "groups",
+                                          "inband"};
 
 // What may help with a line that is no TOML: a text without quotation marks is
 // the usual mistake. The value is not repeated; it may be a password.
@@ -74,13 +77,15 @@ class SettingsReader {
   }
 
   Settings read(const toml::table& root) {
-    // The named targets come first: [inband] may refer to one.
+    // The named targets come first: [groups] and [inband] refer to them.
     if (const toml::node* const targets = root.get("targets")) {
       readTargets(table(*targets, "targets"));
     }
     for (const auto& [key, node] : root) {
       if (key == "defaults") {
         readDefaults(table(node, "defaults"));
+      } else if (key == "groups") {
+        settings_.groups = readGroups(table(node, "groups"), targetNames());
       } else if (key == "inband") {
         readInband(table(node, "inband"));
       } else if (key != "targets") {
@@ -88,7 +93,7 @@ class SettingsReader {
                               "unknown table or key '" +
                                   std::string(key.str()) +
                                   "'; known tables are [defaults], "
-                                  "[targets.NAME] and [inband]" +
+                                  "[targets.NAME], [groups] and [inband]" +
                                   base::suggestionFor(key.str(), kTables)};
       }
     }
@@ -167,6 +172,14 @@ class SettingsReader {
     }
   }
 
+  std::vector<std::string> targetNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, target] : settings_.targets) {
+      names.push_back(name);
+    }
+    return names;
+  }
+
   void readInband(const toml::table& entries) {
     InBandSettings& inband = settings_.inband;
     TargetSettings ofSource;
@@ -217,6 +230,27 @@ TargetSettings overlay(const TargetSettings& first,
   fill(&TargetSettings::ipmiPort);
   fill(&TargetSettings::thorough);
   return both;
+}
+
+const std::vector<std::string>* findGroup(const Settings& settings,
+                                          const std::string& name,
+                                          std::string& error) {
+  const auto found = settings.groups.find(name);
+  if (found != settings.groups.end()) {
+    return &found->second;
+  }
+  std::vector<std::string> names;
+  std::string list;
+  for (const auto& [known, members] : settings.groups) {
+    list += (list.empty() ? "" : ", ") + known;
+    names.push_back(known);
+  }
+  error = settings.file.empty()
+              ? "there is no settings file that would name groups"
+              : "'" + base::escapeControls(name) + "' is no group in " +
+                    settings.file + (list.empty() ? "" : " (" + list + ")") +
+                    base::suggestionFor(name, names);
+  return nullptr;
 }
 
 std::optional<Settings> loadSettings(const std::string& file,

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "suite/connection/settings/address.h"
 
@@ -56,10 +57,18 @@ struct Settings {
   std::string file;  ///< Empty: there is none.
   TargetSettings defaults;
   std::map<std::string, NamedTarget, std::less<>> targets;
+  /// Groups by name, each with the names of its targets, none twice.
+  std::map<std::string, std::vector<std::string>, std::less<>> groups;
   InBandSettings inband;
   std::optional<std::string> logFile;  ///< A path, or `kNoLog`.
   std::optional<int> logLevel;         ///< 0 to 4.
 };
+
+/// The names of the targets of a group. Returns null and sets `error`, a
+/// clause, if the settings name no such group.
+const std::vector<std::string>* findGroup(const Settings& settings,
+                                          const std::string& name,
+                                          std::string& error);
 
 /// Reads a settings file (TOML 1.0). Paths in it may begin with "~/", which is
 /// `home`, and are otherwise relative to the file's directory. Nothing when the

@@ -352,6 +352,7 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer = owner->finish(code, address_, options_.connectTimeout,
                                 certificateCheck_.pin, options_.caFile);
+  answer.shownPin = certificateCheck_.pin;
   traceAnswer(address_, owner->request(), answer, owner->bytes());
   ready_.push_back(std::move(answer));
   release(std::move(owner));

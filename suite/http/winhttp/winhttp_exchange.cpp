@@ -335,6 +335,10 @@ void WinhttpExchange::checkCertificate() {
   }
   const CertificatePtr certificate(context);
   const WinhttpTrust& trust = common_->trust;
+  {
+    const Lock lock(mutex_);
+    answer_.shownPin = pinOf(*certificate);
+  }
   if (const auto fault = trust.problemWith(*certificate)) {
     const bool named = *fault == CertificateFault::kNotVouchedFor;
     refuse(failureOf(*fault, named ? trust.authorityFile() : "",

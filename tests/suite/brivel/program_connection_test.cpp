@@ -266,4 +266,40 @@ TEST_F(ProgramSlowConnection, InterruptEndsAWait) {
   EXPECT_EQ(child.errors(), "brivel: interrupted\n");
 }
 
+// The key is shown to anybody: no password is asked for, nobody logs in.
+TEST_F(ProgramConnection, PinShowsTheKeyAsLinesForTheSettings) {
+  writeSettings("[targets.n3]\naddress = 'admin@" + controller.https() +
+                "'\ninsecure = true\n");
+  const ProgramEnd end = run({"pin", "n3"});
+  EXPECT_EQ(end.status, 0) << end.errors;
+  EXPECT_EQ(end.errors, "");
+  EXPECT_NE(end.output.find("# Nobody has verified these keys"),
+            std::string::npos);
+  EXPECT_NE(
+      end.output.find("\n[targets.n3]\naddress = \"" + controller.https() +
+                      "\"\nuser = \"admin\"\npin = \"" +
+                      controller.ready().pin + "\"\n"),
+      std::string::npos)
+      << end.output;
+  EXPECT_EQ(controller.counters().sessionsCreated, 0U);
+
+  // They are lines for the settings, and enough to log in by.
+  writeSettings(end.output);
+  setPassword(kPassword);
+  EXPECT_EQ(run({"--bmc", "n3", "sample", "301"}).status, 0);
+}
+
+TEST_F(ProgramConnection, PinTellsOfAKeyThatIsNoLongerThePinnedOne) {
+  const std::string other = "sha256//" + std::string(43, 'A') + "=";
+  writeSettings("[targets.n3]\naddress = '" + controller.https() +
+                "'\npin = '" + other + "'\n");
+  const ProgramEnd end = run({"pin", "n3", "127.0.0.1:1"});
+  EXPECT_EQ(end.status, 13);
+  EXPECT_NE(end.output.find(controller.ready().pin), std::string::npos);
+  EXPECT_EQ(end.errors,
+            "brivel: n3: warning: the settings pin another key, " + other +
+                "\nbrivel: 127.0.0.1:1: the connection was refused; check the "
+                "port, and that the Redfish service is switched on\n");
+}
+
 }  // namespace

@@ -104,4 +104,35 @@ TEST_F(ProgramOptions, PlugInKnowsNothingWhenTheHostRefuses) {
   EXPECT_EQ(run({"plugin"}).status, 3);
 }
 
+constexpr char kRack[] =
+    "[targets.n10]\naddress = 'a'\n[targets.n9]\naddress = 'b'\n"
+    "[groups]\nrack1 = ['n10', '*']\nspare = ['n9']\n";
+
+TEST_F(ProgramOptions, TargetsAndGroupsAreListed) {
+  writeSettings(kRack);
+  EXPECT_EQ(run({"targets"}).output, "n9\nn10\n");
+  EXPECT_EQ(run({"targets", "--groups"}).output, "rack1\nspare\n");
+  EXPECT_EQ(run({"targets", "--group", "rack1"}).output, "n10\nn9\n");
+  const ProgramEnd unknown = run({"targets", "--group", "rak1"});
+  EXPECT_EQ(unknown.status, 2);
+  EXPECT_NE(unknown.errors.find("did you mean 'rack1'?"), std::string::npos);
+  writeSettings("[groups]\nrack1 = ['n1']\n");
+  EXPECT_EQ(run({"targets"}).status, 2);
+}
+
+TEST_F(ProgramOptions, OfSeveralTargetsAreRefusedByAnApplicationOfOne) {
+  writeSettings(kRack);
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--group", "rack1", "printer"},
+        std::vector<std::string>{"printer", "--group", "rack1"}}) {
+    const ProgramEnd end = run(arguments);
+    EXPECT_EQ(end.status, 2);
+    EXPECT_EQ(end.errors,
+              "brivel: --group: 'printer' reads one target in a run; export "
+              "reads many, and clush runs this one for each (clush -R exec -w "
+              "@brivel:GROUP 'brivel --bmc %h printer')\n"
+              "Try 'brivel --help'.\n");
+  }
+}
+
 }  // namespace

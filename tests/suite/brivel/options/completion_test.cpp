@@ -43,6 +43,10 @@ CompletionSources sources() {
                ? std::vector<std::string>{"lab", "rack1-n3", "two words", "$x"}
                : std::vector<std::string>{"of-" + file};
   };
+  sources.groups = [](const std::string& file) {
+    return file.empty() ? std::vector<std::string>{"rack1", "rack2"}
+                        : std::vector<std::string>{"group-of-" + file};
+  };
   return sources;
 }
 
@@ -64,7 +68,7 @@ TEST(Complete, FirstWordIsAnApplicationOrACommandOfTheHost) {
 
 TEST(Complete, EveryOptionOfTheTables) {
   const std::vector<std::string> host = proposals({"--"});
-  for (const brivel::Option& option : brivel::kOptions) {
+  for (const brivel::Option& option : brivel::hostOptions()) {
     EXPECT_THAT(host, Contains(std::string(option.name)));
   }
   const std::vector<std::string> all = proposals({"syshealth", "-"});
@@ -86,6 +90,19 @@ TEST(Complete, HostCommandTakesFewOptions) {
   EXPECT_THAT(proposals({"applications", "--"}), Contains("--config"));
   EXPECT_THAT(proposals({"applications", "--"}), Not(Contains("--bmc")));
   EXPECT_THAT(proposals({"help", "s"}), ElementsAre("syshealth"));
+}
+
+TEST(Complete, TargetsAndTheirGroups) {
+  EXPECT_THAT(proposals({"targets", "--g"}),
+              ElementsAre("--group", "--groups"));
+  EXPECT_THAT(proposals({"targets", "--group", "r"}),
+              ElementsAre("rack1", "rack2"));
+  EXPECT_THAT(proposals({"--group", ""}), ElementsAre("rack1", "rack2"));
+  EXPECT_THAT(proposals({"--config", "mine", "--group="}),
+              ElementsAre("--group=group-of-mine"));
+  EXPECT_THAT(proposals({"pin", "r"}), ElementsAre("rack1-n3"));
+  EXPECT_THAT(proposals({"pin", "lab", "r"}), ElementsAre("rack1-n3"));
+  EXPECT_THAT(proposals({"syshealth", "--g"}), IsEmpty());
 }
 
 TEST(Complete, OptionThatIsGivenIsNotProposedAgain) {

@@ -30,8 +30,10 @@ void expectFolded(const std::string& text, std::size_t width) {
 
 TEST(FullHelp, NamesEveryOptionWithItsLetterAndArgument) {
   const std::string help = brivel::fullHelp();
-  for (const brivel::Option& option :
-       brivel::withHostOptions(brivel::kItemOptions)) {
+  for (const brivel::Option& option : brivel::everyOption()) {
+    if (option.section == brivel::OptionSection::kCommand) {
+      continue;  // Stands with the command that takes it.
+    }
     std::string names = "  ";
     names += option.letter == '\0' ? "    "
                                    : std::string("-") + option.letter + ", ";

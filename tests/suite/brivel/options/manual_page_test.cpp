@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <set>
 #include <string>
@@ -49,7 +50,14 @@ void expectDescribed(const std::string& page, const Table& options) {
 }
 
 TEST(ManualPage, OfTheProgramDescribesTheHostsOptions) {
-  expectDescribed("brivel.1.scd", brivel::kOptions);
+  brivel::OptionList options = brivel::hostOptions();
+  options.erase(std::remove_if(options.begin(), options.end(),
+                               [](const brivel::Option& option) {
+                                 return option.section ==
+                                        brivel::OptionSection::kCommand;
+                               }),
+                options.end());
+  expectDescribed("brivel.1.scd", options);
 }
 
 TEST(ManualPage, OfSyshealthDescribesItsOptions) {

@@ -1,14 +1,22 @@
-#include "suite/brivel/print_error.h"
+#include "suite/brivel/console.h"
 
 #include <algorithm>
 #include <iostream>
 
 #include "suite/base/text.h"
+#include "suite/brivel/exit_status.h"
+#include "suite/platform/standard_streams.h"
+#include "syshealth/result/result_codes.h"
 
 namespace brivel {
 
 void printError(const std::string& text) {
   std::cerr << "brivel: " << base::escapeControls(text) << std::endl;
+}
+
+int show(std::string_view text) {
+  std::cout << text << std::flush;
+  return platform::outputIsWhole() ? kExitSuccess : kResultWriteFileFailed;
 }
 
 int plugInUnknown(const std::string& text) {
@@ -18,6 +26,15 @@ int plugInUnknown(const std::string& text) {
   std::replace(line.begin(), line.end(), '|', '/');
   std::cout << "BRIVEL UNKNOWN - " << line << std::endl;
   return kUnknown;
+}
+
+int usageError(const std::string& text, bool plugIn) {
+  if (plugIn) {
+    return plugInUnknown(text);
+  }
+  printError(text);
+  std::cerr << "Try 'brivel --help'." << std::endl;
+  return kExitUsage;
 }
 
 }  // namespace brivel
