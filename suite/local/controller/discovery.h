@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace local {
 
@@ -18,19 +19,27 @@ struct DiscoveredService {
   std::uint16_t port = 443;
 };
 
+inline bool operator==(const DiscoveredService& a, const DiscoveredService& b) {
+  return a.address == b.address && a.port == b.port;
+}
+
 /// How a search is sent. The defaults are those of DSP0266, clause
 /// "Discovery": SSDP on the local link.
 struct DiscoveryOptions {
   std::string group = "239.255.255.250";  ///< IPv4, or "ff02::c" for IPv6.
   std::uint16_t port = 1900;
   std::chrono::milliseconds timeout{2000};
+  /// How long further answers are waited for after the first one.
+  std::chrono::milliseconds settling{200};
 };
 
-/// Asks on one network device for a Redfish service. `uuid`, unless empty, is
-/// the service's own: answers of others are not taken. Nothing when none
-/// answered in time. The answer's own address is believed, and of what it
-/// says only the port: the search must not lead to another host.
-std::optional<DiscoveredService> discoverService(
+/// Asks on one network device for Redfish services, and returns those that
+/// answered, in their order; empty if none did in time. `uuid`, unless empty,
+/// is the service's own: answers of others are not taken. An answer is taken
+/// only if it arrives on that device, from an address in the device's own
+/// network that is not this machine's. Of what it says only the port is
+/// believed: the search must not lead to another host.
+std::vector<DiscoveredService> discoverServices(
     const std::string& device, std::string_view uuid,
     const DiscoveryOptions& options = {});
 

@@ -7,14 +7,22 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <utility>
 
 #include "suite/base/host_name.h"
+#include "suite/local/controller/neighbour_posix.h"
+#include "suite/platform/interrupt.h"
 
 namespace local {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// As many services as one search looks at.
+constexpr std::size_t kMostAnswers = 8;
 
 // A socket that is closed when it goes.
 class Socket {
@@ -97,41 +105,102 @@ std::string senderText(const sockaddr_storage& sender,
   return linkLocal ? text + ("%" + device) : text;
 }
 
+// An answer, and where it came from.
+struct Answer {
+  std::string text;
+  sockaddr_storage sender = {};
+  unsigned device = 0;  // The index of the one that it arrived on; 0: unknown.
+};
+
+// Takes a datagram that has arrived.
+std::optional<Answer> receive(const Socket& socket) {
+  Answer answer;
+  char buffer[2048];
+  iovec bytes = {buffer, sizeof buffer};
+  alignas(cmsghdr) char extra[CMSG_SPACE(sizeof(in6_pktinfo))] = {};
+  msghdr message = {};
+  message.msg_name = &answer.sender;
+  message.msg_namelen = sizeof answer.sender;
+  message.msg_iov = &bytes;
+  message.msg_iovlen = 1;
+  message.msg_control = extra;
+  message.msg_controllen = sizeof extra;
+  const ssize_t count = recvmsg(socket.file(), &message, MSG_DONTWAIT);
+  if (count < 0) {
+    return std::nullopt;
+  }
+  answer.text.assign(buffer, static_cast<std::size_t>(count));
+  if (const cmsghdr* const header = CMSG_FIRSTHDR(&message)) {
+    if (header->cmsg_level == IPPROTO_IP && header->cmsg_type == IP_PKTINFO) {
+      in_pktinfo info = {};
+      std::memcpy(&info, CMSG_DATA(header), sizeof info);
+      answer.device = static_cast<unsigned>(info.ipi_ifindex);
+    } else if (header->cmsg_level == IPPROTO_IPV6 &&
+               header->cmsg_type == IPV6_PKTINFO) {
+      in6_pktinfo info = {};
+      std::memcpy(&info, CMSG_DATA(header), sizeof info);
+      answer.device = info.ipi6_ifindex;
+    }
+  }
+  return answer;
+}
+
+// Waits until an answer is there. False at the limit, or if the user ends the
+// run.
+bool awaitAnswer(const Socket& socket, Clock::time_point until) {
+  while (!platform::interrupted()) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        until - Clock::now());
+    if (left.count() <= 0) {
+      return false;
+    }
+    pollfd entries[] = {{socket.file(), POLLIN, 0},
+                        {platform::interruptFd(), POLLIN, 0}};
+    if (poll(entries, 2, static_cast<int>(left.count())) > 0 &&
+        entries[0].revents != 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
-std::optional<DiscoveredService> discoverService(
+std::vector<DiscoveredService> discoverServices(
     const std::string& device, std::string_view uuid,
     const DiscoveryOptions& options) {
+  std::vector<DiscoveredService> found;
   const unsigned index = if_nametoindex(device.c_str());
   const bool ipv6 = base::isIpv6Host(options.group);
   const Socket socket(ipv6 ? AF_INET6 : AF_INET);
-  if (index == 0 || socket.file() < 0 || !sendSearch(socket, index, options)) {
-    return std::nullopt;
+  const int on = 1;
+  if (index == 0 || socket.file() < 0 ||
+      !(ipv6 ? socket.set(IPPROTO_IPV6, IPV6_RECVPKTINFO, on)
+             : socket.set(IPPROTO_IP, IP_PKTINFO, on)) ||
+      !sendSearch(socket, index, options)) {
+    return found;
   }
-  const Clock::time_point until = Clock::now() + options.timeout;
-  while (true) {
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        until - Clock::now());
-    pollfd entry = {socket.file(), POLLIN, 0};
-    if (left.count() <= 0 ||
-        poll(&entry, 1, static_cast<int>(left.count())) <= 0) {
-      return std::nullopt;
+  Clock::time_point until = Clock::now() + options.timeout;
+  while (found.size() < kMostAnswers && awaitAnswer(socket, until)) {
+    const std::optional<Answer> answer = receive(socket);
+    if (!answer) {
+      break;
     }
-    char buffer[2048];
-    sockaddr_storage sender = {};
-    socklen_t length = sizeof sender;
-    const ssize_t count =
-        recvfrom(socket.file(), buffer, sizeof buffer, 0,
-                 reinterpret_cast<sockaddr*>(&sender), &length);
-    if (count < 0) {
-      return std::nullopt;
+    const auto port = parseSearchAnswer(answer->text, uuid);
+    if (!port || answer->device != index ||
+        !isNeighbour(reinterpret_cast<const sockaddr&>(answer->sender),
+                     device)) {
+      continue;
     }
-    const auto port =
-        parseSearchAnswer({buffer, static_cast<std::size_t>(count)}, uuid);
-    if (port) {
-      return DiscoveredService{senderText(sender, device), *port};
+    if (found.empty()) {
+      until = std::min(until, Clock::now() + options.settling);
+    }
+    DiscoveredService service{senderText(answer->sender, device), *port};
+    if (std::find(found.begin(), found.end(), service) == found.end()) {
+      found.push_back(std::move(service));
     }
   }
+  return found;
 }
 
 }  // namespace local

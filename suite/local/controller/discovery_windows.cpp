@@ -4,10 +4,10 @@ namespace local {
 
 // No search is sent on Windows: firmware that leaves the address open has it
 // named in the settings there.
-std::optional<DiscoveredService> discoverService(
+std::vector<DiscoveredService> discoverServices(
     const std::string& /*device*/, std::string_view /*uuid*/,
     const DiscoveryOptions& /*options*/) {
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace local

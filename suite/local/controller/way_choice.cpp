@@ -12,18 +12,6 @@
 namespace local {
 namespace {
 
-// Completes a way whose service has to be searched.
-void discover(ControllerPath& path) {
-  if (path.problem != PathProblem::kUndiscovered) {
-    return;
-  }
-  if (const auto found = discoverService(path.device, path.serviceUuid)) {
-    path.problem = PathProblem::kNone;
-    path.address = found->address;
-    path.port = found->port;
-  }
-}
-
 std::optional<std::size_t> firstToAnswer(const ControllerWays& open,
                                          std::chrono::milliseconds limit) {
   std::vector<Endpoint> endpoints;
@@ -32,6 +20,26 @@ std::optional<std::size_t> firstToAnswer(const ControllerWays& open,
     endpoints.push_back({path.address, path.port});
   }
   return endpoints.empty() ? std::nullopt : firstToAccept(endpoints, limit);
+}
+
+// Completes a way whose service has to be searched. Of several that answer, the
+// first one that accepts a connection is taken.
+void discover(ControllerPath& path, std::chrono::milliseconds limit) {
+  if (path.problem != PathProblem::kUndiscovered) {
+    return;
+  }
+  ControllerWays found;
+  for (const DiscoveredService& service :
+       discoverServices(path.device, path.serviceUuid)) {
+    found.push_back(path);
+    found.back().problem = PathProblem::kNone;
+    found.back().address = service.address;
+    found.back().port = service.port;
+  }
+  if (!found.empty()) {
+    const bool choice = found.size() > 1;
+    path = found[choice ? firstToAnswer(found, limit).value_or(0) : 0];
+  }
 }
 
 WayChoice chooseAmong(const ControllerWays& ways,
@@ -46,7 +54,7 @@ WayChoice chooseAmong(const ControllerWays& ways,
   }
   for (ControllerPath path : ways) {
     if (path.problem == PathProblem::kUndiscovered) {
-      discover(path);
+      discover(path, limit);
       if (path.problem == PathProblem::kNone) {
         return {path, true};
       }
@@ -62,7 +70,7 @@ WayChoice chooseWay(const ControllerWays& ways,
   WayChoice choice;
   if (ways.size() == 1) {
     choice.path = ways.front();
-    discover(choice.path);
+    discover(choice.path, limit);
     return choice;
   }
   choice = chooseAmong(ways, limit);

@@ -6,8 +6,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
 #include <thread>
+
+#include "suite/base/host_name.h"
+#include "suite/local/controller/neighbour_posix.h"
+#include "suite/local/controller/network.h"
 
 namespace local {
 namespace {
@@ -106,12 +111,12 @@ class Responder {
   std::thread thread_;
 };
 
-TEST(DiscoverService, TakesTheSendersAddressAndTheStatedPort) {
+TEST(DiscoverServices, TakesTheSendersAddressAndTheStatedPort) {
   Responder responder({answer()});
-  const auto found = discoverService("lo", kUuid, responder.options());
-  ASSERT_TRUE(found);
-  EXPECT_EQ(found->address, "127.0.0.1");
-  EXPECT_EQ(found->port, 8443);
+  const auto found = discoverServices("lo", kUuid, responder.options());
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].address, "127.0.0.1");
+  EXPECT_EQ(found[0].port, 8443);
   const std::string& search = responder.search();
   EXPECT_EQ(search.substr(0, 21), "M-SEARCH * HTTP/1.1\r\n");
   EXPECT_NE(search.find("\r\nMAN: \"ssdp:discover\"\r\n"), search.npos);
@@ -119,24 +124,73 @@ TEST(DiscoverService, TakesTheSendersAddressAndTheStatedPort) {
             search.npos);
 }
 
-TEST(DiscoverService, WaitsPastAnswersOfOthers) {
+TEST(DiscoverServices, WaitsPastAnswersOfOthers) {
   const Responder responder({"noise", answer("http://h/"), answer()});
-  EXPECT_TRUE(discoverService("lo", kUuid, responder.options()));
+  EXPECT_EQ(discoverServices("lo", kUuid, responder.options()).size(), 1U);
 }
 
-TEST(DiscoverService, SilenceEndsAtTheLimit) {
+TEST(DiscoverServices, SilenceEndsAtTheLimit) {
   const Responder responder({});
   DiscoveryOptions options = responder.options();
   options.timeout = 50ms;
-  EXPECT_FALSE(discoverService("lo", kUuid, options));
+  EXPECT_TRUE(discoverServices("lo", kUuid, options).empty());
 }
 
-TEST(DiscoverService, UnknownDeviceFindsNothing) {
-  EXPECT_FALSE(discoverService("no-such-device", kUuid));
+TEST(DiscoverServices, EachAnswerIsTakenOnce) {
+  const Responder responder({answer(), answer("https://h:9443/"), answer()});
+  const auto found = discoverServices("lo", kUuid, responder.options());
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].port, 8443);
+  EXPECT_EQ(found[1].port, 9443);
 }
 
-TEST(DiscoverService, GroupThatIsNoAddressFindsNothing) {
-  EXPECT_FALSE(discoverService("lo", kUuid, {"nowhere", 1900, 50ms}));
+TEST(DiscoverServices, AnswerOnAnotherDeviceIsNotTaken) {
+  const auto devices = runningDevices();
+  const auto other = std::find_if(
+      devices.begin(), devices.end(), [](const NetworkDevice& device) {
+        return device.name != "lo" && !device.addresses.empty();
+      });
+  if (other == devices.end()) {
+    GTEST_SKIP() << "this machine has no network device but loopback";
+  }
+  // From loopback, where any user of the machine can answer.
+  const Responder responder({answer()});
+  DiscoveryOptions options = responder.options();
+  options.timeout = 200ms;
+  EXPECT_TRUE(discoverServices(other->name, kUuid, options).empty());
+}
+
+// Whether an IPv4 address is a neighbour on a device.
+bool isNeighbourOn(const std::string& device, const std::string& address) {
+  sockaddr_in ipv4 = {};
+  ipv4.sin_family = AF_INET;
+  EXPECT_EQ(inet_pton(AF_INET, address.c_str(), &ipv4.sin_addr), 1);
+  return isNeighbour(reinterpret_cast<const sockaddr&>(ipv4), device);
+}
+
+TEST(IsNeighbour, LiesInTheDevicesNetwork) {
+  EXPECT_TRUE(isNeighbourOn("lo", "127.0.0.1"));
+  EXPECT_TRUE(isNeighbourOn("lo", "127.9.9.9"));
+  EXPECT_FALSE(isNeighbourOn("lo", "128.0.0.1"));
+  EXPECT_FALSE(isNeighbourOn("no-such-device", "127.0.0.1"));
+}
+
+TEST(IsNeighbour, IsNotThisMachine) {
+  for (const NetworkDevice& device : runningDevices()) {
+    for (const std::string& address : device.addresses) {
+      if (device.name != "lo" && !base::isIpv6Host(address)) {
+        EXPECT_FALSE(isNeighbourOn(device.name, address)) << address;
+      }
+    }
+  }
+}
+
+TEST(DiscoverServices, UnknownDeviceFindsNothing) {
+  EXPECT_TRUE(discoverServices("no-such-device", kUuid).empty());
+}
+
+TEST(DiscoverServices, GroupThatIsNoAddressFindsNothing) {
+  EXPECT_TRUE(discoverServices("lo", kUuid, {"nowhere", 1900, 50ms}).empty());
 }
 
 }  // namespace
