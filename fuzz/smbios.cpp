@@ -1,6 +1,6 @@
 // Firmware tables: the first byte is the length of the entry point, which
 // follows; the rest is the table. Everything is read from it, and mapped to
-// the records.
+// the report.
 #include "suite/local/smbios/smbios.h"
 
 #include <algorithm>
@@ -23,23 +23,23 @@ void checkText(std::string_view text) {
   }));
 }
 
-void checkRecords(const local::SmbiosTables& tables) {
-  const auto board =
-      devhealth::systemBoardOf(systemFacts(tables), boardFacts(tables));
-  checkText(board.machineName);
-  checkText(board.machineTypeModel);
-  checkText(board.serialNumber);
-  check(board.uuid.empty() || board.uuid.size() == 36);
-  for (const auto& record : devhealth::processorsOf(processorFacts(tables))) {
-    checkText(record.name);
-    checkText(record.family);
+void checkReport(const local::SmbiosTables& tables) {
+  const auto system =
+      devhealth::systemOf(systemFacts(tables), boardFacts(tables));
+  checkText(system.name);
+  checkText(system.typeModel);
+  checkText(system.serialNumber);
+  check(system.uuid.empty() || system.uuid.size() == 36);
+  for (const auto& part : devhealth::processorsOf(processorFacts(tables))) {
+    checkText(part.name);
+    checkText(part.model);
   }
-  for (const auto& record : devhealth::dimmsOf(memoryFacts(tables))) {
-    checkText(record.description);
-    checkText(record.serialNumber);
+  for (const auto& part : devhealth::dimmsOf(memoryFacts(tables))) {
+    checkText(part.slot);
+    checkText(part.serialNumber);
   }
-  for (const auto& record : devhealth::powersOf(supplyFacts(tables))) {
-    checkText(record.elementName);
+  for (const auto& part : devhealth::powersOf(supplyFacts(tables))) {
+    checkText(part.name);
   }
 }
 
@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     formatted += structure.formatted.size();
   }
   check(formatted <= table.size());
-  checkRecords(tables);
+  checkReport(tables);
   slotFacts(tables);
   onboardFacts(tables);
   for (const auto& ways : controllerWays(hostInterfaces(tables), {})) {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "suite/devhealth/health/alerts.h"
-#include "syshealth/result/health_status.h"
 
 namespace devhealth {
 namespace {
@@ -35,20 +34,19 @@ bool extend(redfish::Selection& selection, HealthReading& reading,
 
 }  // namespace
 
-int readHealth(TargetReader& reader,
-               std::vector<Tarvex::DeviceHealth::Alert>& alerts) {
+std::optional<Unread> readHealth(TargetReader& reader,
+                                 std::vector<report::Event>& events) {
   AlertOptions options;
   redfish::Selection selection;
   selection.wants = redfish::kWantHealth;
   std::unordered_set<std::string> asked;
   HealthReading reading;
   for (int round = 0; round < kMaxRounds; ++round) {
-    const int status = reader.read(selection);
-    if (status != kHealthSuccess) {
-      return status;
+    if (auto unread = reader.read(selection)) {
+      return unread;
     }
     options.thorough = reader.thorough();
-    reading = readAlerts(reader.graph(), reader.node(), options);
+    reading = readEvents(reader.graph(), reader.node(), options);
     if (reading.failure || !extend(selection, reading, asked)) {
       break;
     }
@@ -56,8 +54,8 @@ int readHealth(TargetReader& reader,
   if (reading.failure) {
     return reader.fail(std::move(*reading.failure));
   }
-  alerts = std::move(reading.alerts);
-  return kHealthSuccess;
+  events = std::move(reading.events);
+  return std::nullopt;
 }
 
 }  // namespace devhealth

@@ -1,16 +1,17 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
+#include "suite/devhealth/inventory.h"
 #include "suite/devhealth/target_reader.h"
-#include "syshealth/health/alert.h"
 
 namespace devhealth {
 
-/// Reads a node's active events: what the alerts of one reading still want is
-/// read and they are asked again, until nothing new is wanted or to be had. A
-/// status; on success `alerts` holds the events.
-int readHealth(TargetReader& reader,
-               std::vector<Tarvex::DeviceHealth::Alert>& alerts);
+/// Reads a node's active events: what one look at them still wants is read
+/// and they are looked at again, until nothing new is wanted or to be had.
+/// Returns why not if they cannot be known.
+std::optional<Unread> readHealth(TargetReader& reader,
+                                 std::vector<report::Event>& events);
 
 }  // namespace devhealth

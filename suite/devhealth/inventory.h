@@ -1,32 +1,45 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
-#include "syshealth/health/alert.h"
-#include "syshealth/inventory/components.h"
+#include "suite/base/failure.h"
+#include "suite/report/report.h"
 
 namespace devhealth {
 
-/// What one target tells of itself. The calls answer a status like those of
-/// `DevHealth`; the arguments are empty before a call and hold the data after
-/// one that answers 0. Every failure is logged and becomes the run's last
-/// failure.
+/// Why something of a target could not be read.
+struct Unread {
+  base::Failure failure;
+  int status;  ///< What `DevHealth` answers for it; never 0.
+};
+
+/// What one target tells of itself. The calls fill their argument, which is
+/// empty before; they return why not if it cannot be read, and leave it alone
+/// then. Every failure is logged. Throws a `base::Failure` if the user has
+/// interrupted the run.
 class Inventory {
  public:
   virtual ~Inventory() = default;
 
-  virtual int connect() = 0;
-  virtual int system(Tarvex::DeviceHealth::SystemBoard& system) = 0;
-  virtual int processors(
-      std::vector<Tarvex::DeviceHealth::Processor>& processors) = 0;
-  virtual int fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) = 0;
-  virtual int dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) = 0;
-  virtual int powers(std::vector<Tarvex::DeviceHealth::Power>& powers) = 0;
-  virtual int pciAdapters(
-      std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) = 0;
+  virtual std::optional<Unread> connect() = 0;
+  virtual std::optional<Unread> system(report::System& system) = 0;
+  virtual std::optional<Unread> processors(
+      std::vector<report::Processor>& processors) = 0;
+  virtual std::optional<Unread> fans(std::vector<report::Fan>& fans) = 0;
+  virtual std::optional<Unread> memory(
+      std::vector<report::MemoryModule>& modules) = 0;
+  virtual std::optional<Unread> powerSupplies(
+      std::vector<report::PowerSupply>& supplies) = 0;
+  virtual std::optional<Unread> pciAdapters(
+      std::vector<report::PciAdapter>& adapters) = 0;
 
   /// The active events.
-  virtual int health(std::vector<Tarvex::DeviceHealth::Alert>& alerts) = 0;
+  virtual std::optional<Unread> events(std::vector<report::Event>& events) = 0;
+
+  /// How many places for memory modules there are, as far as the reading of
+  /// the modules, which has to come first, has told.
+  virtual std::optional<std::size_t> memoryPlaces() = 0;
 };
 
 }  // namespace devhealth

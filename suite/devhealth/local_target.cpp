@@ -5,7 +5,6 @@
 
 #include "suite/base/failure.h"
 #include "suite/devhealth/inventory/local_inventory.h"
-#include "suite/run/run.h"
 #include "syshealth/host/log.h"
 #include "syshealth/result/health_status.h"
 
@@ -16,43 +15,31 @@ using base::Failure;
 using base::FailureKind;
 using local::Access;
 
-int fail(FailureKind kind, int status, std::string cause, std::string remedy) {
+Unread fail(FailureKind kind, int status, std::string cause,
+            std::string remedy) {
   Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};
   Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
-  if (run::Run* current = run::Run::current()) {
-    current->report(std::move(failure));
-  }
-  return status;
+  return {std::move(failure), status};
 }
 
 }  // namespace
 
-bool LocalTarget::is(
-    const Tarvex::TarvexConnection::ConnectionInfo& connection) {
-  return connection.service == run::kThisMachine;
-}
-
-LocalTarget::LocalTarget()
-    : machine_(run::Run::current() == nullptr
-                   ? nullptr
-                   : run::Run::current()->machine()) {}
-
-int LocalTarget::requireMachine() {
+std::optional<Unread> LocalTarget::requireMachine() {
   if (machine_ != nullptr) {
-    return kHealthSuccess;
+    return std::nullopt;
   }
   return fail(FailureKind::kUnreachable, kHealthNoConnection,
               "there is no connection to this target", "");
 }
 
-int LocalTarget::requireTable() {
-  if (const int status = requireMachine()) {
-    return status;
+std::optional<Unread> LocalTarget::requireTable() {
+  if (auto unread = requireMachine()) {
+    return unread;
   }
   const std::string& table = machine_->tableName();
   switch (machine_->table()) {
     case Access::kRead:
-      return kHealthSuccess;
+      return std::nullopt;
     case Access::kDenied:
       return fail(FailureKind::kNotPermitted, kHealthNotSupported,
                   table +
@@ -74,29 +61,32 @@ int LocalTarget::requireTable() {
               "");
 }
 
-int LocalTarget::system(Tarvex::DeviceHealth::SystemBoard& system) {
-  if (const int status = requireMachine()) {
-    return status;
+std::optional<Unread> LocalTarget::system(report::System& system) {
+  if (auto unread = requireMachine()) {
+    return unread;
   }
-  system = systemBoardOf(machine_->system(), machine_->board());
-  const bool known = !system.machineName.empty() ||
-                     !system.machineTypeModel.empty() ||
-                     !system.serialNumber.empty() || !system.uuid.empty();
-  return known ? kHealthSuccess : requireTable();
+  report::System found = systemOf(machine_->system(), machine_->board());
+  const bool known = !found.name.empty() || !found.typeModel.empty() ||
+                     !found.serialNumber.empty() || !found.uuid.empty();
+  if (!known) {
+    return requireTable();
+  }
+  system = std::move(found);
+  return std::nullopt;
 }
 
-int LocalTarget::processors(
-    std::vector<Tarvex::DeviceHealth::Processor>& processors) {
-  const int status = requireTable();
-  if (status == kHealthSuccess) {
+std::optional<Unread> LocalTarget::processors(
+    std::vector<report::Processor>& processors) {
+  auto unread = requireTable();
+  if (!unread) {
     processors = processorsOf(machine_->processors());
   }
-  return status;
+  return unread;
 }
 
-int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
-  if (const int status = requireMachine()) {
-    return status;
+std::optional<Unread> LocalTarget::fans(std::vector<report::Fan>& fans) {
+  if (auto unread = requireMachine()) {
+    return unread;
   }
   if (!machine_->hasFanSource()) {
     return fail(FailureKind::kNoHostInterface, kHealthNotSupported,
@@ -104,40 +94,45 @@ int LocalTarget::fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) {
                 "name a controller by --bmc");
   }
   fans = fansOf(machine_->fans());
-  return kHealthSuccess;
+  return std::nullopt;
 }
 
-int LocalTarget::dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) {
-  const int status = requireTable();
-  if (status == kHealthSuccess) {
-    dimms = dimmsOf(machine_->memory());
+std::optional<Unread> LocalTarget::memory(
+    std::vector<report::MemoryModule>& modules) {
+  auto unread = requireTable();
+  if (!unread) {
+    modules = dimmsOf(machine_->memory());
   }
-  return status;
+  return unread;
 }
 
-int LocalTarget::powers(std::vector<Tarvex::DeviceHealth::Power>& powers) {
-  const int status = requireTable();
-  if (status == kHealthSuccess) {
-    powers = powersOf(machine_->supplies());
+std::optional<Unread> LocalTarget::powerSupplies(
+    std::vector<report::PowerSupply>& supplies) {
+  auto unread = requireTable();
+  if (!unread) {
+    supplies = powersOf(machine_->supplies());
   }
-  return status;
+  return unread;
 }
 
-int LocalTarget::pciAdapters(
-    std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) {
-  const int status = requireMachine();
-  if (status == kHealthSuccess) {
+std::optional<Unread> LocalTarget::pciAdapters(
+    std::vector<report::PciAdapter>& adapters) {
+  auto unread = requireMachine();
+  if (!unread) {
     adapters = pciAdaptersOf(machine_->adapters());
   }
-  return status;
+  return unread;
 }
 
-int LocalTarget::connect() { return kHealthSuccess; }
+std::optional<Unread> LocalTarget::connect() { return std::nullopt; }
 
-int LocalTarget::health(std::vector<Tarvex::DeviceHealth::Alert>&) {
+std::optional<Unread> LocalTarget::events(
+    std::vector<report::Event>& /*events*/) {
   return fail(FailureKind::kNoHostInterface, kHealthNotSupported,
               "only a management controller keeps a list of active events",
               "name one by --bmc");
 }
+
+std::optional<std::size_t> LocalTarget::memoryPlaces() { return std::nullopt; }
 
 }  // namespace devhealth

@@ -1,42 +1,44 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "suite/devhealth/inventory.h"
 #include "suite/local/machine.h"
-#include "syshealth/host/connection_info.h"
 
 namespace devhealth {
 
 /// The machine itself, where no service stands for it.
 class LocalTarget : public Inventory {
  public:
-  /// Whether a connection is the one to the machine itself.
-  static bool is(const Tarvex::TarvexConnection::ConnectionInfo& connection);
+  /// Borrows a machine. If it is null, every call fails.
+  explicit LocalTarget(local::Machine* machine) : machine_(machine) {}
 
-  /// Borrows the machine of the run. Without one every call fails.
-  LocalTarget();
-
-  int system(Tarvex::DeviceHealth::SystemBoard& system) override;
-  int processors(
-      std::vector<Tarvex::DeviceHealth::Processor>& processors) override;
-  int fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) override;
-  int dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) override;
-  int powers(std::vector<Tarvex::DeviceHealth::Power>& powers) override;
-  int pciAdapters(
-      std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) override;
+  std::optional<Unread> system(report::System& system) override;
+  std::optional<Unread> processors(
+      std::vector<report::Processor>& processors) override;
+  std::optional<Unread> fans(std::vector<report::Fan>& fans) override;
+  std::optional<Unread> memory(
+      std::vector<report::MemoryModule>& modules) override;
+  std::optional<Unread> powerSupplies(
+      std::vector<report::PowerSupply>& supplies) override;
+  std::optional<Unread> pciAdapters(
+      std::vector<report::PciAdapter>& adapters) override;
 
   /// There is nothing to connect to.
-  int connect() override;
+  std::optional<Unread> connect() override;
 
   /// A machine keeps no list of its active events: not supported.
-  int health(std::vector<Tarvex::DeviceHealth::Alert>& alerts) override;
+  std::optional<Unread> events(std::vector<report::Event>& events) override;
+
+  /// Not known.
+  std::optional<std::size_t> memoryPlaces() override;
 
  private:
   /// Whether the firmware's table can be read, in which most parts stand
-  /// alone. A status.
-  int requireTable();
-  int requireMachine();
+  /// alone.
+  std::optional<Unread> requireTable();
+  std::optional<Unread> requireMachine();
 
   local::Machine* machine_;
 };

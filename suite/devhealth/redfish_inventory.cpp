@@ -9,68 +9,76 @@
 #include "suite/devhealth/inventory/power_mapping.h"
 #include "suite/devhealth/inventory/processor_mapping.h"
 #include "suite/devhealth/inventory/system_mapping.h"
-#include "syshealth/result/health_status.h"
+#include "suite/devhealth/parts/rows/system_parts.h"
 
 namespace devhealth {
 namespace {
 
-namespace records = Tarvex::DeviceHealth;
-
 // Reads what a table needs and maps it.
-template <typename Record>
-int readTable(TargetReader& reader, redfish::Want want,
-              Mapped<Record> (*map)(const redfish::Graph&,
-                                    const redfish::Node&),
-              std::vector<Record>& rows) {
-  if (const int status = reader.read(want)) {
-    return status;
+template <typename Row>
+std::optional<Unread> readTable(TargetReader& reader, redfish::Want want,
+                                Mapped<Row> (*map)(const redfish::Graph&,
+                                                   const redfish::Node&),
+                                std::vector<Row>& rows) {
+  if (auto unread = reader.read(want)) {
+    return unread;
   }
-  Mapped<Record> mapped = map(reader.graph(), reader.node());
+  Mapped<Row> mapped = map(reader.graph(), reader.node());
   if (mapped.failure) {
     return reader.fail(std::move(*mapped.failure));
   }
   rows = std::move(mapped.records);
-  return kHealthSuccess;
+  return std::nullopt;
 }
 
 }  // namespace
 
-int RedfishInventory::connect() { return reader_.read(redfish::kWantSystem); }
-
-int RedfishInventory::system(records::SystemBoard& system) {
-  std::vector<records::SystemBoard> boards;
-  const int status =
-      readTable(reader_, redfish::kWantSystem, mapSystem, boards);
-  if (status == kHealthSuccess) {
-    system = std::move(boards.front());
-  }
-  return status;
+std::optional<Unread> RedfishInventory::connect() {
+  return reader_.read(redfish::kWantSystem);
 }
 
-int RedfishInventory::processors(std::vector<records::Processor>& processors) {
+std::optional<Unread> RedfishInventory::system(report::System& system) {
+  std::vector<report::System> systems;
+  auto unread = readTable(reader_, redfish::kWantSystem, mapSystem, systems);
+  if (!unread) {
+    system = std::move(systems.front());
+  }
+  return unread;
+}
+
+std::optional<Unread> RedfishInventory::processors(
+    std::vector<report::Processor>& processors) {
   return readTable(reader_, redfish::kWantProcessors, mapProcessors,
                    processors);
 }
 
-int RedfishInventory::fans(std::vector<records::Fan>& fans) {
+std::optional<Unread> RedfishInventory::fans(std::vector<report::Fan>& fans) {
   return readTable(reader_, redfish::kWantFans, mapFans, fans);
 }
 
-int RedfishInventory::dimms(std::vector<records::DIMM>& dimms) {
-  return readTable(reader_, redfish::kWantDimms, mapDimms, dimms);
+std::optional<Unread> RedfishInventory::memory(
+    std::vector<report::MemoryModule>& modules) {
+  return readTable(reader_, redfish::kWantDimms, mapDimms, modules);
 }
 
-int RedfishInventory::powers(std::vector<records::Power>& powers) {
-  return readTable(reader_, redfish::kWantPowers, mapPowers, powers);
+std::optional<Unread> RedfishInventory::powerSupplies(
+    std::vector<report::PowerSupply>& supplies) {
+  return readTable(reader_, redfish::kWantPowers, mapPowers, supplies);
 }
 
-int RedfishInventory::pciAdapters(std::vector<records::PCIAdapter>& adapters) {
+std::optional<Unread> RedfishInventory::pciAdapters(
+    std::vector<report::PciAdapter>& adapters) {
   return readTable(reader_, redfish::kWantPciAdapters, mapPciAdapters,
                    adapters);
 }
 
-int RedfishInventory::health(std::vector<records::Alert>& alerts) {
-  return readHealth(reader_, alerts);
+std::optional<Unread> RedfishInventory::events(
+    std::vector<report::Event>& events) {
+  return readHealth(reader_, events);
+}
+
+std::optional<std::size_t> RedfishInventory::memoryPlaces() {
+  return devhealth::memoryPlaces(reader_.graph(), reader_.node());
 }
 
 }  // namespace devhealth

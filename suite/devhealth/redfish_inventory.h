@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "suite/devhealth/inventory.h"
@@ -11,20 +12,21 @@ namespace devhealth {
 /// read before in the run.
 class RedfishInventory : public Inventory {
  public:
-  explicit RedfishInventory(
-      const Tarvex::TarvexConnection::ConnectionInfo& connection)
-      : reader_(connection) {}
+  explicit RedfishInventory(TargetReader reader) : reader_(std::move(reader)) {}
 
-  int connect() override;
-  int system(Tarvex::DeviceHealth::SystemBoard& system) override;
-  int processors(
-      std::vector<Tarvex::DeviceHealth::Processor>& processors) override;
-  int fans(std::vector<Tarvex::DeviceHealth::Fan>& fans) override;
-  int dimms(std::vector<Tarvex::DeviceHealth::DIMM>& dimms) override;
-  int powers(std::vector<Tarvex::DeviceHealth::Power>& powers) override;
-  int pciAdapters(
-      std::vector<Tarvex::DeviceHealth::PCIAdapter>& adapters) override;
-  int health(std::vector<Tarvex::DeviceHealth::Alert>& alerts) override;
+  std::optional<Unread> connect() override;
+  std::optional<Unread> system(report::System& system) override;
+  std::optional<Unread> processors(
+      std::vector<report::Processor>& processors) override;
+  std::optional<Unread> fans(std::vector<report::Fan>& fans) override;
+  std::optional<Unread> memory(
+      std::vector<report::MemoryModule>& modules) override;
+  std::optional<Unread> powerSupplies(
+      std::vector<report::PowerSupply>& supplies) override;
+  std::optional<Unread> pciAdapters(
+      std::vector<report::PciAdapter>& adapters) override;
+  std::optional<Unread> events(std::vector<report::Event>& events) override;
+  std::optional<std::size_t> memoryPlaces() override;
 
  private:
   TargetReader reader_;

@@ -3,9 +3,7 @@
 #include <utility>
 
 #include "suite/devhealth/failure_status.h"
-#include "suite/run/run.h"
 #include "syshealth/host/log.h"
-#include "syshealth/result/health_status.h"
 
 namespace devhealth {
 namespace {
@@ -14,12 +12,9 @@ using base::Failure;
 
 constexpr unsigned int kLogError = 1;
 
-int report(Failure failure, Phase phase) {
+Unread unread(Failure failure, Phase phase) {
   const int status = statusOf(failure.kind, phase);
-  if (run::Run* current = run::Run::current()) {
-    current->report(std::move(failure));
-  }
-  return status;
+  return {std::move(failure), status};
 }
 
 // Writes what the service itself has not logged yet.
@@ -32,29 +27,23 @@ void log(const Failure& failure) {
 
 }  // namespace
 
-TargetReader::TargetReader(
-    const Tarvex::TarvexConnection::ConnectionInfo& connection)
-    : service_(run::Run::current() == nullptr
-                   ? nullptr
-                   : run::Run::current()->pool().find(connection.service)),
-      address_(connection.address),
-      // Nodes count on over the services of a run.
-      nodeIndex_(static_cast<std::uint16_t>(connection.nodeIndex -
-                                            connection.firstNode)) {}
+TargetReader::TargetReader(redfish::Service* service, std::string address,
+                           std::uint16_t nodeIndex)
+    : service_(service), address_(std::move(address)), nodeIndex_(nodeIndex) {}
 
-int TargetReader::read(redfish::Selection selection) {
+std::optional<Unread> TargetReader::read(redfish::Selection selection) {
   if (service_ == nullptr) {
     Failure failure;
     failure.kind = base::FailureKind::kUnreachable;
     failure.address = address_;
     failure.cause = "there is no connection to this target";
     log(failure);
-    return report(std::move(failure), Phase::kConnecting);
+    return unread(std::move(failure), Phase::kConnecting);
   }
   selection.nodeIndex = nodeIndex_;
   auto failure = service_->read(selection);
   if (!failure) {
-    return kHealthSuccess;
+    return std::nullopt;
   }
   // The module has nothing to say about it, and lets it pass.
   if (failure->kind == base::FailureKind::kInterrupted) {
@@ -62,10 +51,10 @@ int TargetReader::read(redfish::Selection selection) {
   }
   // Opening answers again what it answered first: whether it got that far.
   const Phase phase = service_->open() ? Phase::kConnecting : Phase::kReading;
-  return report(std::move(*failure), phase);
+  return unread(std::move(*failure), phase);
 }
 
-int TargetReader::read(redfish::Want want) {
+std::optional<Unread> TargetReader::read(redfish::Want want) {
   redfish::Selection selection;
   selection.wants = want;
   return read(std::move(selection));
@@ -75,12 +64,12 @@ redfish::Node TargetReader::node() const {
   return redfish::nodeAt(service_->graph(), nodeIndex_);
 }
 
-int TargetReader::fail(Failure failure) const {
+Unread TargetReader::fail(Failure failure) const {
   if (failure.address.empty()) {
     failure.address = service_->address();
   }
   log(failure);
-  return report(std::move(failure), Phase::kReading);
+  return unread(std::move(failure), Phase::kReading);
 }
 
 }  // namespace devhealth

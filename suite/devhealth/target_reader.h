@@ -1,30 +1,32 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
+#include "suite/devhealth/inventory.h"
 #include "suite/redfish/crawl/selection.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/topology.h"
 #include "suite/redfish/service.h"
-#include "syshealth/host/connection_info.h"
 
 namespace devhealth {
 
-/// One node of a target, as the run's service reads it. Every failure becomes
-/// a status, a line in the log, and the run's last failure, from which the
-/// host tells the cause. Lives for the length of one call.
+/// One node of a target, as a service reads it. Every failure gets its status,
+/// and a line in the log.
 class TargetReader {
  public:
-  /// Borrows the service of a connection from the run's pool. Without one,
-  /// every reading fails as one without a connection.
-  explicit TargetReader(
-      const Tarvex::TarvexConnection::ConnectionInfo& connection);
+  /// Borrows a service. If it is null, every reading fails as one without a
+  /// connection to `address`. `nodeIndex` counts from 0 within the service.
+  TargetReader(redfish::Service* service, std::string address,
+               std::uint16_t nodeIndex);
 
-  /// Reads what a selection names, of this reader's node. A status.
-  int read(redfish::Selection selection);
+  /// Reads what a selection names, of this reader's node. Throws a
+  /// `base::Failure` if the user has interrupted the run.
+  std::optional<Unread> read(redfish::Selection selection);
 
-  /// Reads what one want names. A status.
-  int read(redfish::Want want);
+  /// Reads what one want names.
+  std::optional<Unread> read(redfish::Want want);
 
   /// What was read so far; to be asked after a reading that succeeded.
   const redfish::Graph& graph() const { return service_->graph(); }
@@ -35,8 +37,8 @@ class TargetReader {
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }
 
-  /// Reports that what was read is not enough. A status.
-  int fail(base::Failure failure) const;
+  /// The failure that what was read is not enough.
+  Unread fail(base::Failure failure) const;
 
  private:
   redfish::Service* service_;

@@ -205,6 +205,9 @@ struct PciAdapter {
   std::string sku;
   Health health = Health::kUnknown;
   State state = State::kUnknown;
+  // For people, in the words of the service; not part of the JSON form.
+  std::string stateText;   ///< State, also one that is no `State`.
+  std::string statusText;  ///< Health and messages of active conditions.
 };
 
 /// One node of one target.

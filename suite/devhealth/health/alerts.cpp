@@ -65,17 +65,25 @@ void complete(Event& event, MessageRegistries& registries) {
   }
 }
 
-Alert alertOf(const Event& event, AlertCategory category) {
-  Alert alert{};
-  alert.extra = plainText(event.origin.identity());
-  if (!event.timestamp.empty()) {
-    alert.extra += " " + event.timestamp;
-  }
-  alert.messageId = event.messageId;
-  alert.severity = event.severity == Health::kCritical ? 2 : 1;
-  alert.category = categoryName(category);
-  alert.message = plainText(event.message);
-  return alert;
+// The categories of the report are those of alerts, in the same order.
+static_assert(static_cast<std::size_t>(AlertCategory::kSystem) ==
+              static_cast<std::size_t>(report::Category::kSystem));
+static_assert(static_cast<std::size_t>(AlertCategory::kPci) ==
+              static_cast<std::size_t>(report::Category::kPci));
+static_assert(static_cast<std::size_t>(AlertCategory::kOther) ==
+              static_cast<std::size_t>(report::Category::kOther));
+
+report::Event reportEvent(const Event& event, AlertCategory category) {
+  report::Event told;
+  told.category = static_cast<report::Category>(category);
+  told.severity = event.severity == Health::kCritical
+                      ? report::Health::kError
+                      : report::Health::kWarning;
+  told.messageId = event.messageId;
+  told.message = plainText(event.message);
+  told.origin = plainText(event.origin.identity());
+  told.time = event.timestamp;
+  return told;
 }
 
 struct Placed {
@@ -84,8 +92,8 @@ struct Placed {
   const Event* event;
 };
 
-std::vector<Alert> inOrder(const Graph& graph,
-                           const std::vector<const Event*>& events) {
+std::vector<report::Event> inOrder(const Graph& graph,
+                                   const std::vector<const Event*>& events) {
   std::vector<Placed> placed;
   placed.reserve(events.size());
   for (const Event* event : events) {
@@ -100,12 +108,12 @@ std::vector<Alert> inOrder(const Graph& graph,
                    [&key](const Placed& left, const Placed& right) {
                      return key(left) < key(right);
                    });
-  std::vector<Alert> alerts;
-  alerts.reserve(placed.size());
+  std::vector<report::Event> told;
+  told.reserve(placed.size());
   for (const Placed& one : placed) {
-    alerts.push_back(alertOf(*one.event, one.category));
+    told.push_back(reportEvent(*one.event, one.category));
   }
-  return alerts;
+  return told;
 }
 
 // The first of each place, up to the limit.
@@ -125,7 +133,7 @@ std::vector<Uri> eachOnce(std::vector<Uri> links) {
 
 }  // namespace
 
-HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
+HealthReading readEvents(const Graph& graph, const redfish::Node& node,
                          const AlertOptions& options) {
   HealthReading reading;
   reading.serviceConditionsSuffice =
@@ -172,7 +180,7 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
     kept.push_back(&event);
   }
 
-  reading.alerts = inOrder(graph, kept);
+  reading.events = inOrder(graph, kept);
   reading.wanted.insert(reading.wanted.end(), registries.wanted().begin(),
                         registries.wanted().end());
   for (const Event* event : kept) {
@@ -182,6 +190,19 @@ HealthReading readAlerts(const Graph& graph, const redfish::Node& node,
   }
   reading.wanted = eachOnce(std::move(reading.wanted));
   return reading;
+}
+
+Alert printed(const report::Event& event) {
+  Alert alert{};
+  alert.extra = event.origin;
+  if (!event.time.empty()) {
+    alert.extra += " " + event.time;
+  }
+  alert.messageId = event.messageId;
+  alert.severity = event.severity == report::Health::kError ? 2 : 1;
+  alert.category = categoryName(static_cast<AlertCategory>(event.category));
+  alert.message = event.message;
+  return alert;
 }
 
 }  // namespace devhealth

@@ -7,6 +7,7 @@
 
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/topology.h"
+#include "suite/report/report.h"
 #include "syshealth/health/alert.h"
 
 namespace devhealth {
@@ -20,8 +21,8 @@ struct AlertOptions {
 /// What the graph tells of a node's active events, and what would have to be
 /// read to tell more.
 struct HealthReading {
-  /// In the order of the categories; severities 1 and 2 only.
-  std::vector<Tarvex::DeviceHealth::Alert> alerts;
+  /// In the order of the categories; warnings and errors only.
+  std::vector<report::Event> events;
   /// Why the events cannot be known: a list of components that the walk needs
   /// could not be read.
   std::optional<base::Failure> failure;
@@ -36,10 +37,13 @@ struct HealthReading {
 
 /// Reads the node's active events out of the graph: the service's list of
 /// conditions, the conditions of all that was read, and the health of parts
-/// that neither explains. Each event stands once. The alerts are the best
+/// that neither explains. Each event stands once. The events are the best
 /// answer that this graph gives; with `unexplained` and `wanted` read, the
 /// next one may be better. The node's system must not be null.
-HealthReading readAlerts(const redfish::Graph& graph, const redfish::Node& node,
+HealthReading readEvents(const redfish::Graph& graph, const redfish::Node& node,
                          const AlertOptions& options);
+
+/// The alert that an event is in the health summary.
+Tarvex::DeviceHealth::Alert printed(const report::Event& event);
 
 }  // namespace devhealth

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/names/jep106.h"
 #include "suite/devhealth/parts/rows/system_parts.h"
 #include "suite/devhealth/parts/value.h"
@@ -11,7 +12,7 @@ namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
-using Tarvex::DeviceHealth::DIMM;
+using report::MemoryModule;
 
 std::optional<double> fastestAllowed(const json::object& memory) {
   const json::array* speeds = redfish::arrayAt(memory, "AllowedSpeedsMHz");
@@ -64,9 +65,10 @@ std::string typeOf(const json::object& memory) {
   return textAt(memory, "Model");
 }
 
-DIMM recordOf(const NamedPart& module) {
-  DIMM row;
-  row.description = module.name;
+MemoryModule moduleOf(const NamedPart& module) {
+  MemoryModule row;
+  row.id = module.part.uri.identity();
+  row.slot = module.name;
   if (module.part.object == nullptr) {
     return row;
   }
@@ -75,18 +77,22 @@ DIMM recordOf(const NamedPart& module) {
   row.serialNumber = textAt(memory, "SerialNumber");
   row.manufacturer = memoryMaker(
       firstTextAt(memory, {"Manufacturer", "ModuleManufacturerID"}));
-  row.model = typeOf(memory);
-  row.maxMemorySpeed = quantity(speedOf(memory), "MHz");
+  row.type = typeOf(memory);
+  row.capacityMib = countAt(memory, "CapacityMiB");
+  row.maxSpeedMhz = speedOf(memory);
+  row.health = healthOfPart(memory);
+  row.state = stateOfPart(memory);
   return row;
 }
 
 }  // namespace
 
-Mapped<DIMM> mapDimms(const redfish::Graph& graph, const redfish::Node& node) {
-  std::vector<DIMM> rows;
+Mapped<MemoryModule> mapDimms(const redfish::Graph& graph,
+                              const redfish::Node& node) {
+  std::vector<MemoryModule> rows;
   ReadTally tally;
   for (const NamedPart& module : memoryModules(graph, node, tally)) {
-    rows.push_back(recordOf(module));
+    rows.push_back(moduleOf(module));
   }
   return tableOf(std::move(rows), tally);
 }

@@ -1,7 +1,7 @@
 #include "suite/devhealth/inventory/fan_mapping.h"
 
 #include "suite/base/ascii.h"
-#include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"
@@ -10,7 +10,7 @@ namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
-using Tarvex::DeviceHealth::Fan;
+using report::Fan;
 
 // A speed as served; a negative one means that it is not known, 0 that the
 // fan stands still.
@@ -21,31 +21,27 @@ std::optional<double> speedAt(const json::object& fan, std::string_view path) {
 
 // Speed of a Fan resource. The excerpt of its sensor stands in the resource;
 // some services give the bare percentage instead.
-std::string speedOfResource(const json::object& fan) {
-  if (const auto speed = speedAt(fan, "SpeedPercent/SpeedRPM")) {
-    return quantity(speed, "RPM");
+void readResourceSpeed(const json::object& object, Fan& fan) {
+  fan.speedRpm = speedAt(object, "SpeedPercent/SpeedRPM");
+  fan.speedPercent = speedAt(object, "SpeedPercent/Reading");
+  if (!fan.speedPercent) {
+    fan.speedPercent = speedAt(object, "SpeedPercent");
   }
-  if (const auto percent = speedAt(fan, "SpeedPercent/Reading")) {
-    return quantity(percent, "%");
-  }
-  return quantity(speedAt(fan, "SpeedPercent"), "%");
 }
 
 // Speed of an entry of the older document.
-std::string speedOfEntry(const json::object& fan) {
+void readEntrySpeed(const json::object& entry, Fan& fan) {
   constexpr double kLargestPercentage = 100;
-  const auto reading = speedAt(fan, "Reading");
+  const auto reading = speedAt(entry, "Reading");
   if (!reading) {
-    return quantity(speedAt(fan, "ReadingRPM"), "RPM");
+    fan.speedRpm = speedAt(entry, "ReadingRPM");
+    return;
   }
-  const std::string units = textAt(fan, "ReadingUnits");
-  if (base::equalIgnoringCase(units, "RPM")) {
-    return quantity(reading, "RPM");
-  }
-  if (base::equalIgnoringCase(units, "Percent")) {
-    return quantity(reading, "%");
-  }
-  return quantity(reading, *reading > kLargestPercentage ? "RPM" : "%");
+  const std::string units = textAt(entry, "ReadingUnits");
+  const bool inPercent = base::equalIgnoringCase(units, "Percent");
+  const bool inRpm = base::equalIgnoringCase(units, "RPM") ||
+                     (!inPercent && *reading > kLargestPercentage);
+  (inRpm ? fan.speedRpm : fan.speedPercent) = reading;
 }
 
 }  // namespace
@@ -57,12 +53,12 @@ Mapped<Fan> mapFans(const redfish::Graph& graph, const redfish::Node& node) {
        chassisParts(graph, node, redfish::coolingSources(node),
                     redfish::kFanSchema, tally)) {
     Fan row;
-    row.elementName = std::move(source.name);
-    row.healthState = healthWord(redfish::Health::kUnknown);
+    row.id = source.part.uri.identity();
+    row.name = std::move(source.name);
     if (const json::object* fan = source.part.object) {
-      row.desiredSpeed =
-          source.entry ? speedOfEntry(*fan) : speedOfResource(*fan);
-      row.healthState = healthState(*fan);
+      (source.entry ? readEntrySpeed : readResourceSpeed)(*fan, row);
+      row.health = healthOfPart(*fan);
+      row.state = stateOfPart(*fan);
     }
     rows.push_back(std::move(row));
   }

@@ -3,12 +3,12 @@
 #include "suite/devhealth/parts/mapped.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/topology.h"
-#include "syshealth/inventory/components.h"
+#include "suite/report/report.h"
 
 namespace devhealth {
 
 /// The fans that cool the node, those of a shared enclosure included.
-Mapped<Tarvex::DeviceHealth::Fan> mapFans(const redfish::Graph& graph,
-                                          const redfish::Node& node);
+Mapped<report::Fan> mapFans(const redfish::Graph& graph,
+                            const redfish::Node& node);
 
 }  // namespace devhealth

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "suite/devhealth/inventory/row_names.h"
-#include "suite/devhealth/parts/health_text.h"
 #include "suite/devhealth/parts/names/jep106.h"
 #include "suite/devhealth/parts/names/machine_name.h"
 #include "suite/devhealth/parts/row_order.h"
@@ -18,12 +17,14 @@
 namespace devhealth {
 namespace {
 
-using Tarvex::DeviceHealth::DIMM;
-using Tarvex::DeviceHealth::Fan;
-using Tarvex::DeviceHealth::PCIAdapter;
-using Tarvex::DeviceHealth::Power;
-using Tarvex::DeviceHealth::Processor;
-using Tarvex::DeviceHealth::SystemBoard;
+using report::Fan;
+using report::Health;
+using report::MemoryModule;
+using report::PciAdapter;
+using report::PowerSupply;
+using report::Processor;
+using report::State;
+using report::System;
 
 // The first text that is a value.
 std::string firstText(std::initializer_list<std::string_view> texts) {
@@ -42,68 +43,75 @@ std::string joined(const std::string& first, const std::string& second) {
                                          : first + " " + second;
 }
 
-std::string megahertz(std::optional<unsigned> speed) {
-  return speed ? std::to_string(*speed) : std::string();
-}
-
-std::string health(redfish::Health health) {
-  return std::string(healthWord(health));
-}
-
-redfish::Health healthOf(local::ProcessorState state) {
+Health healthOf(local::ProcessorState state) {
   switch (state) {
     case local::ProcessorState::kEnabled:
     case local::ProcessorState::kDisabledByUser:  // Wanted, not broken.
     case local::ProcessorState::kIdle:
-      return redfish::Health::kOk;
+      return Health::kNormal;
     case local::ProcessorState::kFailed:
-      return redfish::Health::kCritical;
+      return Health::kError;
     case local::ProcessorState::kUnknown:
       break;
   }
-  return redfish::Health::kUnknown;
+  return Health::kUnknown;
 }
 
-redfish::Health healthOf(local::FanState state) {
+Health healthOf(local::FanState state) {
   switch (state) {
     case local::FanState::kOk:
-      return redfish::Health::kOk;
+      return Health::kNormal;
     case local::FanState::kAlarm:
-      return redfish::Health::kWarning;
+      return Health::kWarning;
     case local::FanState::kFault:
-      return redfish::Health::kCritical;
+      return Health::kError;
   }
-  return redfish::Health::kUnknown;
+  return Health::kUnknown;
 }
 
-redfish::Health healthOf(const local::SupplyFacts& supply) {
-  redfish::Health health = redfish::Health::kUnknown;
+Health healthOf(const local::SupplyFacts& supply) {
+  Health health = Health::kUnknown;
   switch (supply.state) {
     case local::SupplyState::kOk:
-      health = redfish::Health::kOk;
+      health = Health::kNormal;
       break;
     case local::SupplyState::kNonCritical:
-      health = redfish::Health::kWarning;
+      health = Health::kWarning;
       break;
     case local::SupplyState::kCritical:
-      return redfish::Health::kCritical;
+      return Health::kError;
     case local::SupplyState::kUnknown:
       break;
   }
-  return supply.unplugged ? redfish::Health::kWarning : health;
+  return supply.unplugged ? Health::kWarning : health;
+}
+
+State stateOf(local::ProcessorState state) {
+  switch (state) {
+    case local::ProcessorState::kEnabled:
+      return State::kEnabled;
+    case local::ProcessorState::kDisabledByUser:
+    case local::ProcessorState::kFailed:
+      return State::kDisabled;
+    case local::ProcessorState::kIdle:
+      return State::kStandbySpare;
+    case local::ProcessorState::kUnknown:
+      break;
+  }
+  return State::kUnknown;
 }
 
 // The measured speed, else the target: registers of targets without a sensor
 // behind them hold anything. A negative reading is none, and a target of 0 is
 // that of a chip which leaves the speed to others.
-std::string fanSpeed(const local::FanFacts& fan) {
+std::optional<double> fanRpm(const local::FanFacts& fan) {
   if (fan.measuredRpm && *fan.measuredRpm >= 0) {
-    return std::to_string(*fan.measuredRpm) + " RPM";
+    return static_cast<double>(*fan.measuredRpm);
   }
   if (fan.targetRpm && *fan.targetRpm > 0) {
-    return std::to_string(*fan.targetRpm) + " RPM";
+    return static_cast<double>(*fan.targetRpm);
   }
-  return {};
+  return std::nullopt;
 }
 
 std::string addressText(const local::PciAddress& address) {
@@ -124,122 +132,125 @@ std::string idsText(const local::PciFacts& adapter) {
   return text;
 }
 
-// Gives records their distinct names and sorts them by these.
-template <typename Record>
-void name(std::vector<Record>& records, std::string Record::*column,
+// Gives parts their distinct names, which tell them apart too, and sorts them
+// by these.
+template <typename Part>
+void name(std::vector<Part>& parts, std::string Part::*column,
           const std::vector<RowName>& rows, std::string_view classWord) {
   std::vector<std::string> names = distinctNames(rows, classWord);
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    records[i].*column = std::move(names[i]);
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    parts[i].id = names[i];
+    parts[i].*column = std::move(names[i]);
   }
-  sortNaturally(records, column);
+  sortNaturally(parts, column);
 }
 
 }  // namespace
 
-SystemBoard systemBoardOf(const local::SystemFacts& system,
-                          const local::BoardFacts& board) {
-  SystemBoard record;
-  record.machineName =
-      machineName(recordText(system.manufacturer), recordText(system.product));
-  if (record.machineName.empty()) {
-    record.machineName =
+System systemOf(const local::SystemFacts& facts,
+                const local::BoardFacts& board) {
+  System system;
+  system.name =
+      machineName(recordText(facts.manufacturer), recordText(facts.product));
+  if (system.name.empty()) {
+    system.name =
         machineName(recordText(board.manufacturer), recordText(board.product));
   }
-  record.machineTypeModel =
-      firstText({stockNumber(system.sku), system.family, system.version,
-                 board.product, board.version});
-  record.serialNumber = firstText({system.serial, board.serial});
-  record.uuid = recordText(system.uuid);
-  return record;
+  system.typeModel = firstText({stockNumber(facts.sku), facts.family,
+                                facts.version, board.product, board.version});
+  system.serialNumber = firstText({facts.serial, board.serial});
+  system.uuid = recordText(facts.uuid);
+  return system;
 }
 
 std::vector<Processor> processorsOf(
     const std::vector<local::ProcessorFacts>& processors) {
-  std::vector<Processor> records;
+  std::vector<Processor> parts;
   std::vector<RowName> names;
-  for (const local::ProcessorFacts& processor : processors) {
-    Processor record;
-    record.family = firstText({processor.version, processor.family});
-    record.currentClockSpeed = megahertz(processor.currentMhz);
-    record.maxClockSpeed = megahertz(processor.maxMhz);
-    record.healthState = health(healthOf(processor.state));
-    records.push_back(std::move(record));
-    names.push_back({recordText(processor.socket), ""});
+  for (const local::ProcessorFacts& facts : processors) {
+    Processor part;
+    part.model = firstText({facts.version, facts.family});
+    part.speedMhz = facts.currentMhz;
+    part.maxSpeedMhz = facts.maxMhz;
+    part.health = healthOf(facts.state);
+    part.state = stateOf(facts.state);
+    parts.push_back(std::move(part));
+    names.push_back({recordText(facts.socket), ""});
   }
-  name(records, &Processor::name, names, "Processor");
-  return records;
+  name(parts, &Processor::name, names, "Processor");
+  return parts;
 }
 
 std::vector<Fan> fansOf(const std::vector<local::FanFacts>& fans) {
-  std::vector<Fan> records;
+  std::vector<Fan> parts;
   std::vector<RowName> names;
-  for (const local::FanFacts& fan : fans) {
-    Fan record;
-    record.desiredSpeed = fanSpeed(fan);
-    record.healthState = health(healthOf(fan.state));
-    records.push_back(std::move(record));
-    names.push_back({recordText(fan.label),
-                     joined(recordText(fan.chip), recordText(fan.input))});
+  for (const local::FanFacts& facts : fans) {
+    Fan part;
+    part.speedRpm = fanRpm(facts);
+    part.health = healthOf(facts.state);
+    parts.push_back(std::move(part));
+    names.push_back({recordText(facts.label),
+                     joined(recordText(facts.chip), recordText(facts.input))});
   }
-  name(records, &Fan::elementName, names, "Fan");
-  return records;
+  name(parts, &Fan::name, names, "Fan");
+  return parts;
 }
 
-std::vector<DIMM> dimmsOf(const std::vector<local::MemoryFacts>& modules) {
-  std::vector<DIMM> records;
+std::vector<MemoryModule> dimmsOf(
+    const std::vector<local::MemoryFacts>& modules) {
+  std::vector<MemoryModule> parts;
   std::vector<RowName> names;
-  for (const local::MemoryFacts& module : modules) {
-    DIMM record;
-    record.partNumber = recordText(module.partNumber);
-    record.serialNumber = recordText(module.serial);
-    record.manufacturer = memoryMaker(recordText(module.manufacturer));
-    record.model = recordText(module.type);
-    if (module.maxSpeed) {
-      record.maxMemorySpeed = std::to_string(*module.maxSpeed) + " MT/s";
-    }
-    records.push_back(std::move(record));
-    names.push_back({recordText(module.locator), recordText(module.bank)});
+  for (const local::MemoryFacts& facts : modules) {
+    MemoryModule part;
+    part.partNumber = recordText(facts.partNumber);
+    part.serialNumber = recordText(facts.serial);
+    part.manufacturer = memoryMaker(recordText(facts.manufacturer));
+    part.type = recordText(facts.type);
+    part.maxSpeedMts = facts.maxSpeed;
+    parts.push_back(std::move(part));
+    names.push_back({recordText(facts.locator), recordText(facts.bank)});
   }
-  name(records, &DIMM::description, names, "DIMM");
-  return records;
+  name(parts, &MemoryModule::slot, names, "DIMM");
+  return parts;
 }
 
-std::vector<Power> powersOf(const std::vector<local::SupplyFacts>& supplies) {
-  std::vector<Power> records;
+std::vector<PowerSupply> powersOf(
+    const std::vector<local::SupplyFacts>& supplies) {
+  std::vector<PowerSupply> parts;
   std::vector<RowName> names;
-  for (const local::SupplyFacts& supply : supplies) {
-    Power record;
-    if (supply.capacityWatts) {
-      record.totalOutputPower = std::to_string(*supply.capacityWatts) + " W";
-    }
-    record.healthState = health(healthOf(supply));
-    records.push_back(std::move(record));
-    names.push_back({recordText(supply.name), recordText(supply.location)});
+  for (const local::SupplyFacts& facts : supplies) {
+    PowerSupply part;
+    part.capacityWatts = facts.capacityWatts;
+    part.health = healthOf(facts);
+    parts.push_back(std::move(part));
+    names.push_back({recordText(facts.name), recordText(facts.location)});
   }
-  name(records, &Power::elementName, names, "Power Supply");
-  return records;
+  name(parts, &PowerSupply::name, names, "Power Supply");
+  return parts;
 }
 
-std::vector<PCIAdapter> pciAdaptersOf(
+std::vector<PciAdapter> pciAdaptersOf(
     const std::vector<local::PciFacts>& adapters) {
-  std::vector<PCIAdapter> records;
-  for (const local::PciFacts& adapter : adapters) {
-    PCIAdapter record;
-    record.tag = addressText(adapter.address);
-    record.manufacturer = recordText(adapter.manufacturer);
-    record.model = recordText(adapter.model);
-    record.description = joined(recordText(adapter.slot), record.model);
-    if (record.description.empty()) {
-      record.description = idsText(adapter);
+  std::vector<PciAdapter> parts;
+  for (const local::PciFacts& facts : adapters) {
+    PciAdapter part;
+    part.tag = addressText(facts.address);
+    part.id = part.tag;
+    part.slot = recordText(facts.slot);
+    part.manufacturer = recordText(facts.manufacturer);
+    part.model = recordText(facts.model);
+    part.name = joined(part.slot, part.model);
+    if (part.name.empty()) {
+      part.name = idsText(facts);
     }
-    record.serialNumber = recordText(adapter.serial);
-    record.partNumber = recordText(adapter.partNumber);
-    record.operationalStatus = adapter.driverBound ? "Enabled" : "Disabled";
-    records.push_back(std::move(record));
+    part.serialNumber = recordText(facts.serial);
+    part.partNumber = recordText(facts.partNumber);
+    part.state = facts.driverBound ? State::kEnabled : State::kDisabled;
+    part.stateText = facts.driverBound ? "Enabled" : "Disabled";
+    parts.push_back(std::move(part));
   }
-  sortNaturally(records, &PCIAdapter::description);
-  return records;
+  sortNaturally(parts, &PciAdapter::name);
+  return parts;
 }
 
 }  // namespace devhealth

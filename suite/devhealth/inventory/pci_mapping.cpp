@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/pci/pci_cards.h"
 #include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
@@ -16,7 +17,7 @@ namespace {
 namespace json = redfish::json;
 using redfish::Graph;
 using redfish::Node;
-using Tarvex::DeviceHealth::PCIAdapter;
+using report::PciAdapter;
 
 // Health and the messages of the active conditions of a part.
 std::string statusTexts(const json::object& part) {
@@ -42,23 +43,24 @@ std::string statusTexts(const json::object& part) {
   return plainText(texts);
 }
 
-PCIAdapter recordOf(const PciCard& card) {
-  PCIAdapter record;
-  record.description = card.name;
-  record.tag = pciTagOf(card.part);
-  record.manufacturer = card.fields.manufacturer;
-  record.model = card.fields.model;
-  record.serialNumber = card.fields.serialNumber;
-  record.partNumber = card.fields.partNumber;
-  record.sku = card.fields.sku;
-  if (card.part.part.object != nullptr) {
-    record.operationalStatus = textAt(*card.part.part.object, "Status/State");
-    record.statusDescriptions = statusTexts(*card.part.part.object);
+PciAdapter adapterOf(const PciCard& card) {
+  PciAdapter adapter;
+  adapter.id = card.part.part.uri.identity();
+  adapter.name = card.name;
+  adapter.tag = pciTagOf(card.part);
+  adapter.slot = card.slot;
+  adapter.manufacturer = card.fields.manufacturer;
+  adapter.model = card.fields.model;
+  adapter.serialNumber = card.fields.serialNumber;
+  adapter.partNumber = card.fields.partNumber;
+  adapter.sku = card.fields.sku;
+  if (const json::object* part = card.part.part.object) {
+    adapter.health = healthOfPart(*part);
+    adapter.state = stateOfPart(*part);
+    adapter.stateText = textAt(*part, "Status/State");
+    adapter.statusText = statusTexts(*part);
   }
-  if (record.operationalStatus.empty()) {
-    record.operationalStatus = "Unknown";
-  }
-  return record;
+  return adapter;
 }
 
 // The Id of the chassis that a part is in: a device of a system names it.
@@ -75,13 +77,13 @@ std::string chassisIdOf(const Graph& graph, const Part& part) {
 }
 
 void makeTagsUnique(const Graph& graph, const std::vector<PciCard>& cards,
-                    std::vector<PCIAdapter>& records) {
+                    std::vector<PciAdapter>& adapters) {
   std::unordered_map<std::string, int> counts;
-  for (const PCIAdapter& record : records) {
-    ++counts[record.tag];
+  for (const PciAdapter& adapter : adapters) {
+    ++counts[adapter.tag];
   }
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    std::string& tag = records[i].tag;
+  for (std::size_t i = 0; i < adapters.size(); ++i) {
+    std::string& tag = adapters[i].tag;
     if (tag.empty() || counts[tag] < 2) {
       continue;
     }
@@ -94,19 +96,19 @@ void makeTagsUnique(const Graph& graph, const std::vector<PciCard>& cards,
 
 }  // namespace
 
-Mapped<PCIAdapter> mapPciAdapters(const Graph& graph, const Node& node) {
+Mapped<PciAdapter> mapPciAdapters(const Graph& graph, const Node& node) {
   ReadTally tally;
   if (const auto failure = chassisFailure(graph, node)) {
     tally.fail(*failure);
   }
   const std::vector<PciCard> cards = pciCards(graph, node, tally);
-  std::vector<PCIAdapter> records;
-  records.reserve(cards.size());
+  std::vector<PciAdapter> adapters;
+  adapters.reserve(cards.size());
   for (const PciCard& card : cards) {
-    records.push_back(recordOf(card));
+    adapters.push_back(adapterOf(card));
   }
-  makeTagsUnique(graph, cards, records);
-  return tableOf(std::move(records), tally);
+  makeTagsUnique(graph, cards, adapters);
+  return tableOf(std::move(adapters), tally);
 }
 
 }  // namespace devhealth

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <boost/json/array.hpp>
 
-#include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/rows/chassis_parts.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/status.h"
@@ -12,7 +12,7 @@ namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
-using Tarvex::DeviceHealth::Power;
+using report::PowerSupply;
 
 // The rated output: that of the supply, else the largest of its input ranges,
 // which the two models name differently. The load of the moment is none.
@@ -36,19 +36,24 @@ std::optional<double> ratedWatts(const json::object& supply, bool entry) {
 
 }  // namespace
 
-Mapped<Power> mapPowers(const redfish::Graph& graph,
-                        const redfish::Node& node) {
+Mapped<PowerSupply> mapPowers(const redfish::Graph& graph,
+                              const redfish::Node& node) {
   ReadTally tally;
-  std::vector<Power> rows;
+  std::vector<PowerSupply> rows;
   for (ChassisPart& source :
        chassisParts(graph, node, redfish::powerSources(node),
                     redfish::kPowerSupplySchema, tally)) {
-    Power row;
-    row.elementName = std::move(source.name);
-    row.healthState = healthWord(redfish::Health::kUnknown);
+    PowerSupply row;
+    row.id = source.part.uri.identity();
+    row.name = std::move(source.name);
     if (const json::object* supply = source.part.object) {
-      row.totalOutputPower = quantity(ratedWatts(*supply, source.entry), "W");
-      row.healthState = healthState(*supply);
+      row.capacityWatts = ratedWatts(*supply, source.entry);
+      row.manufacturer = textAt(*supply, "Manufacturer");
+      row.model = textAt(*supply, "Model");
+      row.partNumber = firstTextAt(*supply, {"PartNumber", "SparePartNumber"});
+      row.serialNumber = textAt(*supply, "SerialNumber");
+      row.health = healthOfPart(*supply);
+      row.state = stateOfPart(*supply);
     }
     rows.push_back(std::move(row));
   }

@@ -1,7 +1,7 @@
 #include "suite/devhealth/inventory/processor_mapping.h"
 
 #include "suite/base/ascii.h"
-#include "suite/devhealth/parts/health_text.h"
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/rows/system_parts.h"
 #include "suite/devhealth/parts/value.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 namespace json = redfish::json;
 using redfish::Graph;
-using Tarvex::DeviceHealth::Processor;
+using report::Processor;
 
 // Whether a family names a line of products rather than one of them:
 // "<Maker>(R) <Brand>(R) processor".
@@ -43,14 +43,15 @@ std::string familyOf(const json::object& processor) {
   return textAt(processor, "ProcessorArchitecture");
 }
 
-// The first of some numbers, as text without a unit.
-std::string megahertz(std::initializer_list<std::optional<double>> candidates) {
+// The first of some numbers that there is.
+std::optional<double> firstOf(
+    std::initializer_list<std::optional<double>> candidates) {
   for (const std::optional<double>& number : candidates) {
     if (number) {
-      return formatNumber(*number);
+      return number;
     }
   }
-  return {};
+  return std::nullopt;
 }
 
 // The speed that the processor's metrics state; they are read only for
@@ -73,23 +74,26 @@ std::optional<double> makersSpeed(const json::object& processor) {
   return std::nullopt;
 }
 
-Processor recordOf(const Graph& graph, const NamedPart& part) {
+Processor processorOf(const Graph& graph, const NamedPart& part) {
   Processor row;
+  row.id = part.part.uri.identity();
   row.name = part.name;
   if (part.part.object == nullptr) {
-    row.healthState = healthWord(redfish::Health::kUnknown);
     return row;
   }
   const json::object& processor = *part.part.object;
-  row.family = familyOf(processor);
-  row.currentClockSpeed =
-      megahertz({positiveAt(processor, "OperatingSpeedMHz"),
-                 makersSpeed(processor), metricsSpeed(graph, processor)});
-  row.maxClockSpeed =
-      megahertz({positiveAt(processor, "MaxSpeedMHz"),
-                 positiveAt(processor, "OperatingSpeedRangeMHz/AllowableMax"),
-                 positiveAt(processor, "SpeedLimitMHz")});
-  row.healthState = healthState(processor);
+  row.model = familyOf(processor);
+  row.cores = countAt(processor, "TotalCores");
+  row.threads = countAt(processor, "TotalThreads");
+  row.speedMhz =
+      firstOf({positiveAt(processor, "OperatingSpeedMHz"),
+               makersSpeed(processor), metricsSpeed(graph, processor)});
+  row.maxSpeedMhz =
+      firstOf({positiveAt(processor, "MaxSpeedMHz"),
+               positiveAt(processor, "OperatingSpeedRangeMHz/AllowableMax"),
+               positiveAt(processor, "SpeedLimitMHz")});
+  row.health = healthOfPart(processor);
+  row.state = stateOfPart(processor);
   return row;
 }
 
@@ -99,7 +103,7 @@ Mapped<Processor> mapProcessors(const Graph& graph, const redfish::Node& node) {
   std::vector<Processor> rows;
   ReadTally tally;
   for (const NamedPart& part : centralProcessors(graph, node, tally)) {
-    rows.push_back(recordOf(graph, part));
+    rows.push_back(processorOf(graph, part));
   }
   return tableOf(std::move(rows), tally);
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "suite/base/ascii.h"
+#include "suite/devhealth/inventory/part_values.h"
 #include "suite/devhealth/parts/names/machine_name.h"
 #include "suite/devhealth/parts/names/sibling_names.h"
 #include "suite/devhealth/parts/value.h"
@@ -13,7 +14,7 @@ namespace devhealth {
 namespace {
 
 namespace json = redfish::json;
-using Tarvex::DeviceHealth::SystemBoard;
+using report::System;
 
 std::string makerAndModel(const json::object& machine) {
   return machineName(textAt(machine, "Manufacturer"), textAt(machine, "Model"));
@@ -102,34 +103,40 @@ std::string typeBesideTag(const json::object& system,
 
 }  // namespace
 
-Mapped<SystemBoard> mapSystem(const redfish::Graph& graph,
-                              const redfish::Node& node) {
-  Mapped<SystemBoard> result;
+Mapped<System> mapSystem(const redfish::Graph& graph,
+                         const redfish::Node& node) {
+  Mapped<System> result;
   static const json::object kNoChassis;
   const json::object& system = node.system->body;
   const json::object& chassis =
       node.chassis.empty() ? kNoChassis : node.chassis.front()->body;
   const std::string tag = serviceTagOf(graph, system);
 
-  SystemBoard board;
-  board.machineName = makerAndModel(system);
-  if (board.machineName.empty()) {
-    board.machineName = makerAndModel(chassis);
+  System board;
+  board.name = makerAndModel(system);
+  if (board.name.empty()) {
+    board.name = makerAndModel(chassis);
   }
-  if (board.machineName.empty()) {
-    board.machineName = textAt(system, "HostName");
+  if (board.name.empty()) {
+    board.name = textAt(system, "HostName");
   }
-  if (board.machineName.empty()) {
-    board.machineName = SiblingNames(graph).nameOf(node.system->uri, system);
+  if (board.name.empty()) {
+    board.name = SiblingNames(graph).nameOf(node.system->uri, system);
   }
-  board.machineTypeModel = tag.empty() ? typeOf(system, chassis)
-                                       : typeBesideTag(system, chassis, tag);
+  board.typeModel = tag.empty() ? typeOf(system, chassis)
+                                : typeBesideTag(system, chassis, tag);
   board.serialNumber = tag;
   if (tag.empty()) {
     board.serialNumber =
         orElse(textAt(system, "SerialNumber"), textAt(chassis, "SerialNumber"));
   }
   board.uuid = orElse(uuidOf(system), uuidOf(chassis));
+  board.powerState = powerStateOf(system);
+  board.firmwareVersion = textAt(system, "BiosVersion");
+  if (!node.managers.empty()) {
+    board.controllerFirmwareVersion =
+        textAt(node.managers.front()->body, "FirmwareVersion");
+  }
   result.records.push_back(std::move(board));
   return result;
 }

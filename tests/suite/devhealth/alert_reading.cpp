@@ -10,15 +10,24 @@ constexpr std::size_t kPrefix = std::string_view("/redfish/v1/").size();
 
 std::vector<std::string> alertLines(const devhealth::HealthReading& reading) {
   std::vector<std::string> lines;
-  for (const auto& alert : reading.alerts) {
+  for (const auto& alert : alertsIn(reading)) {
     lines.push_back(alert.category + " " + std::to_string(alert.severity) +
                     " " + alert.messageId + " | " + alert.message);
   }
   return lines;
 }
 
+std::vector<Tarvex::DeviceHealth::Alert> alertsIn(
+    const devhealth::HealthReading& reading) {
+  std::vector<Tarvex::DeviceHealth::Alert> alerts;
+  for (const report::Event& event : reading.events) {
+    alerts.push_back(devhealth::printed(event));
+  }
+  return alerts;
+}
+
 devhealth::HealthReading readingOf(const Server& server, bool thorough) {
-  return devhealth::readAlerts(server.graph(), server.node(), {thorough});
+  return devhealth::readEvents(server.graph(), server.node(), {thorough});
 }
 
 std::vector<std::string> alertsOf(const Server& server, bool thorough) {

@@ -6,6 +6,10 @@
 #include "suite/devhealth/health/alerts.h"
 #include "tests/suite/devhealth/server.h"
 
+/// The alerts that the events of a reading are.
+std::vector<Tarvex::DeviceHealth::Alert> alertsIn(
+    const devhealth::HealthReading& reading);
+
 /// The alerts of a node, each in one line: category, severity, message
 /// identifier, message.
 std::vector<std::string> alertLines(const devhealth::HealthReading& reading);

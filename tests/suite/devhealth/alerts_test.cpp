@@ -37,7 +37,7 @@ Server listing(const std::string& rollup, const std::string& conditions) {
 TEST(ReadAlerts, HealthyServerHasNone) {
   const Server server = listing("OK", "");
   const HealthReading reading = readingOf(server);
-  EXPECT_TRUE(reading.alerts.empty());
+  EXPECT_TRUE(reading.events.empty());
   EXPECT_TRUE(reading.serviceConditionsSuffice);
   EXPECT_FALSE(reading.failure.has_value());
   EXPECT_TRUE(reading.unexplained.empty());
@@ -62,12 +62,10 @@ TEST(ReadAlerts, ListedConditionsAreAlerts) {
 }
 
 TEST(ReadAlerts, ExtraHoldsOriginAndTime) {
-  const auto alerts =
-      readingOf(listing("Warning",
-                        condition("V.1.0.A", "Warning", "Systems/1/Memory/D/",
-                                  R"("Timestamp": "2026-01-02T03:04:05Z")") +
-                            "," + condition("V.1.0.B", "Warning")))
-          .alerts;
+  const auto alerts = alertsIn(readingOf(
+      listing("Warning", condition("V.1.0.A", "Warning", "Systems/1/Memory/D/",
+                                   R"("Timestamp": "2026-01-02T03:04:05Z")") +
+                             "," + condition("V.1.0.B", "Warning"))));
   ASSERT_EQ(alerts.size(), 2U);
   EXPECT_EQ(alerts[0].extra,
             "/redfish/v1/Systems/1/Memory/D 2026-01-02T03:04:05Z");
@@ -97,7 +95,7 @@ TEST(ReadAlerts, OriginOfAResourcesConditionIsItselfByDefault) {
   server.linked(
       "Chassis/1", "Thermal",
       R"({"Fans": [{}, )" + holding(condition("V.1.0.B", "Critical")) + "]}");
-  EXPECT_EQ(readingOf(server).alerts.at(0).extra,
+  EXPECT_EQ(alertsIn(readingOf(server)).at(0).extra,
             "/redfish/v1/Chassis/1/Thermal#/Fans/1");
 }
 
@@ -153,10 +151,9 @@ TEST(ReadAlerts, FinishedTextStaysAsItIs) {
 }
 
 TEST(ReadAlerts, TextsAreClean) {
-  const auto alerts = readingOf(listing("Warning", R"({
+  const auto alerts = alertsIn(readingOf(listing("Warning", R"({
       "MessageId": "V.1.0.A\u001b[2J", "Severity": "Warning",
-      "Message": "Red\r\nalert\u202e", "Timestamp": "now\t"})"))
-                          .alerts;
+      "Message": "Red\r\nalert\u202e", "Timestamp": "now\t"})")));
   ASSERT_EQ(alerts.size(), 1U);
   EXPECT_EQ(alerts[0].messageId, "V.1.0.A [2J");
   EXPECT_EQ(alerts[0].message, "Red alert");
@@ -164,19 +161,17 @@ TEST(ReadAlerts, TextsAreClean) {
 }
 
 TEST(ReadAlerts, LongTextsAreCut) {
-  const auto alerts =
+  const auto alerts = alertsIn(
       readingOf(listing("Warning", R"({"Severity": "Warning", "Message": ")" +
-                                       std::string(70000, 'x') + R"("})"))
-          .alerts;
+                                       std::string(70000, 'x') + R"("})")));
   ASSERT_EQ(alerts.size(), 1U);
   EXPECT_EQ(alerts[0].message.size(), 1024U);
 }
 
 TEST(ReadAlerts, RefusedOriginLeavesTheHolder) {
-  const auto alerts = readingOf(listing("Warning", R"({
+  const auto alerts = alertsIn(readingOf(listing("Warning", R"({
       "MessageId": "V.1.0.A", "Message": "A", "Severity": "Warning",
-      "OriginOfCondition": {"@odata.id": "/redfish/v1/../../etc/passwd"}})"))
-                          .alerts;
+      "OriginOfCondition": {"@odata.id": "/redfish/v1/../../etc/passwd"}})")));
   ASSERT_EQ(alerts.size(), 1U);
   EXPECT_EQ(alerts[0].extra, "/redfish/v1/ServiceConditions");
 }
@@ -212,7 +207,7 @@ TEST(ReadAlertsPointer, UnreadOriginIsWanted) {
   const HealthReading reading =
       readingOf(listing("Warning", pointer("Chassis/1/Sensors/Inlet")));
   EXPECT_EQ(wantedOf(reading), (Lines{"Chassis/1/Sensors/Inlet"}));
-  EXPECT_EQ(reading.alerts.size(), 1U);
+  EXPECT_EQ(reading.events.size(), 1U);
 }
 
 TEST(ReadAlertsPointer, ConditionsOfTheOriginTakeItsPlace) {
@@ -315,7 +310,7 @@ TEST(ReadAlertsSensor, WantedResourcesAreBounded) {
                       "Chassis/1/Sensors/" + std::to_string(i));
   }
   const HealthReading reading = readingOf(listing("Warning", list));
-  EXPECT_EQ(reading.alerts.size(), 500U);
+  EXPECT_EQ(reading.events.size(), 500U);
   EXPECT_EQ(reading.wanted.size(), 64U);
 }
 

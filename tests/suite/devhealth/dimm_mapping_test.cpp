@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 
@@ -12,7 +13,7 @@ std::vector<Tarvex::DeviceHealth::DIMM> rows(
     const std::vector<std::pair<std::string, std::string>>& modules) {
   Server server;
   server.members("Systems/1", "Memory", modules);
-  const auto result = mapDimms(server.graph(), server.node());
+  const auto result = printed(mapDimms(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   return result.records;
 }

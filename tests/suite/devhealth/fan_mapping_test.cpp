@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 
@@ -32,20 +33,24 @@ Server modernServer(const Members& fans) {
 
 std::string modernSpeed(const std::string& fan) {
   const Server server = modernServer({{"1", fan}});
-  return mapFans(server.graph(), server.node()).records.at(0).desiredSpeed;
+  return printed(mapFans(server.graph(), server.node()))
+      .records.at(0)
+      .desiredSpeed;
 }
 
 std::string oldSpeed(const std::string& fan) {
   Server server;
   server.linked("Chassis/1", "Thermal", R"({"Fans": [)" + fan + "]}");
-  return mapFans(server.graph(), server.node()).records.at(0).desiredSpeed;
+  return printed(mapFans(server.graph(), server.node()))
+      .records.at(0)
+      .desiredSpeed;
 }
 
 TEST(MapFans, FieldsOfAFanResource) {
   const Server server = modernServer({{"1", R"({"Name": "Fan Bay 1",
       "SpeedPercent": {"Reading": 45, "SpeedRPM": 2200.0},
       "Status": {"Health": "Warning"}})"}});
-  const auto rows = mapFans(server.graph(), server.node()).records;
+  const auto rows = printed(mapFans(server.graph(), server.node())).records;
   ASSERT_EQ(rows.size(), 1U);
   EXPECT_EQ(rows[0].elementName, "Fan Bay 1");
   EXPECT_EQ(rows[0].desiredSpeed, "2200 RPM");
@@ -85,63 +90,71 @@ TEST(MapFans, EntriesAreNamedByTheirOldLocator) {
   server.linked("Chassis/1", "Thermal",
                 R"({"Fans": [{"Name": "Fan", "FanName": "Front", "MemberId": 1},
                              {"MemberId": "2"}, 7, null]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())),
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
             (Names{"Fan 2", "Front"}));
 }
 
 TEST(MapFans, SubsystemWinsOverTheOlderDocument) {
   Server server = modernServer({{"1", R"({"Name": "New"})"}});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"New"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"New"}));
 }
 
 TEST(MapFans, OlderDocumentStandsInForAnEmptySubsystem) {
   Server server = modernServer({});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"Old"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"Old"}));
 }
 
 TEST(MapFans, OlderDocumentStandsInForAnUnreadableSubsystem) {
   Server server;
   server.linked("Chassis/1", "ThermalSubsystem", kBroken);
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"Old"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"Old"}));
 }
 
 TEST(MapFans, OlderDocumentStandsInForUnreadableFans) {
   Server server = modernServer({{"1", std::string(kBroken)}});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"Old"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"Old"}));
 }
 
 TEST(MapFans, UnreadableSubsystemAloneIsAFailure) {
   Server server;
   server.linked("Chassis/1", "ThermalSubsystem", kBroken);
-  EXPECT_TRUE(mapFans(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(
+      printed(mapFans(server.graph(), server.node())).failure.has_value());
 }
 
 TEST(MapFans, UnreadableOlderDocumentIsAFailure) {
   Server server;
   server.linked("Chassis/1", "Thermal", kBroken);
-  EXPECT_TRUE(mapFans(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(
+      printed(mapFans(server.graph(), server.node())).failure.has_value());
 }
 
 TEST(MapFans, UnreadableChassisOfTheSystemIsAFailure) {
   Server server(R"({"Links": {"Chassis": [)" + linkTo("Chassis/1") + "]}}");
   server.put("Chassis/1", kBroken);
-  EXPECT_TRUE(mapFans(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(
+      printed(mapFans(server.graph(), server.node())).failure.has_value());
 }
 
 TEST(MapFans, UnreadableOnlyChassisIsAFailure) {
   Server server;
   server.put("Chassis/1", kBroken);
-  EXPECT_TRUE(mapFans(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(
+      printed(mapFans(server.graph(), server.node())).failure.has_value());
 }
 
 TEST(MapFans, UnreadableFanHasARow) {
   const Server server = modernServer(
       {{"1", R"({"Name": "First"})"}, {"2", std::string(kBroken)}});
-  const auto result = mapFans(server.graph(), server.node());
+  const auto result = printed(mapFans(server.graph(), server.node()));
   EXPECT_EQ(names(result), (Names{"2", "First"}));
   EXPECT_EQ(result.records[0].healthState, "Unknown");
 }
@@ -150,12 +163,13 @@ TEST(MapFans, AbsentFansHaveNoRows) {
   const Server server =
       modernServer({{"1", R"({"Name": "First"})"},
                     {"2", R"({"Status": {"State": "Absent"}})"}});
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"First"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"First"}));
 }
 
 TEST(MapFans, ServerWithoutFansHasAnEmptyTable) {
   const Server server;
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), Names{});
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))), Names{});
 }
 
 TEST(MapFans, RowsAreInNaturalOrder) {
@@ -166,7 +180,7 @@ TEST(MapFans, RowsAreInNaturalOrder) {
     server.linked("Chassis/" + chassis, "Thermal",
                   R"({"Fans": [{"Name": "Fan of )" + chassis + R"("}]})");
   }
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())),
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
             (Names{"Fan of A", "Fan of B"}));
 }
 
@@ -180,7 +194,8 @@ TEST(MapFans, CoolingLinksLeadIntoTheOlderDocument) {
       {"@odata.id": "/redfish/v1/Chassis/E/Thermal#/Temperatures/0"},
       {"@odata.id": "/redfish/v1/Chassis/E/Thermal#/Fans/9"}]}})");
   server.put("Chassis/E/Thermal", kTwoFans);
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"Two"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"Two"}));
 }
 
 TEST(MapFans, CoolingLinksLeadToFansAndNotToPumps) {
@@ -192,7 +207,7 @@ TEST(MapFans, CoolingLinksLeadToFansAndNotToPumps) {
   server.put("Chassis/E/ThermalSubsystem/Pumps/1", R"({"Name": "Pump"})");
   server.put("Elsewhere/7",
              R"({"@odata.type": "#Fan.v1_5_0.Fan", "Name": "Far"})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())),
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
             (Names{"Far", "Shared"}));
 }
 
@@ -200,7 +215,7 @@ TEST(MapFans, CoolingLinksLeadToAChassis) {
   Server server(R"({"Links": {"CooledBy": [)" + linkTo("Chassis/E") + "]}}");
   server.put("Chassis/E", R"({"@odata.type": "#Chassis.v1_25_0.Chassis"})");
   server.linked("Chassis/E", "Thermal", kTwoFans);
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())),
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
             (Names{"One", "Two"}));
 }
 
@@ -209,7 +224,8 @@ TEST(MapFans, OneChassisIsNeverListedInBothModels) {
   server.put("Systems/1", R"({"Links": {"CooledBy": [
       {"@odata.id": "/redfish/v1/Chassis/1/Thermal#/Fans/0"}]}})");
   server.linked("Chassis/1", "Thermal", kTwoFans);
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"New"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"New"}));
 }
 
 TEST(MapFans, NearestEnclosureWithFansIsAsked) {
@@ -222,7 +238,7 @@ TEST(MapFans, NearestEnclosureWithFansIsAsked) {
   server.put("Chassis/Row", "{}");
   server.linked("Chassis/Rack", "Thermal", kTwoFans);
   server.linked("Chassis/Row", "Thermal", R"({"Fans": [{"Name": "Far"}]})");
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())),
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
             (Names{"One", "Two"}));
 }
 
@@ -232,7 +248,8 @@ TEST(MapFans, EnclosureIsNotAskedWhenTheNodeHasFans) {
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Own"}]})");
   server.put("Chassis/Shelf", "{}");
   server.linked("Chassis/Shelf", "Thermal", kTwoFans);
-  EXPECT_EQ(names(mapFans(server.graph(), server.node())), (Names{"Own"}));
+  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+            (Names{"Own"}));
 }
 
 }  // namespace

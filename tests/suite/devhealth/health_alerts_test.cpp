@@ -338,7 +338,7 @@ TEST(UnexplainedHolder, NamesTheSystemWhoseBranchesWereSkipped) {
   server.link("Systems/1", "Memory");
   const HealthReading reading = readingOf(server);
   EXPECT_EQ(unexplainedOf(reading), (Lines{"Systems/1"}));
-  EXPECT_EQ(reading.alerts.size(), 1U);
+  EXPECT_EQ(reading.events.size(), 1U);
 }
 
 TEST(UnexplainedHolder, MemberThatWasNotReadIsABranchNotEntered) {

@@ -4,8 +4,8 @@
 
 #include <boost/json/parse.hpp>
 #include <functional>
+#include <set>
 
-#include "suite/devhealth/health/alert_category.h"
 #include "suite/devhealth/health/alerts.h"
 #include "suite/devhealth/inventory/dimm_mapping.h"
 #include "suite/devhealth/inventory/fan_mapping.h"
@@ -15,6 +15,7 @@
 #include "suite/devhealth/inventory/system_mapping.h"
 #include "suite/devhealth/parts/value.h"
 #include "suite/redfish/graph/topology.h"
+#include "suite/report/fields.h"
 #include "tests/suite/graph_of.h"
 
 namespace devhealth {
@@ -30,19 +31,40 @@ void expectClean(const std::string& text) {
   }
 }
 
-void expectAlertsHold(const Graph& graph, const redfish::Node& node) {
+// All texts of a part are clean, its numbers no negative ones.
+template <typename Part>
+void expectHolds(const Part& part) {
+  report::forEachField(part, [](std::string_view name, const auto& value) {
+    using Value = std::decay_t<decltype(value)>;
+    if constexpr (std::is_same_v<Value, std::string>) {
+      expectClean(value);
+    } else if constexpr (std::is_same_v<Value, std::optional<double>> ||
+                         std::is_same_v<Value, std::optional<std::int64_t>>) {
+      EXPECT_FALSE(value && *value < 0) << name;
+    }
+  });
+}
+
+// The same of a table, whose parts have an identifier each, which no other
+// has.
+template <typename Part>
+void expectTableHolds(const Mapped<Part>& table) {
+  std::set<std::string> ids;
+  for (const Part& part : table.records) {
+    expectHolds(part);
+    EXPECT_FALSE(part.id.empty());
+    EXPECT_TRUE(ids.insert(part.id).second) << part.id;
+  }
+}
+
+void expectEventsHold(const Graph& graph, const redfish::Node& node) {
   for (const bool thorough : {false, true}) {
-    for (const auto& alert : readAlerts(graph, node, {thorough}).alerts) {
-      EXPECT_TRUE(alert.severity == 1 || alert.severity == 2);
-      bool known = false;
-      for (int index = 0; index <= static_cast<int>(AlertCategory::kOther);
-           ++index) {
-        known = known || alert.category == categoryName(AlertCategory{index});
-      }
-      EXPECT_TRUE(known) << alert.category;
-      expectClean(alert.message);
-      expectClean(alert.messageId);
-      expectClean(alert.extra);
+    for (const auto& event : readEvents(graph, node, {thorough}).events) {
+      EXPECT_TRUE(event.severity == report::Health::kWarning ||
+                  event.severity == report::Health::kError);
+      EXPECT_LT(static_cast<std::size_t>(event.category), report::kCategories);
+      expectHolds(event);
+      expectClean(printed(event).extra);
     }
   }
 }
@@ -53,34 +75,20 @@ void expectAllHolds(const Graph& graph) {
     if (node.system == nullptr) {
       continue;
     }
-    for (const auto& row : mapSystem(graph, node).records) {
-      expectClean(row.machineName);
-      expectClean(row.machineTypeModel);
-      expectClean(row.uuid);
+    for (const report::System& system : mapSystem(graph, node).records) {
+      expectHolds(system);
     }
-    for (const auto& row : mapProcessors(graph, node).records) {
-      expectClean(row.name);
-      expectClean(row.family);
+    expectTableHolds(mapProcessors(graph, node));
+    expectTableHolds(mapFans(graph, node));
+    expectTableHolds(mapDimms(graph, node));
+    expectTableHolds(mapPowers(graph, node));
+    const auto adapters = mapPciAdapters(graph, node);
+    expectTableHolds(adapters);
+    for (const report::PciAdapter& adapter : adapters.records) {
+      expectClean(adapter.stateText);
+      expectClean(adapter.statusText);
     }
-    for (const auto& row : mapFans(graph, node).records) {
-      expectClean(row.elementName);
-      expectClean(row.desiredSpeed);
-    }
-    for (const auto& row : mapDimms(graph, node).records) {
-      expectClean(row.description);
-      expectClean(row.model);
-    }
-    for (const auto& row : mapPowers(graph, node).records) {
-      expectClean(row.elementName);
-      expectClean(row.totalOutputPower);
-    }
-    for (const auto& row : mapPciAdapters(graph, node).records) {
-      expectClean(row.description);
-      expectClean(row.tag);
-      expectClean(row.operationalStatus);
-      expectClean(row.statusDescriptions);
-    }
-    expectAlertsHold(graph, node);
+    expectEventsHold(graph, node);
   }
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "suite/devhealth/inventory/printed_records.h"
+
 namespace devhealth {
 namespace {
 
@@ -21,7 +23,7 @@ local::SystemFacts system() {
 local::BoardFacts board() { return {"Boardmaker", "MB-7", "rev B", "BSN-7"}; }
 
 TEST(SystemBoardOf, TakesTheSystem) {
-  const auto record = systemBoardOf(system(), board());
+  const auto record = printed(systemOf(system(), board()));
   EXPECT_EQ(record.machineName, "Halvorn RX 200");
   EXPECT_EQ(record.machineTypeModel, "RX2-SKU");
   EXPECT_EQ(record.serialNumber, "SN-1");
@@ -31,21 +33,21 @@ TEST(SystemBoardOf, TakesTheSystem) {
 TEST(SystemBoardOf, MakerIsNotRepeated) {
   local::SystemFacts facts = system();
   facts.product = "HALVORN RX 200";
-  EXPECT_EQ(systemBoardOf(facts, {}).machineName, "HALVORN RX 200");
+  EXPECT_EQ(printed(systemOf(facts, {})).machineName, "HALVORN RX 200");
 }
 
 TEST(SystemBoardOf, PlaceholdersFallBack) {
   local::SystemFacts facts = system();
   facts.sku = "Default string";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineTypeModel, "RX");
   facts.family = "To be filled by O.E.M.";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "v3");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineTypeModel, "v3");
   facts.version = "Not Specified";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "MB-7");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineTypeModel, "MB-7");
   facts.serial = " ";
-  EXPECT_EQ(systemBoardOf(facts, board()).serialNumber, "BSN-7");
+  EXPECT_EQ(printed(systemOf(facts, board())).serialNumber, "BSN-7");
   facts.product = "N/A";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineName, "Boardmaker MB-7");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineName, "Boardmaker MB-7");
 }
 
 TEST(SystemBoardOf, FillersAreNoValues) {
@@ -55,7 +57,7 @@ TEST(SystemBoardOf, FillersAreNoValues) {
   facts.family = "...";
   facts.version = "Not Provided";
   facts.serial = "System Serial Number";
-  const auto record = systemBoardOf(facts, board());
+  const auto record = printed(systemOf(facts, board()));
   EXPECT_EQ(record.machineName, "Boardmaker MB-7");
   EXPECT_EQ(record.machineTypeModel, "MB-7");
   EXPECT_EQ(record.serialNumber, "BSN-7");
@@ -64,13 +66,13 @@ TEST(SystemBoardOf, FillersAreNoValues) {
 TEST(SystemBoardOf, SkuOfSeveralPartsIsTheFirst) {
   local::SystemFacts facts = system();
   facts.sku = "SKU=RX2-7;ModelName=RX 200";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX2-7");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineTypeModel, "RX2-7");
   facts.sku = "SKU=NotProvided;ModelName=RX 200";
-  EXPECT_EQ(systemBoardOf(facts, board()).machineTypeModel, "RX");
+  EXPECT_EQ(printed(systemOf(facts, board())).machineTypeModel, "RX");
 }
 
 TEST(SystemBoardOf, NothingKnownIsEmpty) {
-  const auto record = systemBoardOf({}, {});
+  const auto record = printed(systemOf({}, {}));
   EXPECT_EQ(record.machineName, "");
   EXPECT_EQ(record.machineTypeModel, "");
   EXPECT_EQ(record.serialNumber, "");
@@ -85,7 +87,7 @@ TEST(ProcessorsOf, TakesEveryField) {
   facts.currentMhz = 2600;
   facts.maxMhz = 4000;
   facts.state = local::ProcessorState::kEnabled;
-  const auto record = processorsOf({facts}).at(0);
+  const auto record = printed(processorsOf({facts})).at(0);
   EXPECT_EQ(record.name, "CPU1");
   EXPECT_EQ(record.family, "Corvex 9000");
   EXPECT_EQ(record.currentClockSpeed, "2600");
@@ -96,15 +98,15 @@ TEST(ProcessorsOf, TakesEveryField) {
 TEST(ProcessorsOf, FamilyServesWithoutBrandText) {
   local::ProcessorFacts facts;
   facts.family = "ARMv8";
-  EXPECT_EQ(processorsOf({facts}).at(0).family, "ARMv8");
-  EXPECT_EQ(processorsOf({facts}).at(0).currentClockSpeed, "");
+  EXPECT_EQ(printed(processorsOf({facts})).at(0).family, "ARMv8");
+  EXPECT_EQ(printed(processorsOf({facts})).at(0).currentClockSpeed, "");
 }
 
 TEST(ProcessorsOf, HealthFollowsTheState) {
   const auto healthWith = [](local::ProcessorState state) {
     local::ProcessorFacts facts;
     facts.state = state;
-    return processorsOf({facts}).at(0).healthState;
+    return printed(processorsOf({facts})).at(0).healthState;
   };
   EXPECT_EQ(healthWith(local::ProcessorState::kDisabledByUser), "OK");
   EXPECT_EQ(healthWith(local::ProcessorState::kIdle), "OK");
@@ -115,7 +117,7 @@ TEST(ProcessorsOf, HealthFollowsTheState) {
 TEST(ProcessorsOf, SocketsOfOneNameAreToldApart) {
   local::ProcessorFacts facts;
   facts.socket = "CPU";
-  const auto records = processorsOf({facts, facts});
+  const auto records = printed(processorsOf({facts, facts}));
   EXPECT_EQ(records.at(0).name, "CPU 1");
   EXPECT_EQ(records.at(1).name, "CPU 2");
 }
@@ -131,7 +133,7 @@ local::FanFacts fan() {
 }
 
 TEST(FansOf, TakesTheMeasuredSpeed) {
-  const auto record = fansOf({fan()}).at(0);
+  const auto record = printed(fansOf({fan()})).at(0);
   EXPECT_EQ(record.elementName, "Rear");
   EXPECT_EQ(record.desiredSpeed, "4980 RPM");
   EXPECT_EQ(record.healthState, "OK");
@@ -141,23 +143,23 @@ TEST(FansOf, FanThatStandsStillIsMeasured) {
   local::FanFacts facts = fan();
   facts.targetRpm = 27000;
   facts.measuredRpm = 0;
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "0 RPM");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).desiredSpeed, "0 RPM");
 }
 
 TEST(FansOf, TargetServesWhereNothingIsMeasured) {
   local::FanFacts facts = fan();
   facts.measuredRpm.reset();
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "5000 RPM");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).desiredSpeed, "5000 RPM");
   facts.measuredRpm = -1;
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "5000 RPM");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).desiredSpeed, "5000 RPM");
   facts.targetRpm = 0;
-  EXPECT_EQ(fansOf({facts}).at(0).desiredSpeed, "");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).desiredSpeed, "");
 }
 
 TEST(FansOf, LabelsOfOneNameGetChipAndNumber) {
   local::FanFacts other = fan();
   other.chip = "aux";
-  const auto records = fansOf({fan(), other});
+  const auto records = printed(fansOf({fan(), other}));
   EXPECT_EQ(records.at(0).elementName, "Rear aux fan1");
   EXPECT_EQ(records.at(1).elementName, "Rear fanctl fan1");
 }
@@ -165,15 +167,15 @@ TEST(FansOf, LabelsOfOneNameGetChipAndNumber) {
 TEST(FansOf, ChipAndNumberServeWithoutLabel) {
   local::FanFacts facts = fan();
   facts.label = "";
-  EXPECT_EQ(fansOf({facts}).at(0).elementName, "fanctl fan1");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).elementName, "fanctl fan1");
 }
 
 TEST(FansOf, HealthFollowsTheState) {
   local::FanFacts facts = fan();
   facts.state = local::FanState::kAlarm;
-  EXPECT_EQ(fansOf({facts}).at(0).healthState, "Warning");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).healthState, "Warning");
   facts.state = local::FanState::kFault;
-  EXPECT_EQ(fansOf({facts}).at(0).healthState, "Critical");
+  EXPECT_EQ(printed(fansOf({facts})).at(0).healthState, "Critical");
 }
 
 local::MemoryFacts module() {
@@ -189,7 +191,7 @@ local::MemoryFacts module() {
 }
 
 TEST(DimmsOf, TakesEveryField) {
-  const auto record = dimmsOf({module()}).at(0);
+  const auto record = printed(dimmsOf({module()})).at(0);
   EXPECT_EQ(record.description, "DIMM A1");
   EXPECT_EQ(record.partNumber, "OM32G");
   EXPECT_EQ(record.serialNumber, "M-1");
@@ -201,13 +203,13 @@ TEST(DimmsOf, TakesEveryField) {
 TEST(DimmsOf, RepeatedPlacesGetTheirBank) {
   local::MemoryFacts other = module();
   other.bank = "Node 1";
-  const auto records = dimmsOf({module(), other});
+  const auto records = printed(dimmsOf({module(), other}));
   EXPECT_EQ(records.at(0).description, "DIMM A1 Node 0");
   EXPECT_EQ(records.at(1).description, "DIMM A1 Node 1");
 }
 
 TEST(DimmsOf, RepeatedBanksGetANumber) {
-  const auto records = dimmsOf({module(), module()});
+  const auto records = printed(dimmsOf({module(), module()}));
   EXPECT_EQ(records.at(0).description, "DIMM A1 Node 0 1");
   EXPECT_EQ(records.at(1).description, "DIMM A1 Node 0 2");
 }
@@ -217,7 +219,7 @@ TEST(DimmsOf, RowsAreInNaturalOrder) {
   second.locator = "DIMM A10";
   local::MemoryFacts first = module();
   first.locator = "DIMM A2";
-  const auto records = dimmsOf({second, first});
+  const auto records = printed(dimmsOf({second, first}));
   EXPECT_EQ(records.at(0).description, "DIMM A2");
   EXPECT_EQ(records.at(1).description, "DIMM A10");
 }
@@ -227,7 +229,7 @@ TEST(DimmsOf, FillersAreNoValues) {
   facts.partNumber = "PartNum0";
   facts.serial = "00000000";
   facts.manufacturer = "Undefined";
-  const auto record = dimmsOf({facts}).at(0);
+  const auto record = printed(dimmsOf({facts})).at(0);
   EXPECT_EQ(record.partNumber, "");
   EXPECT_EQ(record.serialNumber, "");
   EXPECT_EQ(record.manufacturer, "");
@@ -236,19 +238,19 @@ TEST(DimmsOf, FillersAreNoValues) {
 TEST(DimmsOf, CodeOfAMakerBecomesItsName) {
   local::MemoryFacts facts = module();
   facts.manufacturer = "0xCE00";
-  EXPECT_EQ(dimmsOf({facts}).at(0).manufacturer, "Samsung");
+  EXPECT_EQ(printed(dimmsOf({facts})).at(0).manufacturer, "Samsung");
 }
 
 TEST(DimmsOf, BankServesWithoutPlace) {
   local::MemoryFacts facts = module();
   facts.locator = "Not Specified";
-  EXPECT_EQ(dimmsOf({facts}).at(0).description, "Node 0");
+  EXPECT_EQ(printed(dimmsOf({facts})).at(0).description, "Node 0");
 }
 
 TEST(DimmsOf, UnknownSpeedIsEmpty) {
   local::MemoryFacts facts = module();
   facts.maxSpeed.reset();
-  EXPECT_EQ(dimmsOf({facts}).at(0).maxMemorySpeed, "");
+  EXPECT_EQ(printed(dimmsOf({facts})).at(0).maxMemorySpeed, "");
 }
 
 TEST(PowersOf, TakesEveryField) {
@@ -257,7 +259,7 @@ TEST(PowersOf, TakesEveryField) {
   facts.name = "PSU1";
   facts.capacityWatts = 800;
   facts.state = local::SupplyState::kOk;
-  const auto record = powersOf({facts}).at(0);
+  const auto record = printed(powersOf({facts})).at(0);
   EXPECT_EQ(record.elementName, "PSU1");
   EXPECT_EQ(record.totalOutputPower, "800 W");
   EXPECT_EQ(record.healthState, "OK");
@@ -266,7 +268,7 @@ TEST(PowersOf, TakesEveryField) {
 TEST(PowersOf, LocationServesWithoutName) {
   local::SupplyFacts facts;
   facts.location = "Bay 1";
-  const auto record = powersOf({facts}).at(0);
+  const auto record = printed(powersOf({facts})).at(0);
   EXPECT_EQ(record.elementName, "Bay 1");
   EXPECT_EQ(record.totalOutputPower, "");
   EXPECT_EQ(record.healthState, "Unknown");
@@ -275,9 +277,9 @@ TEST(PowersOf, LocationServesWithoutName) {
 TEST(PowersOf, HealthFollowsTheState) {
   local::SupplyFacts facts;
   facts.state = local::SupplyState::kNonCritical;
-  EXPECT_EQ(powersOf({facts}).at(0).healthState, "Warning");
+  EXPECT_EQ(printed(powersOf({facts})).at(0).healthState, "Warning");
   facts.state = local::SupplyState::kCritical;
-  EXPECT_EQ(powersOf({facts}).at(0).healthState, "Critical");
+  EXPECT_EQ(printed(powersOf({facts})).at(0).healthState, "Critical");
 }
 
 TEST(PowersOf, UnpluggedIsAWarningUnlessItIsWorse) {
@@ -285,7 +287,7 @@ TEST(PowersOf, UnpluggedIsAWarningUnlessItIsWorse) {
     local::SupplyFacts facts;
     facts.state = state;
     facts.unplugged = true;
-    return powersOf({facts}).at(0).healthState;
+    return printed(powersOf({facts})).at(0).healthState;
   };
   EXPECT_EQ(healthWith(local::SupplyState::kOk), "Warning");
   EXPECT_EQ(healthWith(local::SupplyState::kUnknown), "Warning");
@@ -299,11 +301,11 @@ TEST(PowersOf, SuppliesOfOneNameAreToldApartByTheirPlaceOrANumber) {
   supply.location = "Bay 2";
   local::SupplyFacts other = supply;
   other.location = "Bay 1";
-  auto records = powersOf({supply, other});
+  auto records = printed(powersOf({supply, other}));
   EXPECT_EQ(records.at(0).elementName, "PWR SPLY,800W Bay 1");
   EXPECT_EQ(records.at(1).elementName, "PWR SPLY,800W Bay 2");
   other.location = supply.location = "To Be Filled By O.E.M.";
-  records = powersOf({supply, other});
+  records = printed(powersOf({supply, other}));
   EXPECT_EQ(records.at(0).elementName, "PWR SPLY,800W 1");
   EXPECT_EQ(records.at(1).elementName, "PWR SPLY,800W 2");
 }
@@ -323,7 +325,7 @@ local::PciFacts adapter() {
 }
 
 TEST(PciAdaptersOf, TakesEveryField) {
-  const auto record = pciAdaptersOf({adapter()}).at(0);
+  const auto record = printed(pciAdaptersOf({adapter()})).at(0);
   EXPECT_EQ(record.description, "Slot 3 NB100");
   EXPECT_EQ(record.tag, "0000:3b:00.0");
   EXPECT_EQ(record.manufacturer, "Nordbrenn");
@@ -337,22 +339,24 @@ TEST(PciAdaptersOf, TakesEveryField) {
 TEST(PciAdaptersOf, ModelServesWithoutSlot) {
   local::PciFacts facts = adapter();
   facts.slot = "";
-  EXPECT_EQ(pciAdaptersOf({facts}).at(0).description, "NB100");
+  EXPECT_EQ(printed(pciAdaptersOf({facts})).at(0).description, "NB100");
 }
 
 TEST(PciAdaptersOf, IdsServeWithoutAnyName) {
   local::PciFacts facts = adapter();
   facts.slot = facts.model = "";
   facts.driverBound = false;
-  EXPECT_EQ(pciAdaptersOf({facts}).at(0).description, "PCI device 10a0:0001");
-  EXPECT_EQ(pciAdaptersOf({facts}).at(0).operationalStatus, "Disabled");
+  EXPECT_EQ(printed(pciAdaptersOf({facts})).at(0).description,
+            "PCI device 10a0:0001");
+  EXPECT_EQ(printed(pciAdaptersOf({facts})).at(0).operationalStatus,
+            "Disabled");
 }
 
 TEST(PciAdaptersOf, RowsAreInNaturalOrderOfTheirDescription) {
   local::PciFacts second = adapter();
   second.slot = "Slot 10";
   second.address.bus = 1;
-  const auto records = pciAdaptersOf({second, adapter()});
+  const auto records = printed(pciAdaptersOf({second, adapter()}));
   EXPECT_EQ(records.at(0).tag, "0000:3b:00.0");
   EXPECT_EQ(records.at(1).tag, "0000:01:00.0");
 }
@@ -360,24 +364,24 @@ TEST(PciAdaptersOf, RowsAreInNaturalOrderOfTheirDescription) {
 TEST(PciAdaptersOf, WideSegmentsAreWhole) {
   local::PciFacts facts = adapter();
   facts.address.segment = 0x10000;
-  EXPECT_EQ(pciAdaptersOf({facts}).at(0).tag, "10000:3b:00.0");
+  EXPECT_EQ(printed(pciAdaptersOf({facts})).at(0).tag, "10000:3b:00.0");
 }
 
 TEST(LocalInventory, HostileTextsAreCleaned) {
   local::MemoryFacts facts = module();
   facts.locator = "A\x1b[2J\n1";
   facts.manufacturer = "\xff\xfe";
-  const auto record = dimmsOf({facts}).at(0);
+  const auto record = printed(dimmsOf({facts})).at(0);
   EXPECT_EQ(record.description, "A [2J 1");
   EXPECT_EQ(record.manufacturer, "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(LocalInventory, NoPartsNoRecords) {
-  EXPECT_THAT(processorsOf({}), IsEmpty());
-  EXPECT_THAT(fansOf({}), IsEmpty());
-  EXPECT_THAT(dimmsOf({}), IsEmpty());
-  EXPECT_THAT(powersOf({}), IsEmpty());
-  EXPECT_THAT(pciAdaptersOf({}), IsEmpty());
+  EXPECT_THAT(printed(processorsOf({})), IsEmpty());
+  EXPECT_THAT(printed(fansOf({})), IsEmpty());
+  EXPECT_THAT(printed(dimmsOf({})), IsEmpty());
+  EXPECT_THAT(printed(powersOf({})), IsEmpty());
+  EXPECT_THAT(printed(pciAdaptersOf({})), IsEmpty());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 
@@ -13,7 +14,7 @@ using Members = std::vector<std::pair<std::string, std::string>>;
 using Texts = std::vector<std::string>;
 
 std::vector<PCIAdapter> rowsOf(const Server& server) {
-  const auto result = mapPciAdapters(server.graph(), server.node());
+  const auto result = printed(mapPciAdapters(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   return result.records;
 }
@@ -98,8 +99,8 @@ TEST(MapPciAdapters, OldLinksOfTheChassisAreTheLastResort) {
 TEST(MapPciAdapters, UnreadableListIsAFailure) {
   Server server;
   server.linked("Chassis/1", "PCIeDevices", kBroken);
-  EXPECT_TRUE(
-      mapPciAdapters(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(printed(mapPciAdapters(server.graph(), server.node()))
+                  .failure.has_value());
 }
 
 TEST(MapPciAdapters, OldLinksMakeUpForAnUnreadableList) {
@@ -116,8 +117,8 @@ TEST(MapPciAdapters, HalfOfTheListsIsAFailure) {
                               "," + linkTo("Chassis/2") + "]}}");
   server.put("Chassis/2", "{}");
   server.linked("Chassis/2", "PCIeDevices", kBroken);
-  EXPECT_TRUE(
-      mapPciAdapters(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(printed(mapPciAdapters(server.graph(), server.node()))
+                  .failure.has_value());
 }
 
 TEST(MapPciAdapters, AbsentAndAuxiliaryDevicesMakeNoRows) {
@@ -210,8 +211,8 @@ TEST(MapPciAdapters, AbsentAdapterMakesNoRow) {
 TEST(MapPciAdapters, UnreadableListOfAdaptersIsAFailure) {
   Server server = withDevices({{"A", "{}"}});
   server.linked("Chassis/1", "NetworkAdapters", kBroken);
-  EXPECT_TRUE(
-      mapPciAdapters(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(printed(mapPciAdapters(server.graph(), server.node()))
+                  .failure.has_value());
 }
 
 TEST(MapPciAdapters, RepeatedTagsCarryTheirChassis) {

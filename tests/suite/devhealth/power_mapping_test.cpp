@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 
@@ -14,13 +15,13 @@ Power onlyResource(const std::string& supply) {
   Server server;
   server.linked("Chassis/1", "PowerSubsystem", "{}");
   server.members("Chassis/1/PowerSubsystem", "PowerSupplies", {{"1", supply}});
-  return mapPowers(server.graph(), server.node()).records.at(0);
+  return printed(mapPowers(server.graph(), server.node())).records.at(0);
 }
 
 Power onlyEntry(const std::string& supply) {
   Server server;
   server.linked("Chassis/1", "Power", R"({"PowerSupplies": [)" + supply + "]}");
-  return mapPowers(server.graph(), server.node()).records.at(0);
+  return printed(mapPowers(server.graph(), server.node())).records.at(0);
 }
 
 TEST(MapPowers, FieldsOfASupplyResource) {
@@ -64,7 +65,7 @@ TEST(MapPowers, EntriesOfOneNameAreToldApart) {
   server.linked("Chassis/1", "Power",
                 R"({"PowerSupplies": [{"Name": "Power Supply", "MemberId": 0},
                                       {"Name": "Power Supply"}]})");
-  const auto rows = mapPowers(server.graph(), server.node()).records;
+  const auto rows = printed(mapPowers(server.graph(), server.node())).records;
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].elementName, "Power Supply 0");
   EXPECT_EQ(rows[1].elementName, "Power Supply 1");
@@ -76,7 +77,7 @@ TEST(MapPowers, EnclosurePowersANodeWithoutSupplies) {
   server.put("Chassis/E", "{}");
   server.linked("Chassis/E", "Power",
                 R"({"PowerSupplies": [{"Name": "Shared"}]})");
-  const auto rows = mapPowers(server.graph(), server.node()).records;
+  const auto rows = printed(mapPowers(server.graph(), server.node())).records;
   ASSERT_EQ(rows.size(), 1U);
   EXPECT_EQ(rows[0].elementName, "Shared");
 }
@@ -87,7 +88,7 @@ TEST(MapPowers, LinkedSuppliesOfAChassisCount) {
                           "]}}");
   server.put("Chassis/E/PowerSubsystem/PowerSupplies/2",
              R"({"Name": "Second"})");
-  const auto rows = mapPowers(server.graph(), server.node()).records;
+  const auto rows = printed(mapPowers(server.graph(), server.node())).records;
   ASSERT_EQ(rows.size(), 1U);
   EXPECT_EQ(rows[0].elementName, "Second");
 }

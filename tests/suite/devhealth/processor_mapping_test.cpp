@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 #include "tests/suite/graph_of.h"
 
@@ -13,7 +14,7 @@ using Processors = std::vector<std::pair<std::string, std::string>>;
 Mapped<Tarvex::DeviceHealth::Processor> mapped(const Processors& processors) {
   Server server;
   server.members("Systems/1", "Processors", processors);
-  return mapProcessors(server.graph(), server.node());
+  return printed(mapProcessors(server.graph(), server.node()));
 }
 
 Tarvex::DeviceHealth::Processor only(const std::string& processor) {
@@ -102,7 +103,7 @@ TEST(MapProcessors, CurrentSpeedFallsBackToTheMetrics) {
   server.members("Systems/1", "Processors", {{"CPU0", "{}"}});
   server.linked("Systems/1/Processors/CPU0", "Metrics",
                 R"({"OperatingSpeedMHz": 2333.4})");
-  EXPECT_EQ(mapProcessors(server.graph(), server.node())
+  EXPECT_EQ(printed(mapProcessors(server.graph(), server.node()))
                 .records.at(0)
                 .currentClockSpeed,
             "2333.4");
@@ -159,7 +160,7 @@ TEST(MapProcessors, MemberThatWasNeverReadCountsAsUnreadable) {
                 R"({"Members": [)" + linkTo("Systems/1/Processors/A") + "," +
                     linkTo("Systems/1/Processors/B") + "]}");
   server.put("Systems/1/Processors/A", "{}");
-  const auto result = mapProcessors(server.graph(), server.node());
+  const auto result = printed(mapProcessors(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   ASSERT_EQ(result.records.size(), 2U);
   EXPECT_EQ(result.records[1].healthState, "Unknown");
@@ -188,7 +189,7 @@ TEST(MapProcessors, AllMembersMissingIsAnEmptyTable) {
 
 TEST(MapProcessors, CollectionNotLinkedIsAnEmptyTable) {
   const Server server;
-  const auto result = mapProcessors(server.graph(), server.node());
+  const auto result = printed(mapProcessors(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_TRUE(result.records.empty());
 }
@@ -196,7 +197,7 @@ TEST(MapProcessors, CollectionNotLinkedIsAnEmptyTable) {
 TEST(MapProcessors, MissingCollectionIsAnEmptyTable) {
   Server server;
   server.linked("Systems/1", "Processors", kMissing);
-  const auto result = mapProcessors(server.graph(), server.node());
+  const auto result = printed(mapProcessors(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_TRUE(result.records.empty());
 }
@@ -204,7 +205,7 @@ TEST(MapProcessors, MissingCollectionIsAnEmptyTable) {
 TEST(MapProcessors, UnreadableCollectionIsAFailure) {
   Server server;
   server.linked("Systems/1", "Processors", kBroken);
-  const auto result = mapProcessors(server.graph(), server.node());
+  const auto result = printed(mapProcessors(server.graph(), server.node()));
   ASSERT_TRUE(result.failure.has_value());
   EXPECT_EQ(result.failure->kind, base::FailureKind::kServerError);
 }
@@ -212,7 +213,8 @@ TEST(MapProcessors, UnreadableCollectionIsAFailure) {
 TEST(MapProcessors, CollectionThatWasNeverReadIsAFailure) {
   Server server;
   server.link("Systems/1", "Processors");
-  EXPECT_TRUE(mapProcessors(server.graph(), server.node()).failure.has_value());
+  EXPECT_TRUE(printed(mapProcessors(server.graph(), server.node()))
+                  .failure.has_value());
 }
 
 TEST(MapProcessors, SameMemberTwiceIsOneRow) {
@@ -223,7 +225,8 @@ TEST(MapProcessors, SameMemberTwiceIsOneRow) {
       R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1/Processors/A"},
                 {"@odata.id": "https://other/redfish/v1/Systems/1/Processors/A/"},
                 null, {}, {"@odata.id": 7}]})");
-  EXPECT_EQ(mapProcessors(server.graph(), server.node()).records.size(), 1U);
+  EXPECT_EQ(
+      printed(mapProcessors(server.graph(), server.node())).records.size(), 1U);
 }
 
 TEST(MapProcessors, SingleObjectInPlaceOfTheListIsOneMember) {
@@ -231,7 +234,8 @@ TEST(MapProcessors, SingleObjectInPlaceOfTheListIsOneMember) {
   server.members("Systems/1", "Processors", {{"A", "{}"}});
   server.put("Systems/1/Processors",
              R"({"Members": )" + linkTo("Systems/1/Processors/A") + "}");
-  EXPECT_EQ(mapProcessors(server.graph(), server.node()).records.size(), 1U);
+  EXPECT_EQ(
+      printed(mapProcessors(server.graph(), server.node())).records.size(), 1U);
 }
 
 TEST(MapProcessors, WrongTypesCostOnlyTheirOwnValues) {

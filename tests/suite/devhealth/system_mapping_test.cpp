@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/suite/devhealth/printed_table.h"
 #include "tests/suite/devhealth/server.h"
 
 namespace devhealth {
@@ -10,7 +11,7 @@ namespace {
 Tarvex::DeviceHealth::SystemBoard board(std::string_view system,
                                         std::string_view chassis = "{}") {
   const Server server(system, chassis);
-  const auto result = mapSystem(server.graph(), server.node());
+  const auto result = printed(mapSystem(server.graph(), server.node()));
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_EQ(result.records.size(), 1U);
   return result.records.front();
@@ -102,7 +103,8 @@ TEST(MapSystem, ServiceTagMayStandInTheServiceRoot) {
   server.put("", R"({"Oem": {"Kestwyn": {"ServiceTag": "F7TAG"}},
                      "Systems": {"@odata.id": "/redfish/v1/Systems"},
                      "Chassis": {"@odata.id": "/redfish/v1/Chassis"}})");
-  const auto record = mapSystem(server.graph(), server.node()).records.front();
+  const auto record =
+      printed(mapSystem(server.graph(), server.node())).records.front();
   EXPECT_EQ(record.machineTypeModel, "PC4");
   EXPECT_EQ(record.serialNumber, "F7TAG");
 }

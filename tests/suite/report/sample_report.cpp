@@ -25,8 +25,19 @@ ServerReport fullReport() {
   full.fans = {{"/f/1", "Fan 1", 6480, 45, Health::kNormal, State::kEnabled}};
   full.powerSupplies = {{"/s/1", "PSU 1", 1600, "Maker", "P1600", "PN2", "SN3",
                          Health::kNormal, State::kStandbySpare}};
-  full.pciAdapters = {{"/c/1", "Card 1", "c1", "Slot 1", "Maker", "C-9", "SN4",
-                       "PN3", "SKU1", Health::kNormal, State::kEnabled}};
+  PciAdapter card;
+  card.id = "/c/1";
+  card.name = "Card 1";
+  card.tag = "c1";
+  card.slot = "Slot 1";
+  card.manufacturer = "Maker";
+  card.model = "C-9";
+  card.serialNumber = "SN4";
+  card.partNumber = "PN3";
+  card.sku = "SKU1";
+  card.health = Health::kNormal;
+  card.state = State::kEnabled;
+  full.pciAdapters = {card};
   return full;
 }
 

@@ -104,6 +104,7 @@ class Cards {
     const auto names = displayNames(graph_, candidates);
     for (std::size_t i = 0; i < cards_.size(); ++i) {
       cards_[i].name = names[i].text;
+      cards_[i].slot = candidates[i].label;
       const bool isPlace =
           names[i].place || names[i].text == candidates[i].label;
       if (isPlace && candidates[i].object != nullptr) {

@@ -16,6 +16,7 @@ struct PciCard {
   std::vector<PciPart> also;  ///< The lone parts that are this device.
   PciFields fields;           ///< Its own; empty ones filled by `also`.
   std::string name;           ///< What the first column shows.
+  std::string slot;           ///< The label of its place; may be empty.
 };
 
 /// The node's devices and the parts that are none of them, each once, as a

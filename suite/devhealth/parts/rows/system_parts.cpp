@@ -88,4 +88,17 @@ std::vector<NamedPart> memoryModules(const Graph& graph, const Node& node,
                    NameOrder::kPlaceFirst, tally);
 }
 
+std::size_t memoryPlaces(const Graph& graph, const Node& node) {
+  std::size_t places = 0;
+  for (const redfish::Resource* system : node.systems) {
+    const LinkedList list = membersAt(graph, system->body, "Memory");
+    for (const Part& part : list.list.parts()) {
+      if (part.object == nullptr || isNoCache(*part.object)) {
+        ++places;
+      }
+    }
+  }
+  return places;
+}
+
 }  // namespace devhealth

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -27,5 +28,10 @@ std::vector<NamedPart> centralProcessors(const redfish::Graph& graph,
 std::vector<NamedPart> memoryModules(const redfish::Graph& graph,
                                      const redfish::Node& node,
                                      ReadTally& tally);
+
+/// How many places for memory modules the node's systems list, caches left
+/// out.
+std::size_t memoryPlaces(const redfish::Graph& graph,
+                         const redfish::Node& node);
 
 }  // namespace devhealth
