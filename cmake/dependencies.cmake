@@ -11,6 +11,7 @@ find_package(OpenSSL REQUIRED)
 find_package(CLI11 REQUIRED)
 find_package(spdlog REQUIRED)
 find_package(tomlplusplus REQUIRED)
+find_package(prometheus-cpp REQUIRED)
 
 # What speaks HTTP and TLS.
 add_library(brivel_network INTERFACE)
