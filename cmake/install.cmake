@@ -36,6 +36,10 @@ install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/_brivel
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/brivel.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
+# The settings' groups for ClusterShell.
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/clustershell/brivel.conf
+        DESTINATION ${CMAKE_INSTALL_SYSCONFDIR}/clustershell/groups.conf.d)
+
 # For applications that others write: the headers of the services, and what
 # find_package(brivel) reads.
 foreach(header
