@@ -28,6 +28,7 @@
 #include "suite/connection/settings/target.h"
 #include "suite/log/log_file.h"
 #include "suite/platform/interrupt.h"
+#include "suite/platform/memory.h"
 #include "suite/platform/standard_streams.h"
 #include "suite/platform/terminal.h"
 #include "suite/platform/user_paths.h"
@@ -173,6 +174,7 @@ int brivel(int argc, char** argv) {
 
 int brivelMain(int argc, char** argv) {
   int status = kResultInternalError;
+  platform::returnLargeBlocks();
   try {
     status = brivel::brivel(argc, argv);
   } catch (const std::exception& failure) {

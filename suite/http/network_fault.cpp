@@ -89,6 +89,10 @@ Words messageFor(NetworkFault fault) {
     case NetworkFault::kBodyTooLarge:
       return {Kind::kBadContent, "the answer is larger than 16 MiB",
               Tail::kNone, kFirmware};
+    case NetworkFault::kBodiesTooLarge:
+      return {Kind::kBadContent,
+              "the answers that came together are larger than 24 MiB",
+              Tail::kNone, "use --max-connections 1"};
     case NetworkFault::kBadEncoding:
       return {Kind::kBadContent, "the answer is not compressed as it says",
               Tail::kNone, kFirmware};

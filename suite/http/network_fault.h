@@ -30,6 +30,7 @@ enum class NetworkFault {
   kNotHttp,
   kHeadersTooLarge,
   kBodyTooLarge,
+  kBodiesTooLarge,  ///< Together with the others that are under way.
   kBadEncoding,
   kOtherEncoding,  ///< Compressed more than once, or not as asked for.
   kMalformed,

@@ -16,6 +16,10 @@ namespace http {
 /// one fails its request and no other.
 constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20U;
 
+/// Most bytes of bodies that a transport holds at a time, under way and not
+/// yet handed out: what exceeds it fails its request.
+constexpr std::size_t kMaxHeldBytes = std::size_t{24} << 20U;
+
 /// Most bytes of headers that a transport takes in for one answer.
 constexpr std::size_t kMaxHeaderBytes = std::size_t{64} << 10U;
 

@@ -1,5 +1,6 @@
 #include "suite/platform/memory.h"
 
+#include <malloc.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
@@ -28,6 +29,13 @@ void forbidTracing() {
 
 void overwrite(void* bytes, std::size_t size) noexcept {
   explicit_bzero(bytes, size);
+}
+
+void returnLargeBlocks() {
+  // Otherwise the size from which a block is one of its own grows with the
+  // blocks that were freed, and smaller ones keep the room between them.
+  constexpr int kLarge = 1 << 20;
+  static_cast<void>(mallopt(M_MMAP_THRESHOLD, kLarge));
 }
 
 void disableCoreDumps() {

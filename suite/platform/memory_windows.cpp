@@ -8,6 +8,10 @@ void overwrite(void* bytes, std::size_t size) noexcept {
   SecureZeroMemory(bytes, size);
 }
 
+void returnLargeBlocks() {
+  // They do so by themselves.
+}
+
 void disableCoreDumps() {
   // Without its dialogue, error reporting makes no dump either.
   SetErrorMode(GetErrorMode() | SEM_NOGPFAULTERRORBOX);

@@ -205,7 +205,7 @@ std::optional<base::Failure> Service::takeRoot(http::Answer answer,
       return outOfTime("/redfish");
     }
     std::string error;
-    const auto body = parseObject(versions->body, error);
+    const auto body = parseSmallObject(versions->body, error);
     const auto link = body && versions->status == 200
                           ? Uri::parse(stringAt(*body, "v1"))
                           : std::nullopt;
@@ -233,7 +233,7 @@ std::optional<base::Failure> Service::takeRoot(http::Answer answer,
   } else {
     const int status = answer.status;
     const bool object = answer.body.find('{') != std::string::npos;
-    root = resourceFrom(std::move(answer), *uri, address());
+    root = resourceFrom(std::move(answer), *uri, address(), knowledge_.budget);
     if (root.state == ResourceState::kAbsent) {
       return notRedfish("no Redfish service");
     }

@@ -152,6 +152,9 @@ base::Failure failureOf(const CurlOutcome& outcome) {
   if (outcome.bodyTooLarge) {
     return failureOf(NetworkFault::kBodyTooLarge, "");
   }
+  if (outcome.bodiesTooLarge) {
+    return failureOf(NetworkFault::kBodiesTooLarge, "");
+  }
   if (outcome.codedOtherwise) {
     return failureOf(NetworkFault::kOtherEncoding, "");
   }

@@ -25,6 +25,7 @@ struct CurlOutcome {
   bool answered = false;     ///< The headers of an answer had begun.
   bool headersTooLarge = false;
   bool bodyTooLarge = false;
+  bool bodiesTooLarge = false;
   bool codedOtherwise = false;  ///< More codings than one, or not gzip.
   std::chrono::milliseconds connectTimeout{0};
   std::chrono::milliseconds timeout{0};

@@ -178,8 +178,13 @@ std::size_t CurlTransfer::onBody(char* data, std::size_t size,
     transfer.bodyTooLarge_ = true;
     return CURL_WRITEFUNC_ERROR;
   }
+  if (bytes > kMaxHeldBytes - transfer.held_) {
+    transfer.bodiesTooLarge_ = true;
+    return CURL_WRITEFUNC_ERROR;
+  }
   try {
     transfer.body_.append(data, bytes);
+    transfer.held_ += bytes;
   } catch (...) {
     transfer.exception_ = std::current_exception();
     return CURL_WRITEFUNC_ERROR;
@@ -257,6 +262,7 @@ CurlOutcome CurlTransfer::outcome(
   outcome.headersTooLarge =
       headers_.tooLarge() || (code == CURLE_OUT_OF_MEMORY && outcome.sent);
   outcome.bodyTooLarge = bodyTooLarge_;
+  outcome.bodiesTooLarge = bodiesTooLarge_;
   outcome.codedOtherwise = codedOtherwise();
   outcome.connectTimeout = connectTimeout;
   outcome.timeout = request_.timeout;
@@ -268,12 +274,15 @@ void CurlTransfer::reset() noexcept {
   request_ = Request();
   headerLines_ = CurlHeaders();
   headers_.clear();
-  body_ = std::string();
+  held_ -= body_.size();
+  // An assignment would keep what it has allocated.
+  std::string().swap(body_);
   connected_ = false;
   speaksHttp2_ = false;
   resumed_ = false;
   opening_.reset();
   bodyTooLarge_ = false;
+  bodiesTooLarge_ = false;
   exception_ = nullptr;
   errorText_.fill('\0');
 }

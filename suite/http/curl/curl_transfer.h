@@ -21,7 +21,9 @@ namespace http {
 /// because libcurl holds its address.
 class CurlTransfer {
  public:
-  CurlTransfer() : easy_(makeCurlEasy()) {}
+  /// `held` counts the bytes of all bodies of the transport and outlives this.
+  explicit CurlTransfer(std::size_t& held)
+      : easy_(makeCurlEasy()), held_(held) {}
 
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -97,6 +99,7 @@ class CurlTransfer {
                       std::chrono::milliseconds connectTimeout) const;
 
   CurlEasy easy_;
+  std::size_t& held_;
   std::uint64_t id_ = 0;
   Request request_;
   base::Clock::time_point deadline_;
@@ -110,6 +113,7 @@ class CurlTransfer {
   base::Clock::time_point sentAt_;
   std::optional<std::chrono::microseconds> opening_;
   bool bodyTooLarge_ = false;
+  bool bodiesTooLarge_ = false;
   bool identity_ = false;         ///< The body is not decoded.
   std::exception_ptr exception_;  ///< Thrown in a callback: kept for `finish`.
   std::array<char, CURL_ERROR_SIZE> errorText_{};

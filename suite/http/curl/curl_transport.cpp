@@ -94,6 +94,7 @@ class CurlTransport final : public Transport {
   bool crowded_ = false;  // There were others since nothing was under way.
   TransportStats stats_;
   std::deque<Answer> ready_;
+  std::size_t heldBytes_ = 0;  // Of bodies, under way or ready.
   CertificateCheck certificateCheck_;
   // Destroyed in the reverse order: the transfers go first, for their handles
   // use the others.
@@ -202,7 +203,7 @@ void CurlTransport::startNow(std::uint64_t id, Request request) {
 
 CurlTransport::TransferPtr CurlTransport::takeIdle() {
   if (idle_.empty()) {
-    return std::make_unique<CurlTransfer>();
+    return std::make_unique<CurlTransfer>(heldBytes_);
   }
   TransferPtr transfer = std::move(idle_.back());
   idle_.pop_back();
@@ -245,6 +246,7 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
     if (!ready_.empty()) {
       Answer answer = std::move(ready_.front());
       ready_.pop_front();
+      heldBytes_ -= answer.body.size();
       return answer;
     }
     if (active_.empty() || newlyInterrupted()) {
@@ -404,6 +406,7 @@ void CurlTransport::cancelAll() {
   active_.clear();
   waiting_.clear();
   ready_.clear();
+  heldBytes_ = 0;
 }
 
 }  // namespace

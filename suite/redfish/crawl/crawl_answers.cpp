@@ -27,8 +27,8 @@ void Crawl::arrive(FetchResult fetched, base::Clock::time_point until) {
     return;
   }
 
-  Resource resource =
-      resourceFrom(std::move(fetched.answer), pending.uri, address_);
+  Resource resource = resourceFrom(std::move(fetched.answer), pending.uri,
+                                   address_, knowledge_.budget);
   if (refusedExpansion(pending, resource)) {
     return;
   }

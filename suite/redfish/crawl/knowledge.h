@@ -7,12 +7,14 @@
 #include "suite/redfish/crawl/expand.h"
 #include "suite/redfish/crawl/plan.h"
 #include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/reading_budget.h"
 
 namespace redfish {
 
 /// What is known of a service from one crawl to the next.
 struct ServiceKnowledge {
   Graph graph;
+  ReadingBudget budget;                  ///< Of all that is kept here.
   std::map<std::string, KindSet> kinds;  ///< Parts played, by document key.
   /// Resources that came inside others, by document key, until a crawl asks
   /// for them: the graph holds the same whether the service expands or not.

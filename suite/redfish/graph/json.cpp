@@ -17,6 +17,7 @@ constexpr std::string_view kLinkName = "@odata.id";
 constexpr std::string_view kAnyName = "*";
 
 constexpr std::size_t kQuotedLinkBytes = 120;
+constexpr std::size_t kMaxSmallBytes = std::size_t{256} << 10U;
 
 // What a body is that does not start with an object.
 std::string notAnObject(std::string_view text) {
@@ -124,7 +125,8 @@ void collectRefusedLinks(const json::object& object,
 }  // namespace
 
 std::optional<json::object> parseObject(std::string_view body,
-                                        std::string& error) {
+                                        std::string& error,
+                                        ReadingBudget* budget) {
   std::string_view text = body;
   if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     text.remove_prefix(kByteOrderMark.size());
@@ -135,10 +137,22 @@ std::optional<json::object> parseObject(std::string_view body,
     error = notAnObject(text);
     return std::nullopt;
   }
-  if (exceedsJsonLimits(text, error)) {
+  const std::optional<std::size_t> values = countJsonValues(text, error);
+  if (!values ||
+      (budget != nullptr && !budget->spend(text.size(), *values, error))) {
     return std::nullopt;
   }
   return parseText(text, body.size() - text.size(), error);
+}
+
+std::optional<json::object> parseSmallObject(std::string_view body,
+                                             std::string& error) {
+  if (body.size() > kMaxSmallBytes) {
+    error = "the body is larger than " + std::to_string(kMaxSmallBytes >> 10U) +
+            " KiB";
+    return std::nullopt;
+  }
+  return parseObject(body, error);
 }
 
 const json::value* memberAt(const json::object& object, std::string_view path) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/redfish/graph/reading_budget.h"
 #include "suite/redfish/graph/uri.h"
 
 namespace redfish {
@@ -16,9 +17,16 @@ namespace json = boost::json;
 /// Reads a body as one JSON object: a byte-order mark is stripped, the limits
 /// of json_limits.h hold, duplicate names resolve to the last, integers stay
 /// exact. Bytes in strings that are no UTF-8 are kept (`cleanText` replaces
-/// them). On failure nothing, and the reason in `error`.
+/// them). With a budget the document has to fit into that, too. Returns nullopt
+/// and sets `error` on failure.
 std::optional<json::object> parseObject(std::string_view body,
-                                        std::string& error);
+                                        std::string& error,
+                                        ReadingBudget* budget = nullptr);
+
+/// The same for what is looked at and not kept, such as an error or a session:
+/// of a body of more than 256 KiB it reads nothing.
+std::optional<json::object> parseSmallObject(std::string_view body,
+                                             std::string& error);
 
 /// The member at a path of names such as "Links/Chassis", each step an
 /// object; null where a step is missing, null, or no object. The step "*"

@@ -1,5 +1,6 @@
 #include "suite/redfish/graph/json_limits.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -52,6 +53,7 @@ class Counter {
         tooManyMembers_ || (level.object && level.entries > kMaxJsonMembers);
   }
 
+  std::size_t values() const { return values_; }
   bool tooManyValues() const { return values_ > kMaxJsonValues; }
   bool tooManyMembers() const { return tooManyMembers_; }
 
@@ -68,10 +70,14 @@ class Counter {
 
 }  // namespace
 
-bool exceedsJsonLimits(std::string_view text, std::string& error) {
-  // Each value and each member takes a byte at least.
+std::optional<std::size_t> countJsonValues(std::string_view text,
+                                           std::string& error) {
+  // Each value and each member takes a byte at least. Strings are not told
+  // apart here: a comma in one counts as a value.
   if (text.size() <= kMaxJsonMembers) {
-    return false;
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(),
+                      [](char c) { return c == ',' || c == '{' || c == '['; }));
   }
   Counter counter;
   for (std::size_t index = 0; index < text.size(); ++index) {
@@ -96,15 +102,15 @@ bool exceedsJsonLimits(std::string_view text, std::string& error) {
     if (counter.tooManyMembers()) {
       error = "a JSON object has more than " + std::to_string(kMaxJsonMembers) +
               " members";
-      return true;
+      return std::nullopt;
     }
     if (counter.tooManyValues()) {
       error = "the JSON has more than " + std::to_string(kMaxJsonValues) +
               " values";
-      return true;
+      return std::nullopt;
     }
   }
-  return false;
+  return counter.values();
 }
 
 }  // namespace redfish

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,9 +20,10 @@ constexpr std::size_t kMaxJsonValues = 500000;
 /// hash alike.
 constexpr std::size_t kMaxJsonMembers = 20000;
 
-/// Whether a JSON text holds more values than we are ready to build; the
-/// reason is in `error` then. Looks at the structure alone: whether the text
-/// is JSON is the parser's to say.
-bool exceedsJsonLimits(std::string_view text, std::string& error);
+/// The number of values in a JSON text, or somewhat more. Returns nullopt and
+/// sets `error` when it holds more values than we are ready to build. Looks at
+/// the structure alone: whether the text is JSON is the parser's to say.
+std::optional<std::size_t> countJsonValues(std::string_view text,
+                                           std::string& error);
 
 }  // namespace redfish

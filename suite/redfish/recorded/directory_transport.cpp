@@ -17,7 +17,7 @@ bool isErrorBody(const std::string& body) {
     return false;
   }
   std::string reason;
-  const std::optional<json::object> object = parseObject(body, reason);
+  const std::optional<json::object> object = parseSmallObject(body, reason);
   return object && object->contains("error") && !object->contains("@odata.id");
 }
 
@@ -32,28 +32,33 @@ class DirectoryTransport final : public http::Transport {
   bool live() const override { return false; }
 
   std::uint64_t start(http::Request request) override {
-    http::Answer answer = answerTo(request);
-    answer.id = ++lastId_;
     ++stats_.requests;
-    stats_.bytes += answer.body.size();
-    answers_.push_back(std::move(answer));
+    started_.push_back({++lastId_, std::move(request)});
     return lastId_;
   }
 
   std::optional<http::Answer> next(base::Clock::time_point /*until*/) override {
-    if (answers_.empty()) {
+    if (started_.empty()) {
       return std::nullopt;
     }
-    http::Answer answer = std::move(answers_.front());
-    answers_.pop_front();
+    // Read only now, so that there is one file at a time in memory.
+    http::Answer answer = answerTo(started_.front().request);
+    answer.id = started_.front().id;
+    started_.pop_front();
+    stats_.bytes += answer.body.size();
     return answer;
   }
 
-  void cancelAll() override { answers_.clear(); }
+  void cancelAll() override { started_.clear(); }
 
   http::TransportStats stats() const override { return stats_; }
 
  private:
+  struct Started {
+    std::uint64_t id;
+    http::Request request;
+  };
+
   http::Answer answerTo(const http::Request& request) {
     http::Answer answer;
     if (request.method != http::Method::kGet) {
@@ -74,7 +79,7 @@ class DirectoryTransport final : public http::Transport {
 
   std::string address_;
   RecordedTree tree_;
-  std::deque<http::Answer> answers_;
+  std::deque<Started> started_;
   std::uint64_t lastId_ = 0;
   http::TransportStats stats_;
 };

@@ -64,8 +64,8 @@ base::FailureKind kindOf(int status) {
 
 }  // namespace
 
-Resource resourceFrom(http::Answer answer, Uri uri,
-                      const std::string& address) {
+Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
+                      ReadingBudget& budget) {
   Resource resource;
   resource.uri = std::move(uri);
   resource.state = ResourceState::kUnreadable;
@@ -92,7 +92,7 @@ Resource resourceFrom(http::Answer answer, Uri uri,
     failure.remedy = remedyFor(failure.kind);
     if (answer.status == 403) {
       std::string error;
-      const auto body = parseObject(answer.body, error);
+      const auto body = parseSmallObject(answer.body, error);
       if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
         failure.kind = base::FailureKind::kPasswordChange;
         failure.remedy = "change the password of this account first";
@@ -103,7 +103,7 @@ Resource resourceFrom(http::Answer answer, Uri uri,
   }
 
   std::string error;
-  auto body = parseObject(answer.body, error);
+  auto body = parseObject(answer.body, error, &budget);
   if (!body) {
     failure.kind = base::FailureKind::kBadContent;
     failure.cause = std::move(error);
@@ -135,7 +135,7 @@ bool hasMessageKey(const json::object& body, std::string_view key) {
 
 std::string firstMessage(std::string_view body) {
   std::string error;
-  const auto object = parseObject(body, error);
+  const auto object = parseSmallObject(body, error);
   if (!object) {
     return {};
   }

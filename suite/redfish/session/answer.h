@@ -11,7 +11,8 @@ namespace redfish {
 
 /// The resource that an answer to a read makes: read, absent (404, 410, or an
 /// error body in place of the resource), or unreadable with the reason.
-Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address);
+Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
+                      ReadingBudget& budget);
 
 /// Whether an error body (DSP0266, error responses) holds a message of this
 /// key, whatever its registry and version, such as "PasswordChangeRequired".

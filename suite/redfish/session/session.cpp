@@ -215,7 +215,7 @@ Session::Outcome Session::judge(const http::Answer& answer) {
   const std::string told = message.empty() ? "" : " (" + message + ")";
   const std::string status = "HTTP status " + std::to_string(answer.status);
   std::string error;
-  const auto body = parseObject(answer.body, error);
+  const auto body = parseSmallObject(answer.body, error);
   switch (answer.status) {
     case 401:
       failure_ = fail(base::FailureKind::kAuthentication,
@@ -282,7 +282,7 @@ bool Session::adopt(const http::Answer& answer) {
     sessionTarget_ = sessionPath(answer.location, loginTarget_);
   }
   std::string error;
-  const auto body = parseObject(answer.body, error);
+  const auto body = parseSmallObject(answer.body, error);
   for (const char* name : {"@odata.id", "Id"}) {
     if (!sessionTarget_.empty() || !body) {
       break;

@@ -92,7 +92,7 @@ std::optional<json::object> Session::read(const std::string& target,
     return std::nullopt;
   }
   std::string error;
-  return parseObject(answer->body, error);
+  return parseSmallObject(answer->body, error);
 }
 
 void Session::authenticate(http::Request& request) const {

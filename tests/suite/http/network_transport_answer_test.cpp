@@ -117,6 +117,34 @@ TEST(NetworkTransportLimits, LargerBodyFails) {
             "the answer is larger than 16 MiB");
 }
 
+TEST(NetworkTransportLimits, BodiesThatComeTogetherAreLimited) {
+  ScriptedServer server([](Peer& peer) {
+    peer.readRequest();
+    peer.write("HTTP/1.1 200 OK\r\n\r\n" + std::string(kMaxBodyBytes, ' '));
+    peer.hang();
+  });
+  auto options = plainOptions(server.port());
+  options.maxConnections = 2;
+  const auto transport = makeNetworkTransport(options);
+  transport->start(get());
+  transport->start(get());
+  // Neither body ends, and together they are 32 MiB.
+  EXPECT_EQ(told(nextAnswer(*transport)),
+            "the answers that came together are larger than 24 MiB");
+}
+
+TEST(NetworkTransportLimits, BodiesOneAfterAnotherAreNot) {
+  ScriptedServer server([](Peer& peer) {
+    while (!peer.readRequest().empty()) {
+      peer.write(httpAnswer(200, std::string(kMaxBodyBytes, ' ')));
+    }
+  });
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(ask(*transport, get()).body.size(), kMaxBodyBytes);
+  }
+}
+
 TEST(NetworkTransportLimits, BodyWithoutEndFails) {
   ScriptedServer server([](Peer& peer) {
     peer.readRequest();

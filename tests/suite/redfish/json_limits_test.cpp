@@ -18,44 +18,44 @@ std::string repeated(std::string_view entry, std::size_t times) {
 
 std::string reasonFor(const std::string& text) {
   std::string error;
-  return exceedsJsonLimits(text, error) ? error : "accepted";
+  return countJsonValues(text, error) ? "accepted" : error;
 }
 
-TEST(ExceedsJsonLimits, LargestNumberOfValuesIsAccepted) {
+TEST(CountJsonValues, LargestNumberOfValuesIsAccepted) {
   const std::string inner = repeated("[0,0,0]", kMaxJsonValues / 4 - 1);
   EXPECT_EQ(reasonFor("{\"a\":[" + inner + "]}"), "accepted");
 }
 
-TEST(ExceedsJsonLimits, MoreValuesAreRefused) {
+TEST(CountJsonValues, MoreValuesAreRefused) {
   EXPECT_EQ(reasonFor("{\"a\":[" + repeated("0", kMaxJsonValues) + "]}"),
             "the JSON has more than 500000 values");
   EXPECT_EQ(reasonFor("{\"a\":[" + repeated("{}", kMaxJsonValues) + "]}"),
             "the JSON has more than 500000 values");
 }
 
-TEST(ExceedsJsonLimits, LargestObjectIsAccepted) {
+TEST(CountJsonValues, LargestObjectIsAccepted) {
   EXPECT_EQ(reasonFor('{' + repeated("\"a\":0", kMaxJsonMembers) + '}'),
             "accepted");
 }
 
-TEST(ExceedsJsonLimits, LargerObjectIsRefused) {
+TEST(CountJsonValues, LargerObjectIsRefused) {
   EXPECT_EQ(reasonFor('{' + repeated("\"a\":0", kMaxJsonMembers + 1) + '}'),
             "a JSON object has more than 20000 members");
 }
 
-TEST(ExceedsJsonLimits, MembersOfSeveralObjectsDoNotAddUp) {
+TEST(CountJsonValues, MembersOfSeveralObjectsDoNotAddUp) {
   const std::string object =
       '{' + repeated("\"a\":0", kMaxJsonMembers / 2 + 1) + '}';
   EXPECT_EQ(reasonFor('[' + object + ',' + object + ']'), "accepted");
 }
 
-TEST(ExceedsJsonLimits, StructureInsideStringsDoesNotCount) {
+TEST(CountJsonValues, StructureInsideStringsDoesNotCount) {
   EXPECT_EQ(reasonFor("{\"a\":\"" + std::string(kMaxJsonValues + 1, ',') +
                       "\\\"[\"}"),
             "accepted");
 }
 
-TEST(ExceedsJsonLimits, EscapedQuoteDoesNotEndAString) {
+TEST(CountJsonValues, EscapedQuoteDoesNotEndAString) {
   const std::string members = repeated("\"a\":0", kMaxJsonMembers + 1);
   EXPECT_EQ(reasonFor(R"({"s":"\"",)" + members + '}'),
             "a JSON object has more than 20000 members");
@@ -63,7 +63,7 @@ TEST(ExceedsJsonLimits, EscapedQuoteDoesNotEndAString) {
             "a JSON object has more than 20000 members");
 }
 
-TEST(ExceedsJsonLimits, BrokenTextIsLeftToTheParser) {
+TEST(CountJsonValues, BrokenTextIsLeftToTheParser) {
   EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ']')), "accepted");
   EXPECT_EQ(reasonFor(std::string(kMaxJsonValues, ' ') + "\"\\"), "accepted");
   EXPECT_EQ(reasonFor(std::string(kMaxJsonDepth * 1000, '[')), "accepted");

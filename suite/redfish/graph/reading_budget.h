@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace redfish {
+
+/// What the documents of one service may take, so that a run stays below
+/// 128 MiB whatever the service sends. Real servers with all their registries
+/// take a fifth of it.
+constexpr std::size_t kMaxReadingBytes = std::size_t{48} << 20U;
+
+/// What a JSON value takes beside its text once it is parsed, at most.
+constexpr std::size_t kBytesPerValue = 96;
+
+/// The room for all documents that are kept of one service, for the length of
+/// a run. A document counts with its text and `kBytesPerValue` for each value
+/// in it. What was spent stays spent.
+class ReadingBudget {
+ public:
+  explicit ReadingBudget(std::size_t bytes = kMaxReadingBytes)
+      : whole_(bytes), left_(bytes) {}
+
+  /// Takes the room for a document before it is parsed. False when there is
+  /// not as much left; the budget is as before then, and the reason in
+  /// `error`.
+  bool spend(std::size_t textBytes, std::size_t values, std::string& error);
+
+ private:
+  std::size_t whole_;
+  std::size_t left_;
+};
+
+}  // namespace redfish
