@@ -39,17 +39,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   if (const auto target = redfish::redirectTarget(text, "bmc.test:443")) {
     check(redfish::Uri::parse(*target) || target->size() > 1024);
   }
-  std::string error;
-  if (const auto address = connection::parseAddress(text, error)) {
+  if (const auto address = connection::parseAddress(text)) {
     check(address->user.find(':') == std::string::npos);
     const bool directory =
         address->scheme == connection::Address::Scheme::kDirectory;
     check(directory != address->directory.empty());
     check(directory != !address->host.empty());
   } else {
-    check(!error.empty());
+    check(!address.error().cause.empty());
   }
-  error.clear();
+  std::string error;
   if (!redfish::parseObject(text, error)) {
     check(!error.empty());
   }

@@ -11,12 +11,10 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  std::string error;
   const auto settings =
-      connection::readSettings(text, "fuzz.toml", "/home/fuzz", error);
-  check(settings.has_value() == error.empty());
+      connection::readSettings(text, "fuzz.toml", "/home/fuzz");
   if (!settings) {
-    check(error.find("fuzz.toml") != std::string::npos);
+    check(settings.error().cause.find("fuzz.toml") != std::string::npos);
     return 0;
   }
   const auto sane = [](const connection::TargetSettings& target) {

@@ -87,13 +87,14 @@ int run(const CommandLine& line, const connection::Settings& settings,
         Application& application,
         std::optional<base::Secret> environmentPassword,
         std::chrono::steady_clock::time_point begun) {
-  std::string error;
-  std::optional<connection::Target> target = targetOf(line, settings, error);
-  if (!error.empty()) {
-    return usageError((line.target.text.empty() ? "this server: " : "") + error,
+  base::Result<std::optional<connection::Target>> target =
+      targetOf(line, settings);
+  if (!target) {
+    return usageError((line.target.text.empty() ? "this server: " : "") +
+                          target.error().cause,
                       application.specification().plugInExit);
   }
-  return runConnected(line, application, std::move(target),
+  return runConnected(line, application, *std::move(target),
                       inBandOf(line, settings), std::move(environmentPassword),
                       begun);
 }
@@ -126,13 +127,13 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
     printError(error);
     return kExitModule;
   }
-  const std::optional<connection::Settings> settings =
-      readRunSettings(line->settingsFile, error);
+  const base::Result<connection::Settings> settings =
+      readRunSettings(line->settingsFile);
   if (!settings && plugIn) {
-    return plugInUnknown(error);
+    return plugInUnknown(settings.error().cause);
   }
   if (!settings) {
-    printError(error);
+    printError(settings.error().cause);
     return kExitUsage;
   }
   openRunLog(*line, *settings);

@@ -19,8 +19,7 @@ constexpr std::int32_t kShowCommand = 1;
 template <typename Part>
 std::vector<std::string> settingsNames(const std::string& file, Part part) {
   std::vector<std::string> names;
-  std::string error;
-  if (const auto settings = readRunSettings(file, error)) {
+  if (const auto settings = readRunSettings(file)) {
     for (const auto& [name, value] : (*settings).*part) {
       names.push_back(name);
     }

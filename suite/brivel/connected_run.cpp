@@ -100,33 +100,35 @@ int reportResult(RunResult result, const connection::Connections& connections,
 
 }  // namespace
 
-std::optional<connection::Target> targetOf(const CommandLine& line,
-                                           const connection::Settings& settings,
-                                           std::string& error) {
+base::Result<std::optional<connection::Target>> targetOf(
+    const CommandLine& line, const connection::Settings& settings) {
   // The command line takes precedence over the source in the settings.
   if (!line.localRoot.empty()) {
     std::error_code failure;
     if (!std::filesystem::is_directory(std::filesystem::u8path(line.localRoot),
                                        failure)) {
-      error = "--local-root: '" + line.localRoot + "' is no folder";
+      return base::makeFailure(
+          base::FailureKind::kUsage,
+          "--local-root: '" + line.localRoot + "' is no folder");
     }
-    return std::nullopt;
+    return std::optional<connection::Target>();
   }
   if (line.mode != kConnectModeEsxi) {
-    return connection::resolveTarget(line.target, settings, error);
+    return connection::resolveTarget(line.target, settings);
   }
-  auto address = connection::parseAddress(line.target.text, error);
+  base::Result<connection::Address> address =
+      connection::parseAddress(line.target.text);
   if (!address) {
-    return std::nullopt;
+    return address.error();
   }
   if (address->scheme == connection::Address::Scheme::kDirectory) {
-    error = "--esxi names a host, not a recorded server";
-    return std::nullopt;
+    return base::makeFailure(base::FailureKind::kUsage,
+                             "--esxi names a host, not a recorded server");
   }
   connection::Target target;
   target.user = address->user;
   target.address = *std::move(address);
-  return target;
+  return std::optional(std::move(target));
 }
 
 connection::InBandOptions inBandOf(const CommandLine& line,

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "suite/base/result.h"
 #include "suite/base/secret.h"
 #include "suite/brivel/application.h"
 #include "suite/brivel/options/command_line.h"
@@ -13,12 +14,11 @@
 
 namespace brivel {
 
-/// The target of a run; nullopt for this machine itself. If the command line
-/// and the settings name a target that cannot be used, returns nullopt and
-/// sets `error`.
-std::optional<connection::Target> targetOf(const CommandLine& line,
-                                           const connection::Settings& settings,
-                                           std::string& error);
+/// The target of a run; nullopt for this machine itself. Returns a failure of
+/// kind `kUsage` if the command line and the settings name a target that
+/// cannot be used.
+base::Result<std::optional<connection::Target>> targetOf(
+    const CommandLine& line, const connection::Settings& settings);
 
 /// How this machine's own parts and controllers are read.
 connection::InBandOptions inBandOf(const CommandLine& line,

@@ -108,9 +108,9 @@ int runHostCommand(int argc, const char* const* argv,
   if (command.name != kTargetsCommand && command.name != kPinCommand) {
     return showApplications();
   }
-  const auto settings = readRunSettings(line->settingsFile, error);
+  const auto settings = readRunSettings(line->settingsFile);
   if (!settings) {
-    printError(error);
+    printError(settings.error().cause);
     return kExitUsage;
   }
   return command.name == kPinCommand ? showPins(*line, *settings)

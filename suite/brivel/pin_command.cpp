@@ -80,10 +80,15 @@ int showPins(const CommandLine& line, const connection::Settings& settings) {
   for (const std::string& name : line.arguments) {
     connection::TargetChoice choice = line.target;
     choice.text = name;
-    std::string error;
-    const auto target = connection::resolveTarget(choice, settings, error);
+    const auto resolved = connection::resolveTarget(choice, settings);
+    if (!resolved) {
+      printError(resolved.error().cause);
+      status = kExitUsage;
+      continue;
+    }
+    const std::optional<connection::Target>& target = *resolved;
     if (!target) {
-      printError(error);
+      printError("an empty text names no target");
       status = kExitUsage;
       continue;
     }

@@ -4,14 +4,14 @@
 
 namespace brivel {
 
-std::optional<connection::Settings> readRunSettings(
-    const std::string& chosenFile, std::string& error) {
+base::Result<connection::Settings> readRunSettings(
+    const std::string& chosenFile) {
   const std::string file =
       chosenFile.empty() ? platform::settingsFile() : chosenFile;
   if (file.empty()) {
     return connection::Settings();
   }
-  return connection::loadSettings(file, platform::homeDirectory(), error);
+  return connection::loadSettings(file, platform::homeDirectory());
 }
 
 }  // namespace brivel

@@ -5,6 +5,8 @@
 #include <boost/url/ipv6_address.hpp>
 #include <cstddef>
 #include <iterator>
+#include <optional>
+#include <utility>
 
 #include "suite/base/ascii.h"
 #include "suite/base/host_name.h"
@@ -19,6 +21,10 @@ constexpr std::string_view kFilePrefix = "file:";
 
 bool isControl(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+base::Failure usageFailure(std::string cause) {
+  return base::makeFailure(base::FailureKind::kUsage, std::move(cause));
 }
 
 std::string quoted(std::string_view text) {
@@ -96,11 +102,9 @@ bool readHostAndPort(std::string_view text, Address& address,
   return true;
 }
 
-std::optional<Address> readDirectory(std::string_view directory,
-                                     std::string& error) {
+base::Result<Address> readDirectory(std::string_view directory) {
   if (directory.empty() || directory.find('\0') != std::string_view::npos) {
-    error = "no directory is named; write file:DIR";
-    return std::nullopt;
+    return usageFailure("no directory is named; write file:DIR");
   }
   Address address;
   address.scheme = Address::Scheme::kDirectory;
@@ -120,9 +124,9 @@ void dropServicePath(std::string_view& text) {
 
 }  // namespace
 
-std::optional<Address> parseAddress(std::string_view text, std::string& error) {
+base::Result<Address> parseAddress(std::string_view text) {
   if (base::startsWith(text, kFilePrefix)) {
-    return readDirectory(text.substr(kFilePrefix.size()), error);
+    return readDirectory(text.substr(kFilePrefix.size()));
   }
   Address address;
   std::string_view rest = text;
@@ -137,32 +141,31 @@ std::optional<Address> parseAddress(std::string_view text, std::string& error) {
   if (at != std::string_view::npos) {
     address.user = rest.substr(0, at);
     if (address.user.find(':') != std::string::npos) {
-      error =
+      return usageFailure(
           "a password in the address would be seen by every user of this "
           "machine; leave it out, and give it by --password-file, "
-          "--password-stdin, BRIVEL_PASSWORD or at the prompt";
-      return std::nullopt;
+          "--password-stdin, BRIVEL_PASSWORD or at the prompt");
     }
     if (address.user.empty() ||
         std::any_of(address.user.begin(), address.user.end(), isControl)) {
-      error = "the user's name before '@' is empty or holds control characters";
-      return std::nullopt;
+      return usageFailure(
+          "the user's name before '@' is empty or holds control characters");
     }
     rest.remove_prefix(at + 1);
   }
   if (rest.find("://") != std::string_view::npos) {
-    error = quoted(rest) + " is neither https:// nor file:";
-    return std::nullopt;
+    return usageFailure(quoted(rest) + " is neither https:// nor file:");
   }
   dropServicePath(rest);
   if (rest.find('/') != std::string_view::npos) {
-    error = quoted(rest) +
-            " holds a path; name the host alone, or file:DIR for a recorded "
-            "server";
-    return std::nullopt;
+    return usageFailure(
+        quoted(rest) +
+        " holds a path; name the host alone, or file:DIR for a recorded "
+        "server");
   }
+  std::string error;
   if (!readHostAndPort(rest, address, error)) {
-    return std::nullopt;
+    return usageFailure(std::move(error));
   }
   return address;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "suite/base/result.h"
 #include "suite/http/origin.h"
 
 namespace connection {
@@ -26,11 +26,11 @@ struct Address {
 
 /// Reads "[https://][user@]host[:port]", "http://..." or "file:DIR"; IPv6
 /// addresses stand in brackets, and a path "/" or "/redfish/v1" at the end is
-/// let pass. Nothing when the text is none of these, and the reason in
-/// `error`: a clause that repeats the text, unless a password may be in it.
-/// Passwords ("user:password@host") are refused, because every user of a
+/// ignored. Returns a failure of kind `kUsage` if the text is none of these;
+/// its cause is a clause that repeats the text, unless a password may be in
+/// it. Passwords ("user:password@host") are refused, because every user of a
 /// machine sees the command lines of all others.
-std::optional<Address> parseAddress(std::string_view text, std::string& error);
+base::Result<Address> parseAddress(std::string_view text);
 
 /// Whether a host is this machine: "localhost", 127.0.0.0/8, ::1.
 bool isLoopback(const Address& address);
@@ -38,7 +38,7 @@ bool isLoopback(const Address& address);
 /// The address of a controller as a transport takes it.
 http::Origin originOf(const Address& address);
 
-/// The address in words, without user: "10.0.0.5:443", "file:DIR".
+/// The address as text, without user: "10.0.0.5:443", "file:DIR".
 std::string toString(const Address& address);
 
 }  // namespace connection

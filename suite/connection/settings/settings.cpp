@@ -253,33 +253,33 @@ const std::vector<std::string>* findGroup(const Settings& settings,
   return nullptr;
 }
 
-std::optional<Settings> loadSettings(const std::string& file,
-                                     const std::string& home,
-                                     std::string& error) {
+base::Result<Settings> loadSettings(const std::string& file,
+                                    const std::string& home) {
   std::string reason;
   const std::optional<std::string> text =
       platform::readTrustedFile(fs::u8path(file), kLargestFile, reason);
   if (!text) {
-    error = file + ": " + reason;
-    return std::nullopt;
+    return base::makeFailure(base::FailureKind::kUsage, file + ": " + reason);
   }
-  return readSettings(*text, file, home, error);
+  return readSettings(*text, file, home);
 }
 
-std::optional<Settings> readSettings(std::string_view text,
-                                     const std::string& file,
-                                     const std::string& home,
-                                     std::string& error) {
+base::Result<Settings> readSettings(std::string_view text,
+                                    const std::string& file,
+                                    const std::string& home) {
+  std::string reason;
+  std::uint32_t line = 0;
   try {
     return SettingsReader(file, home).read(toml::parse(text, file));
   } catch (const SettingsMistake& mistake) {
-    error = file + ":" + std::to_string(mistake.line) + ": " + mistake.text;
+    line = mistake.line;
+    reason = mistake.text;
   } catch (const toml::parse_error& failure) {
-    error = file + ":" + std::to_string(failure.source().begin.line) + ": " +
-            std::string(failure.description()) +
-            quotationHint(text, failure.source().begin.line);
+    line = failure.source().begin.line;
+    reason = std::string(failure.description()) + quotationHint(text, line);
   }
-  return std::nullopt;
+  return base::makeFailure(base::FailureKind::kUsage,
+                           file + ":" + std::to_string(line) + ": " + reason);
 }
 
 }  // namespace connection

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/base/result.h"
 #include "suite/connection/settings/address.h"
 
 namespace connection {
@@ -71,17 +72,16 @@ const std::vector<std::string>* findGroup(const Settings& settings,
                                           std::string& error);
 
 /// Reads a settings file (TOML 1.0). Paths in it may begin with "~/", which is
-/// `home`, and are otherwise relative to the file's directory. Nothing when the
-/// file cannot be read or anything in it is not understood, and the reason in
-/// `error`, with file, line and key; values are not repeated there.
-std::optional<Settings> loadSettings(const std::string& file,
-                                     const std::string& home,
-                                     std::string& error);
+/// `home`, and are otherwise relative to the file's directory. Returns a
+/// failure of kind `kUsage` if the file cannot be read or anything in it is
+/// not understood; its cause names file, line and key, and repeats no value.
+base::Result<Settings> loadSettings(const std::string& file,
+                                    const std::string& home);
 
-/// The same for the text of a settings file, which `file` only names.
-std::optional<Settings> readSettings(std::string_view text,
-                                     const std::string& file,
-                                     const std::string& home,
-                                     std::string& error);
+/// The same for the text of a settings file; `file` is its name in messages,
+/// and its directory that of relative paths.
+base::Result<Settings> readSettings(std::string_view text,
+                                    const std::string& file,
+                                    const std::string& home);
 
 }  // namespace connection

@@ -3,13 +3,14 @@
 #include <filesystem>
 #include <optional>
 
+#include "suite/base/ascii.h"
 #include "suite/connection/settings/values.h"
 
 namespace connection {
 namespace {
 
 std::string resolvePath(const SettingsValue& value, const std::string& text) {
-  return text.rfind("~/", 0) == 0
+  return base::startsWith(text, "~/")
              ? value.home + text.substr(1)
              : (std::filesystem::path(value.directory) / text).string();
 }
@@ -70,10 +71,9 @@ std::string readPin(const SettingsValue& value) {
 }
 
 Address readAddress(const SettingsValue& value) {
-  std::string error;
-  std::optional<Address> address = parseAddress(readText(value), error);
+  base::Result<Address> address = parseAddress(readText(value));
   if (!address) {
-    reject(value, "is no address: " + error);
+    reject(value, "is no address: " + address.error().cause);
   }
   if (address->scheme == Address::Scheme::kDirectory) {
     address->directory = resolvePath(value, address->directory);

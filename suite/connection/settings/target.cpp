@@ -1,6 +1,7 @@
 #include "suite/connection/settings/target.h"
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "suite/base/ascii.h"
@@ -10,10 +11,14 @@
 namespace connection {
 namespace {
 
+base::Failure usageFailure(std::string cause) {
+  return base::makeFailure(base::FailureKind::kUsage, std::move(cause));
+}
+
 // The choice's address with what the settings, or the address itself, say
-// about it.
-std::optional<NamedTarget> find(const TargetChoice& choice,
-                                const Settings& settings, std::string& error) {
+// about it; nullopt for this machine without a source in the settings.
+base::Result<std::optional<NamedTarget>> find(const TargetChoice& choice,
+                                              const Settings& settings) {
   std::optional<NamedTarget> found;
   const auto named = settings.targets.find(choice.text);
   if (choice.text.empty()) {
@@ -22,12 +27,16 @@ std::optional<NamedTarget> find(const TargetChoice& choice,
     }
   } else if (named != settings.targets.end()) {
     found = named->second;
-  } else if (auto address = parseAddress(choice.text, error)) {
+  } else {
+    base::Result<Address> address = parseAddress(choice.text);
+    if (!address) {
+      return address.error();
+    }
     const std::string& user = address->user;
     if (choice.given.user && !user.empty() && *choice.given.user != user) {
-      error = "two users are given: '" + user + "' in the address, and '" +
-              *choice.given.user + "' by --user";
-      return std::nullopt;
+      return usageFailure("two users are given: '" + user +
+                          "' in the address, and '" + *choice.given.user +
+                          "' by --user");
     }
     if (base::startsWith(address->directory, "~/")) {
       address->directory.replace(0, 1, platform::homeDirectory());
@@ -73,8 +82,8 @@ void noteNotNamed(const std::string& text, const Settings& settings,
       "'" + text + "' is no target in " + settings.file + " (" + list + ")";
 }
 
-// What speaks against talking to the target so; empty when nothing does.
-std::string objection(const Target& target) {
+// Why the target must not be asked in this way; empty if it may be.
+std::string problemWith(const Target& target) {
   const bool passwordGiven =
       target.password.standardInput || !target.password.optionFile.empty();
   if (target.address.scheme != Address::Scheme::kDirectory &&
@@ -122,20 +131,21 @@ Target merge(const TargetChoice& choice, const NamedTarget& found,
 
 }  // namespace
 
-std::optional<Target> resolveTarget(const TargetChoice& choice,
-                                    const Settings& settings,
-                                    std::string& error) {
-  const std::optional<NamedTarget> found = find(choice, settings, error);
+base::Result<std::optional<Target>> resolveTarget(const TargetChoice& choice,
+                                                  const Settings& settings) {
+  const base::Result<std::optional<NamedTarget>> found = find(choice, settings);
   if (!found) {
-    return std::nullopt;
+    return found.error();
   }
-  Target target = merge(choice, *found, settings);
-  const std::string reason = objection(target);
-  if (!reason.empty()) {
-    error = reason;
-    return std::nullopt;
+  if (!*found) {
+    return std::optional<Target>();
   }
-  return target;
+  Target target = merge(choice, **found, settings);
+  std::string problem = problemWith(target);
+  if (!problem.empty()) {
+    return usageFailure(std::move(problem));
+  }
+  return std::optional(std::move(target));
 }
 
 Target controllerTarget(const TargetChoice& choice, const Settings& settings) {

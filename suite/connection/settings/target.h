@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "suite/base/result.h"
 #include "suite/connection/settings/address.h"
 #include "suite/connection/settings/settings.h"
 
@@ -24,7 +25,7 @@ struct PasswordSources {
   std::string settingsFile;  ///< Named in the settings; or empty.
 };
 
-/// A target with all that its connection takes, every source heard.
+/// A target with all that its connection needs, merged from every source.
 struct Target {
   Address address;
   std::string notNamed;  ///< "'x' is no target in FILE (a, b)", if the settings
@@ -48,12 +49,11 @@ struct Target {
 /// own table in the settings, and that before the defaults there. A password
 /// file of the settings counts only for the user that its table names, or for
 /// any where it names none, so that no account is tried with another's
-/// password. Nothing when the choice cannot be served, and the reason in
-/// `error`; this machine without a source in the settings is no error: nothing,
-/// and `error` as it was.
-std::optional<Target> resolveTarget(const TargetChoice& choice,
-                                    const Settings& settings,
-                                    std::string& error);
+/// password. Returns nullopt for this machine itself, where the settings name
+/// no source for it, and a failure of kind `kUsage` if the choice cannot be
+/// served.
+base::Result<std::optional<Target>> resolveTarget(const TargetChoice& choice,
+                                                  const Settings& settings);
 
 /// How a controller that this machine finds by itself is to be treated: a
 /// target without an address, put together likewise from the command line,

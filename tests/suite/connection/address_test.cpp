@@ -14,17 +14,16 @@ using connection::parseAddress;
 using connection::toString;
 
 Address parsed(const std::string& text) {
-  std::string error;
-  const std::optional<Address> address = parseAddress(text, error);
-  EXPECT_TRUE(address) << text << ": " << error;
-  return address.value_or(Address());
+  const base::Result<Address> address = parseAddress(text);
+  EXPECT_TRUE(address) << text << ": " << base::describe(address.error());
+  return address ? *address : Address();
 }
 
 std::string errorOf(const std::string& text) {
-  std::string error;
-  EXPECT_FALSE(parseAddress(text, error)) << text;
-  EXPECT_NE(error, "") << text;
-  return error;
+  const base::Result<Address> address = parseAddress(text);
+  EXPECT_FALSE(address) << text;
+  EXPECT_NE(address.error().cause, "") << text;
+  return address.error().cause;
 }
 
 TEST(ParseAddress, HostAloneIsHttps) {

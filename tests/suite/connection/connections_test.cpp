@@ -24,9 +24,8 @@ using connection::Target;
 using Tarvex::TarvexConnection::ConnectionInfo;
 
 Target targetAt(const std::string& text) {
-  std::string error;
   Target target;
-  target.address = connection::parseAddress(text, error).value();
+  target.address = connection::parseAddress(text).value();
   target.user = target.address.user;
   return target;
 }

@@ -19,16 +19,15 @@ constexpr char kTargets[] =
     "[targets.spare-7]\naddress = 'c'\n";
 
 // Settings that name three targets and have these lines in [groups].
-std::optional<connection::Settings> withGroups(const std::string& lines,
-                                               std::string& error) {
+base::Result<connection::Settings> withGroups(const std::string& lines) {
   return connection::readSettings("[groups]\n" + lines + kTargets, "s.toml",
-                                  "/home/ada", error);
+                                  "/home/ada");
 }
 
 std::string errorOf(const std::string& lines) {
-  std::string error;
-  EXPECT_FALSE(withGroups(lines, error));
-  return error;
+  const auto settings = withGroups(lines);
+  EXPECT_FALSE(settings) << lines;
+  return settings.error().cause;
 }
 
 TEST(MatchesPattern, StarIsAnyTextAndQuestionMarkOneByte) {
@@ -45,11 +44,9 @@ TEST(MatchesPattern, StarIsAnyTextAndQuestionMarkOneByte) {
 }
 
 TEST(Groups, HoldTheTargetsOfNamesAndPatternsOnceAndInOrder) {
-  std::string error;
   const auto settings = withGroups(
-      "rack1 = ['spare-7', 'rack1-*', 'rack1-n2', 'spare-?']\nnone = []\n",
-      error);
-  ASSERT_TRUE(settings) << error;
+      "rack1 = ['spare-7', 'rack1-*', 'rack1-n2', 'spare-?']\nnone = []\n");
+  ASSERT_TRUE(settings) << settings.error().cause;
   EXPECT_THAT(settings->groups.at("rack1"),
               ElementsAre("spare-7", "rack1-n2", "rack1-n10"));
   EXPECT_TRUE(settings->groups.at("none").empty());
@@ -78,8 +75,8 @@ TEST(Groups, OtherValuesAndNamesAreRefused) {
 
 TEST(FindGroup, TellsWhichGroupsThereAre) {
   std::string error;
-  const auto settings = withGroups("rack1 = ['*']\n", error);
-  ASSERT_TRUE(settings) << error;
+  const auto settings = withGroups("rack1 = ['*']\n");
+  ASSERT_TRUE(settings) << settings.error().cause;
   EXPECT_EQ(findGroup(*settings, "rack1", error)->size(), 3U);
   EXPECT_EQ(findGroup(*settings, "rak1", error), nullptr);
   EXPECT_EQ(error,

@@ -29,7 +29,18 @@ class LoadSettings : public testing::Test {
  protected:
   std::optional<Settings> load(const std::string& text) {
     file_ = directory_.write("brivel.toml", text);
-    return loadSettings(file_, "/home/ada", error_);
+    return loadFrom(file_, "/home/ada");
+  }
+
+  // The settings of a file; nullopt, and `error_` set, if it is refused.
+  std::optional<Settings> loadFrom(const std::string& file,
+                                   const std::string& home = "") {
+    base::Result<Settings> settings = loadSettings(file, home);
+    if (!settings) {
+      error_ = settings.error().cause;
+      return std::nullopt;
+    }
+    return *std::move(settings);
   }
 
   // A path as a setting gives it: Windows adds the drive of the file.
@@ -248,12 +259,12 @@ TEST_F(LoadSettings, BytesThatAreNoUtf8AreRefused) {
 
 TEST_F(LoadSettings, MissingFileIsNamed) {
   const std::string file = directory_.at("none.toml");
-  EXPECT_FALSE(loadSettings(file, "", error_));
+  EXPECT_FALSE(loadFrom(file));
   EXPECT_EQ(error_, file + ": No such file or directory");
 }
 
 TEST_F(LoadSettings, DirectoryIsRefused) {
-  EXPECT_FALSE(loadSettings(directory_.path().string(), "", error_));
+  EXPECT_FALSE(loadFrom(directory_.path().string()));
   EXPECT_EQ(error_, directory_.path().string() + ": is a directory");
 }
 
@@ -267,7 +278,7 @@ TEST_F(LoadSettings, FileThatOthersMayWriteIsRefused) {
   for (const mode_t rights : {0620U, 0602U, 0666U}) {
     ASSERT_TRUE(load("[defaults]\ninsecure = true\n")) << error_;
     ASSERT_EQ(chmod(file_.c_str(), rights), 0);
-    EXPECT_FALSE(loadSettings(file_, "", error_));
+    EXPECT_FALSE(loadFrom(file_));
     EXPECT_EQ(error_,
               file_ + ": others may write to it; run: chmod go-w " + file_);
   }
@@ -278,20 +289,20 @@ TEST_F(LoadSettings, FileOfAnotherUserIsRefused) {
   if (chown(file_.c_str(), 1234, 1234) != 0) {
     GTEST_SKIP() << "only root can make files of other users";
   }
-  EXPECT_FALSE(loadSettings(file_, "", error_));
+  EXPECT_FALSE(loadFrom(file_));
   EXPECT_EQ(error_, file_ +
                         ": belongs to another user, who could change it; make "
                         "it yours (chown), or use a copy");
 }
 
 TEST_F(LoadSettings, DeviceIsRead) {
-  EXPECT_TRUE(loadSettings("/dev/null", "", error_)) << error_;
+  EXPECT_TRUE(loadFrom("/dev/null")) << error_;
 }
 
 TEST_F(LoadSettings, PipeThatNobodyWritesToIsRefusedAtOnce) {
   const std::string pipe = directory_.at("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_FALSE(loadSettings(pipe, "", error_));
+  EXPECT_FALSE(loadFrom(pipe));
   EXPECT_EQ(error_, pipe + ": is a pipe that nothing was written to");
 }
 
@@ -303,8 +314,7 @@ TEST_F(LoadSettings, PipeIsReadToItsEnd) {
     EXPECT_EQ(write(ends[1], "user = 'ada'\n", 13), 13);
     close(ends[1]);
   });
-  const auto settings =
-      loadSettings("/dev/fd/" + std::to_string(ends[0]), "", error_);
+  const auto settings = loadFrom("/dev/fd/" + std::to_string(ends[0]));
   writer.join();
   close(ends[0]);
   ASSERT_TRUE(settings) << error_;
@@ -324,28 +334,27 @@ TEST(Overlay, FirstGoesBeforeSecond) {
   EXPECT_FALSE(both.timeout);
 }
 
+std::string causeOf(const std::string& text) {
+  const auto settings = connection::readSettings(text, "a.toml", "/home/a");
+  EXPECT_FALSE(settings) << text;
+  return settings.error().cause;
+}
+
 TEST(SettingsErrors, NameWhatIsMostLikeAnUnknownKey) {
-  std::string error;
-  EXPECT_FALSE(connection::readSettings("[target.n1]\naddress = 'a'\n",
-                                        "a.toml", "/home/a", error));
-  EXPECT_NE(error.find("; did you mean 'targets'?"), std::string::npos)
-      << error;
-  EXPECT_FALSE(connection::readSettings("[targets.n1]\nadress = 'a'\n",
-                                        "a.toml", "/home/a", error));
-  EXPECT_NE(error.find("; did you mean 'address'?"), std::string::npos)
-      << error;
+  EXPECT_NE(
+      causeOf("[target.n1]\naddress = 'a'\n").find("; did you mean 'targets'?"),
+      std::string::npos);
+  EXPECT_NE(
+      causeOf("[targets.n1]\nadress = 'a'\n").find("; did you mean 'address'?"),
+      std::string::npos);
 }
 
 TEST(SettingsErrors, HintAtMissingQuotationMarks) {
-  std::string error;
-  EXPECT_FALSE(connection::readSettings("[targets.n1]\naddress = 10.0.0.5\n",
-                                        "a.toml", "/home/a", error));
-  EXPECT_NE(error.find("; a text stands in quotation marks: "),
-            std::string::npos)
-      << error;
-  EXPECT_FALSE(connection::readSettings("[targets.n1]\nuser = hunter2\n",
-                                        "a.toml", "/home/a", error));
-  EXPECT_EQ(error.find("hunter2"), std::string::npos) << error;
+  EXPECT_NE(causeOf("[targets.n1]\naddress = 10.0.0.5\n")
+                .find("; a text stands in quotation marks: "),
+            std::string::npos);
+  EXPECT_EQ(causeOf("[targets.n1]\nuser = hunter2\n").find("hunter2"),
+            std::string::npos);
 }
 
 TEST_F(LoadSettings, NumbersBeyondTheirLimitsAreRefused) {

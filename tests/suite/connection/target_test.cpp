@@ -24,27 +24,26 @@ class ResolveTarget : public testing::Test {
   }
 
   static Address parsed(const std::string& text) {
-    std::string error;
-    return *connection::parseAddress(text, error);
+    return connection::parseAddress(text).value();
   }
 
   Target resolved(const std::string& text) {
     choice_.text = text;
-    const std::optional<Target> target =
-        resolveTarget(choice_, settings_, error_);
-    EXPECT_TRUE(target) << error_;
-    return target.value_or(Target());
+    const auto target = resolveTarget(choice_, settings_);
+    EXPECT_TRUE(target) << base::describe(target.error());
+    EXPECT_TRUE(target && *target);
+    return target && *target ? **target : Target();
   }
 
   std::string errorOf(const std::string& text) {
     choice_.text = text;
-    EXPECT_FALSE(resolveTarget(choice_, settings_, error_));
-    return error_;
+    const auto target = resolveTarget(choice_, settings_);
+    EXPECT_FALSE(target);
+    return target.error().cause;
   }
 
   TargetChoice choice_;
   Settings settings_;
-  std::string error_;
 };
 
 TEST_F(ResolveTarget, AddressAloneHasTheBuiltInLimits) {
@@ -185,8 +184,9 @@ TEST_F(ResolveTarget, ThisMachineIsTheInbandSource) {
 }
 
 TEST_F(ResolveTarget, ThisMachineWithoutASourceIsNoError) {
-  EXPECT_FALSE(resolveTarget(choice_, settings_, error_));
-  EXPECT_EQ(error_, "");
+  const auto target = resolveTarget(choice_, settings_);
+  ASSERT_TRUE(target) << base::describe(target.error());
+  EXPECT_FALSE(*target);
 }
 
 TEST_F(ResolveTarget, WrongAddressIsAnError) {
@@ -200,14 +200,14 @@ TEST(NameThatIsNoTarget, IsToldWithTheTargetsThatThereAre) {
   settings.targets["node-2"] = {};
   connection::TargetChoice choice;
   choice.text = "nodde-1";
-  std::string error;
-  const auto target = connection::resolveTarget(choice, settings, error);
-  ASSERT_TRUE(target) << error;
+  const std::optional<Target> target =
+      connection::resolveTarget(choice, settings).value();
+  ASSERT_TRUE(target);
   EXPECT_EQ(target->notNamed,
             "'nodde-1' is no target in a.toml (node-1, node-2)");
   EXPECT_EQ(target->similarName, "node-1");
   settings.targets.clear();
-  EXPECT_EQ(connection::resolveTarget(choice, settings, error)->notNamed, "");
+  EXPECT_EQ(connection::resolveTarget(choice, settings).value()->notNamed, "");
 }
 
 }  // namespace
