@@ -88,11 +88,12 @@ bool isFieldName(std::string_view text) {
   if (holds(kFields, letters)) {
     return !numbered || !holds(kOrdinaryWords, letters);
   }
-  return std::any_of(
-      kOwners.begin(), kOwners.end(), [&letters](std::string_view owner) {
-        return startsWith(letters, owner) &&
-               holds(kFields, std::string_view(letters).substr(owner.size()));
-      });
+  return std::any_of(kOwners.begin(), kOwners.end(),
+                     [&letters](std::string_view owner) {
+                       const std::string_view name = letters;
+                       return startsWith(name, owner) &&
+                              holds(kFields, name.substr(owner.size()));
+                     });
 }
 
 }  // namespace

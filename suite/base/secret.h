@@ -24,9 +24,12 @@ class Secret {
   Secret() = default;  ///< Empty.
   /// Takes the text over, and wipes the original.
   explicit Secret(std::string&& text);
+  // A secret is made and copied only where the code says so.
+  // NOLINTBEGIN(google-explicit-constructor)
   /// Joins the parts. No part of the text stays behind elsewhere in memory.
   explicit Secret(std::initializer_list<std::string_view> parts);
   explicit Secret(const Secret& other) = default;
+  // NOLINTEND(google-explicit-constructor)
   Secret(Secret&& other) noexcept;
   Secret& operator=(Secret&& other) noexcept;
   ~Secret();

@@ -14,7 +14,7 @@ constexpr std::size_t kWidest = 79;
 
 }  // namespace
 
-ProgressLine::ProgressLine(int descriptor, std::string target,
+ProgressLine::ProgressLine(int descriptor, const std::string& target,
                            Clock::time_point (*now)())
     : descriptor_(descriptor),
       target_(base::escapeControls(target)),

@@ -18,7 +18,7 @@ class ProgressLine : public base::Progress {
 
   /// `descriptor` is the terminal, `target` the name that the line begins
   /// with, and `now` tells the time.
-  ProgressLine(int descriptor, std::string target,
+  ProgressLine(int descriptor, const std::string& target,
                Clock::time_point (*now)() = Clock::now);
   ~ProgressLine() override;
 

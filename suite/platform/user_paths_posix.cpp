@@ -37,7 +37,7 @@ std::string absoluteFrom(const char* variable) {
 // A base directory of the user's, by its variable or below the home; empty
 // when there is neither.
 std::string baseDirectory(const char* variable, const char* belowHome) {
-  const std::string base = absoluteFrom(variable);
+  std::string base = absoluteFrom(variable);
   if (!base.empty()) {
     return base;
   }
@@ -50,7 +50,7 @@ bool exists(const std::string& file) { return access(file.c_str(), F_OK) == 0; }
 }  // namespace
 
 std::string homeDirectory() {
-  const std::string home = absoluteFrom("HOME");
+  std::string home = absoluteFrom("HOME");
   if (!home.empty()) {
     return home;
   }
@@ -60,7 +60,7 @@ std::string homeDirectory() {
 
 std::string settingsFile() {
   const std::string base = baseDirectory("XDG_CONFIG_HOME", "/.config");
-  const std::string own = base + "/brivel/brivel.toml";
+  std::string own = base + "/brivel/brivel.toml";
   if (!base.empty() && exists(own)) {
     return own;
   }

@@ -21,7 +21,7 @@ class Reader {
     if (from.is_null()) {
       value.clear();
     } else if (const json::string* text = from.if_string()) {
-      value = std::string(std::string_view(*text));
+      value.assign(text->data(), text->size());
     } else {
       fail("is no text");
     }

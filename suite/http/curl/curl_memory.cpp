@@ -11,7 +11,9 @@
 namespace http {
 namespace {
 
-// libcurl's functions of memory, as curl_global_init_mem takes them.
+// libcurl's functions of memory, as curl_global_init_mem takes them: they are
+// malloc and its kin for a library in C.
+// NOLINTBEGIN(cppcoreguidelines-no-malloc)
 
 void* allocate(std::size_t size) { return std::malloc(size); }
 
@@ -50,6 +52,7 @@ char* duplicate(const char* text) {
   return copy == nullptr ? nullptr
                          : static_cast<char*>(std::memcpy(copy, text, size));
 }
+// NOLINTEND(cppcoreguidelines-no-malloc)
 
 }  // namespace
 

@@ -144,19 +144,19 @@ bool isStructural(const Rule& rule) {
 }
 
 const std::vector<Rule>& rulesFrom(Kind kind) {
-  static const PlanTable table = byKind();
-  return table[index(kind)];
+  static const PlanTable kTable = byKind();
+  return kTable[index(kind)];
 }
 
 int heightOf(Kind kind) {
-  static const auto heights = [] {
+  static const auto kHeights = [] {
     std::array<int, kKindCount> all{};
     for (std::size_t i = 0; i < all.size(); ++i) {
       all[i] = height(static_cast<Kind>(i));
     }
     return all;
   }();
-  return heights[index(kind)];
+  return kHeights[index(kind)];
 }
 
 bool isCollection(Kind kind) {

@@ -215,9 +215,9 @@ std::vector<const Resource*> managersOf(const Graph& graph, const Node& node,
     return linked;
   }
   const Resource* root = serviceRoot(graph);
-  const auto own = root == nullptr ? std::vector<const Resource*>()
-                                   : readLinks(graph, *root,
-                                               "Links/ManagerProvidingService");
+  auto own = root == nullptr
+                 ? std::vector<const Resource*>()
+                 : readLinks(graph, *root, "Links/ManagerProvidingService");
   if (!own.empty() || anyNodeLinksManagers(graph, nodes)) {
     return own;
   }

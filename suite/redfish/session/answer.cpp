@@ -128,7 +128,8 @@ bool hasMessageKey(const json::object& body, std::string_view key) {
   forEachMessage(body, [&](const json::object& message) {
     const std::string_view id = stringAt(message, "MessageId");
     const std::size_t dot = id.rfind('.');
-    found = found || id.substr(dot == id.npos ? 0 : dot + 1) == key;
+    found =
+        found || id.substr(dot == std::string_view::npos ? 0 : dot + 1) == key;
   });
   return found;
 }

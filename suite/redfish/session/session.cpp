@@ -39,7 +39,8 @@ std::string sessionPath(const std::string& text, const std::string& sessions) {
                                                            : std::string();
   }
   const std::size_t slash = text.find_last_of('/');
-  const std::string id = slash == text.npos ? text : text.substr(slash + 1);
+  const std::string id =
+      slash == std::string::npos ? text : text.substr(slash + 1);
   if (id.empty()) {
     return {};
   }
