@@ -3,6 +3,7 @@
 #include <prometheus/metric_family.h>
 #include <prometheus/text_serializer.h>
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <iomanip>
@@ -184,9 +185,12 @@ void addInfo(const report::ServerReport& report, Samples& samples) {
 }
 
 void addHealth(const report::ServerReport& report, Samples& samples) {
-  // A whole reading without events is one that did not ask for them.
-  if (report.health.events ||
-      report.read.status == report::ReadStatus::kPartial) {
+  const auto& failures = report.read.failures;
+  const bool failed = std::any_of(failures.begin(), failures.end(),
+                                  [](const report::ReadFailure& failure) {
+                                    return failure.what == "health";
+                                  });
+  if (report.health.events || failed) {
     for (std::size_t i = 0; i < report::kCategories; ++i) {
       samples.add(kHealthStatus, numberOf(report.health.categories[i]),
                   {{"category", std::string(report::kCategoryWords[i])}});

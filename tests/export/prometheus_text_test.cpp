@@ -114,6 +114,7 @@ TEST(PrometheusText, WritesOfAFailedTargetThatItIsDown) {
 TEST(PrometheusText, HealthThatCouldNotBeReadIsUnknown) {
   ServerReport report = fullReport();
   report.health = {};
+  report.read.failures.front().what = "health";
   EXPECT_EQ(linesWith(textOf(report), "category=\"power\""),
             "brivel_health_status{target=\"rack1-n3\",node=\"1\","
             "category=\"power\"} 3\n");
@@ -122,8 +123,6 @@ TEST(PrometheusText, HealthThatCouldNotBeReadIsUnknown) {
 TEST(PrometheusText, HealthThatWasNotAskedForIsLeftOut) {
   ServerReport report = fullReport();
   report.health = {};
-  report.read.status = report::ReadStatus::kComplete;
-  report.read.failures.clear();
   EXPECT_EQ(linesWith(textOf(report), "category="), "");
 }
 
