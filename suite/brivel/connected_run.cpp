@@ -183,7 +183,12 @@ int runConnected(const CommandLine& line, Application& application,
     printError(describe(*result.ended));
     return kExitUsage;
   }
-  return reportResult(std::move(result), connections, line.applicationOptions,
+  // What the items of --device are, is known of the options that applications
+  // without a specification have.
+  return reportResult(std::move(result), connections,
+                      application.specification().summary.empty()
+                          ? line.applicationOptions
+                          : args::OptionValues(),
                       plugIn);
 }
 

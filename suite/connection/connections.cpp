@@ -114,6 +114,32 @@ int Connections::listTargets(std::vector<ConnectionInfo>& list) {
   return failure ? fail(*std::move(failure)) : 0;
 }
 
+int Connections::listNodes(std::vector<ConnectionInfo>& list) {
+  everyNode_ = true;
+  const int code = listTargets(list);
+  if (code == 0 && hints_.node &&
+      (*hints_.node < 1 ||
+       static_cast<std::size_t>(*hints_.node) > list.size())) {
+    throw noSuchNode(*hints_.node, "this server", list.size());
+  }
+  return code;
+}
+
+void Connections::expect(std::uint32_t wants) {
+  hints_.wants = wants;
+  services_.expect(wants);
+}
+
+std::string Connections::targetName() const {
+  const auto& target = services_.target();
+  return target && !target->name.empty() ? target->name : targetAddress();
+}
+
+std::string Connections::targetAddress() const {
+  const auto& target = services_.target();
+  return target ? toString(target->address) : "this server";
+}
+
 void Connections::close() noexcept { pool().close(); }
 
 std::optional<Failure> Connections::failure() const {
@@ -214,6 +240,13 @@ std::optional<Failure> Connections::chosenNode(
   if (hints_.node &&
       (*hints_.node < 1 || static_cast<std::size_t>(*hints_.node) > count)) {
     throw noSuchNode(*hints_.node, "this service", count);
+  }
+  if (everyNode_) {
+    for (std::size_t i = 0; i < count; ++i) {
+      list.push_back(record(handle));
+      list.back().nodeIndex = static_cast<std::uint16_t>(i);
+    }
+    return std::nullopt;
   }
   if (count > 1 && !hints_.node) {
     services_.notice("this service has " + std::to_string(count) +

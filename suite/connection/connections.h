@@ -78,6 +78,25 @@ class Connections : public run::Run {
   /// node (`kUsage`).
   int listTargets(std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
 
+  /// Like `listTargets`, but out-of-band, too, one record per node of the
+  /// service. The node that is asked for has to exist in every mode.
+  int listNodes(std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
+
+  /// Says what the application will ask for, as `redfish::Want` values, where
+  /// its options do not tell. To be called before anything is listed.
+  void expect(std::uint32_t wants);
+
+  /// Number of the node that is asked for, from 1; nullopt: none in
+  /// particular.
+  std::optional<int> askedNode() const { return hints_.node; }
+
+  /// What the user calls the target: its name in the settings, else its
+  /// address, else "this server".
+  std::string targetName() const;
+
+  /// Where the target is: "HOST:PORT" or "file:DIR"; "this server".
+  std::string targetAddress() const;
+
   /// Logs out and closes. Never throws.
   void close() noexcept;
 
@@ -111,6 +130,7 @@ class Connections : public run::Run {
   base::Failure explained(base::Failure failure) const;
 
   ConnectMode mode_;
+  bool everyNode_ = false;  ///< Out-of-band, too.
   RunHints hints_;
   RunServices services_;
   std::set<int> returned_;  ///< Result codes of failures.

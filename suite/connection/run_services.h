@@ -32,6 +32,10 @@ class RunServices {
               std::optional<base::Secret> environmentPassword,
               std::uint32_t wants, InBandOptions inBand);
 
+  /// Says what the run will ask for, if that was not known before. To be
+  /// called before `ensure`.
+  void expect(std::uint32_t wants) { wants_ = wants; }
+
   /// Makes the services, once per run. Returns the failure, the same at each
   /// call, if there is none to be had.
   std::optional<base::Failure> ensure();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -11,7 +12,8 @@ namespace devhealth {
 /// Why something of a target could not be read.
 struct Unread {
   base::Failure failure;
-  int status;  ///< What `DevHealth` answers for it; never 0.
+  int status;               ///< What `DevHealth` answers for it; never 0.
+  bool everything = false;  ///< Nothing else of the target can be read either.
 };
 
 /// What one target tells of itself. The calls fill their argument, which is

@@ -28,8 +28,10 @@ std::optional<Unread> LocalTarget::requireMachine() {
   if (machine_ != nullptr) {
     return std::nullopt;
   }
-  return fail(FailureKind::kUnreachable, kHealthNoConnection,
-              "there is no connection to this target", "");
+  Unread unread = fail(FailureKind::kUnreachable, kHealthNoConnection,
+                       "there is no connection to this target", "");
+  unread.everything = true;
+  return unread;
 }
 
 std::optional<Unread> LocalTarget::requireTable() {

@@ -12,9 +12,9 @@ using base::Failure;
 
 constexpr unsigned int kLogError = 1;
 
-Unread unread(Failure failure, Phase phase) {
+Unread unreadTarget(Failure failure, Phase phase) {
   const int status = statusOf(failure.kind, phase);
-  return {std::move(failure), status};
+  return {std::move(failure), status, true};
 }
 
 // Writes what the service itself has not logged yet.
@@ -38,7 +38,7 @@ std::optional<Unread> TargetReader::read(redfish::Selection selection) {
     failure.address = address_;
     failure.cause = "there is no connection to this target";
     log(failure);
-    return unread(std::move(failure), Phase::kConnecting);
+    return unreadTarget(std::move(failure), Phase::kConnecting);
   }
   selection.nodeIndex = nodeIndex_;
   auto failure = service_->read(selection);
@@ -51,7 +51,7 @@ std::optional<Unread> TargetReader::read(redfish::Selection selection) {
   }
   // Opening answers again what it answered first: whether it got that far.
   const Phase phase = service_->open() ? Phase::kConnecting : Phase::kReading;
-  return unread(std::move(*failure), phase);
+  return unreadTarget(std::move(*failure), phase);
 }
 
 std::optional<Unread> TargetReader::read(redfish::Want want) {
@@ -69,7 +69,8 @@ Unread TargetReader::fail(Failure failure) const {
     failure.address = service_->address();
   }
   log(failure);
-  return unread(std::move(failure), Phase::kReading);
+  const int status = statusOf(failure.kind, Phase::kReading);
+  return {std::move(failure), status};
 }
 
 }  // namespace devhealth

@@ -112,6 +112,9 @@ Target merge(const TargetChoice& choice, const NamedTarget& found,
       overlay(overlay(choice.given, found.settings), settings.defaults);
   Target target;
   target.address = found.address;
+  if (settings.targets.count(choice.text) > 0) {
+    target.name = choice.text;
+  }
   noteNotNamed(choice.text, settings, target);
   target.user = merged.user.value_or("");
   target.password = {choice.given.passwordFile.value_or(""),

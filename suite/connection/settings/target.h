@@ -28,6 +28,7 @@ struct PasswordSources {
 /// A target with all that its connection needs, merged from every source.
 struct Target {
   Address address;
+  std::string name;      ///< In the settings; empty: it has none there.
   std::string notNamed;  ///< "'x' is no target in FILE (a, b)", if the settings
                          ///< name targets and the address is none of them.
   std::string similarName;  ///< The most similar one of them; empty: none.
