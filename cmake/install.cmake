@@ -20,7 +20,7 @@ install(PROGRAMS $<TARGET_FILE:record-local>
         DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME brivel-record-local)
 install(TARGETS brivel_suite EXPORT brivel LIBRARY DESTINATION ${libraries})
 install(TARGETS brivel_transport_library LIBRARY DESTINATION ${libraries})
-install(TARGETS syshealth
+install(TARGETS syshealth export
         LIBRARY DESTINATION ${libraries}/${BRIVEL_INSTALLED_MODULES})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/rack-server
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
