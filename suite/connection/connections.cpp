@@ -217,7 +217,7 @@ std::optional<Failure> Connections::chosenNode(
     std::vector<ConnectionInfo>& list) {
   const std::int64_t handle = services_.all().begin()->first;
   redfish::Service& service = *pool().find(handle);
-  const auto closed = service.open();
+  auto closed = service.open();
   if (closed && closed->kind != FailureKind::kNotRedfish) {
     return closed;
   }

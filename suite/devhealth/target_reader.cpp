@@ -45,9 +45,10 @@ std::optional<Unread> TargetReader::read(redfish::Selection selection) {
   if (!failure) {
     return std::nullopt;
   }
-  // The module has nothing to say about it, and lets it pass.
+  // The module has nothing to say about it, and lets it pass. Should memory
+  // run out while it is copied, the run ends just as well.
   if (failure->kind == base::FailureKind::kInterrupted) {
-    throw *failure;
+    throw base::Failure(*failure);  // NOLINT(cert-err60-cpp)
   }
   // Opening answers again what it answered first: whether it got that far.
   const Phase phase = service_->open() ? Phase::kConnecting : Phase::kReading;

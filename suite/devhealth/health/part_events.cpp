@@ -46,7 +46,7 @@ std::vector<Component> eachOnce(const Graph& graph, const Node& node,
   std::map<std::string, std::size_t> places;
   std::vector<Component> once;
   for (Component& component : components) {
-    const Uri first = repeated.firstOf(component.uri);
+    const Uri& first = repeated.firstOf(component.uri);
     const auto [place, isNew] =
         places.try_emplace(first.identity(), once.size());
     if (!isNew) {

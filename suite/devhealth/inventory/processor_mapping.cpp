@@ -24,7 +24,7 @@ bool isGeneric(const std::string& family) {
 }
 
 std::string familyOf(const json::object& processor) {
-  const std::string family = textAt(processor, "Family");
+  std::string family = textAt(processor, "Family");
   if (!family.empty() && !isGeneric(family)) {
     return family;
   }
@@ -33,7 +33,7 @@ std::string familyOf(const json::object& processor) {
     return model.empty() ? family : model;
   }
   const std::string maker = textAt(processor, "Manufacturer");
-  const std::string number = textAt(processor, "ProcessorId/EffectiveFamily");
+  std::string number = textAt(processor, "ProcessorId/EffectiveFamily");
   if (isGeneric(number)) {
     return number;
   }

@@ -35,13 +35,14 @@ std::optional<MacAddress> parseMac(const std::string& text) {
   if (text.size() != mac.size() * 3 - 1) {
     return std::nullopt;
   }
+  std::string_view pair = text;
   for (std::size_t i = 0; i < mac.size(); ++i) {
-    const std::string_view pair = std::string_view(text).substr(i * 3);
     const auto byte = base::parseNumber<std::uint8_t>(pair.substr(0, 2), 16);
     if (!byte || (i + 1 < mac.size() && pair[2] != ':')) {
       return std::nullopt;
     }
     mac[i] = *byte;
+    pair.remove_prefix(i + 1 < mac.size() ? 3 : 2);
   }
   return mac;
 }

@@ -15,12 +15,12 @@ namespace {
 std::optional<std::uint32_t> numberAt(const std::vector<std::string>& ids,
                                       std::string_view mark,
                                       std::size_t digits) {
-  for (const std::string& id : ids) {
+  for (const std::string_view id : ids) {
     const std::size_t found = id.find(mark);
-    if (found == std::string::npos) {
+    if (found == std::string_view::npos) {
       continue;
     }
-    const auto text = std::string_view(id).substr(found + mark.size(), digits);
+    const auto text = id.substr(found + mark.size(), digits);
     if (text.size() != digits) {
       continue;
     }

@@ -51,7 +51,7 @@ std::string idOf(const Candidate& candidate) {
 
 // What a part is called that no property of its own tells from the others.
 std::string nameWithId(const Candidate& candidate, const std::string& name) {
-  const std::string id = idOf(candidate);
+  std::string id = idOf(candidate);
   if (startsWithClassWord(id)) {
     return id;
   }

@@ -124,9 +124,8 @@ std::string_view lastSegment(std::string_view path) {
 
 // The array or collection that a part's link names.
 std::string_view folderOf(const Uri& uri) {
-  const std::string_view path = uri.fragment().empty()
-                                    ? std::string_view(uri.document())
-                                    : std::string_view(uri.fragment());
+  const std::string_view path =
+      uri.fragment().empty() ? uri.document() : uri.fragment();
   return lastSegment(redfish::parentOf(path));
 }
 

@@ -89,7 +89,7 @@ std::vector<Part> listedByMakers(const Graph& graph, const Node& node,
 std::vector<Part> listedByChassis(const Graph& graph, const Node& node,
                                   ReadTally& tally, bool& listed) {
   const ChassisLists lists(graph, node, "PCIeDevices");
-  std::vector<Part> own = lists.parts();
+  const std::vector<Part>& own = lists.parts();
   std::vector<Part> parts = own;
   if (parts.empty()) {
     parts = linkedBy(graph, node.chassis, "Links/PCIeDevices").parts();

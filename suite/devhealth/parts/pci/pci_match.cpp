@@ -59,18 +59,15 @@ bool isInside(const std::string& word, const std::string& text) {
 
 // Whether a word of the one stands in the name or model of the other.
 bool anyInside(const Words& words, const Words& other) {
-  for (const std::string* word : {&words.name, &words.model, &words.idWord}) {
-    if (isInside(*word, other.name) || isInside(*word, other.model)) {
-      return true;
-    }
-  }
-  return false;
+  const auto isIn = [&other](const std::string& word) {
+    return isInside(word, other.name) || isInside(word, other.model);
+  };
+  return isIn(words.name) || isIn(words.model) || isIn(words.idWord);
 }
 
 // The part of a label behind its last ":" or "=": "Slot=25" is "25".
 std::string labelEnd(const std::string& label) {
-  return recordText(
-      std::string_view(label).substr(label.find_last_of(":=") + 1));
+  return recordText(label.substr(label.find_last_of(":=") + 1));
 }
 
 // The objects that hold a part's links and places: itself, and the controllers
@@ -238,13 +235,11 @@ class Matcher {
   // Whether the name or model of two parts is the same text, and no other
   // part's.
   bool alikeAlone(const Words& mine, const Words& its) const {
-    for (const std::string* text : {&mine.name, &mine.model}) {
-      if (!text->empty() && (*text == its.name || *text == its.model) &&
-          loneCounts_.at(*text) == 1 && deviceCounts_.at(*text) == 1) {
-        return true;
-      }
-    }
-    return false;
+    const auto isShared = [&](const std::string& text) {
+      return !text.empty() && (text == its.name || text == its.model) &&
+             loneCounts_.at(text) == 1 && deviceCounts_.at(text) == 1;
+    };
+    return isShared(mine.name) || isShared(mine.model);
   }
 
   void byName(std::size_t lone) {

@@ -66,7 +66,7 @@ std::string pciTagOf(const PciPart& part) {
   if (!id.empty() || part.storage == nullptr) {
     return id;
   }
-  const std::string storage = textAt(*part.storage, "Id");
+  std::string storage = textAt(*part.storage, "Id");
   const std::string member = firstTextAt(object, {"MemberId", "MemberID"});
   if (part.onlyController || member.empty()) {
     return storage;
