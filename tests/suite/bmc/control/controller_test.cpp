@@ -8,7 +8,7 @@
 
 #include "tests/bmc/control/control_client.h"
 #include "tests/bmc/options.h"
-#include "tests/suite/bmc/fetch.h"
+#include "tests/suite/bmc/control/fetch.h"
 #include "tests/suite/bmc/recorded_tree.h"
 
 namespace bmc {

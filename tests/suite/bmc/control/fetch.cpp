@@ -1,4 +1,4 @@
-#include "tests/suite/bmc/fetch.h"
+#include "tests/suite/bmc/control/fetch.h"
 
 #include <curl/curl.h>
 

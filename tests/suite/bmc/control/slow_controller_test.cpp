@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "tests/bmc/control/controller.h"
-#include "tests/suite/bmc/fetch.h"
+#include "tests/suite/bmc/control/fetch.h"
 
 namespace bmc {
 namespace {

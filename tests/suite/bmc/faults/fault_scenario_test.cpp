@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "tests/bmc/control/controller.h"
-#include "tests/suite/bmc/fetch.h"
+#include "tests/suite/bmc/control/fetch.h"
 #include "tests/suite/bmc/recorded_tree.h"
 
 namespace bmc {
