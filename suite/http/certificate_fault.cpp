@@ -1,8 +1,10 @@
 #include "suite/http/certificate_fault.h"
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
+#include "suite/base/enum_table.h"
 #include "suite/base/text.h"
 
 namespace http {
@@ -10,72 +12,55 @@ namespace {
 
 constexpr std::size_t kDetailBytes = 200;
 
-constexpr std::string_view kPinOption = "--pin";
+// Where the pin of the key that the server showed goes, if it is known.
+constexpr std::string_view kPlace = "%1";
+
 constexpr char kTrustIt[] =
-    "if this is the right server, trust its key with --pin, or its authority "
+    "if this is the right server, trust its key with --pin%1, or its authority "
     "with --cacert";
 constexpr char kCheckClock[] =
     "renew the certificate at the controller, and check this machine's clock";
 
-struct Words {
+struct Message {
+  CertificateFault fault;
   const char* cause;
   const char* remedy;
   bool withDetail;
 };
 
-Words messageFor(CertificateFault fault) {
-  switch (fault) {
-    case CertificateFault::kSelfSigned:
-      return {"the certificate is self-signed", kTrustIt, false};
-    case CertificateFault::kUnknownAuthority:
-      return {"the certificate comes from an authority that is not trusted",
-              kTrustIt, false};
-    case CertificateFault::kNotVouchedFor:
-      return {
-          "no certificate in the file of trusted authorities vouches for "
-          "the server's",
-          "make sure that this is the right server, and name its authority "
-          "with --cacert, or trust its key with --pin",
-          true};
-    case CertificateFault::kExpired:
-      return {"the certificate has expired", kCheckClock, false};
-    case CertificateFault::kNotYetValid:
-      return {"the certificate is not valid yet",
-              "check the clocks of the controller and of this machine", false};
-    case CertificateFault::kOtherName:
-      return {"the certificate is for another name",
-              "use a name that stands in it, or trust its key with --pin",
-              false};
-    case CertificateFault::kWrongPin:
-      return {"the server's key is not the pinned one",
-              "make sure that this is the right server before the pin is "
-              "changed",
-              false};
-    case CertificateFault::kFingerprintMismatch:
-      return {
-          "the certificate is not the one that the controller names over "
-          "IPMI",
-          "make sure that this is the right controller, and trust its key "
-          "with --pin",
-          false};
-    case CertificateFault::kRevoked:
-      return {"the certificate was revoked",
-              "renew the certificate at the controller", false};
-    case CertificateFault::kWeak:
-      return {"the certificate's key or signature is too weak",
-              "renew the certificate at the controller, or trust its key with "
-              "--pin",
-              true};
-    case CertificateFault::kAuthorityFile:
-      return {"the trusted authorities cannot be read",
-              "check the file given with --cacert", true};
-    case CertificateFault::kBadPin:
-      return {"the pin is not of the form sha256//BASE64", "check --pin",
-              false};
-    case CertificateFault::kOther:
-      break;
-  }
-  return {"the certificate was refused", kTrustIt, true};
+using Fault = CertificateFault;
+
+// One row a fault, in the order of the enumeration.
+// clang-format off
+constexpr Message kMessages[] = {
+    {Fault::kSelfSigned, "the certificate is self-signed", kTrustIt, false},
+    {Fault::kUnknownAuthority, "the certificate comes from an authority that is not trusted", kTrustIt, false},
+    {Fault::kNotVouchedFor, "no certificate in the file of trusted authorities vouches for the server's", "make sure that this is the right server, and name its authority with --cacert, or trust its key with --pin%1", true},
+    {Fault::kExpired, "the certificate has expired", kCheckClock, false},
+    {Fault::kNotYetValid, "the certificate is not valid yet", "check the clocks of the controller and of this machine", false},
+    {Fault::kOtherName, "the certificate is for another name", "use a name that stands in it, or trust its key with --pin%1", false},
+    {Fault::kWrongPin, "the server's key is not the pinned one%1", "make sure that this is the right server before the pin is changed", false},
+    {Fault::kFingerprintMismatch, "the certificate is not the one that the controller names over IPMI", "make sure that this is the right controller, and trust its key with --pin%1", false},
+    {Fault::kRevoked, "the certificate was revoked", "renew the certificate at the controller", false},
+    {Fault::kWeak, "the certificate's key or signature is too weak", "renew the certificate at the controller, or trust its key with --pin%1", true},
+    {Fault::kAuthorityFile, "the trusted authorities cannot be read", "check the file given with --cacert", true},
+    {Fault::kBadPin, "the pin is not of the form sha256//BASE64", "check --pin", false},
+    {Fault::kOther, "the certificate was refused", kTrustIt, true},
+};
+// clang-format on
+
+static_assert(base::hasRowForEach(kMessages, &Message::fault, Fault::kOther));
+
+const Message& messageFor(CertificateFault fault) {
+  return kMessages[static_cast<std::size_t>(fault)];
+}
+
+// A text with the argument in its place, or as it is if it has none.
+std::string filled(std::string text, const std::string& argument) {
+  const std::size_t place = text.find(kPlace);
+  return place == std::string::npos
+             ? text
+             : text.replace(place, kPlace.size(), argument);
 }
 
 }  // namespace
@@ -89,20 +74,13 @@ CertificateFault withAuthorityFile(CertificateFault fault,
 
 base::Failure failureOf(CertificateFault fault, const std::string& detail,
                         const std::string& pin) {
-  const Words words = messageFor(fault);
-  std::string cause = words.cause;
-  if (words.withDetail && !detail.empty()) {
+  const Message& message = messageFor(fault);
+  std::string cause = filled(message.cause, pin.empty() ? "" : " but " + pin);
+  if (message.withDetail && !detail.empty()) {
     cause += " (" + base::excerpt(detail, kDetailBytes) + ')';
   }
-  std::string remedy = words.remedy;
-  if (!pin.empty() && fault == CertificateFault::kWrongPin) {
-    cause += " but " + pin;
-  } else if (const std::size_t option = remedy.find(kPinOption);
-             !pin.empty() && option != std::string::npos) {
-    remedy.insert(option + kPinOption.size(), ' ' + pin);
-  }
   return {base::FailureKind::kCertificate, "", "", std::move(cause),
-          std::move(remedy)};
+          filled(message.remedy, pin.empty() ? "" : ' ' + pin)};
 }
 
 }  // namespace http
