@@ -64,7 +64,7 @@ bool sendAll(int descriptor, std::string_view bytes) {
 
 std::string receiveAll(int descriptor) {
   std::string bytes;
-  std::array<char, 16 * 1024> block;
+  std::array<char, 16 * 1024> block{};
   ssize_t count = 0;
   while ((count = recv(descriptor, block.data(), block.size(), 0)) > 0) {
     bytes.append(block.data(), static_cast<std::size_t>(count));
