@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "suite/http/curl/curl_handle.h"
+#include "suite/http/curl/session_reuse.h"
 
 namespace http {
 namespace {
@@ -70,6 +71,7 @@ int verify(X509_STORE_CTX* chain, void* data) {
 CURLcode prepare(CURL* /*easy*/, void* context, void* check) {
   SSL_CTX_set_cert_verify_callback(static_cast<SSL_CTX*>(context), verify,
                                    check);
+  copySessions(static_cast<SSL_CTX*>(context));
   return CURLE_OK;
 }
 

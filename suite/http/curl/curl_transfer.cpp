@@ -78,22 +78,13 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
                            const std::string& url, bool identity) {
   id_ = id;
   request_ = std::move(request);
-  startedAt_ = base::Clock::now();
-  deadline_ = startedAt_ + request_.timeout + kGrace;
+  begin(url, request_.timeout);
 
   CURL* easy = easy_.get();
-  setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
-  setOption(easy, CURLOPT_URL, url.c_str());
   setOption(easy, CURLOPT_PATH_AS_IS, 1L);
   setOption(easy, CURLOPT_USERAGENT, kUserAgent);
-  // 0 would mean without end.
-  setOption(easy, CURLOPT_TIMEOUT_MS,
-            std::max(static_cast<long>(request_.timeout.count()), 1L));
   setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
             static_cast<curl_off_t>(kMaxBodyBytes));
-  setOption(easy, CURLOPT_ERRORBUFFER, errorText_.data());
-  setOption(easy, CURLOPT_PREREQFUNCTION, &CurlTransfer::onConnection);
-  setOption(easy, CURLOPT_PREREQDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
   setOption(easy, CURLOPT_WRITEDATA, static_cast<void*>(this));
   setOption(easy, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
@@ -109,6 +100,42 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
   }
   setMethod();
   setHeaders(identity);
+}
+
+void CurlTransfer::prepareOpening(const std::string& url,
+                                  std::chrono::milliseconds timeout) {
+  begin(url, timeout);
+  opensOnly_ = true;
+  expectsOpening_ = true;
+  setOption(easy_.get(), CURLOPT_FRESH_CONNECT, 1L);
+}
+
+void CurlTransfer::begin(const std::string& url,
+                         std::chrono::milliseconds timeout) {
+  startedAt_ = base::Clock::now();
+  deadline_ = startedAt_ + timeout + kGrace;
+
+  CURL* easy = easy_.get();
+  setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
+  setOption(easy, CURLOPT_URL, url.c_str());
+  // 0 would mean without end.
+  setOption(easy, CURLOPT_TIMEOUT_MS,
+            std::max(static_cast<long>(timeout.count()), 1L));
+  setOption(easy, CURLOPT_ERRORBUFFER, errorText_.data());
+  setOption(easy, CURLOPT_PREREQFUNCTION, &CurlTransfer::onConnection);
+  setOption(easy, CURLOPT_PREREQDATA, static_cast<void*>(this));
+}
+
+// libcurl closes a connection when the handle that was to connect only is
+// taken away.
+void CurlTransfer::leaveConnection() {
+  setOption(easy_.get(), CURLOPT_CONNECT_ONLY, 0L);
+}
+
+bool CurlTransfer::newlyConnected() {
+  const bool newly = connected_ && !connectionTold_;
+  connectionTold_ = connected_;
+  return newly;
 }
 
 void CurlTransfer::setMethod() {
@@ -166,6 +193,13 @@ int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
   if (const SSL* tls = tlsOf(transfer.easy_.get())) {
     transfer.speaksHttp2_ = isHttp2(tls);
     transfer.resumed_ = transfer.opening_ && SSL_session_reused(tls) == 1;
+  }
+  // Said only now: a connection that was to be nothing else from the start is
+  // not used again.
+  if (transfer.opensOnly_ &&
+      curl_easy_setopt(transfer.easy_.get(), CURLOPT_CONNECT_ONLY, 1L) !=
+          CURLE_OK) {
+    return CURL_PREREQFUNC_ABORT;
   }
   return CURL_PREREQFUNC_OK;
 }
@@ -277,7 +311,10 @@ void CurlTransfer::reset() noexcept {
   held_ -= body_.size();
   // An assignment would keep what it has allocated.
   std::string().swap(body_);
+  opensOnly_ = false;
   connected_ = false;
+  connectionTold_ = false;
+  expectsOpening_ = false;
   speaksHttp2_ = false;
   resumed_ = false;
   opening_.reset();

@@ -36,6 +36,16 @@ class CurlTransfer {
   void prepare(std::uint64_t id, Request request, const std::string& url,
                bool identity);
 
+  /// Makes the handle ready to open a connection for the requests to come and
+  /// to ask nothing over it, in at most `timeout`. Of the other functions only
+  /// those about the connection, `deadline` and `reset` mean something then.
+  void prepareOpening(const std::string& url,
+                      std::chrono::milliseconds timeout);
+
+  /// Leaves the connection that was opened for others to use. To be called
+  /// when the handle is done, before it is taken from its multi handle.
+  void leaveConnection();
+
   /// What became of the request. Rethrows what was thrown while the answer
   /// came in. Address and URI of a failure are filled in. `presentedPin` is
   /// that of the key that the server showed last, `caFile` the file of trusted
@@ -47,6 +57,14 @@ class CurlTransfer {
   /// Forgets the request, with its secrets.
   void reset() noexcept;
 
+  /// Whether a connection has to be opened for it, as far as is known
+  /// beforehand.
+  void expectOpening(bool opens) { expectsOpening_ = opens; }
+  bool expectsOpening() const { return expectsOpening_; }
+
+  /// Whether it only opens a connection.
+  bool opensOnly() const { return opensOnly_; }
+
   std::uint64_t id() const { return id_; }
   const Request& request() const { return request_; }
 
@@ -54,15 +72,15 @@ class CurlTransfer {
   /// may be on its way.
   bool connected() const { return connected_; }
 
+  /// The same, true only in the first call.
+  bool newlyConnected();
+
   /// When the request is over at the latest. libcurl itself does not watch
   /// the time of requests that wait for a connection to become free.
   base::Clock::time_point deadline() const { return deadline_; }
 
   /// Whether its connection speaks HTTP/2.
   bool speaksHttp2() const { return speaksHttp2_; }
-
-  /// When it was made ready.
-  base::Clock::time_point startedAt() const { return startedAt_; }
 
   /// When its request was sent; known when it has its connection.
   base::Clock::time_point sentAt() const { return sentAt_; }
@@ -93,6 +111,7 @@ class CurlTransfer {
   /// Whether the body is to be decoded but coded in a way not asked for.
   bool codedOtherwise() const { return !identity_ && !headers_.decodable(); }
 
+  void begin(const std::string& url, std::chrono::milliseconds timeout);
   void setMethod();
   void setHeaders(bool identity);
   CurlOutcome outcome(CURLcode code,
@@ -106,7 +125,10 @@ class CurlTransfer {
   CurlHeaders headerLines_;
   ResponseHeaders headers_;
   std::string body_;
+  bool opensOnly_ = false;
   bool connected_ = false;
+  bool connectionTold_ = false;
+  bool expectsOpening_ = false;
   bool speaksHttp2_ = false;
   bool resumed_ = false;
   base::Clock::time_point startedAt_;

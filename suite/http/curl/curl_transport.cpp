@@ -21,8 +21,8 @@ namespace {
 // Longest wait in one go; `next` waits again when there is time left.
 constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
 
-// How long a request is held back for the sake of the others. A handshake that
-// takes longer may never end.
+// How long a request is held back for the sake of the others while none of them
+// is answered. A handshake that takes longer may never end.
 constexpr std::chrono::milliseconds kMaxHold{2000};
 
 class CurlTransport final : public Transport {
@@ -41,6 +41,7 @@ class CurlTransport final : public Transport {
   void disableHttp2() override {
     http2Allowed_ = false;
     http2Known_ = false;
+    standing_ = 0;
     pacing_.setMultiplexed(false);
   }
   TransportStats stats() const override { return stats_; }
@@ -57,15 +58,20 @@ class CurlTransport final : public Transport {
     Request request;
     base::Clock::time_point since;
 
-    base::Clock::time_point heldUntil() const { return since + kMaxHold; }
     base::Clock::time_point deadline() const { return since + request.timeout; }
   };
 
   void fail(std::uint64_t id, const Request& request, base::Failure failure);
+  base::Clock::time_point heldUntil(const Waiting& waiting) const;
+  bool overdue() const;
   int limit() const;
   void startWaiting();
+  bool mayStart() const;
   void startNow(std::uint64_t id, Request request);
+  void openMore();
+  void startOpening();
   void learn();
+  void learnOpening(CurlTransfer& transfer);
   void learn(const CurlTransfer& transfer);
   TransferPtr takeIdle();
   void setSharedOptions(CURL* easy);
@@ -73,7 +79,11 @@ class CurlTransport final : public Transport {
   void collect();
   void expire(base::Clock::time_point now);
   void complete(CurlTransfer* transfer, CURLcode code);
+  void completeOpening(CurlTransfer* transfer, CURLcode code);
+  TransferPtr take(const CurlTransfer* transfer,
+                   std::vector<TransferPtr>& transfers);
   void release(TransferPtr transfer) noexcept;
+  bool underWay() const { return !active_.empty() || !waiting_.empty(); }
   bool newlyInterrupted();
   void wait(base::Clock::duration time);
 
@@ -89,7 +99,9 @@ class CurlTransport final : public Transport {
   std::uint64_t lastId_ = 0;
   Pacing pacing_;
   std::multimap<int, Waiting, std::greater<>> waiting_;  // By priority.
-  base::Clock::time_point performed_;  // When libcurl went on last.
+  base::Clock::time_point lastAnswer_;
+  int standing_ = 0;      // Connections, as far as is known.
+  bool refused_ = false;  // The server took no further connection.
   int atServer_ = 0;      // Requests that it had before the latest answers.
   bool crowded_ = false;  // There were others since nothing was under way.
   TransportStats stats_;
@@ -102,6 +114,7 @@ class CurlTransport final : public Transport {
   CurlMulti multi_;
   std::vector<TransferPtr> idle_;
   std::vector<TransferPtr> active_;
+  std::vector<TransferPtr> openings_;
 };
 
 CurlTransport::CurlTransport(NetworkTransportOptions options)
@@ -161,36 +174,77 @@ void CurlTransport::fail(std::uint64_t id, const Request& request,
   ready_.push_back(std::move(answer));
 }
 
-int CurlTransport::limit() const {
+base::Clock::time_point CurlTransport::heldUntil(const Waiting& waiting) const {
+  return std::max(waiting.since, lastAnswer_) + kMaxHold;
+}
+
+// Whether a request has waited so long that nothing is held back any more.
+bool CurlTransport::overdue() const {
   const base::Clock::time_point now = base::Clock::now();
-  const bool overdue = std::any_of(
-      waiting_.begin(), waiting_.end(),
-      [now](const auto& entry) { return entry.second.heldUntil() <= now; });
-  if (overdue) {
-    return options_.maxConnections;
-  }
-  // What is opened together takes up the same session.
-  const bool renewing = std::any_of(
-      active_.begin(), active_.end(), [this](const TransferPtr& transfer) {
-        return transfer->connected()
-                   ? transfer->resumed() && !transfer->keepsSession()
-                   : transfer->startedAt() < performed_;
-      });
-  return pacing_.limit(waiting_.size(), renewing);
+  return std::any_of(waiting_.begin(), waiting_.end(),
+                     [this, now](const auto& entry) {
+                       return heldUntil(entry.second) <= now;
+                     });
+}
+
+int CurlTransport::limit() const {
+  return overdue() ? options_.maxConnections
+                   : pacing_.limit(waiting_.size() + active_.size());
 }
 
 void CurlTransport::startWaiting() {
-  while (!waiting_.empty() && static_cast<int>(active_.size()) < limit()) {
+  while (!waiting_.empty() && mayStart()) {
     Waiting next = std::move(waiting_.begin()->second);
     waiting_.erase(waiting_.begin());
     startNow(next.id, std::move(next.request));
   }
+  if (pacing_.ahead() && !refused_) {
+    openMore();
+  }
+}
+
+// Whether one more request has a connection to go over. The first one opens
+// its own, and so does each where connections are not opened ahead, or where
+// those that are being opened may never stand.
+bool CurlTransport::mayStart() const {
+  const int active = static_cast<int>(active_.size());
+  if (!pacing_.ahead() || overdue()) {
+    return active < limit();
+  }
+  return active < standing_ || (active_.empty() && openings_.empty());
+}
+
+// Opens what the requests that are there need, as far as it is worth having.
+void CurlTransport::openMore() {
+  const auto own = std::count_if(
+      active_.begin(), active_.end(), [](const TransferPtr& transfer) {
+        return transfer->expectsOpening() && !transfer->connected();
+      });
+  std::size_t there =
+      static_cast<std::size_t>(standing_ + own) + openings_.size();
+  const std::size_t wanted = std::min(active_.size() + waiting_.size(),
+                                      static_cast<std::size_t>(limit()));
+  for (; there < wanted; ++there) {
+    startOpening();
+  }
+}
+
+void CurlTransport::startOpening() {
+  TransferPtr transfer = takeIdle();
+  transfer->prepareOpening(url_ + "/redfish/v1/", options_.connectTimeout);
+  setSharedOptions(transfer->easy());
+  check(curl_multi_add_handle(multi_.get(), transfer->easy()));
+  openings_.push_back(std::move(transfer));
 }
 
 void CurlTransport::startNow(std::uint64_t id, Request request) {
   TransferPtr transfer = takeIdle();
   const std::string url = url_ + request.target;
+  const bool opens = request.method == Method::kPost ||
+                     request.freshConnection ||
+                     static_cast<int>(active_.size()) >= standing_;
   transfer->prepare(id, std::move(request), url, identity_);
+  transfer->expectOpening(opens);
   setSharedOptions(transfer->easy());
   check(curl_multi_add_handle(multi_.get(), transfer->easy()));
   crowded_ = !active_.empty();
@@ -236,7 +290,7 @@ void CurlTransport::setSharedOptions(CURL* easy) {
 
 std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
   while (true) {
-    if (ready_.empty() && !active_.empty()) {
+    if (ready_.empty() && underWay()) {
       perform();
       learn();
       collect();
@@ -249,7 +303,7 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
       heldBytes_ -= answer.body.size();
       return answer;
     }
-    if (active_.empty() || newlyInterrupted()) {
+    if (!underWay() || newlyInterrupted()) {
       return std::nullopt;
     }
     const base::Clock::time_point now = base::Clock::now();
@@ -257,20 +311,21 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
       return std::nullopt;
     }
     base::Clock::time_point wakeUp = until;
-    for (const TransferPtr& transfer : active_) {
-      wakeUp = std::min(wakeUp, transfer->deadline());
+    for (const auto* transfers : {&active_, &openings_}) {
+      for (const TransferPtr& transfer : *transfers) {
+        wakeUp = std::min(wakeUp, transfer->deadline());
+      }
     }
     for (const auto& entry : waiting_) {
       const Waiting& waiting = entry.second;
-      wakeUp = std::min(wakeUp, waiting.heldUntil() > now ? waiting.heldUntil()
-                                                          : waiting.deadline());
+      const base::Clock::time_point held = heldUntil(waiting);
+      wakeUp = std::min(wakeUp, held > now ? held : waiting.deadline());
     }
     wait(wakeUp - now);
   }
 }
 
 void CurlTransport::perform() {
-  performed_ = base::Clock::now();
   int running = 0;
   check(curl_multi_perform(multi_.get(), &running));
 }
@@ -283,9 +338,7 @@ void CurlTransport::learn() {
       continue;
     }
     ++atServer_;
-    if (transfer->opening()) {
-      pacing_.connected(*transfer->opening(), transfer->resumed());
-    }
+    learnOpening(*transfer);
     if (transfer->keepsSession()) {
       pacing_.sessionKept();
     }
@@ -293,14 +346,29 @@ void CurlTransport::learn() {
       pacing_.setMultiplexed(true);
     }
   }
+  for (const TransferPtr& transfer : openings_) {
+    learnOpening(*transfer);
+  }
+}
+
+void CurlTransport::learnOpening(CurlTransfer& transfer) {
+  if (!transfer.newlyConnected() || !transfer.opening()) {
+    return;
+  }
+  pacing_.connected(*transfer.opening(), transfer.resumed());
+  if (transfer.expectsOpening()) {
+    standing_ = std::min(standing_ + 1, options_.maxConnections);
+  } else {
+    pacing_.closedByServer();
+  }
 }
 
 void CurlTransport::learn(const CurlTransfer& transfer) {
-  const base::Clock::time_point now = base::Clock::now();
+  lastAnswer_ = base::Clock::now();
   pacing_.answered(
-      std::chrono::duration_cast<Pacing::Time>(now.time_since_epoch()),
-      std::chrono::ceil<Pacing::Duration>(now - transfer.sentAt()), atServer_,
-      !crowded_);
+      std::chrono::duration_cast<Pacing::Time>(lastAnswer_.time_since_epoch()),
+      std::chrono::ceil<Pacing::Duration>(lastAnswer_ - transfer.sentAt()),
+      atServer_, !crowded_, transfer.request().method == Method::kGet);
 }
 
 void CurlTransport::collect() {
@@ -313,7 +381,12 @@ void CurlTransport::collect() {
     const CURLcode code = message->data.result;
     char* transfer = nullptr;
     check(curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer));
-    complete(reinterpret_cast<CurlTransfer*>(transfer), code);
+    auto* const owner = reinterpret_cast<CurlTransfer*>(transfer);
+    if (owner->opensOnly()) {
+      completeOpening(owner, code);
+    } else {
+      complete(owner, code);
+    }
   }
 }
 
@@ -322,6 +395,11 @@ void CurlTransport::expire(base::Clock::time_point now) {
   for (std::size_t index = active_.size(); index-- > 0;) {
     if (active_[index]->deadline() <= now) {
       complete(active_[index].get(), CURLE_OPERATION_TIMEDOUT);
+    }
+  }
+  for (std::size_t index = openings_.size(); index-- > 0;) {
+    if (openings_[index]->deadline() <= now) {
+      completeOpening(openings_[index].get(), CURLE_OPERATION_TIMEDOUT);
     }
   }
   for (auto entry = waiting_.begin(); entry != waiting_.end();) {
@@ -337,19 +415,33 @@ void CurlTransport::expire(base::Clock::time_point now) {
   }
 }
 
-void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
+CurlTransport::TransferPtr CurlTransport::take(
+    const CurlTransfer* transfer, std::vector<TransferPtr>& transfers) {
   const auto found = std::find_if(
-      active_.begin(), active_.end(),
+      transfers.begin(), transfers.end(),
       [transfer](const TransferPtr& owner) { return owner.get() == transfer; });
-  if (code == CURLE_OK) {
-    learn(*transfer);
-  }
   TransferPtr owner = std::move(*found);
-  active_.erase(found);
+  transfers.erase(found);
   check(curl_multi_remove_handle(multi_.get(), owner->easy()));
-
   stats_.connections += owner->connections();
   stats_.resumed += owner->resumed() ? 1U : 0U;
+  return owner;
+}
+
+void CurlTransport::completeOpening(CurlTransfer* transfer, CURLcode code) {
+  transfer->leaveConnection();
+  TransferPtr owner = take(transfer, openings_);
+  refused_ = refused_ || code != CURLE_OK;
+  release(std::move(owner));
+}
+
+void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
+  if (code == CURLE_OK) {
+    learn(*transfer);
+  } else if (transfer->connected() && standing_ > 0) {
+    --standing_;  // libcurl closes it.
+  }
+  TransferPtr owner = take(transfer, active_);
   stats_.bytes += owner->bytes();
   http2Known_ = http2Allowed_ && (http2Known_ || owner->speaksHttp2());
   Answer answer = owner->finish(code, address_, options_.connectTimeout,
@@ -399,11 +491,18 @@ bool CurlTransport::mayHaveArrived(std::uint64_t id) const {
 }
 
 void CurlTransport::cancelAll() {
-  for (const TransferPtr& transfer : active_) {
-    static_cast<void>(curl_multi_remove_handle(multi_.get(), transfer->easy()));
-    transfer->reset();
+  standing_ -= static_cast<int>(std::count_if(
+      active_.begin(), active_.end(),
+      [](const TransferPtr& transfer) { return transfer->connected(); }));
+  standing_ = std::max(standing_, 0);
+  for (auto* transfers : {&active_, &openings_}) {
+    for (const TransferPtr& transfer : *transfers) {
+      static_cast<void>(
+          curl_multi_remove_handle(multi_.get(), transfer->easy()));
+      transfer->reset();
+    }
+    transfers->clear();
   }
-  active_.clear();
   waiting_.clear();
   ready_.clear();
   heldBytes_ = 0;

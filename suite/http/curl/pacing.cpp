@@ -12,16 +12,23 @@ constexpr milliseconds kCheapOpening{30};
 // What part of a full handshake a resumed one takes, until one was seen.
 constexpr int kResumedPart = 4;
 // An opening of which an answer takes so much more is cheap.
-constexpr int kCheapPart = 4;
-// Requests that follow those that wait now, at least, in most runs.
+constexpr int kCheapPart = 3;
+// Requests that follow those that are there now, at least, in most runs.
 constexpr std::size_t kYetToCome = 4;
-// Connections to begin with where opening them takes only the network's time.
-constexpr int kDistantWidth = 4;
 // Answers to each connection by which its worth is judged. The first ones may
 // have been asked for before there were so many.
 constexpr int kTurns = 3;
 // In such a part more, an answer is still as fast as alone.
 constexpr int kNoise = 8;
+// In such a part more, it has waited for another one.
+constexpr int kQueued = 4;
+// Connections found closed, by which a server is known to keep none.
+constexpr int kMostClosed = 2;
+
+// The lesser one; 0 is none yet.
+Pacing::Duration leastOf(Pacing::Duration known, Pacing::Duration time) {
+  return known.count() == 0 ? time : std::min(known, time);
+}
 
 }  // namespace
 
@@ -31,9 +38,7 @@ Pacing::Pacing(int most, bool secure)
 void Pacing::connected(Duration opening, bool resumed) {
   if (resumed) {
     resumable_ = true;
-    resumedOpening_ = resumedOpening_.count() == 0
-                          ? opening
-                          : std::min(resumedOpening_, opening);
+    resumedOpening_ = leastOf(resumedOpening_, opening);
   } else if (fullOpening_.count() == 0) {
     fullOpening_ = std::max(opening, Duration(1));
   }
@@ -41,27 +46,28 @@ void Pacing::connected(Duration opening, bool resumed) {
 
 void Pacing::started(int underWay) { reached_ = std::max(reached_, underWay); }
 
-void Pacing::answered(Time now, Duration time, int underWay, bool alone) {
+void Pacing::answered(Time now, Duration time, int underWay, bool alone,
+                      bool read) {
   ++answers_;
   if (alone) {
-    alone_ = alone_.count() == 0 ? time : std::min(alone_, time);
+    alone_ = leastOf(alone_, time);
   }
-  if (distant()) {
-    width_ = std::max(width_, kDistantWidth);
+  if (alone && read) {
+    aloneRead_ = leastOf(aloneRead_, time);
   }
   const Duration gap = now - last_;
   last_ = now;
+  // A processor that is never idle sends an answer in every `underWay`th part
+  // of what one takes.
+  const bool together = 2 * underWay * gap < time;
+  queued_ = underWay > 1 && !together && time > alone_ + alone_ / kQueued;
   if (underWay < width_) {
     return;
   }
   ++full_;
   sum_ += time;
-  // A processor that is never idle sends an answer in every `underWay`th part
-  // of what one takes.
-  if (2 * underWay * gap < time) {
-    ++together_;
-  }
-  if (full_ < kTurns * width_) {
+  together_ += together ? 1 : 0;
+  if (full_ < (mayBeDistant() ? 1 : kTurns) * width_) {
     return;
   }
   const bool fast =
@@ -72,22 +78,29 @@ void Pacing::answered(Time now, Duration time, int underWay, bool alone) {
   startWindow();
 }
 
-int Pacing::limit(std::size_t waiting, bool renewing) const {
-  if (!secure_ || multiplexed_) {
+bool Pacing::ahead() const {
+  return secure_ && !multiplexed_ && closed_ < kMostClosed;
+}
+
+int Pacing::limit(std::size_t requests) const {
+  if (!ahead()) {
     return most_;
   }
   if (fullOpening_.count() == 0 || (!resumable_ && answers_ == 0)) {
     return 1;
   }
-  if (renewing) {
-    return reached_;
-  }
-  if (cheap()) {
+  if (cheap() || distant()) {
     return most_;
   }
-  const auto gain = static_cast<Duration::rep>(waiting + kYetToCome) * alone_;
-  const bool worthwhile = answers_ > 0 && gain >= openingCost();
-  return std::max(reached_, worthwhile ? std::min(width_, most_) : 1);
+  return std::max(reached_, worthwhile(requests) ? std::min(width_, most_) : 1);
+}
+
+bool Pacing::worthwhile(std::size_t requests) const {
+  if (answers_ == 0) {
+    return resumable_;
+  }
+  const auto turns = static_cast<Duration::rep>(requests + kYetToCome);
+  return turns * aloneRead_ >= openingCost();
 }
 
 Pacing::Duration Pacing::openingCost() const {
@@ -99,13 +112,19 @@ Pacing::Duration Pacing::openingCost() const {
 
 bool Pacing::cheap() const {
   return fullOpening_ <= kCheapOpening ||
-         (alone_.count() > 0 && kCheapPart * openingCost() <= alone_);
+         (aloneRead_.count() > 0 && kCheapPart * openingCost() <= aloneRead_);
 }
 
-// What took hardly more than an answer for TCP and one for TLS has waited for
-// the network rather than for a processor.
-bool Pacing::distant() const {
+// What takes hardly more than an answer for TCP and one for TLS.
+bool Pacing::mayBeDistant() const {
   return alone_.count() > 0 && 2 * fullOpening_ <= 5 * alone_;
+}
+
+// A processor does a handshake that resumes a session in less time than a full
+// one. Where both take as long, they wait for the network.
+bool Pacing::distant() const {
+  return mayBeDistant() && !queued_ && resumedOpening_.count() > 0 &&
+         4 * resumedOpening_ >= 3 * fullOpening_;
 }
 
 void Pacing::startWindow() {

@@ -22,7 +22,7 @@ struct Paced {
   // An answer without others.
   void alone(milliseconds time) {
     now += time;
-    pacing.answered(now, time, 1, true);
+    pacing.answered(now, time, 1, true, true);
   }
 
   // Answers of a processor that does one thing after another: each takes
@@ -32,7 +32,7 @@ struct Paced {
     const milliseconds time = std::max(width * work, work + network);
     for (int i = 0; i < count; ++i) {
       now += time / width;
-      pacing.answered(now, time, width, false);
+      pacing.answered(now, time, width, false, true);
     }
   }
 
@@ -41,7 +41,7 @@ struct Paced {
     for (int group = 0; group < groups; ++group) {
       now += time;
       for (int i = 0; i < width; ++i) {
-        pacing.answered(now, time, width, false);
+        pacing.answered(now, time, width, false, true);
       }
     }
   }
@@ -72,24 +72,17 @@ TEST(Pacing, CheapConnectionsAreOpenedOnceTheyCanResume) {
   EXPECT_EQ(paced.pacing.limit(1), 4);
 }
 
-TEST(Pacing, SessionThatWasTakenUpHasToBeGrantedAnew) {
-  Paced paced(4, milliseconds(5));
-  paced.pacing.sessionKept();
-  paced.pacing.started(2);
-  EXPECT_EQ(paced.pacing.limit(2, true), 2);
-  EXPECT_EQ(paced.pacing.limit(2, false), 4);
-}
-
 TEST(Pacing, FirstAnswerEndsTheWaitForASessionToResume) {
   Paced paced(4, milliseconds(5));
   paced.alone(milliseconds(50));
   EXPECT_EQ(paced.pacing.limit(1), 4);
 }
 
-TEST(Pacing, ExpensiveConnectionsWaitForTheFirstAnswer) {
+TEST(Pacing, ExpensiveSecondConnectionWaitsOnlyForASessionToResume) {
   Paced paced(4, milliseconds(290));
+  EXPECT_EQ(paced.pacing.limit(2), 1);
   paced.pacing.sessionKept();
-  EXPECT_EQ(paced.pacing.limit(3), 1);
+  EXPECT_EQ(paced.pacing.limit(2), 2);
   paced.alone(milliseconds(50));
   EXPECT_EQ(paced.pacing.limit(3), 2);
 }
@@ -142,11 +135,77 @@ TEST(Pacing, SlowAnswersThatComeTogetherOpenMore) {
   EXPECT_EQ(paced.pacing.limit(10), 4);
 }
 
-TEST(Pacing, FarAwayServerGetsFourAtOnce) {
-  Paced paced(16, milliseconds(100));
+// A processor does the second handshake, which resumes, in less time.
+Paced secondOpened(milliseconds full, milliseconds resumed,
+                   milliseconds answer) {
+  Paced paced(16, full);
   paced.pacing.sessionKept();
+  paced.alone(answer);
+  paced.pacing.connected(resumed, true);
+  return paced;
+}
+
+TEST(Pacing, FarAwayServerGetsAllAtOnce) {
+  Paced paced =
+      secondOpened(milliseconds(100), milliseconds(100), milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(3), 16);
+}
+
+TEST(Pacing, SlowProcessorIsNotTakenForFarAway) {
+  Paced paced =
+      secondOpened(milliseconds(140), milliseconds(90), milliseconds(70));
+  EXPECT_EQ(paced.pacing.limit(3), 2);
+}
+
+TEST(Pacing, SlowAnswersThatComeTogetherLeaveTheServerFarAway) {
+  Paced paced =
+      secondOpened(milliseconds(100), milliseconds(100), milliseconds(50));
+  paced.together(1, 2, milliseconds(350));
+  EXPECT_EQ(paced.pacing.limit(3), 16);
+}
+
+TEST(Pacing, FarAwayServerWithoutSessionsGetsMoreAfterOneTurn) {
+  Paced paced(16, milliseconds(100));
   paced.alone(milliseconds(50));
+  EXPECT_EQ(paced.pacing.limit(3), 2);
+  paced.together(1, 2, milliseconds(50));
   EXPECT_EQ(paced.pacing.limit(3), 4);
+}
+
+TEST(Pacing, LoginIsNoMeasureForWhatReadsTake) {
+  Paced paced(16, milliseconds(290));
+  paced.pacing.sessionKept();
+  paced.now += milliseconds(500);
+  paced.pacing.answered(paced.now, milliseconds(500), 1, true, false);
+  EXPECT_EQ(paced.pacing.limit(3), 1);
+  paced.alone(milliseconds(500));
+  EXPECT_EQ(paced.pacing.limit(3), 16);
+}
+
+TEST(Pacing, ServerWhoseAnswersWaitForOthersIsNotFarAway) {
+  Paced paced =
+      secondOpened(milliseconds(140), milliseconds(120), milliseconds(70));
+  paced.oneAfterAnother(1, 2, milliseconds(50), milliseconds(20));
+  EXPECT_EQ(paced.pacing.limit(3), 2);
+}
+
+TEST(Pacing, NothingIsHeldBackWhereNoConnectionIsKept) {
+  Paced paced = expensive();
+  EXPECT_TRUE(paced.pacing.ahead());
+  paced.pacing.closedByServer();
+  EXPECT_TRUE(paced.pacing.ahead());
+  EXPECT_EQ(paced.pacing.limit(3), 2);
+  paced.pacing.closedByServer();
+  EXPECT_FALSE(paced.pacing.ahead());
+  EXPECT_EQ(paced.pacing.limit(3), 16);
+}
+
+TEST(Pacing, OnlyConnectionsWithHandshakesThatCarryOneRequestAreOpenedAhead) {
+  EXPECT_FALSE(Pacing(4, false).ahead());
+  Pacing pacing(4, true);
+  EXPECT_TRUE(pacing.ahead());
+  pacing.setMultiplexed(true);
+  EXPECT_FALSE(pacing.ahead());
 }
 
 TEST(Pacing, WhatIsOpenStaysInUse) {
