@@ -17,6 +17,7 @@
 #include "suite/brivel/connected_run.h"
 #include "suite/brivel/console.h"
 #include "suite/brivel/exit_status.h"
+#include "suite/brivel/fleet_run.h"
 #include "suite/brivel/host_commands.h"
 #include "suite/brivel/modules/module_search.h"
 #include "suite/brivel/options/command_line.h"
@@ -87,12 +88,19 @@ int run(const CommandLine& line, const connection::Settings& settings,
         Application& application,
         std::optional<base::Secret> environmentPassword,
         std::chrono::steady_clock::time_point begun) {
+  const bool plugIn = application.specification().plugInExit;
+  if (line.fleet.chosen()) {
+    auto members = membersOf(line, settings);
+    return members ? runOnFleet(line, application, *std::move(members),
+                                std::move(environmentPassword), begun)
+                   : usageError(members.error().cause, plugIn);
+  }
   base::Result<std::optional<connection::Target>> target =
       targetOf(line, settings);
   if (!target) {
     return usageError((line.target.text.empty() ? "this server: " : "") +
                           target.error().cause,
-                      application.specification().plugInExit);
+                      plugIn);
   }
   return runConnected(line, application, *std::move(target),
                       inBandOf(line, settings), std::move(environmentPassword),

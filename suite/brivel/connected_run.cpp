@@ -8,15 +8,11 @@
 #include "suite/base/numbers.h"
 #include "suite/base/progress.h"
 #include "suite/brivel/console.h"
-#include "suite/brivel/exit_status.h"
-#include "suite/brivel/options/help.h"
+#include "suite/brivel/finish_run.h"
 #include "suite/brivel/progress_line.h"
-#include "suite/brivel/result_line.h"
 #include "suite/brivel/stats_lines.h"
 #include "suite/connection/connections.h"
 #include "suite/connection/device_items.h"
-#include "suite/log/log_file.h"
-#include "suite/platform/interrupt.h"
 #include "suite/platform/standard_streams.h"
 #include "suite/platform/terminal.h"
 #include "syshealth/result/result_codes.h"
@@ -25,7 +21,6 @@ namespace brivel {
 namespace {
 
 constexpr int kStandardError = 2;
-constexpr std::int32_t kMostPlugInStatus = 3;
 
 void warnOfInsecurity(const connection::Target& target,
                       const std::string& name) {
@@ -65,37 +60,6 @@ void explain(RunResult& result, const connection::Connections& connections,
   result.combined = device != options.end() &&
                     connection::isCombined(result.code, device->second) &&
                     !connections.hasReturned(result.code);
-}
-
-// Prints the notes and the result line of a run. Returns the exit status.
-int reportResult(RunResult result, const connection::Connections& connections,
-                 const args::OptionValues& options, bool plugIn) {
-  const bool abandoned = platform::outputIsAbandoned();
-  if (result.code == kResultSuccess && !platform::outputIsWhole()) {
-    result.code = kResultWriteFileFailed;
-    result.cause = "standard output cannot be written";
-  } else if (result.code != kResultSuccess && result.cause.empty()) {
-    explain(result, connections, options);
-  }
-  if (plugIn) {
-    return result.code >= 0 && result.code <= kMostPlugInStatus
-               ? static_cast<int>(result.code)
-               : plugInUnknown(resultText(result));
-  }
-  if (result.code == kResultSuccess) {
-    for (const std::string& notice : connections.notices()) {
-      printError("note: " + notice);
-    }
-  }
-  if (result.code != kResultSuccess && !abandoned) {
-    std::cerr << (platform::isTerminal(kStandardError)
-                      ? resultLines(
-                            result, logging::logPath(),
-                            platform::terminalWidth(kStandardError, kHelpWidth))
-                      : resultLine(result, logging::logPath()) + "\n")
-              << std::flush;
-  }
-  return exitStatusOf(result.code);
 }
 
 }  // namespace
@@ -168,28 +132,16 @@ int runConnected(const CommandLine& line, Application& application,
     const auto wallTime = std::chrono::steady_clock::now() - begun;
     std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
   }
-  const bool plugIn = application.specification().plugInExit;
-  if (platform::interrupted() && plugIn) {
-    return plugInUnknown("interrupted");
+  if (result.code != kResultSuccess && result.cause.empty()) {
+    // What the items of --device are, is known of the options that applications
+    // without a specification have.
+    explain(result, connections,
+            application.specification().summary.empty()
+                ? line.applicationOptions
+                : args::OptionValues());
   }
-  if (platform::interrupted()) {
-    printError("interrupted");
-    return kExitInterrupted;
-  }
-  if (result.ended && plugIn) {
-    return plugInUnknown(describe(*result.ended));
-  }
-  if (result.ended) {
-    printError(describe(*result.ended));
-    return kExitUsage;
-  }
-  // What the items of --device are, is known of the options that applications
-  // without a specification have.
-  return reportResult(std::move(result), connections,
-                      application.specification().summary.empty()
-                          ? line.applicationOptions
-                          : args::OptionValues(),
-                      plugIn);
+  return finishRun(std::move(result), connections.notices(),
+                   application.specification().plugInExit);
 }
 
 }  // namespace brivel

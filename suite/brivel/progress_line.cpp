@@ -1,7 +1,5 @@
 #include "suite/brivel/progress_line.h"
 
-#include <cstddef>
-
 #include "suite/base/text.h"
 #include "suite/platform/terminal.h"
 
@@ -14,22 +12,10 @@ constexpr std::size_t kWidest = 79;
 
 }  // namespace
 
-ProgressLine::ProgressLine(int descriptor, const std::string& target,
-                           Clock::time_point (*now)())
-    : descriptor_(descriptor),
-      target_(base::escapeControls(target)),
-      now_(now),
-      begun_(now()),
-      drawnAt_(begun_) {
-  base::setProgress(this);
-}
+DrawnLine::DrawnLine(int descriptor, Clock::time_point (*now)())
+    : descriptor_(descriptor), now_(now), begun_(now()), drawnAt_(begun_) {}
 
-ProgressLine::~ProgressLine() {
-  base::setProgress(nullptr);
-  done();
-}
-
-void ProgressLine::tick(std::uint64_t resourcesRead) {
+void DrawnLine::draw(const std::string& beginning, const std::string& middle) {
   const Clock::time_point time = now_();
   if (time - begun_ < kQuietStart ||
       (drawn_ && time - drawnAt_ < kBetweenDrawings)) {
@@ -37,22 +23,42 @@ void ProgressLine::tick(std::uint64_t resourcesRead) {
   }
   const auto elapsed =
       std::chrono::duration_cast<std::chrono::seconds>(time - begun_).count();
-  const std::string count =
-      ": " + std::to_string(resourcesRead) +
-      (resourcesRead == 1 ? " resource, " : " resources, ") +
-      std::to_string(elapsed) + " s";
+  const std::string rest =
+      ": " + middle + ", " + std::to_string(elapsed) + " s";
   // A line that is wider than the terminal could not be drawn over.
-  const std::string target = target_.substr(0, kWidest - count.size());
-  platform::writeRaw(descriptor_, "\r" + target + count + "\x1b[K");
+  platform::writeRaw(
+      descriptor_,
+      "\r" + beginning.substr(0, kWidest - rest.size()) + rest + "\x1b[K");
   drawn_ = true;
   drawnAt_ = time;
 }
 
-void ProgressLine::done() {
+void DrawnLine::clear() {
   if (drawn_) {
     platform::writeRaw(descriptor_, "\r\x1b[K");
     drawn_ = false;
   }
+}
+
+ProgressLine::ProgressLine(int descriptor, const std::string& target,
+                           DrawnLine::Clock::time_point (*now)())
+    : line_(descriptor, now), target_(base::escapeControls(target)) {
+  base::setProgress(this);
+}
+
+ProgressLine::~ProgressLine() { base::setProgress(nullptr); }
+
+void ProgressLine::tick(std::uint64_t resourcesRead) {
+  line_.draw(target_, std::to_string(resourcesRead) +
+                          (resourcesRead == 1 ? " resource" : " resources"));
+}
+
+void FleetLine::show(std::size_t read, std::size_t failed, std::size_t all) {
+  line_.draw(
+      std::to_string(all) + " targets",
+      std::to_string(read) + " read" +
+          (failed == 0 ? ""
+                       : ", " + std::to_string(failed) + " of them failed"));
 }
 
 }  // namespace brivel

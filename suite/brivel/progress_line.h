@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -9,15 +10,40 @@
 
 namespace brivel {
 
-/// Shows on a terminal how many resources have been read and how long the run
-/// has taken, once it takes more than a second, and removes the line at the
-/// end. The process's progress observer during its life.
-class ProgressLine : public base::Progress {
+/// A line on a terminal that is drawn again and again while a run takes more
+/// than a second, and is removed at the end.
+class DrawnLine {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// `descriptor` is the terminal, `target` the name that the line begins
-  /// with, and `now` tells the time.
+  /// `descriptor` is the terminal, and `now` tells the time.
+  DrawnLine(int descriptor, Clock::time_point (*now)());
+  ~DrawnLine() { clear(); }
+
+  DrawnLine(const DrawnLine&) = delete;
+  DrawnLine& operator=(const DrawnLine&) = delete;
+
+  /// Draws "BEGINNING: MIDDLE, SECONDS s", the beginning cut to what fits, if
+  /// it is time to draw.
+  void draw(const std::string& beginning, const std::string& middle);
+
+  void clear();
+
+ private:
+  int descriptor_;
+  Clock::time_point (*now_)();
+  Clock::time_point begun_;
+  Clock::time_point drawnAt_;
+  bool drawn_ = false;
+};
+
+/// Shows how many resources have been read. The process's progress observer
+/// during its life.
+class ProgressLine : public base::Progress {
+ public:
+  using Clock = DrawnLine::Clock;
+
+  /// `target` is the name that the line begins with.
   ProgressLine(int descriptor, const std::string& target,
                Clock::time_point (*now)() = Clock::now);
   ~ProgressLine() override;
@@ -26,15 +52,24 @@ class ProgressLine : public base::Progress {
   ProgressLine& operator=(const ProgressLine&) = delete;
 
   void tick(std::uint64_t resourcesRead) override;
-  void done() override;
+  void done() override { line_.clear(); }
 
  private:
-  int descriptor_;
+  DrawnLine line_;
   std::string target_;
-  Clock::time_point (*now_)();
-  Clock::time_point begun_;
-  Clock::time_point drawnAt_;
-  bool drawn_ = false;
+};
+
+/// Shows how many of several targets have been read.
+class FleetLine {
+ public:
+  explicit FleetLine(int descriptor, DrawnLine::Clock::time_point (*now)() =
+                                         DrawnLine::Clock::now)
+      : line_(descriptor, now) {}
+
+  void show(std::size_t read, std::size_t failed, std::size_t all);
+
+ private:
+  DrawnLine line_;
 };
 
 }  // namespace brivel

@@ -12,12 +12,14 @@ bool needsPassword(const Target& target) {
 
 std::unique_ptr<redfish::Service> openService(const Target& target,
                                               const base::Secret* password,
-                                              std::uint32_t wants) {
+                                              std::uint32_t wants,
+                                              redfish::LoginGate* gate) {
   redfish::ServiceOptions options;
   if (password != nullptr) {
     options.user = target.user;
     options.password = base::Secret(*password);
   }
+  options.gate = gate;
   options.maxConnections = target.maxConnections;
   options.requestTimeout = target.timeout;
   options.callTimeout = target.deadline;

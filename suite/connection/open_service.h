@@ -15,9 +15,10 @@ bool needsPassword(const Target& target);
 
 /// The service of a target, which has contacted nothing yet. The time of the
 /// run counts from here. `password` may be null; `wants` are the
-/// `redfish::Want` values that the run will ask for.
-std::unique_ptr<redfish::Service> openService(const Target& target,
-                                              const base::Secret* password,
-                                              std::uint32_t wants);
+/// `redfish::Want` values that the run will ask for. `gate` is asked before the
+/// password is sent, and must outlive the service; it may be null.
+std::unique_ptr<redfish::Service> openService(
+    const Target& target, const base::Secret* password, std::uint32_t wants,
+    redfish::LoginGate* gate = nullptr);
 
 }  // namespace connection

@@ -1,15 +1,16 @@
 #include "suite/log/log_file.h"
 
-#include <spdlog/details/null_mutex.h>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -52,8 +53,7 @@ void warn(const std::string& path, const std::string& reason) {
 
 // Writes each line to the file that was opened, whatever its name stands for
 // by then.
-class OwnedFileSink
-    : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
+class OwnedFileSink : public spdlog::sinks::base_sink<std::mutex> {
  public:
   explicit OwnedFileSink(platform::OwnedFile file) : file_(std::move(file)) {}
 
@@ -133,13 +133,13 @@ void openLog(const LogOptions& options) {
         options.file, options.level});
     opened->logger.set_level(spdlog::level::trace);
     opened->logger.set_pattern("%Y-%m-%dT%H:%M:%S.%e%z %P %-5l %g:%# %v");
-    opened->logger.set_error_handler([path = options.file, warned = false](
-                                         const std::string& reason) mutable {
-      if (!warned) {
-        warned = true;
-        warn(path, reason);
-      }
-    });
+    opened->logger.set_error_handler(
+        [path = options.file, warned = std::make_shared<std::atomic<bool>>()](
+            const std::string& reason) {
+          if (!warned->exchange(true)) {
+            warn(path, reason);
+          }
+        });
     openedLog = opened.release();
     for (const EarlyLine& line : early ? *early : std::vector<EarlyLine>()) {
       writeAt(line.time, line.level, line.file, line.line, line.text);

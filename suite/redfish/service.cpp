@@ -62,6 +62,9 @@ std::optional<base::Failure> Service::open() {
   if (!opened_) {
     opened_ = true;
     lost_ = openOnce();
+    if (entered_) {
+      options_.gate->leave(lost_ ? &*lost_ : nullptr);
+    }
     if (lost_) {
       lost_ = session_.scrub(*std::move(lost_));
     }
@@ -135,13 +138,19 @@ ServiceStats Service::stats() const {
 
 std::optional<base::Failure> Service::openOnce() {
   const base::Clock::time_point until = callEnd();
-  session_.begin(options_.requestTimeout);
+  // Beside the first request, unless others have to be heard before: then only
+  // a service that answers gets a password.
+  const bool gated =
+      session_.wanted() && options_.gate != nullptr && !options_.gate->proven();
+  if (!gated) {
+    session_.begin(options_.requestTimeout);
+  }
   Fetch fetch;
   fetch.target = kRootTarget;
   fetch.timeout = options_.requestTimeout;
   const std::uint64_t ticket = fetcher_.get(std::move(fetch));
   std::optional<http::Answer> root;
-  bool loggingIn = session_.wanted();
+  bool loggingIn = session_.wanted() && !gated;
   while (!root || loggingIn) {
     const bool loginOnly = root && session_.loginEnd() < until;
     auto fetched = fetcher_.next(loginOnly ? session_.loginEnd() : until);
@@ -157,6 +166,15 @@ std::optional<base::Failure> Service::openOnce() {
         return std::move(fetched->answer.failure);
       }
       root = std::move(fetched->answer);
+      if (gated) {
+        if (auto refused = options_.gate->enter(until)) {
+          refused->address = address();
+          return refused;
+        }
+        entered_ = true;
+        session_.begin(options_.requestTimeout);
+        loggingIn = true;
+      }
     }
   }
   knowledge_.levels = 1;

@@ -15,6 +15,7 @@
 #include "suite/redfish/generation.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/session/fetcher.h"
+#include "suite/redfish/session/login_gate.h"
 #include "suite/redfish/session/session.h"
 
 namespace redfish {
@@ -29,6 +30,9 @@ struct ServiceOptions {
   base::Clock::time_point deadline =
       base::Clock::time_point::max();  ///< The run's.
   LanAddress lan;  ///< Where to ask for IPMI when there is no Redfish.
+  /// Asked before the password is sent; must outlive the service. Null: it is
+  /// sent.
+  LoginGate* gate = nullptr;
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
 };
@@ -100,6 +104,7 @@ class Service {
   Fetcher fetcher_;
   Session session_;
   bool opened_ = false;
+  bool entered_ = false;  ///< The gate let the login of `open` pass.
   std::optional<Probed> probed_;
   std::optional<base::Failure> lost_;  ///< Why nothing more is to be had.
   std::set<std::uint16_t> readAhead_;  ///< Nodes whose prefetch is done.

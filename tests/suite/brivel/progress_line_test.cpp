@@ -104,4 +104,15 @@ TEST_F(ProgressLineTest, IsWipedWhenItDies) {
   EXPECT_EQ(drawn(), "\r\x1b[K");
 }
 
+TEST_F(ProgressLineTest, OfSeveralTargetsCountsThem) {
+  brivel::FleetLine line(terminal(), simulatedNow);
+  simulated += milliseconds(2000);
+  line.show(3, 0, 1000);
+  EXPECT_EQ(drawn(), "\r1000 targets: 3 read, 2 s\x1b[K");
+  simulated += milliseconds(1000);
+  line.show(5, 1, 1000);
+  EXPECT_NE(drawn().find("1000 targets: 5 read, 1 of them failed, 3 s"),
+            std::string::npos);
+}
+
 }  // namespace

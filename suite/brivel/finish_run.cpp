@@ -1,0 +1,68 @@
+#include "suite/brivel/finish_run.h"
+
+#include <cstdint>
+#include <iostream>
+
+#include "suite/brivel/console.h"
+#include "suite/brivel/exit_status.h"
+#include "suite/brivel/options/help.h"
+#include "suite/log/log_file.h"
+#include "suite/platform/interrupt.h"
+#include "suite/platform/standard_streams.h"
+#include "suite/platform/terminal.h"
+#include "syshealth/result/result_codes.h"
+
+namespace brivel {
+namespace {
+
+constexpr int kStandardError = 2;
+constexpr std::int32_t kMostPlugInStatus = 3;
+
+int finishPlugIn(const RunResult& result) {
+  if (platform::interrupted()) {
+    return plugInUnknown("interrupted");
+  }
+  if (result.ended) {
+    return plugInUnknown(describe(*result.ended));
+  }
+  return result.code >= 0 && result.code <= kMostPlugInStatus
+             ? static_cast<int>(result.code)
+             : plugInUnknown(resultText(result));
+}
+
+}  // namespace
+
+int finishRun(RunResult result, const std::vector<std::string>& notices,
+              bool plugIn) {
+  const bool abandoned = platform::outputIsAbandoned();
+  if (result.code == kResultSuccess && !platform::outputIsWhole()) {
+    result.code = kResultWriteFileFailed;
+    result.cause = "standard output cannot be written";
+  }
+  if (plugIn) {
+    return finishPlugIn(result);
+  }
+  if (platform::interrupted()) {
+    printError("interrupted");
+    return kExitInterrupted;
+  }
+  if (result.ended) {
+    printError(describe(*result.ended));
+    return kExitUsage;
+  }
+  if (result.code == kResultSuccess) {
+    for (const std::string& notice : notices) {
+      printError("note: " + notice);
+    }
+  } else if (!abandoned) {
+    std::cerr << (platform::isTerminal(kStandardError)
+                      ? resultLines(
+                            result, logging::logPath(),
+                            platform::terminalWidth(kStandardError, kHelpWidth))
+                      : resultLine(result, logging::logPath()) + "\n")
+              << std::flush;
+  }
+  return exitStatusOf(result.code);
+}
+
+}  // namespace brivel
