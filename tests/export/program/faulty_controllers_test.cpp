@@ -1,0 +1,116 @@
+// Whatever a controller does, there is one line for it that obeys the schema,
+// and it says "complete" only if nothing went wrong.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "suite/report/json.h"
+#include "tests/bmc/control/controller.h"
+#include "tests/export/program/exported.h"
+#include "tests/support/file_text.h"
+
+namespace exporting {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The fault files of the cases that stand for one controller each.
+std::vector<std::string> faultFiles() {
+  std::vector<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(FAULT_CASES)) {
+    if (entry.path().filename() == "faults.json" &&
+        support::fileText(entry.path()).find('@') == std::string::npos) {
+      files.push_back(entry.path().string());
+    }
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+class FaultyController : public testing::TestWithParam<std::string> {};
+
+TEST_P(FaultyController, IsALineThatObeysTheSchema) {
+  const bmc::Controller controller(
+      {"--tree", SAMPLES "/rack-server", "--faults", GetParam()});
+  ASSERT_TRUE(controller.running());
+  const RunEnd end = runBrivel({"--bmc", "http://admin@" + controller.http(),
+                                "--timeout", "1", "--deadline", "2", "export"});
+  const auto lines = linesOf(end.output);
+  ASSERT_FALSE(lines.empty()) << end.errors;
+  bool complete = true;
+  for (const std::string& line : lines) {
+    std::string error;
+    const auto server = report::fromJson(line, error);
+    ASSERT_TRUE(server) << error;
+    complete = complete && server->read.status == report::ReadStatus::kComplete;
+    EXPECT_EQ(server->read.status == report::ReadStatus::kComplete,
+              server->read.failures.empty());
+    if (!server->health.events) {
+      EXPECT_EQ(server->health.status, report::Health::kUnknown);
+    }
+  }
+  EXPECT_EQ(end.status == 0, complete) << end.errors;
+  EXPECT_EQ(end.output.find("Nothing-2-Hide"), std::string::npos);
+  if (!hasValidator()) {
+    GTEST_SKIP() << "python3-jsonschema is not here";
+  }
+  EXPECT_EQ(objectionOfSchema(end.output), "");
+}
+
+std::string nameOf(const testing::TestParamInfo<std::string>& info) {
+  const fs::path folder = fs::path(info.param).parent_path();
+  std::string name = folder.parent_path().filename().string() + "_" +
+                     folder.filename().string();
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, FaultyController,
+                         testing::ValuesIn(faultFiles()), nameOf);
+
+TEST(ExportedTarget, ThatIsUnreachableIsALine) {
+  const RunEnd end = runBrivel({"--bmc", "127.0.0.1:1", "export"});
+  std::string error;
+  const auto server = report::fromJson(linesOf(end.output).at(0), error);
+  ASSERT_TRUE(server) << error;
+  EXPECT_EQ(server->read.status, report::ReadStatus::kFailed);
+  EXPECT_EQ(server->read.failures.at(0).code, end.status);
+  EXPECT_EQ(server->target.address, "127.0.0.1:1");
+  EXPECT_FALSE(server->health.events);
+}
+
+TEST(ExportedFile, StaysWhenTheDiskIsFull) {
+  const RunEnd end = runBrivel({"--bmc", "file:" SAMPLES "/rack-server",
+                                "export", "--output", "/dev/full"});
+  EXPECT_EQ(end.status, 11);
+  EXPECT_NE(end.errors.find("is no regular file"), std::string::npos)
+      << end.errors;
+}
+
+TEST(ExportOptions, AreRefusedWithWhatTheyTake) {
+  const auto errorsOf = [](const std::vector<std::string>& options) {
+    std::vector<std::string> arguments = {
+        "--bmc", "file:" SAMPLES "/rack-server", "export"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const RunEnd end = runBrivel(arguments);
+    EXPECT_EQ(end.status, 5);
+    EXPECT_EQ(end.output, "");
+    return end.errors;
+  };
+  EXPECT_NE(errorsOf({"--format", "xml"}).find("formats are json"),
+            std::string::npos);
+  EXPECT_NE(errorsOf({"--device", "fan,"}).find("'' is no item; items are"),
+            std::string::npos);
+  EXPECT_NE(errorsOf({"--format", "csv"}).find("name it by --device"),
+            std::string::npos);
+}
+
+TEST(ExportSchema, IsThePublishedOne) {
+  const RunEnd end = runBrivel({"export", "--schema"});
+  EXPECT_EQ(end.status, 0) << end.errors;
+  EXPECT_EQ(end.output, support::fileText(SCHEMA_FILE));
+}
+
+}  // namespace
+}  // namespace exporting
