@@ -20,12 +20,26 @@ install(PROGRAMS $<TARGET_FILE:record-local>
         DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME brivel-record-local)
 install(TARGETS brivel_suite EXPORT brivel LIBRARY DESTINATION ${libraries})
 install(TARGETS brivel_transport_library LIBRARY DESTINATION ${libraries})
-install(TARGETS syshealth export
+install(TARGETS syshealth check export
         LIBRARY DESTINATION ${libraries}/${BRIVEL_INSTALLED_MODULES})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/rack-server
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/examples/brivel.toml
+foreach(example
+    brivel.toml icinga2.conf nagios.cfg prometheus-rules.yml)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/examples/${example}
+          DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+endforeach()
+install(PROGRAMS ${PROJECT_SOURCE_DIR}/packaging/examples/slurm-health
         DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+
+# What monitoring systems call, in the folder that all plug-ins share.
+install(PROGRAMS ${PROJECT_SOURCE_DIR}/packaging/check_brivel
+        DESTINATION lib/nagios/plugins)
+# Off until someone enables the timer for a group.
+install(FILES
+  ${PROJECT_SOURCE_DIR}/packaging/systemd/brivel-export@.service
+  ${PROJECT_SOURCE_DIR}/packaging/systemd/brivel-export@.timer
+  DESTINATION lib/systemd/system)
 
 # Completion, where each shell looks for it.
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/completion/brivel.bash

@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string problem(const fs::path& path, const std::string& what) {
-  return "--output: '" + path.u8string() + "' " + what;
+  return "'" + path.u8string() + "' " + what;
 }
 
 // The file that a path leads to, behind symbolic links.

@@ -53,11 +53,11 @@ BrivelResult run() {
   }
   OutputFile file;
   if (!file.open(options->output, error)) {
-    return failure(kWriteFileFailed, error);
+    return failure(kWriteFileFailed, "--output: " + error);
   }
   const Outcome outcome = writeReports(*options, *format, file.stream());
   return file.commit(error) ? outcome.result()
-                            : failure(kWriteFileFailed, error);
+                            : failure(kWriteFileFailed, "--output: " + error);
 }
 
 }  // namespace exporting
