@@ -170,5 +170,22 @@ TEST(NetworkTransportTls, ConnectionsAreKept) {
   EXPECT_EQ(server.connections(), 1);
 }
 
+TEST(NetworkTransportTls, ConnectionsOpenedTogetherTakeUpOneSession) {
+  ScriptedServer server(serving(), tlsWith(bmc::makeCertificate({})));
+  NetworkTransportOptions options = tlsOptions(server.port());
+  options.insecure = true;
+  options.maxConnections = 16;
+  const auto transport = makeNetworkTransport(options);
+  constexpr int kRequests = 64;
+  for (int i = 0; i < kRequests; ++i) {
+    transport->start(get());
+  }
+  for (int i = 0; i < kRequests; ++i) {
+    EXPECT_EQ(told(nextAnswer(*transport)), "no failure");
+  }
+  EXPECT_GT(server.connections(), 2);
+  EXPECT_EQ(transport->stats().resumed + 1, transport->stats().connections);
+}
+
 }  // namespace
 }  // namespace http
