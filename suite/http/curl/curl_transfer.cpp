@@ -7,13 +7,10 @@
 #include <chrono>
 #include <utility>
 
+#include "suite/http/network_limits.h"
+
 namespace http {
 namespace {
-
-constexpr char kUserAgent[] = "brivel/" BRIVEL_VERSION;
-
-// What libcurl may be late with a time limit before we step in.
-constexpr std::chrono::milliseconds kGrace(100);
 
 // What an info of a finished transfer says; 0 when it says nothing.
 template <typename Value>
@@ -82,7 +79,7 @@ void CurlTransfer::prepare(std::uint64_t id, Request request,
 
   CURL* easy = easy_.get();
   setOption(easy, CURLOPT_PATH_AS_IS, 1L);
-  setOption(easy, CURLOPT_USERAGENT, kUserAgent);
+  setOption(easy, CURLOPT_USERAGENT, userAgent());
   setOption(easy, CURLOPT_MAXFILESIZE_LARGE,
             static_cast<curl_off_t>(kMaxBodyBytes));
   setOption(easy, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);

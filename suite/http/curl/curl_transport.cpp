@@ -10,16 +10,15 @@
 #include "suite/http/curl/curl_transfer.h"
 #include "suite/http/curl/curl_trust.h"
 #include "suite/http/curl/pacing.h"
+#include "suite/http/interrupt_watch.h"
 #include "suite/http/network_fault.h"
+#include "suite/http/network_limits.h"
 #include "suite/http/network_transport.h"
 #include "suite/http/request_trace.h"
 #include "suite/platform/interrupt.h"
 
 namespace http {
 namespace {
-
-// Longest wait in one go; `next` waits again when there is time left.
-constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
 
 // How long a request is held back for the sake of the others while none of them
 // is answered. A handshake that takes longer may never end.
@@ -34,7 +33,7 @@ class CurlTransport final : public Transport {
   bool live() const override { return true; }
   std::uint64_t start(Request request) override;
   std::optional<Answer> next(base::Clock::time_point until) override;
-  void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
+  void deferInterrupt(bool defer) override { interrupt_.defer(defer); }
   bool mayHaveArrived(std::uint64_t id) const override;
   void cancelAll() override;
   void disableCompression() override { identity_ = true; }
@@ -84,7 +83,6 @@ class CurlTransport final : public Transport {
                    std::vector<TransferPtr>& transfers);
   void release(TransferPtr transfer) noexcept;
   bool underWay() const { return !active_.empty() || !waiting_.empty(); }
-  bool newlyInterrupted();
   void wait(base::Clock::duration time);
 
   NetworkTransportOptions options_;
@@ -94,8 +92,7 @@ class CurlTransport final : public Transport {
   bool identity_ = false;
   bool http2Allowed_ = true;
   bool http2Known_ = false;
-  bool interruptSeen_ = false;
-  bool interruptDeferred_ = false;
+  InterruptWatch interrupt_;
   std::uint64_t lastId_ = 0;
   Pacing pacing_;
   std::multimap<int, Waiting, std::greater<>> waiting_;  // By priority.
@@ -303,7 +300,7 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
       heldBytes_ -= answer.body.size();
       return answer;
     }
-    if (!underWay() || newlyInterrupted()) {
+    if (!underWay() || interrupt_.tell()) {
       return std::nullopt;
     }
     const base::Clock::time_point now = base::Clock::now();
@@ -459,23 +456,12 @@ void CurlTransport::release(TransferPtr transfer) noexcept {
   }
 }
 
-bool CurlTransport::newlyInterrupted() {
-  if (interruptSeen_ || interruptDeferred_ || !platform::interrupted()) {
-    return false;
-  }
-  interruptSeen_ = true;
-  return true;
-}
-
 void CurlTransport::wait(base::Clock::duration time) {
   // Rounded up, lest the last fraction of a millisecond is spent in circles.
   const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
       std::min<base::Clock::duration>(time, kMaxWait));
-  // The descriptor stays readable for good: it is watched only until the
-  // interrupt was told.
   curl_waitfd interrupt{platform::interruptFd(), CURL_WAIT_POLLIN, 0};
-  const bool watch =
-      !interruptSeen_ && !interruptDeferred_ && interrupt.fd >= 0;
+  const bool watch = interrupt_.watching() && interrupt.fd >= 0;
   check(curl_multi_poll(multi_.get(), &interrupt, watch ? 1U : 0U,
                         static_cast<int>(wanted.count()), nullptr));
 }

@@ -6,14 +6,12 @@
 #include <utility>
 
 #include "suite/base/secret.h"
+#include "suite/http/network_limits.h"
 #include "suite/http/winhttp/base64_windows.h"
 #include "suite/platform/memory.h"
 
 namespace http {
 namespace {
-
-// What WinHTTP may be late with a time limit before it is given up.
-constexpr std::chrono::milliseconds kGrace(100);
 
 constexpr DWORD kIgnoredByTheSystem = SECURITY_FLAG_IGNORE_UNKNOWN_CA |
                                       SECURITY_FLAG_IGNORE_CERT_CN_INVALID |

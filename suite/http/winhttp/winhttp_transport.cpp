@@ -5,7 +5,9 @@
 #include <map>
 #include <utility>
 
+#include "suite/http/interrupt_watch.h"
 #include "suite/http/network_fault.h"
+#include "suite/http/network_limits.h"
 #include "suite/http/network_transport.h"
 #include "suite/http/request_trace.h"
 #include "suite/http/winhttp/winhttp_exchange.h"
@@ -14,11 +16,6 @@
 
 namespace http {
 namespace {
-
-constexpr wchar_t kUserAgent[] = L"brivel/" BRIVEL_VERSION;
-
-// Longest wait in one go; `next` waits again when there is time left.
-constexpr std::chrono::milliseconds kMaxWait = std::chrono::minutes(1);
 
 class WinhttpTransport final : public Transport {
  public:
@@ -29,7 +26,7 @@ class WinhttpTransport final : public Transport {
   bool live() const override { return true; }
   std::uint64_t start(Request request) override;
   std::optional<Answer> next(base::Clock::time_point until) override;
-  void deferInterrupt(bool defer) override { interruptDeferred_ = defer; }
+  void deferInterrupt(bool defer) override { interrupt_.defer(defer); }
   bool mayHaveArrived(std::uint64_t id) const override;
   void cancelAll() override;
   TransportStats stats() const override { return stats_; }
@@ -44,7 +41,6 @@ class WinhttpTransport final : public Transport {
   void expire(base::Clock::time_point now);
   void complete(const ExchangePtr& exchange);
   void fail(std::uint64_t id, const std::string& target, base::Failure failure);
-  bool newlyInterrupted();
   void wait(base::Clock::time_point until);
 
   NetworkTransportOptions options_;
@@ -52,8 +48,7 @@ class WinhttpTransport final : public Transport {
   std::shared_ptr<WinhttpCommon> common_;
   std::shared_ptr<WinhttpSession> session_;
   bool sessionUsed_ = false;
-  bool interruptSeen_ = false;
-  bool interruptDeferred_ = false;
+  InterruptWatch interrupt_;
   std::uint64_t lastId_ = 0;
   TransportStats stats_;
   std::deque<ExchangePtr> waiting_;
@@ -78,8 +73,8 @@ std::optional<base::Failure> WinhttpTransport::optionFault() const {
 std::shared_ptr<WinhttpSession> WinhttpTransport::openSession() const {
   auto opened = std::make_shared<WinhttpSession>();
   opened->session.reset(WinHttpOpen(
-      kUserAgent, WINHTTP_ACCESS_TYPE_NO_PROXY, WINHTTP_NO_PROXY_NAME,
-      WINHTTP_NO_PROXY_BYPASS, WINHTTP_FLAG_ASYNC));
+      boost::nowide::widen(userAgent()).c_str(), WINHTTP_ACCESS_TYPE_NO_PROXY,
+      WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, WINHTTP_FLAG_ASYNC));
   if (!opened->session) {
     return nullptr;
   }
@@ -165,7 +160,7 @@ std::optional<Answer> WinhttpTransport::next(base::Clock::time_point until) {
       ready_.pop_front();
       return answer;
     }
-    if ((active_.empty() && waiting_.empty()) || newlyInterrupted()) {
+    if ((active_.empty() && waiting_.empty()) || interrupt_.tell()) {
       return std::nullopt;
     }
     if (base::Clock::now() >= until) {
@@ -219,14 +214,6 @@ void WinhttpTransport::complete(const ExchangePtr& exchange) {
   ready_.push_back(std::move(answer));
 }
 
-bool WinhttpTransport::newlyInterrupted() {
-  if (interruptSeen_ || interruptDeferred_ || !platform::interrupted()) {
-    return false;
-  }
-  interruptSeen_ = true;
-  return true;
-}
-
 void WinhttpTransport::wait(base::Clock::time_point until) {
   for (const auto& [id, exchange] : active_) {
     until = std::min(until, exchange->deadline());
@@ -238,12 +225,9 @@ void WinhttpTransport::wait(base::Clock::time_point until) {
   const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
       std::clamp<base::Clock::duration>(
           until - base::Clock::now(), base::Clock::duration::zero(), kMaxWait));
-  // The event of an interrupt stays signalled for good: it is watched only
-  // until the interrupt was told.
   const std::array<HANDLE, 2> events = {common_->mailbox.event(),
                                         platform::interruptEvent()};
-  const bool watch =
-      !interruptSeen_ && !interruptDeferred_ && events[1] != nullptr;
+  const bool watch = interrupt_.watching() && events[1] != nullptr;
   WaitForMultipleObjects(watch ? 2 : 1, events.data(), FALSE,
                          static_cast<DWORD>(wanted.count()));
 }
