@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "suite/base/numbers.h"
 #include "suite/brivel/console.h"
 #include "suite/brivel/finish_run.h"
 #include "suite/brivel/progress_line.h"
@@ -75,6 +76,10 @@ int runOnFleet(const CommandLine& line, Application& application,
   fleet::FleetOptions options;
   options.fanout = line.fleet.fanout;
   options.total = line.fleet.total;
+  if (const auto node = line.applicationOptions.find("node");
+      node != line.applicationOptions.end()) {
+    options.node = base::parseNumber<int>(node->second);
+  }
   options.environmentPassword = std::move(environmentPassword);
   options.progress = [&](const fleet::Progress& progress) {
     if (drawn) {

@@ -30,6 +30,8 @@ struct FleetOptions {
   int fanout = 64;  ///< Targets at a time.
   /// For all of them together, from the first on; nullopt: no limit.
   std::optional<std::chrono::milliseconds> total;
+  /// Of each target, the node of this number alone; nullopt: every node.
+  std::optional<int> node;
   std::optional<base::Secret> environmentPassword;
   /// Told now and then, by the thread that takes the reports; may be empty.
   std::function<void(const Progress&)> progress;
@@ -50,6 +52,7 @@ class Fleet {
 
   const std::vector<Member>& members() const { return members_; }
   int fanout() const { return options_.fanout; }
+  std::optional<int> node() const { return options_.node; }
 
   /// Starts the time of the run, and finds the passwords that its targets
   /// take: the last moment at which a person is asked. Once in a run.

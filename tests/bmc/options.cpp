@@ -39,7 +39,9 @@ bool parseOptions(int argc, char** argv, Options& options, int& exitStatus) {
                  "Folder for ready.json, certificate.pem, log.jsonl and "
                  "counters.json")
       ->required();
-  app.add_option("--address", options.address, "Loopback address to listen on");
+  app.add_option(
+      "--address", options.address,
+      "Loopback address to listen on; 0.0.0.0 for all of 127.0.0.0/8");
   app.add_option("--http-port", options.httpPort, "0: any free port");
   app.add_option("--https-port", options.httpsPort, "0: any free port");
   app.add_option("--control-port", options.controlPort, "0: any free port");

@@ -197,6 +197,7 @@ bool Server::listen(std::string& error) {
   parts.https.emplace(*parts.environment, parts.tls.get());
   parts.controlPort.emplace(*parts.controlEnvironment, nullptr);
   const std::string& address = options_.address;
+  const std::string shown = address == "0.0.0.0" ? "127.0.0.1" : address;
   if (!parts.http->start(address, options_.httpPort, error) ||
       !parts.https->start(address, options_.httpsPort, error) ||
       !parts.controlPort->start(address, options_.controlPort, error)) {
@@ -211,15 +212,14 @@ bool Server::listen(std::string& error) {
     parts.ready.ipmiPort = parts.ipmi->port();
   }
   parts.lifeline.emplace(parts.io);
-  parts.ready.address = address;
+  parts.ready.address = shown;
   parts.ready.httpPort = parts.http->port();
   parts.ready.httpsPort = parts.https->port();
   parts.ready.controlPort = parts.controlPort->port();
   parts.ready.log = parts.journal.path();
   parts.ready.user = options_.user;
-  parts.faulty->setMarks(
-      {{"http", hostAndPort(address, parts.http->port())},
-       {"https", hostAndPort(address, parts.https->port())}});
+  parts.faulty->setMarks({{"http", hostAndPort(shown, parts.http->port())},
+                          {"https", hostAndPort(shown, parts.https->port())}});
   return true;
 }
 

@@ -2,12 +2,15 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "suite/connection/connections.h"
 #include "suite/devhealth/target_inventory.h"
+#include "suite/fleet/fleet.h"
 #include "suite/redfish/service.h"
+#include "suite/report/reader/fleet_reading.h"
 #include "suite/report/reader/node_report.h"
 #include "suite/run/run.h"
 
@@ -40,12 +43,18 @@ Target targetOf(Connections& run, const ConnectionInfo& node,
 
 }  // namespace
 
-// The nodes of the run's target, one after another.
+// The nodes of the run's target, one after another, or its several targets.
 class Reports::Reading {
  public:
   explicit Reading(std::uint32_t wants) : wants_(wants) {}
 
   bool next(ServerReport& report) {
+    if (fleet::Fleet* const fleet = fleet::Fleet::current()) {
+      if (!many_) {
+        many_.emplace(*fleet, wants_);
+      }
+      return many_->next(report);
+    }
     Connections* const run = Connections::current();
     if (run == nullptr) {
       return false;
@@ -95,6 +104,7 @@ class Reports::Reading {
   std::vector<ConnectionInfo> nodes_;
   std::size_t next_ = 0;  ///< Of `nodes_`.
   std::size_t end_ = 0;
+  std::optional<FleetReading> many_;  ///< If the run reads several targets.
 };
 
 Reports::Reports(std::uint32_t wants)

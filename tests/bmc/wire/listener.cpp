@@ -1,6 +1,9 @@
 #include "tests/bmc/wire/listener.h"
 
+#include <sys/socket.h>
+
 #include <boost/asio/ip/address.hpp>
+#include <cerrno>
 #include <chrono>
 #include <memory>
 #include <utility>
@@ -26,13 +29,19 @@ bool Listener::start(const std::string& address, std::uint16_t port,
                      std::string& error) {
   error_code code;
   const auto parsed = asio::ip::make_address(address, code);
-  if (!code && !parsed.is_loopback()) {
+  const bool everywhere = !code && parsed == asio::ip::address_v4::any();
+  if (!code && !everywhere && !parsed.is_loopback()) {
     error = address + ": only loopback addresses are served";
     return false;
   }
   const tcp::endpoint endpoint(parsed, port);
   if (!code) {
     acceptor_.open(endpoint.protocol(), code);
+  }
+  if (!code && everywhere &&
+      setsockopt(acceptor_.native_handle(), SOL_SOCKET, SO_BINDTODEVICE, "lo",
+                 sizeof("lo")) != 0) {
+    code = error_code(errno, boost::system::system_category());
   }
   if (!code) {
     acceptor_.set_option(tcp::acceptor::reuse_address(true), code);
