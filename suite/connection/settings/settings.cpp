@@ -45,6 +45,26 @@ std::string quotationHint(std::string_view text, std::uint32_t number) {
              : "";
 }
 
+// Dotted keys nest as deep as they have dots, and the library takes them apart
+// by recursion.
+constexpr std::ptrdiff_t kMostDots = 64;
+
+// The first line that could nest too deep; nullopt if there is none. Lines of
+// comment may be drawn of dots.
+std::optional<std::size_t> overlyDottedLine(std::string_view text) {
+  for (std::size_t number = 1; !text.empty(); ++number) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = text.substr(0, end);
+    const std::size_t begin = line.find_first_not_of(" \t");
+    if (begin != std::string_view::npos && line[begin] != '#' &&
+        std::count(line.begin(), line.end(), '.') > kMostDots) {
+      return number;
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return std::nullopt;
+}
+
 // Keys that a table may hold, each with what becomes of its value.
 using Keys = std::vector<
     std::pair<std::string_view, std::function<void(const SettingsValue&)>>>;
@@ -267,6 +287,12 @@ base::Result<Settings> loadSettings(const std::string& file,
 base::Result<Settings> readSettings(std::string_view text,
                                     const std::string& file,
                                     const std::string& home) {
+  if (const auto dotted = overlyDottedLine(text)) {
+    return base::makeFailure(base::FailureKind::kUsage,
+                             file + ":" + std::to_string(*dotted) +
+                                 ": a line holds more than " +
+                                 std::to_string(kMostDots) + " dots");
+  }
   std::string reason;
   std::uint32_t line = 0;
   try {

@@ -273,6 +273,24 @@ TEST_F(LoadSettings, HugeFileIsRefused) {
   EXPECT_EQ(error_, file_ + ": is larger than 1 MiB");
 }
 
+TEST_F(LoadSettings, KeysOfManyPartsAreRefused) {
+  std::string dots;
+  for (int i = 0; i < 100000; ++i) {
+    dots += "a.";
+  }
+  EXPECT_EQ(errorOf("# " + dots + "\n" + dots + "b = 1\n"),
+            "2: a line holds more than 64 dots");
+  EXPECT_EQ(errorOf("[" + dots + "b]\n"), "1: a line holds more than 64 dots");
+}
+
+TEST_F(LoadSettings, TablesInTablesAreRefused) {
+  std::string text = "a = ";
+  for (int i = 0; i < 2000; ++i) {
+    text += "[\n{" + std::string("a.a.a.a.a.a.a.a = ");
+  }
+  EXPECT_NE(errorOf(text), "");
+}
+
 #ifndef _WIN32
 TEST_F(LoadSettings, FileThatOthersMayWriteIsRefused) {
   for (const mode_t rights : {0620U, 0602U, 0666U}) {
