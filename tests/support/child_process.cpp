@@ -5,6 +5,7 @@
 #include <pty.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -170,6 +171,11 @@ bool ChildProcess::await(const std::string& text) {
     }
   }
   return true;
+}
+
+bool ChildProcess::terminalEchoes() const {
+  termios settings = {};
+  return tcgetattr(terminal_, &settings) == 0 && (settings.c_lflag & ECHO) != 0;
 }
 
 std::optional<ChildEnd> ChildProcess::waitFor(milliseconds patience) {

@@ -76,6 +76,9 @@ class ChildProcess {
   /// it came.
   bool await(const std::string& text);
 
+  /// Whether its terminal shows what is typed, as it was left.
+  bool terminalEchoes() const;
+
   /// Waits for its end, at most so long; nullopt when it still runs then.
   /// What a terminal shows is not read meanwhile.
   std::optional<ChildEnd> waitFor(std::chrono::milliseconds patience);

@@ -1,49 +1,18 @@
 #include "suite/connection/password/password_prompt.h"
 
 #include <fcntl.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include "suite/connection/password/password_line.h"
+#include "suite/connection/password/silent_terminal_posix.h"
 #include "suite/platform/descriptor.h"
+#include "suite/platform/terminal.h"
 
 namespace connection {
 namespace {
 
 using base::Failure;
 using base::FailureKind;
-
-// Keeps a terminal from showing what is typed.
-class SilentTerminal {
- public:
-  explicit SilentTerminal(int descriptor) : descriptor_(descriptor) {
-    silenced_ = tcgetattr(descriptor, &before_) == 0;
-    if (silenced_) {
-      termios silent = before_;
-      silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-      silenced_ = tcsetattr(descriptor, TCSAFLUSH, &silent) == 0;
-    }
-  }
-  ~SilentTerminal() {
-    if (silenced_) {
-      tcsetattr(descriptor_, TCSAFLUSH, &before_);
-    }
-  }
-  SilentTerminal(const SilentTerminal&) = delete;
-  SilentTerminal& operator=(const SilentTerminal&) = delete;
-
-  bool silenced() const { return silenced_; }
-
- private:
-  int descriptor_;
-  bool silenced_ = false;
-  termios before_{};
-};
-
-void show(int descriptor, const std::string& text) {
-  // A question that cannot be shown is still answered, or interrupted.
-  static_cast<void>(write(descriptor, text.data(), text.size()) < 0);
-}
 
 }  // namespace
 
@@ -62,7 +31,7 @@ base::Result<base::Secret> askPassword(const std::string& question) {
   const platform::Descriptor terminal(
       open("/dev/tty", O_WRONLY | O_CLOEXEC | O_NOCTTY));
   const int output = terminal.number() >= 0 ? terminal.number() : STDERR_FILENO;
-  const SilentTerminal silent(STDIN_FILENO);
+  const SilentTerminal silent(STDIN_FILENO, output, question);
   if (!silent.silenced()) {
     Failure failure;
     failure.kind = FailureKind::kNoCredentials;
@@ -70,10 +39,9 @@ base::Result<base::Secret> askPassword(const std::string& question) {
     failure.remedy = "use --password-file or --password-stdin";
     return failure;
   }
-  show(output, question);
   base::Result<base::Secret> password =
       readPasswordLine(STDIN_FILENO, "the answer");
-  show(output, "\n");
+  platform::writeRaw(output, "\n");
   return password;
 }
 

@@ -110,6 +110,52 @@ TEST_F(ProgramConnection, InterruptAtThePromptEndsTheRun) {
   EXPECT_EQ(controller.counters().sessionsCreated, 0U);
 }
 
+TEST_F(ProgramConnection, SignalAtThePromptLeavesTheTerminalAsItWas) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
+  options.terminal = true;
+  for (const int number : {SIGQUIT, SIGALRM, SIGUSR1}) {
+    support::ChildProcess child(started(trustingLogin()));
+    ASSERT_TRUE(child.await(": "));
+    EXPECT_FALSE(child.terminalEchoes());
+    child.type("half a pass");
+    child.signal(number);
+    EXPECT_EQ(child.wait().status, 128 + number);
+    EXPECT_TRUE(child.terminalEchoes()) << number;
+  }
+}
+
+TEST_F(ProgramConnection, PromptThatIsStoppedIsShownAgain) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
+  options.terminal = true;
+  // A shell with jobs, which shows the terminal's settings while its job is
+  // stopped, and then lets it go on.
+  support::ChildOptions shell = started({});
+  shell.arguments = {"-c", "set -m; \"$0\" \"$@\"; stty -a >&2; fg > /dev/null",
+                     shell.program};
+  for (const std::string& argument : trustingLogin()) {
+    shell.arguments.push_back(argument);
+  }
+  shell.program = "/bin/sh";
+  shell.environment.push_back("PATH=/usr/bin:/bin");
+  support::ChildProcess child(shell);
+  const std::string question =
+      "Password for admin at " + controller.https() + ": ";
+  ASSERT_TRUE(child.await(question));
+  EXPECT_FALSE(child.terminalEchoes());
+  child.type("\x1a");  // Ctrl-Z
+  ASSERT_TRUE(child.await(" echo ")) << child.errors();
+  ASSERT_TRUE(child.await("\n" + question)) << child.errors();
+  EXPECT_FALSE(child.terminalEchoes());
+  child.type(std::string(kPassword) + "\n");
+  EXPECT_EQ(child.wait().status, 0) << child.errors();
+  EXPECT_EQ(child.output(), "reached 0 user 'admin' from 'terminal'\n");
+  EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
+}
+
 TEST_F(ProgramConnection, MissingPasswordIsToldWithoutATerminal) {
   const ProgramEnd end = run(trustingLogin());
   EXPECT_EQ(end.status, 40);
