@@ -11,8 +11,9 @@ namespace platform {
 std::string environmentValue(const char* name);
 
 /// Takes a variable out of the environment and overwrites its value there, so
-/// that neither a child process nor /proc shows it. Returns nullopt if it is
-/// not set.
+/// that neither a child process nor /proc shows it. Where it stands there more
+/// than once, that is done with each, and the first counts. Returns nullopt if
+/// it is not set.
 std::optional<std::string> takeEnvironmentVariable(const char* name);
 
 }  // namespace platform

@@ -1,5 +1,7 @@
 #include "suite/platform/environment.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <cstring>
 
@@ -13,12 +15,18 @@ std::string environmentValue(const char* name) {
 }
 
 std::optional<std::string> takeEnvironmentVariable(const char* name) {
-  char* const value = std::getenv(name);
-  if (value == nullptr) {
-    return std::nullopt;
+  const std::string prefix = std::string(name) + "=";
+  std::optional<std::string> text;
+  // A program may be given a variable twice; getenv finds the first.
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    if (std::strncmp(*entry, prefix.c_str(), prefix.size()) == 0) {
+      char* const value = *entry + prefix.size();
+      if (!text) {
+        text = value;
+      }
+      overwrite(value, std::strlen(value));
+    }
   }
-  std::string text(value);
-  overwrite(value, std::strlen(value));
   unsetenv(name);
   return text;
 }
