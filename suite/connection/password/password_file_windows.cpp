@@ -33,8 +33,16 @@ base::Result<base::Secret> readPasswordFile(const std::string& file) {
   }
   const auto handle =
       reinterpret_cast<HANDLE>(_get_osfhandle(descriptor.number()));
-  if (GetFileType(handle) == FILE_TYPE_DISK &&
-      platform::othersCanRead(handle)) {
+  const bool isFile = GetFileType(handle) == FILE_TYPE_DISK;
+  if (isFile && platform::belongsToOthers(handle)) {
+    Failure failure;
+    failure.kind = FailureKind::kFileUnreadable;
+    failure.cause = "the password file " + file +
+                    " belongs to another user, who could change it";
+    failure.remedy = "use a copy of it";
+    return failure;
+  }
+  if (isFile && platform::othersCanRead(handle)) {
     Failure failure;
     failure.kind = FailureKind::kFileUnreadable;
     failure.cause =

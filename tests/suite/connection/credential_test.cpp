@@ -1,5 +1,6 @@
 #include "suite/connection/password/credential.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "suite/connection/password/environment_password.h"
@@ -173,6 +175,63 @@ TEST_F(FindCredential, DirectoryIsRefused) {
   target_.password.optionFile = directory_.path().string();
   EXPECT_FALSE(find());
   EXPECT_EQ(failure_.kind, FailureKind::kFileUnreadable);
+  EXPECT_EQ(failure_.cause, "the password file " + directory_.path().string() +
+                                " is a directory");
+  EXPECT_EQ(failure_.remedy, "");
+}
+
+TEST_F(FindCredential, FileOfAnotherUserIsRefused) {
+  const std::string file = directory_.write("a", "hunter2\n");
+  if (chown(file.c_str(), 1234, 1234) != 0) {
+    GTEST_SKIP() << "only root can make files of other users";
+  }
+  target_.password.optionFile = file;
+  EXPECT_EQ(found(), "(the password file " + file +
+                         " belongs to another user, who could change it)");
+}
+
+TEST_F(FindCredential, ByteOrderMarkIsNoPartOfThePassword) {
+  target_.password.optionFile = directory_.write("a", "\xEF\xBB\xBFhunter2\n");
+  EXPECT_EQ(found(), "hunter2");
+  target_.password.optionFile = directory_.write("b", "\xEF\xBB\xBF\n");
+  EXPECT_FALSE(find());
+}
+
+TEST_F(FindCredential, TerminalIsNoPasswordFile) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
+  const std::string name = ptsname(terminal);
+  const int other = open(name.c_str(), O_RDWR | O_NOCTTY);
+  EXPECT_EQ(write(terminal, "hunter2\n", 8), 8);
+  target_.password.optionFile = name;
+  EXPECT_EQ(found(), "(the password file " + name +
+                         " is a terminal, which shows what is typed)");
+  close(other);
+  close(terminal);
+}
+
+TEST_F(FindCredential, PipeThatNobodyWritesToIsRefusedAtOnce) {
+  const std::string pipe = directory_.at("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  target_.password.optionFile = pipe;
+  EXPECT_EQ(found(), "(the password file " + pipe +
+                         " holds no password in its first line)");
+}
+
+TEST_F(FindCredential, PipeIsWaitedForWhileSomebodyHoldsIt) {
+  int ends[2] = {-1, -1};
+  ASSERT_EQ(pipe(ends), 0);
+  std::thread writer([&] {
+    EXPECT_EQ(write(ends[1], "hun", 3), 3);
+    EXPECT_EQ(write(ends[1], "ter2\n", 5), 5);
+  });
+  target_.password.optionFile = "/dev/fd/" + std::to_string(ends[0]);
+  EXPECT_EQ(found(), "hunter2");
+  writer.join();
+  close(ends[0]);
+  close(ends[1]);
 }
 
 TEST_F(FindCredential, StandardInputIsReadUpToTheLineEnd) {
@@ -208,6 +267,21 @@ TEST(TakeEnvironmentPassword, OverwritesTheVariablesBytes) {
   EXPECT_EQ(std::memcmp(variable + std::strlen("BRIVEL_PASSWORD="),
                         "\0\0\0\0\0\0\0", 7),
             0);
+}
+
+TEST(TakeEnvironmentPassword, OverwritesEachOfSeveral) {
+  char first[] = "BRIVEL_PASSWORD=hunter2";
+  char second[] = "BRIVEL_PASSWORD=hunter3";
+  char* several[] = {first, second, nullptr};
+  char** const before = environ;
+  environ = several;
+  const auto password = takeEnvironmentPassword();
+  EXPECT_EQ(getenv("BRIVEL_PASSWORD"), nullptr);
+  environ = before;
+  ASSERT_TRUE(password);
+  EXPECT_EQ(password->text(), "hunter2");
+  EXPECT_STREQ(first, "BRIVEL_PASSWORD=");
+  EXPECT_STREQ(second, "BRIVEL_PASSWORD=");
 }
 
 TEST(TakeEnvironmentPassword, GivesNothingWhenUnsetOrEmpty) {
