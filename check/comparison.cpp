@@ -57,8 +57,22 @@ class KindComparison {
     const auto now = placesNow_.find(part.place);
     const bool byPlace = !part.place.empty() && before->second == 1 &&
                          (now == placesNow_.end() || now->second == 1);
-    const Index& index = byPlace ? byPlace_ : byId_;
-    const auto found = index.find(byPlace ? part.place : part.id);
+    if (byPlace) {
+      const Part* const found = partAt(byPlace_, part.place);
+      if (found != nullptr) {
+        return found;
+      }
+    }
+    // A part that could not be read has no name of its own. Where paths are
+    // numbers in a list, one that stands elsewhere now may have its path.
+    const Part* const found = partAt(byId_, part.id);
+    return byPlace && found != nullptr && placesBefore_.count(found->place) != 0
+               ? nullptr
+               : found;
+  }
+
+  static const Part* partAt(const Index& index, const std::string& key) {
+    const auto found = index.find(key);
     return found == index.end() || !found->second->present ? nullptr
                                                            : found->second;
   }

@@ -121,6 +121,32 @@ TEST(Compare, FindsPartsByPathWhereNamesAreNotUnique) {
   EXPECT_EQ(comparison.findings[0].origin, "/fan/1");
 }
 
+// As a part is told of that could not be read.
+TEST(Compare, APartOfWhichOnlyThePathIsKnownIsNotMissing) {
+  ServerReport now = goodReport();
+  now.memory->at(0) = {};
+  now.memory->at(0).id = "/dimm/1";
+  now.memory->at(0).slot = "1";
+  EXPECT_THAT(compared(now),
+              ElementsAre("UNKNOWN memory module DIMM 1: its serial number is "
+                          "not known now, it was D1",
+                          "UNKNOWN memory module DIMM 1: its size is not known "
+                          "now, it was 16384 MiB"));
+}
+
+// Paths that are places in a list: behind a part that is gone, the others move
+// up.
+TEST(Compare, APartIsMissingWhereAnotherHasItsPathNow) {
+  ServerReport before = goodReport();
+  before.fans->at(0).id = "/Thermal#/Fans/0";
+  before.fans->at(1).id = "/Thermal#/Fans/1";
+  ServerReport now = before;
+  now.fans->erase(now.fans->begin());
+  now.fans->at(0).id = "/Thermal#/Fans/0";
+  EXPECT_THAT(told(compare(before, now)),
+              ElementsAre("CRITICAL Baseline.Missing fan Fan 1 is missing"));
+}
+
 TEST(Compare, WhatIsNotKnownAnyMoreIsAGap) {
   ServerReport now = goodReport();
   now.memory->at(0).serialNumber.clear();
