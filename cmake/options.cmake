@@ -65,4 +65,5 @@ endfunction()
 # ground floor, and with it the client of controllers.
 set(BRIVEL_GROUND brivel_base brivel_platform)
 set(BRIVEL_CLIENT ${BRIVEL_GROUND}
-    brivel_http brivel_ipmi brivel_network_transport brivel_redfish)
+    brivel_http brivel_ipmi brivel_masking brivel_network_transport
+    brivel_redfish)

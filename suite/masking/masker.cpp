@@ -1,0 +1,128 @@
+#include "suite/masking/masker.h"
+
+#include <algorithm>
+
+#include "suite/base/ascii.h"
+#include "suite/base/filler.h"
+#include "suite/masking/address_forms.h"
+
+namespace masking {
+namespace {
+
+constexpr std::size_t kShortestWord = 4;
+constexpr std::size_t kShortestNumber = 6;
+constexpr std::size_t kShortestAnywhere = 8;
+
+// Whether a value is told from ordinary words by its form, so that it can be
+// looked for inside of words too.
+bool isUnmistakable(std::string_view value) {
+  return value.size() >= kShortestAnywhere &&
+         std::any_of(value.begin(), value.end(), base::isDigit) &&
+         std::any_of(value.begin(), value.end(), base::isLetter) &&
+         std::all_of(value.begin(), value.end(), base::isAlphanumeric);
+}
+
+bool isDistinct(std::string_view value) {
+  const bool number = std::all_of(value.begin(), value.end(), base::isDigit);
+  return value.size() >= (number ? kShortestNumber : kShortestWord) &&
+         !base::isFiller(value);
+}
+
+// A value as it stands in a link (RFC 3986, section 2.1).
+std::string percentEncoded(std::string_view value) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kAllowed = "-._~!$&'()*+,;=:@";
+  std::string encoded;
+  for (const char c : value) {
+    if (base::isAlphanumeric(c) || kAllowed.find(c) != kAllowed.npos) {
+      encoded += c;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    encoded += '%';
+    encoded += kDigits[byte >> 4U];
+    encoded += kDigits[byte & 0xFU];
+  }
+  return encoded;
+}
+
+}  // namespace
+
+void Masker::note(std::string_view value) {
+  value = base::trimmed(value);
+  if (!value.empty() && !base::isFiller(value)) {
+    prepared_ = false;
+    noted_.emplace(value);
+  }
+}
+
+void Masker::keep(std::string_view word) {
+  prepared_ = false;
+  kept_.insert(base::lowerCase(word));
+}
+
+std::string Masker::value(std::string_view value) {
+  prepare();
+  const std::string_view core = base::trimmed(value);
+  if (core.empty()) {
+    return std::string(value);
+  }
+  // Blanks around it, which firmware fills fields with, stay.
+  const auto begin = static_cast<std::size_t>(core.data() - value.data());
+  return std::string(value).replace(begin, core.size(), replacements_.of(core));
+}
+
+std::string Masker::text(std::string_view text) {
+  prepare();
+  std::string masked;
+  masked.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t noted = values_.at(text, i);
+    const std::size_t address = addressAt(text, i);
+    const std::size_t length = std::max(noted, address);
+    const std::string found(text.substr(i, length));
+    if (length == 0) {
+      masked += text[i++];
+      continue;
+    }
+    i += length;
+    const auto encoded = encoded_.find(base::lowerCase(found));
+    if (length > noted && isIpv4(found) && kept_.count(found) != 0) {
+      masked += found;
+    } else if (encoded != encoded_.end()) {
+      masked += encoded->second;
+    } else {
+      masked += replacements_.of(found);
+    }
+  }
+  return masked;
+}
+
+// Makes ready what is looked for in texts.
+void Masker::prepare() {
+  if (prepared_) {
+    return;
+  }
+  prepared_ = true;
+  values_ = NotedValues();
+  encoded_.clear();
+  for (const std::string& value : noted_) {
+    replacements_.reserve(value);
+  }
+  for (const std::string& value : noted_) {
+    if (!isDistinct(value) || kept_.count(base::lowerCase(value)) != 0) {
+      continue;
+    }
+    values_.add(value, isUnmistakable(value));
+    const std::string normal = normalForm(value);
+    values_.add(normal, isUnmistakable(normal));
+    const std::string encoded = percentEncoded(value);
+    if (encoded != value) {
+      values_.add(encoded, false);
+      encoded_[base::lowerCase(encoded)] =
+          percentEncoded(replacements_.of(value));
+    }
+  }
+}
+
+}  // namespace masking
