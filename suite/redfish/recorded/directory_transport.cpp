@@ -3,23 +3,11 @@
 #include <deque>
 
 #include "suite/base/text.h"
-#include "suite/redfish/graph/json.h"
 #include "suite/redfish/recorded/recorded_tree.h"
+#include "suite/redfish/recorded/stored_answer.h"
 
 namespace redfish {
 namespace {
-
-// Whether a stored body is an error response, recorded in place of a
-// resource that could not be read.
-bool isErrorBody(const std::string& body) {
-  // Nearly every body is told apart without being parsed.
-  if (body.find("\"error\"") == std::string_view::npos) {
-    return false;
-  }
-  std::string reason;
-  const std::optional<json::object> object = parseSmallObject(body, reason);
-  return object && object->contains("error") && !object->contains("@odata.id");
-}
 
 class DirectoryTransport final : public http::Transport {
  public:
@@ -72,7 +60,12 @@ class DirectoryTransport final : public http::Transport {
       answer.failure->uri = request.target;
       return answer;
     }
-    answer.status = stored.exists && !isErrorBody(stored.body) ? 200 : 404;
+    if (stored.answer) {
+      answer.status = stored.answer->status;
+      answer.location = std::move(stored.answer->location);
+    } else {
+      answer.status = stored.exists && !isErrorBody(stored.body) ? 200 : 404;
+    }
     answer.body = std::move(stored.body);
     return answer;
   }

@@ -60,9 +60,14 @@ RecordedTree::Stored RecordedTree::read(std::string_view target) {
     located_ = true;
   }
   if (failure_) {
-    return {false, "", failure_};
+    Stored failed;
+    failed.failure = failure_;
+    return failed;
   }
-  const std::string path = decodePercent(target.substr(0, target.find('?')));
+  const std::size_t mark = std::min(target.find('?'), target.size());
+  const std::string path = decodePercent(target.substr(0, mark));
+  const std::string query =
+      distinctQuery(target.substr(std::min(mark + 1, target.size())));
   std::string_view below = path;
   if (below.substr(0, prefix_.size()) != prefix_) {
     return {};
@@ -74,7 +79,42 @@ RecordedTree::Stored RecordedTree::read(std::string_view target) {
   while (!below.empty() && below.front() == '/') {
     below.remove_prefix(1);
   }
-  return readFile(root_ / fs::u8path(below) / kFileName);
+  const fs::path folder = root_ / fs::u8path(below);
+  if (!query.empty()) {
+    Stored own = readAnswer(folder, query);
+    if (own.exists || own.answer || own.failure) {
+      return own;
+    }
+  }
+  return readAnswer(folder, "");
+}
+
+RecordedTree::Stored RecordedTree::readAnswer(const fs::path& folder,
+                                              std::string_view query) const {
+  Stored stored = readFile(folder / bodyFileName(query));
+  if (stored.failure) {
+    return stored;
+  }
+  // Seldom there, and a look is cheaper than a reading.
+  const fs::path file = folder / answerFileName(query);
+  std::error_code unknown;
+  if (fs::symlink_status(file, unknown).type() == fs::file_type::not_found) {
+    return stored;
+  }
+  const Stored beside = readFile(file);
+  if (beside.failure) {
+    return beside;
+  }
+  if (beside.exists) {
+    stored.answer = parseStoredAnswer(beside.body);
+    if (!stored.answer) {
+      stored.failure =
+          unreadable(answerFileName(query) + " beside it is not understood");
+    } else if (stored.answer->failure) {
+      stored.failure = stored.answer->failure;
+    }
+  }
+  return stored;
 }
 
 std::optional<base::Failure> RecordedTree::locate() {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "suite/base/failure.h"
+#include "suite/redfish/recorded/stored_answer.h"
 
 namespace redfish {
 
@@ -20,19 +21,24 @@ class RecordedTree {
   struct Stored {
     bool exists = false;
     std::string body;
+    /// How the answer went, if that is stored beside the body.
+    std::optional<StoredAnswer> answer;
     std::optional<base::Failure> failure;  ///< Address and URI are left empty.
   };
 
-  /// Reads what is stored for a target ("/redfish/v1/Systems?..."); its query
-  /// is ignored. A resource without a file does not exist, which is no
-  /// failure. A file that is no regular file, is too large, lies outside or
-  /// cannot be read is one, and so is a directory that holds no service root.
+  /// Reads what is stored for a target ("/redfish/v1/Systems?..."): for its
+  /// query, or else without it. A resource without a file does not exist, which
+  /// is no failure. A file that is no regular file, is too large, lies outside
+  /// or cannot be read is one, as are a directory that holds no service root
+  /// and a request that failed when it was recorded.
   Stored read(std::string_view target);
 
  private:
   /// Finds root_ and prefix_; nothing on success.
   std::optional<base::Failure> locate();
 
+  Stored readAnswer(const std::filesystem::path& folder,
+                    std::string_view query) const;
   Stored readFile(const std::filesystem::path& file) const;
 
   std::filesystem::path directory_;

@@ -234,7 +234,9 @@ bool Fetcher::repeated(Job& job, http::Answer& answer) {
     }
     return false;
   }
-  if (answer.status == 429 || answer.status == 503) {
+  // A recorded server would answer the same again.
+  const bool live = transport_.live();
+  if (live && (answer.status == 429 || answer.status == 503)) {
     slowDown();
     if (job.overloads < kMaxOverloads) {
       const auto delay = retryDelay(answer.retryAfter, job.overloads++,
@@ -244,7 +246,8 @@ bool Fetcher::repeated(Job& job, http::Answer& answer) {
     }
     return false;
   }
-  if ((answer.status == 500 || answer.status == 502 || answer.status == 504) &&
+  if (live &&
+      (answer.status == 500 || answer.status == 502 || answer.status == 504) &&
       job.fetch.patient && !std::exchange(job.serverErrorRepeated, true)) {
     repeatAfter(std::move(job), kServerErrorDelay);
     return true;

@@ -71,6 +71,44 @@ TEST_F(DirectoryTransportTest, BriefLayoutHoldsNothingOutsideTheService) {
   EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1Systems"), "404");
 }
 
+TEST_F(DirectoryTransportTest, AnswerFileTellsStatusAndLocation) {
+  recording_.write("redfish/v1/A/index.json", "{}");
+  recording_.write("redfish/v1/A/answer.json", R"({"status": 500})");
+  recording_.write("redfish/v1/B/answer.json",
+                   R"({"status": 301, "location": "/redfish/v1/A"})");
+  const auto transport = makeDirectoryTransport(directory());
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/A").status, 500);
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/A").body, "{}");
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/B").status, 301);
+  EXPECT_EQ(answerOf(*transport, "/redfish/v1/B").location, "/redfish/v1/A");
+}
+
+TEST_F(DirectoryTransportTest, AnswerFileTellsWhyThereWasNoAnswer) {
+  recording_.write("redfish/v1/A/answer.json",
+                   R"({"failure": "read-timeout", "cause": "too late"})");
+  EXPECT_EQ(failureAt(directory(), "/redfish/v1/A"),
+            base::FailureKind::kReadTimeout);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/A"), "too late");
+}
+
+TEST_F(DirectoryTransportTest, AnswerFileThatIsNotUnderstoodIsRefused) {
+  for (const char* text : {"", "[]", "{}", R"({"status": 7})",
+                           R"({"status": "200"})", R"({"failure": "odd"})"}) {
+    recording_.write("redfish/v1/Systems/answer.json", text);
+    EXPECT_EQ(failureAt(directory(), "/redfish/v1/Systems"),
+              base::FailureKind::kFileUnreadable)
+        << text;
+  }
+}
+
+TEST_F(DirectoryTransportTest, QueryHasItsOwnFileOrIsIgnored) {
+  recording_.write("redfish/v1/Systems/index@$skip=2.json", "{}");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems?$skip=2"), "{}");
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems?$skip=4"), kSystems);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems?$expand=."), kSystems);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems?../../x"), kSystems);
+}
+
 TEST_F(DirectoryTransportTest, WholeLayoutHoldsTheListOfVersions) {
   recording_.write("redfish/index.json", R"({"v1": "/redfish/v1/"})");
   EXPECT_EQ(fetch(directory(), "/redfish"), R"({"v1": "/redfish/v1/"})");
