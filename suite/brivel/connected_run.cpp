@@ -13,6 +13,8 @@
 #include "suite/brivel/stats_lines.h"
 #include "suite/connection/connections.h"
 #include "suite/connection/device_items.h"
+#include "suite/connection/run_recording.h"
+#include "suite/platform/interrupt.h"
 #include "suite/platform/standard_streams.h"
 #include "suite/platform/terminal.h"
 #include "syshealth/result/result_codes.h"
@@ -60,6 +62,25 @@ void explain(RunResult& result, const connection::Connections& connections,
   result.combined = device != options.end() &&
                     connection::isCombined(result.code, device->second) &&
                     !connections.hasReturned(result.code);
+}
+
+// Stores what the run has read. A run that succeeded otherwise has failed if it
+// cannot be stored.
+void finishRecording(connection::RunRecording& recording, std::string problem,
+                     bool plugIn, RunResult& result) {
+  if (auto missing = recording.finish(platform::interrupted())) {
+    problem = *std::move(missing);
+  }
+  if (problem.empty()) {
+    return;
+  }
+  if (result.code != kResultSuccess || result.ended || plugIn ||
+      platform::interrupted()) {
+    printError(problem);
+    return;
+  }
+  result.code = kResultWriteFileFailed;
+  result.cause = std::move(problem);
 }
 
 }  // namespace
@@ -117,9 +138,22 @@ int runConnected(const CommandLine& line, Application& application,
   } else if (line.localRoot.empty()) {
     warnOfInsecurity(inBand.controller, "this server's controller");
   }
+  const bool plugIn = application.specification().plugInExit;
+  if (line.recordRaw && line.record.empty()) {
+    return usageError("--record-raw is for --record DIR, which is missing",
+                      plugIn);
+  }
+  connection::RunRecording recording(line.record, !line.recordRaw);
+  std::string recordingProblem;
+  if (!line.record.empty() && !recording.begin(recordingProblem)) {
+    return usageError(recordingProblem, plugIn);
+  }
   connection::Connections connections(
       line.mode, std::move(target), std::move(environmentPassword),
       hintsOf(line.applicationOptions), std::move(inBand));
+  if (!line.record.empty()) {
+    connections.recordInto(recording);
+  }
   std::optional<ProgressLine> progress;
   if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
     progress.emplace(kStandardError, name);
@@ -127,6 +161,9 @@ int runConnected(const CommandLine& line, Application& application,
   RunResult result = application.run(line.command, line.applicationOptions);
   progress.reset();
   connections.close();
+  if (!line.record.empty()) {
+    finishRecording(recording, std::move(recordingProblem), plugIn, result);
+  }
 
   if (line.stats) {
     const auto wallTime = std::chrono::steady_clock::now() - begun;

@@ -61,6 +61,10 @@ class Connections : public run::Run {
 
   ConnectMode mode() const { return mode_; }
 
+  /// Records what the run reads. To be called before the first target is asked
+  /// for; `recording` must outlive this object.
+  void recordInto(RunRecording& recording) { services_.recordInto(&recording); }
+
   /// Checks whether the target can be reached: reads its service root and logs
   /// in. Of this machine's own controllers one suffices, and without any a
   /// working IPMI device. Returns a result code, 0 if it can. `info` becomes

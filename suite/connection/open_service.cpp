@@ -13,7 +13,8 @@ bool needsPassword(const Target& target) {
 std::unique_ptr<redfish::Service> openService(const Target& target,
                                               const base::Secret* password,
                                               std::uint32_t wants,
-                                              redfish::LoginGate* gate) {
+                                              redfish::LoginGate* gate,
+                                              RunRecording* recording) {
   redfish::ServiceOptions options;
   if (password != nullptr) {
     options.user = target.user;
@@ -27,8 +28,15 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   options.prefetch = wants | (target.thorough ? redfish::kWantThorough : 0U);
   options.lan.host = target.address.host;
   options.lan.port = static_cast<std::uint16_t>(target.ipmiPort);
+  std::unique_ptr<http::Transport> transport = transportOf(target);
+  if (recording != nullptr) {
+    transport = recording->recorded(std::move(transport));
+    recording->noteName(target.user);
+    recording->noteName(target.address.host);
+    recording->noteSecret(options.password);
+  }
   return std::make_unique<redfish::Service>(std::move(options),
-                                            transportOf(target));
+                                            std::move(transport));
 }
 
 }  // namespace connection

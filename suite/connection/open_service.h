@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "suite/base/secret.h"
+#include "suite/connection/run_recording.h"
 #include "suite/connection/settings/target.h"
 #include "suite/redfish/service.h"
 
@@ -16,9 +17,10 @@ bool needsPassword(const Target& target);
 /// The service of a target, which has contacted nothing yet. The time of the
 /// run counts from here. `password` may be null; `wants` are the
 /// `redfish::Want` values that the run will ask for. `gate` is asked before the
-/// password is sent, and must outlive the service; it may be null.
+/// password is sent, and must outlive the service; it may be null. What is read
+/// becomes part of `recording`, unless that is null.
 std::unique_ptr<redfish::Service> openService(
     const Target& target, const base::Secret* password, std::uint32_t wants,
-    redfish::LoginGate* gate = nullptr);
+    redfish::LoginGate* gate = nullptr, RunRecording* recording = nullptr);
 
 }  // namespace connection

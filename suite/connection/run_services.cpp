@@ -127,8 +127,8 @@ std::optional<Failure> RunServices::addService(Target target,
   environmentPassword_.reset();
   const base::Secret* const password =
       needsPassword(target) ? &credential_->password : nullptr;
-  const std::int64_t handle =
-      run_.pool().add(openService(target, password, wants_));
+  const std::int64_t handle = run_.pool().add(
+      openService(target, password, wants_, nullptr, recording_));
   services_[handle] = {std::move(target), serviceUuid};
   return std::nullopt;
 }

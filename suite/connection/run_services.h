@@ -11,6 +11,7 @@
 #include "suite/base/secret.h"
 #include "suite/connection/in_band.h"
 #include "suite/connection/password/credential.h"
+#include "suite/connection/run_recording.h"
 #include "suite/connection/settings/target.h"
 #include "suite/run/run.h"
 
@@ -45,6 +46,10 @@ class RunServices {
   /// or the failure of the last service if none can be reached.
   /// `nodeIndex` is the node that it is read for.
   base::Result<std::int64_t> reachAny(std::uint16_t nodeIndex);
+
+  /// Records what the services read that are made from now on; see
+  /// `Connections::recordInto`.
+  void recordInto(RunRecording* recording) { recording_ = recording; }
 
   /// The services by their handles; empty before `ensure`.
   const std::map<std::int64_t, RunService>& all() const { return services_; }
@@ -81,6 +86,7 @@ class RunServices {
   std::optional<base::Secret> environmentPassword_;
   std::uint32_t wants_;
   InBandOptions inBand_;
+  RunRecording* recording_ = nullptr;
   std::optional<Credential> credential_;
   std::map<std::int64_t, RunService> services_;
   bool noController_ = false;

@@ -201,6 +201,8 @@ void readTarget(const Values& values, CommandLine& line) {
   const auto bmc = values.text("--bmc");
   const auto esxi = values.text("--esxi");
   line.localRoot = values.text("--local-root").value_or("");
+  line.record = values.text("--record").value_or("");
+  line.recordRaw = values.flag("--record-raw").value_or(false);
   line.mode = bmc    ? kConnectModeOutOfBand
               : esxi ? kConnectModeEsxi
                      : kConnectModeInBand;

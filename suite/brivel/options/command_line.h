@@ -51,6 +51,8 @@ struct CommandLine {
 
   std::string localRoot;     ///< Folder of a recorded machine that is read
                              ///< instead of this one; empty: none.
+  std::string record;        ///< Folder to record into; empty: none.
+  bool recordRaw = false;    ///< Without masking.
   std::string settingsFile;  ///< Empty: the usual places.
   std::string logFile;  ///< Empty: as the settings say, or the usual place.
   std::optional<int> logLevel;

@@ -91,6 +91,10 @@ constexpr Option kOptions[] = {
      "a VMware ESXi host (not supported by syshealth)"},
     {"--local-root", 0, "FOLDER", ArgumentKind::kFolder, 0, 0, OptionSection::kTarget,
      "a recorded machine, in the place of this server's own parts; for tests and support"},
+    {"--record", 0, "DIR", ArgumentKind::kFolder, 0, 0, OptionSection::kTarget,
+     "store what is read in a new folder, masked, for --bmc file:DIR or --local-root DIR"},
+    {"--record-raw", 0, "", ArgumentKind::kFlag, 0, 0, OptionSection::kTarget,
+     "with --record: store it as it is, with serial numbers, addresses and names"},
 
     {"--user", 'u', "NAME", ArgumentKind::kText, 0, 0, OptionSection::kLogin,
      "user at the target"},
@@ -173,6 +177,10 @@ constexpr OptionConflict kOptionConflicts[] = {
     {"--targets", "--bmc", kOneOrMany},
     {"--targets", "--esxi", kOneOrMany},
     {"--targets", "--local-root", kOneOrMany},
+    {"--group", "--record",
+     "--record stores what is read of one target; name it by --bmc"},
+    {"--targets", "--record",
+     "--record stores what is read of one target; name it by --bmc"},
 };
 // clang-format on
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "suite/http/transport.h"
+#include "suite/masking/masker.h"
+#include "suite/platform/private_folder.h"
+#include "suite/redfish/recording/recording.h"
+
+namespace connection {
+
+/// What a run reads, stored in a folder when it is over: of one service in the
+/// folder itself, of several in "controller-1", "controller-2" and so on. Until
+/// it is whole, a file INCOMPLETE in it says so. Must outlive the services.
+class RunRecording {
+ public:
+  /// The file that marks a folder whose recording is not whole.
+  static constexpr const char* kMark = "INCOMPLETE";
+
+  /// `masked`: what identifies the server and its users is replaced.
+  RunRecording(std::string folder, bool masked);
+
+  /// Makes the folder. Returns whether the run may go on: not if the folder is
+  /// in use. Sets `error`, a clause that names the folder, if it cannot be
+  /// used; a run that goes on then is not recorded.
+  bool begin(std::string& error);
+
+  /// A transport that records what is read through another one.
+  std::unique_ptr<http::Transport> recorded(
+      std::unique_ptr<http::Transport> transport);
+
+  /// A name of the target, of its user: masked wherever it is read.
+  void noteName(const std::string& name);
+
+  /// A password of the run: never recorded.
+  void noteSecret(const base::Secret& secret);
+
+  /// Writes everything. Returns nullopt on success, and a clause that names the
+  /// folder if something is missing in it. `interrupted`: the user ended the
+  /// run before its time.
+  std::optional<std::string> finish(bool interrupted);
+
+ private:
+  std::string called() const;
+  std::string store();
+  std::string storeService(const redfish::Recording& service,
+                           const std::string& below);
+  void mark(const std::string& why);
+
+  std::string name_;
+  bool masked_;
+  std::optional<platform::PrivateFolder> folder_;
+  masking::Masker masker_;
+  std::deque<redfish::Recording> services_;
+};
+
+}  // namespace connection
