@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <string>
 
@@ -19,21 +18,21 @@ int recordMachine(int argc, char** argv) {
   std::string folder;
   std::string root = "/";
   bool mask = false;
-  app.add_option("FOLDER", folder, "where to record; must not exist")
+  app.add_option("FOLDER", folder,
+                 "where to record; made for the user alone, must not exist")
       ->required();
   app.add_flag("--mask", mask,
                "mask serial numbers, asset tags, UUIDs and MAC addresses");
   app.add_option("--root", root, "record another recorded machine");
   CLI11_PARSE(app, argc, argv);
 
-  if (std::filesystem::exists(folder)) {
-    std::cerr << "record-local: " << folder << " exists already\n";
-    return 2;
-  }
   record::Recorder recorder(local::Root(root), folder, mask);
-  recorder.record();
+  const bool begun = recorder.record();
   for (const std::string& problem : recorder.problems()) {
     std::cerr << "record-local: " << problem << '\n';
+  }
+  if (!begun) {
+    return 2;
   }
   return recorder.problems().empty() ? 0 : 1;
 }

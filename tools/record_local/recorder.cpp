@@ -1,6 +1,10 @@
 #include "tools/record_local/recorder.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -28,7 +32,23 @@ constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
 Recorder::Recorder(local::Root from, std::string folder, bool mask)
     : from_(std::move(from)), folder_(std::move(folder)), mask_(mask) {}
 
-void Recorder::record() {
+bool Recorder::record() {
+  // Much of this is root's alone. Nobody else can enter the folder, so nobody
+  // can put a link into it.
+  const mode_t before = umask(S_IRWXG | S_IRWXO);
+  const bool made = mkdir(folder_.c_str(), S_IRWXU) == 0;
+  if (made) {
+    recordAll();
+  } else {
+    problems_.push_back(
+        errno == EEXIST ? folder_ + " exists already"
+                        : folder_ + " cannot be made: " + std::strerror(errno));
+  }
+  umask(before);
+  return made;
+}
+
+void Recorder::recordAll() {
   recordTable();
   recordTexts();
   recordFans();

@@ -12,16 +12,19 @@ namespace record {
 /// that `brivel --local-root` reads afterwards.
 class Recorder {
  public:
-  /// `folder` is made where it is missing. `mask`: see masking.h.
+  /// `folder`: made by `record`. `mask`: see masking.h.
   Recorder(local::Root from, std::string folder, bool mask);
 
-  /// Records everything. What is there and cannot be read, or cannot be
-  /// written, is told by `problems`; the rest is recorded all the same.
-  void record();
+  /// Makes the folder and records everything, for the user alone. What is
+  /// there and cannot be read, or cannot be written, is told by `problems`;
+  /// the rest is recorded all the same. Returns false, and records nothing, if
+  /// the folder exists or cannot be made; the one above it must be there.
+  bool record();
 
   const std::vector<std::string>& problems() const { return problems_; }
 
  private:
+  void recordAll();
   void recordTable();
   void recordTexts();
   void recordFans();

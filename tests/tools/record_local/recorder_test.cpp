@@ -85,11 +85,13 @@ TEST(Recorder, RecordedMachineReadsLikeTheOriginal) {
   Folder original;
   addMachine(original);
   const Folder copy;
-  Recorder recorder(original.root(), copy.path(), false);
+  const std::string folder = copy.path() + "/recorded";
+  const Root recorded(folder);
+  Recorder recorder(original.root(), folder, false);
   recorder.record();
   EXPECT_THAT(recorder.problems(), IsEmpty());
 
-  Machine machine(copy.root());
+  Machine machine(recorded);
   EXPECT_EQ(machine.system().product, "RX");
   EXPECT_EQ(machine.system().serial, kSecret);
   EXPECT_EQ(machine.processors().at(0).maxMhz, 3700U);
@@ -99,7 +101,7 @@ TEST(Recorder, RecordedMachineReadsLikeTheOriginal) {
   EXPECT_EQ(adapters[0].model, "NB100");
   EXPECT_EQ(adapters[0].serial, kSecret);
   EXPECT_TRUE(adapters[0].driverBound);
-  const auto devices = local::networkDevices(copy.root());
+  const auto devices = local::networkDevices(recorded);
   ASSERT_THAT(devices, SizeIs(1));
   EXPECT_EQ(local::macText(*devices[0].mac), "52:54:01:12:34:56");
   EXPECT_EQ(devices[0].usbVendorId, 0x0525);
@@ -112,11 +114,13 @@ TEST(Recorder, NothingElseIsRecorded) {
   addMachine(original);
   original.file("/etc/shadow", "root");
   const Folder copy;
-  Recorder(original.root(), copy.path(), false).record();
-  EXPECT_FALSE(std::filesystem::exists(copy.path() + "/etc"));
-  EXPECT_FALSE(std::filesystem::exists(copy.path() +
-                                       "/sys/class/hwmon/hwmon0/temp1_input"));
-  EXPECT_EQ(copy.root().read("/usr/share/misc/pci.ids", 1000).bytes,
+  const std::string folder = copy.path() + "/recorded";
+  const Root recorded(folder);
+  Recorder(original.root(), folder, false).record();
+  EXPECT_FALSE(std::filesystem::exists(folder + "/etc"));
+  EXPECT_FALSE(
+      std::filesystem::exists(folder + "/sys/class/hwmon/hwmon0/temp1_input"));
+  EXPECT_EQ(recorded.read("/usr/share/misc/pci.ids", 1000).bytes,
             "10a0  Nordbrenn\n\t0001  NB100\n");
 }
 
@@ -124,13 +128,15 @@ TEST(Recorder, MaskLeavesNoSerial) {
   Folder original;
   addMachine(original);
   const Folder copy;
-  Recorder(original.root(), copy.path(), true).record();
-  EXPECT_EQ(everythingIn(copy.path()).find(kSecret), std::string::npos);
-  Machine machine(copy.root());
+  const std::string folder = copy.path() + "/recorded";
+  const Root recorded(folder);
+  Recorder(original.root(), folder, true).record();
+  EXPECT_EQ(everythingIn(folder).find(kSecret), std::string::npos);
+  Machine machine(recorded);
   EXPECT_EQ(machine.system().product, "RX");
   EXPECT_EQ(machine.system().serial, "XXXXX");
   EXPECT_EQ(machine.adapters().at(0).serial, "XXXXX");
-  EXPECT_EQ(local::macText(*local::networkDevices(copy.root()).at(0).mac),
+  EXPECT_EQ(local::macText(*local::networkDevices(recorded).at(0).mac),
             "52:54:01:00:00:01");
 }
 
@@ -144,14 +150,54 @@ TEST(Recorder, FilesThatMayNotBeReadAreNamed) {
   chmod((original.path() + table).c_str(), 0);
   chmod(original.path().c_str(), 0755);
   const Folder copy;
+  const std::string folder = copy.path() + "/recorded";
+  const Root recorded(folder);
   chmod(copy.path().c_str(), 0777);
-  Recorder recorder(original.root(), copy.path(), false);
+  Recorder recorder(original.root(), folder, false);
   {
     const support::OrdinaryUser user;
     recorder.record();
   }
   EXPECT_THAT(recorder.problems(), ElementsAre(HasSubstr(table)));
-  EXPECT_EQ(Machine(copy.root()).fans().size(), 1U);
+  EXPECT_EQ(Machine(recorded).fans().size(), 1U);
+}
+
+TEST(Recorder, WhatIsRecordedIsForTheUserAlone) {
+  Folder original;
+  addMachine(original);
+  const std::string table = "/sys/firmware/dmi/tables/DMI";
+  chmod((original.path() + table).c_str(), 0444);
+  const Folder copy;
+  const std::string folder = copy.path() + "/recorded";
+  const mode_t before = umask(0);
+  EXPECT_TRUE(Recorder(original.root(), folder, false).record());
+  EXPECT_EQ(umask(before), 0U);
+  struct stat status = {};
+  ASSERT_EQ(stat(folder.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0700U);
+  ASSERT_EQ(stat((folder + table).c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(Recorder, FolderThatIsThereIsLeftAlone) {
+  Folder original;
+  addMachine(original);
+  const Folder copy;
+  const std::string folder = copy.path() + "/recorded";
+  std::filesystem::create_directory(folder);
+  Recorder present(original.root(), folder, false);
+  EXPECT_FALSE(present.record());
+  EXPECT_THAT(present.problems(), ElementsAre(folder + " exists already"));
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  // A link that leads nowhere is no free name either.
+  std::filesystem::create_symlink(copy.path() + "/elsewhere", folder + "2");
+  EXPECT_FALSE(Recorder(original.root(), folder + "2", false).record());
+  EXPECT_FALSE(std::filesystem::exists(copy.path() + "/elsewhere"));
+  Recorder lost(original.root(), folder + "/a/b", false);
+  EXPECT_FALSE(lost.record());
+  EXPECT_THAT(
+      lost.problems(),
+      ElementsAre(folder + "/a/b cannot be made: No such file or directory"));
 }
 
 }  // namespace
