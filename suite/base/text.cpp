@@ -1,9 +1,11 @@
 #include "suite/base/text.h"
 
+#include <algorithm>
 #include <array>
 #include <boost/locale/utf.hpp>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 
 namespace base {
 namespace {
@@ -49,9 +51,34 @@ bool isControl(char32_t value) {
          value == 0x2029;
 }
 
-bool isDirectional(char32_t value) {
-  return (value >= 0x202A && value <= 0x202E) ||
-         (value >= 0x2066 && value <= 0x2069);
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+// Unicode 15.0, category Cf (format characters), and the noncharacters of its
+// basic plane; the whole block of tags and the selectors behind it.
+constexpr Range kUnseen[] = {
+    {0xAD, 0xAD},       {0x600, 0x605},     {0x61C, 0x61C},
+    {0x6DD, 0x6DD},     {0x70F, 0x70F},     {0x890, 0x891},
+    {0x8E2, 0x8E2},     {0x180E, 0x180E},   {0x200B, 0x200F},
+    {0x202A, 0x202E},   {0x2060, 0x206F},   {0xFDD0, 0xFDEF},
+    {0xFEFF, 0xFEFF},   {0xFFF9, 0xFFFB},   {0x110BD, 0x110BD},
+    {0x110CD, 0x110CD}, {0x13430, 0x1343F}, {0x1BCA0, 0x1BCA3},
+    {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
+};
+
+// Whether a character is not seen itself, but may change what is seen of
+// others, or make texts differ that look alike.
+bool isUnseen(char32_t value) {
+  constexpr char32_t kNoncharacter = 0xFFFE;  // Two end each plane.
+  if ((value & kNoncharacter) == kNoncharacter) {
+    return true;
+  }
+  return std::any_of(std::begin(kUnseen), std::end(kUnseen),
+                     [value](const Range& range) {
+                       return value >= range.first && value <= range.last;
+                     });
 }
 
 // Writes the blanks that were held back: as they stood, or as a single one
@@ -105,7 +132,7 @@ std::string cleanText(std::string_view text) {
     if (point.valid && (point.value == ' ' || isControl(point.value))) {
       ++blanks;
       control = control || point.value != ' ';
-    } else if (!point.valid || !isDirectional(point.value)) {
+    } else if (!point.valid || !isUnseen(point.value)) {
       flushBlanks(result, blanks, control);
       result.append(point.valid ? point.bytes : kReplacement);
     }
@@ -139,7 +166,7 @@ std::string escapeControls(std::string_view text) {
     }
     const CodePoint point = takeCodePoint(text);
     const bool shown =
-        point.valid && !isControl(point.value) && !isDirectional(point.value);
+        point.valid && !isControl(point.value) && !isUnseen(point.value);
     if (shown) {
       safe += point.bytes;
     } else {

@@ -7,12 +7,13 @@
 namespace base {
 
 // Texts from outside, made fit to be shown. "Controls" are the control
-// characters C0, DEL and C1 and the line separators U+2028 and U+2029; "marks
-// of direction" the overrides and isolates of the writing direction (U+202A to
-// U+202E, U+2066 to U+2069).
+// characters C0, DEL and C1 and the line separators U+2028 and U+2029; "unseen
+// characters" Unicode's format characters (category Cf: marks of the writing
+// direction, characters without width, tags, the byte order mark) and
+// noncharacters.
 
 /// A text made fit for messages and reports: blanks around it are gone, each
-/// run of blanks that holds a control is one blank, marks of direction are
+/// run of blanks that holds a control is one blank, unseen characters are
 /// dropped, and bytes that are no UTF-8 become U+FFFD.
 std::string cleanText(std::string_view text);
 
@@ -21,7 +22,7 @@ std::string cleanText(std::string_view text);
 std::string excerpt(std::string_view text, std::size_t limit);
 
 /// A text made safe for one line that people read in a terminal: controls,
-/// marks of direction and bytes that are no UTF-8 are shown as escapes ("\n",
+/// unseen characters and bytes that are no UTF-8 are shown as escapes ("\n",
 /// "\x1b", "\u202e"); all else stays.
 std::string escapeControls(std::string_view text);
 

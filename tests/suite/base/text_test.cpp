@@ -41,6 +41,25 @@ TEST(CleanText, DirectionOverridesAreDropped) {
             "abc");
 }
 
+TEST(CleanText, UnseenCharactersAreDropped) {
+  for (const char* unseen :
+       {"\u00AD", "\u061C", "\u180E", "\u200B", "\u200D", "\u200F", "\u2060",
+        "\u206F", "\uFDD0", "\uFEFF", "\uFFF9", "\uFFFB", "\uFFFE", "\uFFFF",
+        "\U0001D173", "\U0001FFFE", "\U000E0001", "\U000E007F", "\U0010FFFF"}) {
+    EXPECT_EQ(cleanText(std::string("SN4") + unseen + "17"), "SN417")
+        << escapeControls(unseen);
+    EXPECT_EQ(escapeControls(unseen).substr(0, 2), "\\u");
+  }
+}
+
+TEST(CleanText, NeighboursOfUnseenCharactersStay) {
+  for (const char* seen : {"\u00AE", "\u2010", "\u2070", "\uFFFC", "\uFFFD",
+                           "\U000DFFFD", "\U000F0000"}) {
+    EXPECT_EQ(cleanText(seen), seen);
+    EXPECT_EQ(escapeControls(seen), seen);
+  }
+}
+
 TEST(CleanText, WrongBytesAreReplaced) {
   EXPECT_EQ(cleanText("a\xB0"
                       "b"),
