@@ -12,12 +12,19 @@
 namespace Tarvex::DeviceHealth {
 namespace {
 
+using devhealth::Extent;
 using devhealth::Inventory;
 using devhealth::Unread;
 
+// Whether there is nothing to show. Parts that cannot be read have rows, which
+// say so.
+bool isMissing(const std::optional<Unread>& unread) {
+  return unread && unread->extent != Extent::kParts;
+}
+
 // Keeps a failure as the run's last one. A status.
 int statusOf(std::optional<Unread> unread) {
-  if (!unread) {
+  if (!isMissing(unread)) {
     return kHealthSuccess;
   }
   if (run::Run* current = run::Run::current()) {
@@ -33,7 +40,7 @@ int read(const TarvexConnection::ConnectionInfo& connection,
          std::vector<Record>& records) {
   std::vector<Part> parts;
   auto unread = (devhealth::inventoryOf(connection).get()->*table)(parts);
-  if (!unread) {
+  if (!isMissing(unread)) {
     records.clear();
     records.reserve(parts.size());
     for (const Part& part : parts) {
@@ -63,7 +70,7 @@ int DevHealth::getHealthSum(std::vector<Alert>& alerts) {
 int DevHealth::get_system(SystemBoard& system) {
   report::System found;
   auto unread = devhealth::inventoryOf(connection_)->system(found);
-  if (!unread) {
+  if (!isMissing(unread)) {
     system = devhealth::printed(found);
   }
   return statusOf(std::move(unread));

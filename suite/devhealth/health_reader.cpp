@@ -52,9 +52,12 @@ std::optional<Unread> readHealth(TargetReader& reader,
     }
   }
   if (reading.failure) {
-    return reader.fail(std::move(*reading.failure));
+    return reader.fail(std::move(*reading.failure), Extent::kItem);
   }
   events = std::move(reading.events);
+  if (reading.gap) {
+    return reader.fail(std::move(*reading.gap), Extent::kParts);
+  }
   return std::nullopt;
 }
 

@@ -9,17 +9,24 @@
 
 namespace devhealth {
 
+/// How much of a target a failure keeps from being read.
+enum class Extent {
+  kParts,  ///< Some parts of what was asked for; the others are there.
+  kItem,   ///< All that was asked for.
+  kTarget  ///< Anything else of the target, too.
+};
+
 /// Why something of a target could not be read.
 struct Unread {
   base::Failure failure;
-  int status;               ///< What `DevHealth` answers for it; never 0.
-  bool everything = false;  ///< Nothing else of the target can be read either.
+  int status;  ///< What `DevHealth` answers for it; never 0.
+  Extent extent = Extent::kItem;
 };
 
 /// What one target tells of itself. The calls fill their argument, which is
 /// empty before; they return why not if it cannot be read, and leave it alone
-/// then. Every failure is logged. Throws a `base::Failure` if the user has
-/// interrupted the run.
+/// then, unless parts of it alone are missing. Every failure is logged. Throws
+/// a `base::Failure` if the user has interrupted the run.
 class Inventory {
  public:
   virtual ~Inventory() = default;

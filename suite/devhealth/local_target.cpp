@@ -19,7 +19,7 @@ Unread fail(FailureKind kind, int status, std::string cause,
             std::string remedy) {
   Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};
   Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
-  return {std::move(failure), status};
+  return {std::move(failure), status, Extent::kItem};
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ std::optional<Unread> LocalTarget::requireMachine() {
   }
   Unread unread = fail(FailureKind::kUnreachable, kHealthNoConnection,
                        "there is no connection to this target", "");
-  unread.everything = true;
+  unread.extent = Extent::kTarget;
   return unread;
 }
 

@@ -25,9 +25,12 @@ std::optional<Unread> readTable(TargetReader& reader, redfish::Want want,
   }
   Mapped<Row> mapped = map(reader.graph(), reader.node());
   if (mapped.failure) {
-    return reader.fail(std::move(*mapped.failure));
+    return reader.fail(std::move(*mapped.failure), Extent::kItem);
   }
   rows = std::move(mapped.records);
+  if (mapped.gap) {
+    return reader.fail(std::move(*mapped.gap), Extent::kParts);
+  }
   return std::nullopt;
 }
 

@@ -14,7 +14,7 @@ constexpr unsigned int kLogError = 1;
 
 Unread unreadTarget(Failure failure, Phase phase) {
   const int status = statusOf(failure.kind, phase);
-  return {std::move(failure), status, true};
+  return {std::move(failure), status, Extent::kTarget};
 }
 
 // Writes what the service itself has not logged yet.
@@ -65,13 +65,16 @@ redfish::Node TargetReader::node() const {
   return redfish::nodeAt(service_->graph(), nodeIndex_);
 }
 
-Unread TargetReader::fail(Failure failure) const {
+Unread TargetReader::fail(Failure failure, Extent extent) const {
   if (failure.address.empty()) {
     failure.address = service_->address();
   }
-  log(failure);
+  // The service has logged why a part cannot be read.
+  if (extent != Extent::kParts) {
+    log(failure);
+  }
   const int status = statusOf(failure.kind, Phase::kReading);
-  return {std::move(failure), status};
+  return {std::move(failure), status, extent};
 }
 
 }  // namespace devhealth

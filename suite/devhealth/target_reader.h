@@ -37,8 +37,8 @@ class TargetReader {
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }
 
-  /// The failure that what was read is not enough.
-  Unread fail(base::Failure failure) const;
+  /// The failure that what was read is not enough, for so much.
+  Unread fail(base::Failure failure, Extent extent) const;
 
  private:
   redfish::Service* service_;

@@ -172,7 +172,9 @@ HealthReading readEvents(const Graph& graph, const redfish::Node& node,
 
   const bool walked = !reading.serviceConditionsSuffice;
   if (walked) {
-    reading.failure = walkFailure(graph, node);
+    WalkFailures walk = walkFailures(graph, node);
+    reading.failure = std::move(walk.failure);
+    reading.gap = std::move(walk.gap);
   }
   PartEvents parts = partEvents(graph, node, scope, walked, found, worst);
   reading.unexplained = std::move(parts.unexplained);

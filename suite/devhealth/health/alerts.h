@@ -26,6 +26,9 @@ struct HealthReading {
   /// Why the events cannot be known: a list of components that the walk needs
   /// could not be read.
   std::optional<base::Failure> failure;
+  /// Why components may have events that are not known: one of those that the
+  /// walk needs could not be read.
+  std::optional<base::Failure> gap;
   /// The list of conditions answered, so that no walk was needed.
   bool serviceConditionsSuffice = false;
   /// Document keys of the resources whose branches were not entered although

@@ -86,6 +86,9 @@ class Check {
     if (const auto failure = tally.verdict()) {
       fail(*failure);
     }
+    if (!failures_.gap) {
+      failures_.gap = tally.gap();
+    }
   }
 
   void collection(const json::object& holder, std::string_view path) {
@@ -111,16 +114,16 @@ class Check {
   }
 
   void fail(Failure failure) {
-    if (!failure_) {
-      failure_ = std::move(failure);
+    if (!failures_.failure) {
+      failures_.failure = std::move(failure);
     }
   }
 
-  std::optional<Failure> take() { return std::move(failure_); }
+  WalkFailures take() { return std::move(failures_); }
 
  private:
   const Graph& graph_;
-  std::optional<Failure> failure_;
+  WalkFailures failures_;
 };
 
 void addSkippedOfSystem(const Graph& graph, const Resource& system,
@@ -192,7 +195,7 @@ void addSkippedOfNode(const Graph& graph, const Node& node,
   }
 }
 
-std::optional<Failure> walkFailure(const Graph& graph, const Node& node) {
+WalkFailures walkFailures(const Graph& graph, const Node& node) {
   Check check(graph);
   if (auto failure = chassisFailure(graph, node)) {
     check.fail(*failure);

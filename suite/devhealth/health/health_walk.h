@@ -18,9 +18,15 @@ namespace devhealth {
 void addSkippedOfNode(const redfish::Graph& graph, const redfish::Node& node,
                       std::set<std::string>& skipped);
 
-/// Why the walk is not whole: a list that it needs could not be read, or none
-/// of the parts in it. Branches that were not entered do not count.
-std::optional<base::Failure> walkFailure(const redfish::Graph& graph,
-                                         const redfish::Node& node);
+/// Why the walk is not whole. Branches that were not entered do not count.
+struct WalkFailures {
+  /// A list that it needs could not be read, or none of the parts in it.
+  std::optional<base::Failure> failure;
+  /// A part in one of the lists could not be read.
+  std::optional<base::Failure> gap;
+};
+
+WalkFailures walkFailures(const redfish::Graph& graph,
+                          const redfish::Node& node);
 
 }  // namespace devhealth

@@ -27,4 +27,16 @@ std::optional<Failure> ReadTally::verdict() const {
   return failure;
 }
 
+std::optional<Failure> ReadTally::gap() const {
+  if (unreadable_ == 0) {
+    return std::nullopt;
+  }
+  Failure failure = first_;
+  if (unreadable_ > 1) {
+    failure.cause = std::to_string(unreadable_) +
+                    " parts could not be read; the first: " + failure.cause;
+  }
+  return failure;
+}
+
 }  // namespace devhealth

@@ -18,6 +18,9 @@ struct Mapped {
   /// Set when a list that the table needs could not be read, or none of the
   /// parts in it; the records are not to be used then.
   std::optional<base::Failure> failure;
+  /// Why a part of the table is not known; its record says so. The first one,
+  /// where several could not be read.
+  std::optional<base::Failure> gap;
 };
 
 /// Counts what a table was made from, and tells whether that is enough.
@@ -52,6 +55,9 @@ class ReadTally {
   /// Why the table cannot be had; nothing when it can.
   std::optional<base::Failure> verdict() const;
 
+  /// Why one part, the first, is not known; nothing when all are.
+  std::optional<base::Failure> gap() const;
+
  private:
   std::size_t read_ = 0;
   std::size_t unreadable_ = 0;
@@ -62,7 +68,7 @@ class ReadTally {
 /// The table of some records.
 template <typename Record>
 Mapped<Record> tableOf(std::vector<Record> records, const ReadTally& tally) {
-  return {std::move(records), tally.verdict()};
+  return {std::move(records), tally.verdict(), tally.gap()};
 }
 
 }  // namespace devhealth

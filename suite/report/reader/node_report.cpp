@@ -99,15 +99,16 @@ class Reading {
 
   // Returns whether there is data.
   bool note(std::string_view what, const std::optional<Unread>& unread) {
+    const bool isThere = !unread || unread->extent == devhealth::Extent::kParts;
+    succeeded_ = succeeded_ || isThere;
     if (!unread) {
-      succeeded_ = true;
       return true;
     }
-    unreachable_ = unread->everything && !succeeded_;
+    unreachable_ = unread->extent == devhealth::Extent::kTarget && !succeeded_;
     report_.read.failures.push_back(
         failureOf(unreachable_ ? "" : what, unread->failure,
                   unread->status != kHealthNotSupported));
-    return false;
+    return isThere;
   }
 
   template <typename Part>

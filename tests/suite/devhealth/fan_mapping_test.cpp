@@ -157,6 +157,13 @@ TEST(MapFans, UnreadableFanHasARow) {
   const auto result = printed(mapFans(server.graph(), server.node()));
   EXPECT_EQ(names(result), (Names{"2", "First"}));
   EXPECT_EQ(result.records[0].healthState, "Unknown");
+  ASSERT_TRUE(result.gap.has_value());
+  EXPECT_EQ(result.gap->kind, base::FailureKind::kServerError);
+}
+
+TEST(MapFans, ReadFansLeaveNoGap) {
+  const Server server = modernServer({{"1", R"({"Name": "First"})"}});
+  EXPECT_FALSE(mapFans(server.graph(), server.node()).gap.has_value());
 }
 
 TEST(MapFans, AbsentFansHaveNoRows) {

@@ -443,6 +443,14 @@ TEST(WalkFailure, SingleUnreadableMemberIsNone) {
   server.members("Systems/1", "Memory",
                  {{"A", std::string(kBroken)}, {"B", "{}"}});
   EXPECT_FALSE(readingOf(server).failure.has_value());
+  EXPECT_TRUE(readingOf(server).gap.has_value());
+}
+
+TEST(WalkFailure, WithoutUnreadablePartsThereIsNoGap) {
+  Server server;
+  server.members("Systems/1", "Memory", {{"A", "{}"}});
+  server.linked("Chassis/1", "Thermal", kMissing);
+  EXPECT_FALSE(readingOf(server).gap.has_value());
 }
 
 TEST(WalkFailure, MissingListsAreNone) {

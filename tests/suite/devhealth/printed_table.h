@@ -9,7 +9,7 @@ namespace devhealth {
 template <typename Part>
 auto printed(const Mapped<Part>& table) {
   return Mapped<decltype(printed(table.records.front()))>{
-      printed(table.records), table.failure};
+      printed(table.records), table.failure, table.gap};
 }
 
 }  // namespace devhealth

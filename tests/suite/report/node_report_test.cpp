@@ -13,10 +13,11 @@ namespace {
 using base::FailureKind;
 using devhealth::Unread;
 
-Unread unread(FailureKind kind, int status, bool everything = false) {
+Unread unread(FailureKind kind, int status,
+              devhealth::Extent extent = devhealth::Extent::kItem) {
   return {{kind, "10.0.0.5:443", "/redfish/v1/X", "it broke", "mend it"},
           status,
-          everything};
+          extent};
 }
 
 // Answers as the test says, and counts its calls.
@@ -36,11 +37,10 @@ class FakeInventory : public devhealth::Inventory {
   }
   std::optional<Unread> fans(std::vector<Fan>& list) override {
     ++calls;
-    if (fan) {
-      return fan;
+    if (!fan || fan->extent == devhealth::Extent::kParts) {
+      list.resize(2);
     }
-    list.resize(2);
-    return all;
+    return fan ? fan : all;
   }
   std::optional<Unread> memory(std::vector<MemoryModule>& modules) override {
     return answer(modules);
@@ -131,6 +131,16 @@ TEST(ReadNode, AFailureOfOneItemIsPartial) {
   EXPECT_TRUE(report.pciAdapters);
 }
 
+TEST(ReadNode, APartThatCannotBeReadIsPartial) {
+  FakeInventory inventory;
+  inventory.fan = unread(FailureKind::kServerError, kHealthReadFailed,
+                         devhealth::Extent::kParts);
+  const ServerReport report = read(inventory, kWantFans);
+  EXPECT_EQ(report.read.status, ReadStatus::kPartial);
+  EXPECT_EQ(report.read.failures.at(0).what, "fan");
+  EXPECT_EQ(report.fans->size(), 2);
+}
+
 TEST(ReadNode, WhatIsNotSupportedSaysSo) {
   FakeInventory inventory;
   inventory.fan = unread(FailureKind::kNoHostInterface, kHealthNotSupported);
@@ -139,7 +149,8 @@ TEST(ReadNode, WhatIsNotSupportedSaysSo) {
 
 TEST(ReadNode, AnUnreachableTargetIsAskedOnce) {
   FakeInventory inventory;
-  inventory.all = unread(FailureKind::kAuthentication, kHealthRefused, true);
+  inventory.all = unread(FailureKind::kAuthentication, kHealthRefused,
+                         devhealth::Extent::kTarget);
   const ServerReport report = read(inventory);
   EXPECT_EQ(inventory.calls, 1);
   EXPECT_EQ(report.read.status, ReadStatus::kFailed);
