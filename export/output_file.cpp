@@ -24,9 +24,36 @@ fs::path behindLinks(const fs::path& path) {
 
 }  // namespace
 
+void FileBuffer::note(bool succeeded) {
+  if (!succeeded && error_ == 0) {
+    error_ = errno == 0 ? EIO : errno;
+  }
+}
+
+FileBuffer::int_type FileBuffer::overflow(int_type character) {
+  errno = 0;
+  const int_type result = std::filebuf::overflow(character);
+  note(result != traits_type::eof());
+  return result;
+}
+
+std::streamsize FileBuffer::xsputn(const char* text, std::streamsize size) {
+  errno = 0;
+  const std::streamsize written = std::filebuf::xsputn(text, size);
+  note(written == size);
+  return written;
+}
+
+int FileBuffer::sync() {
+  errno = 0;
+  const int result = std::filebuf::sync();
+  note(result == 0);
+  return result;
+}
+
 OutputFile::~OutputFile() {
   if (!beside_.empty()) {
-    stream_.close();
+    buffer_.close();
     std::error_code ignored;
     fs::remove(beside_, ignored);
   }
@@ -52,8 +79,8 @@ bool OutputFile::open(const std::string& path, std::string& error) {
     }
   }
   if (!beside_.empty()) {
-    stream_.open(beside_, std::ios::binary | std::ios::out);
-    if (stream_) {
+    errno = 0;
+    if (buffer_.open(beside_, std::ios::binary | std::ios::out) != nullptr) {
       return true;
     }
     failed = std::error_code(errno, std::generic_category());
@@ -63,11 +90,10 @@ bool OutputFile::open(const std::string& path, std::string& error) {
 }
 
 bool OutputFile::commit(std::string& error) {
-  errno = 0;
-  stream_.close();
-  std::error_code failed;
-  if (!stream_) {
-    failed = std::error_code(errno == 0 ? EIO : errno, std::generic_category());
+  stream_.flush();
+  std::error_code failed(buffer_.error(), std::generic_category());
+  if (buffer_.close() == nullptr && !failed) {
+    failed = std::make_error_code(std::errc::io_error);
   }
   if (!failed) {
     failed = bringToDisk(beside_);

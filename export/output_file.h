@@ -7,6 +7,23 @@
 
 namespace exporting {
 
+/// A file's buffer that remembers why writing failed first.
+class FileBuffer : public std::filebuf {
+ public:
+  /// The system's error number; 0: none.
+  int error() const { return error_; }
+
+ protected:
+  int_type overflow(int_type character) override;
+  std::streamsize xsputn(const char* text, std::streamsize size) override;
+  int sync() override;
+
+ private:
+  void note(bool succeeded);
+
+  int error_ = 0;
+};
+
 /// A file that is written beside the one that it is to replace, and takes its
 /// place when it is whole: a reader never sees half of it, and where writing
 /// fails the old one stays.
@@ -32,7 +49,8 @@ class OutputFile {
  private:
   std::filesystem::path path_;
   std::filesystem::path beside_;  ///< Empty: there is none.
-  std::ofstream stream_;
+  FileBuffer buffer_;
+  std::ostream stream_{&buffer_};
 };
 
 }  // namespace exporting

@@ -3,7 +3,7 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/README-windows.txt
                ${PROJECT_BINARY_DIR}/README.txt @ONLY NEWLINE_STYLE CRLF)
 install(TARGETS brivel RUNTIME DESTINATION bin)
 install(TARGETS brivel_suite RUNTIME DESTINATION bin)
-install(TARGETS syshealth LIBRARY DESTINATION lib/brivel)
+install(TARGETS syshealth export LIBRARY DESTINATION lib/brivel)
 install(PROGRAMS ${BRIVEL_RUNTIME_LIBRARIES} DESTINATION bin)
 install(FILES ${PROJECT_BINARY_DIR}/README.txt DESTINATION .)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/samples/rack-server

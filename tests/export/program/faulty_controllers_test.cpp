@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 #include "suite/report/json.h"
 #include "tests/bmc/control/controller.h"
 #include "tests/export/program/exported.h"
 #include "tests/support/file_text.h"
+#include "tests/support/temp_folder.h"
 
 namespace exporting {
 namespace {
@@ -80,12 +82,36 @@ TEST(ExportedTarget, ThatIsUnreachableIsALine) {
   EXPECT_FALSE(server->health.events);
 }
 
-TEST(ExportedFile, StaysWhenTheDiskIsFull) {
-  const RunEnd end = runBrivel({"--bmc", "file:" SAMPLES "/rack-server",
-                                "export", "--output", "/dev/full"});
+TEST(ExportedFile, StaysWhereTheNewOneHasNoRoom) {
+  const support::TempFolder folder;
+  const std::string file = folder.write("report.json", "old");
+  // Files may not grow beyond 512 bytes, as if the disk were full.
+  const RunEnd end =
+      runOn("sh",
+            {"-c", "trap '' XFSZ; ulimit -f 1; exec \"$0\" \"$@\"",
+             BRIVEL_PROGRAM, "--log-level", "0", "--bmc",
+             "file:" SAMPLES "/rack-server", "export", "--output", file},
+            "");
   EXPECT_EQ(end.status, 11);
-  EXPECT_NE(end.errors.find("is no regular file"), std::string::npos)
+  EXPECT_NE(end.errors.find("'" + file + "' cannot be written: File too large"),
+            std::string::npos)
       << end.errors;
+  EXPECT_NE(end.errors.find("it stays as it was"), std::string::npos);
+  EXPECT_EQ(support::fileText(file), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(ExportedFile, IsReplacedByAWholeOne) {
+  const support::TempFolder folder;
+  const std::string file = folder.write("report.json", "old");
+  const RunEnd end = runBrivel(
+      {"--bmc", "file:" SAMPLES "/rack-server", "export", "--output", file});
+  EXPECT_EQ(end.status, 0) << end.errors;
+  EXPECT_EQ(end.output, "");
+  std::string error;
+  EXPECT_TRUE(report::fromJson(linesOf(support::fileText(file)).at(0), error))
+      << error;
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
 TEST(ExportOptions, AreRefusedWithWhatTheyTake) {
