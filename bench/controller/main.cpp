@@ -57,6 +57,45 @@ std::vector<bench::Job> slowJobs() {
   return jobs;
 }
 
+// Controllers that close each connection, grant no session to take up, or get
+// slower or faster in mid-run, in ways that no processor's load tells.
+std::vector<bench::Job> oddJobs() {
+  struct Odd {
+    const char* circumstances;
+    const char* faults;
+  };
+  std::vector<bench::Job> jobs;
+  for (const Odd odd :
+       {Odd{"closes after each answer",
+            R"("rules": [{"delivery": {"ending": "close"}}])"},
+        Odd{"no sessions", R"("tls": {"noResumption": true})"},
+        Odd{"200 ms more from the 10th read on",
+            R"("rules": [{"match": {"method": "GET", "nth": "10-"},
+                          "delivery": {"delayMs": 200}}])"},
+        Odd{"300 ms more up to the 9th read",
+            R"("rules": [{"match": {"method": "GET", "nth": "1-9"},
+                          "delivery": {"delayMs": 300}}])"}}) {
+    for (const bench::Slowness slowness :
+         {bench::Slowness{250, 50, 30, 20}, bench::Slowness{100, 20, 50, 20},
+          bench::Slowness{0, 0, 0, 50}}) {
+      for (const bool walk : {true, false}) {
+        bench::Job job;
+        job.name = walk ? "summary" : "six tables";
+        if (!walk) {
+          job.arguments = {"--device", "all"};
+        }
+        job.slowness = slowness;
+        job.walk = walk;
+        job.curl = false;
+        job.faults = odd.faults;
+        job.circumstances = odd.circumstances;
+        jobs.push_back(job);
+      }
+    }
+  }
+  return jobs;
+}
+
 // Does the jobs and prints a row for each one; false when one fails.
 bool measureAll(const std::vector<bench::Job>& jobs, unsigned runs,
                 void (*printRow)(const bench::Job&, const bench::Outcome&)) {
@@ -80,10 +119,15 @@ int main(int argc, char** argv) {
   CLI::App app("Measures brivel against a controller on loopback.");
   app.add_option("--runs", runs, "Runs of which the median is taken")
       ->check(CLI::PositiveNumber);
-  app.add_option("--table", table, "Which of the two tables; both without it")
-      ->check(CLI::IsMember({"delay", "slow"}));
+  app.add_option("--table", table, "Which table; the first two without it")
+      ->check(CLI::IsMember({"delay", "slow", "odd"}));
   CLI11_PARSE(app, argc, argv);
 
+  if (table == "odd") {
+    bench::printOddHead();
+    return measureAll(oddJobs(), runs, &bench::printOddRow) ? EXIT_SUCCESS
+                                                            : EXIT_FAILURE;
+  }
   if (table != "slow") {
     bench::printHead();
     if (!measureAll(delayJobs(), runs, &bench::printRow)) {

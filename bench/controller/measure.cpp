@@ -42,9 +42,14 @@ std::vector<std::string> controllerArguments(const Job& job,
   if (job.expand) {
     arguments.insert(arguments.end(), {"--expand", "6"});
   }
+  std::string faults = job.faults;
   if (job.walk) {
-    folder.write("faults.json", R"({"tree": [{"path": "/redfish/v1",
-                                    "remove": ["/ServiceConditions"]}]})");
+    faults += faults.empty() ? "" : ", ";
+    faults += R"("tree": [{"path": "/redfish/v1",
+                           "remove": ["/ServiceConditions"]}])";
+  }
+  if (!faults.empty()) {
+    folder.write("faults.json", '{' + faults + '}');
     arguments.insert(arguments.end(), {"--faults", folder.at("faults.json")});
   }
   const Slowness& slowness = job.slowness;

@@ -28,7 +28,10 @@ struct Job {
   std::string sample = "rack-server";  ///< What the controller serves.
   Slowness slowness = {};
   bool walk = false;  ///< The service has no list of active conditions.
-  bool curl = true;   ///< Let curl fetch the same URLs.
+  /// More of the controller's fault file: its members, without the braces.
+  std::string faults = {};
+  std::string circumstances = {};  ///< What these are, in words.
+  bool curl = true;                ///< Let curl fetch the same URLs.
 };
 
 /// What it took.

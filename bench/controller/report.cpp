@@ -53,12 +53,22 @@ std::string describe(const Slowness& slowness) {
 }  // namespace
 
 void printHead() {
-  const std::vector<std::string> head{
-      "job",       "server",       "delay",
-      "`$expand`", "connections",  "requests",
-      "levels",    "wall ms",      "per levels x delay",
-      "per bound", "processor ms", "MiB",
-      "curl ms",   "curl MiB"};
+  const std::vector<std::string> head{"job",
+                                      "server",
+                                      "delay",
+                                      "`$expand`",
+                                      "connections",
+                                      "requests",
+                                      "levels",
+                                      "wall ms",
+                                      "per levels x delay",
+                                      "per bound",
+                                      "processor ms",
+                                      "MiB",
+                                      "curl ms",
+                                      "curl processor ms",
+                                      "curl MiB",
+                                      "processor per curl's"};
   printCells(head);
   printCells(std::vector<std::string>(head.size(), "---"));
 }
@@ -75,7 +85,8 @@ void printRow(const Job& job, const Outcome& outcome) {
        fixed(wall, 1), ratio(wall, chain), ratio(wall, boundOf(job, outcome)),
        fixed(outcome.brivel.cpuMilliseconds, 1),
        fixed(outcome.brivel.mebibytes, 1), fixed(outcome.curl.milliseconds, 1),
-       fixed(outcome.curl.mebibytes, 1)});
+       fixed(outcome.curl.cpuMilliseconds, 1), fixed(outcome.curl.mebibytes, 1),
+       ratio(outcome.brivel.cpuMilliseconds, outcome.curl.cpuMilliseconds)});
 }
 
 void printSlowHead() {
@@ -97,6 +108,24 @@ void printSlowRow(const Job& job, const Outcome& outcome) {
        std::to_string(outcome.mostUnderWay), std::to_string(outcome.requests),
        std::to_string(outcome.levels), fixed(wall, 1),
        bound > 0 ? fixed(bound, 0) : "", ratio(wall, bound)});
+}
+
+void printOddHead() {
+  const std::vector<std::string> head{
+      "job",         "controller", "`--max-connections`",
+      "connections", "resumed",    "most under way",
+      "requests",    "wall ms"};
+  printCells(head);
+  printCells(std::vector<std::string>(head.size(), "---"));
+}
+
+void printOddRow(const Job& job, const Outcome& outcome) {
+  printCells(
+      {job.name, describe(job.slowness) + ", " + job.circumstances,
+       std::to_string(job.connections), std::to_string(outcome.connections),
+       std::to_string(outcome.resumed), std::to_string(outcome.mostUnderWay),
+       std::to_string(outcome.requests),
+       fixed(outcome.brivel.milliseconds, 1)});
 }
 
 }  // namespace bench

@@ -14,4 +14,8 @@ void printRow(const Job& job, const Outcome& outcome);
 void printSlowHead();
 void printSlowRow(const Job& job, const Outcome& outcome);
 
+/// The same for controllers that change or keep nothing.
+void printOddHead();
+void printOddRow(const Job& job, const Outcome& outcome);
+
 }  // namespace bench
