@@ -156,6 +156,16 @@ std::string Connections::cause() const {
   return met ? describe(*met) : "";
 }
 
+std::vector<std::string> Connections::notices() const {
+  std::vector<std::string> notices = services_.notices();
+  if (machine() != nullptr && machine()->lacksPciNames()) {
+    notices.emplace_back(
+        "PCI devices are shown by their numbers: their names come from the "
+        "package pci.ids, or from the file that pci-ids in the settings names");
+  }
+  return notices;
+}
+
 std::vector<TargetCost> Connections::costs() const {
   std::vector<TargetCost> costs;
   for (const auto& service : pool().services()) {

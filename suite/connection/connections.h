@@ -115,9 +115,7 @@ class Connections : public run::Run {
 
   /// What a person should know about a run that succeeded: ways that were
   /// blocked, files that this user may not read. One line each.
-  const std::vector<std::string>& notices() const {
-    return services_.notices();
-  }
+  std::vector<std::string> notices() const;
 
   /// What each target has cost that was contacted.
   std::vector<TargetCost> costs() const;

@@ -1,5 +1,6 @@
 #include "suite/local/machine.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -108,7 +109,14 @@ std::vector<PciFacts> Machine::adapters() {
   context.onboard = onboardFacts(smbios());
   context.machine = MachineNames(system(), board());
   context.idsFile = pciIdsFile_;
-  return root_.recorded() ? pciFacts(root_, context) : runningAdapters(context);
+  std::vector<PciFacts> found =
+      root_.recorded() ? pciFacts(root_, context) : runningAdapters(context);
+  lacksPciNames_ = !found.empty() &&
+                   std::none_of(found.begin(), found.end(),
+                                [](const PciFacts& facts) {
+                                  return !facts.manufacturer.empty();
+                                });
+  return found;
 }
 
 std::vector<HostInterface> Machine::hostInterfaces() {

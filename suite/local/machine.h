@@ -60,6 +60,10 @@ class Machine {
   bool hasFanSource() const;
 
   std::vector<PciFacts> adapters();
+
+  /// Whether `adapters` has found some, and names for none of them: the list of
+  /// names is not there.
+  bool lacksPciNames() const { return lacksPciNames_; }
   std::vector<HostInterface> hostInterfaces();
 
   /// Asks the IPMI device, once.
@@ -77,6 +81,7 @@ class Machine {
   std::optional<FirmwareTable> table_;  // Held, because smbios_ refers to it.
   SmbiosTables smbios_;
   std::optional<IpmiFinding> ipmi_;
+  bool lacksPciNames_ = false;
 };
 
 }  // namespace local

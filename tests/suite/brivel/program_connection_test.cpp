@@ -96,6 +96,23 @@ TEST_F(ProgramConnection, StandardInputThatIsATerminalIsThePrompt) {
   EXPECT_EQ(child.errors().find(kPassword), std::string::npos);
 }
 
+// Nobody types a password for a controller that cannot be reached or is not
+// trusted.
+TEST_F(ProgramConnection, NobodyIsAskedInVain) {
+  if (!support::hasTerminals()) {
+    GTEST_SKIP() << "this machine has no pseudo-terminals";
+  }
+  options.terminal = true;
+  for (const std::string& target :
+       {std::string("admin@127.0.0.1:1"), "admin@" + controller.https()}) {
+    support::ChildProcess child(started({"--bmc", target, "sample", "301"}));
+    const int status = child.wait().status;
+    EXPECT_TRUE(status == 13 || status == 36) << child.errors();
+    EXPECT_EQ(child.errors().find("Password"), std::string::npos)
+        << child.errors();
+  }
+}
+
 // The controller is reached and trusted before anybody is asked.
 TEST_F(ProgramConnection, InterruptAtThePromptEndsTheRun) {
   if (!support::hasTerminals()) {
