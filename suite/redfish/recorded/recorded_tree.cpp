@@ -153,6 +153,13 @@ std::optional<base::Failure> RecordedTree::locate() {
   if (brief.exists && isServiceRoot(brief.body)) {
     return std::nullopt;
   }
+  std::error_code unknown;
+  if (fs::is_directory(root_ / "sys", unknown)) {
+    return failureOf(base::FailureKind::kFileUnreadable,
+                     "the directory holds a recorded machine, not a recorded "
+                     "service",
+                     "name it by --local-root instead");
+  }
   return failureOf(
       base::FailureKind::kFileUnreadable,
       "the directory holds no recorded service",
