@@ -111,11 +111,11 @@ std::vector<PciFacts> Machine::adapters() {
   context.idsFile = pciIdsFile_;
   std::vector<PciFacts> found =
       root_.recorded() ? pciFacts(root_, context) : runningAdapters(context);
-  lacksPciNames_ = !found.empty() &&
-                   std::none_of(found.begin(), found.end(),
-                                [](const PciFacts& facts) {
-                                  return !facts.manufacturer.empty();
-                                });
+  lacksPciNames_ =
+      !found.empty() &&
+      std::none_of(found.begin(), found.end(), [](const PciFacts& facts) {
+        return !facts.manufacturer.empty();
+      });
   return found;
 }
 
