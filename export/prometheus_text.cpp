@@ -105,7 +105,8 @@ std::string serialized(const prometheus::MetricFamily& family) {
   return text.str();
 }
 
-// The samples of one report, by metric.
+// The samples of one report, by metric. A sample of the library takes some ten
+// times its text, so they become text by and by.
 class Samples {
  public:
   explicit Samples(const report::Target& target)
@@ -114,6 +115,7 @@ class Samples {
     for (std::size_t i = 0; i < std::size(kMetricTexts); ++i) {
       families_.push_back(familyOf(i));
     }
+    texts_.resize(families_.size());
   }
 
   void add(Metric metric, double value, const Labels& labels = {}) {
@@ -125,6 +127,10 @@ class Samples {
     sample.label.insert(sample.label.end(), labels.begin(), labels.end());
     sample.gauge.value = value;
     families_[metric].metric.push_back(std::move(sample));
+    constexpr std::size_t kMostSamples = 1000;
+    if (families_[metric].metric.size() == kMostSamples) {
+      writeOut(metric);
+    }
   }
 
   void add(Metric metric, const std::optional<double>& value,
@@ -135,17 +141,23 @@ class Samples {
   }
 
   // A metric's samples as text, without the lines that describe the metric.
-  std::string text(std::size_t metric) const {
-    if (families_[metric].metric.empty()) {
-      return "";
+  std::string take(std::size_t metric) {
+    if (!families_[metric].metric.empty()) {
+      writeOut(metric);
     }
-    return serialized(families_[metric])
-        .substr(serialized(familyOf(metric)).size());
+    return std::move(texts_[metric]);
   }
 
  private:
+  void writeOut(std::size_t metric) {
+    const std::size_t description = serialized(familyOf(metric)).size();
+    texts_[metric] += serialized(families_[metric]).substr(description);
+    families_[metric].metric.clear();
+  }
+
   Labels labels_;
   std::vector<prometheus::MetricFamily> families_;
+  std::vector<std::string> texts_;  // By metric.
 };
 
 // The labels of the parts of one list. Services may give two parts one path;
@@ -293,7 +305,7 @@ void PrometheusText::add(const report::ServerReport& report) {
     addMemorySlots(report.memorySlots, samples);
   }
   for (std::size_t i = 0; i < kMetrics; ++i) {
-    samples_[i] += samples.text(i);
+    samples_[i] += samples.take(i);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <sstream>
 
@@ -143,6 +144,16 @@ TEST(PrometheusText, EscapesLabels) {
   ServerReport report = fullReport();
   report.fans->front().name = "Fan \"1\" \\ left";
   EXPECT_THAT(textOf(report), HasSubstr("name=\"Fan \\\"1\\\" \\\\ left\""));
+}
+
+TEST(PrometheusText, WritesEachOfManyParts) {
+  ServerReport report = fullReport();
+  report.fans = {2500, report.fans->front()};
+  const std::string text = textOf(report);
+  const std::string lines = linesWith(text, "brivel_fan_speed_rpm");
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2502);
+  EXPECT_EQ(linesWith(text, "# TYPE brivel_fan_speed_rpm"),
+            "# TYPE brivel_fan_speed_rpm gauge\n");
 }
 
 // Collectors refuse the whole text for one sample that is there twice.
