@@ -13,7 +13,8 @@ TextBody::TextBody(std::shared_ptr<const std::string> text)
 std::optional<std::uint64_t> TextBody::size() const { return text_->size(); }
 
 std::string_view TextBody::next(std::size_t limit) {
-  const std::string_view rest = std::string_view(*text_).substr(sent_, limit);
+  std::string_view rest = *text_;
+  rest = rest.substr(sent_, limit);
   sent_ += rest.size();
   return rest;
 }

@@ -85,7 +85,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   std::uint64_t number_;
   const char* port_;  ///< "http" or "https".
   boost::asio::steady_timer timer_;
-  std::array<char, 16 * 1024> block_;
+  std::array<char, 16 * 1024> block_{};
   std::string received_;
   RequestReader reader_;
   std::uint64_t requests_ = 0;

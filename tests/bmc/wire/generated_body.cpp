@@ -41,8 +41,8 @@ std::string_view GeneratedBody::next(std::size_t limit) {
     taken_ = 0;
     refill(limit);
   }
-  const std::string_view bytes =
-      std::string_view(pending_).substr(taken_, limit);
+  std::string_view bytes = pending_;
+  bytes = bytes.substr(taken_, limit);
   taken_ += bytes.size();
   return bytes;
 }

@@ -65,8 +65,8 @@ std::string_view ReplyStream::next(std::size_t limit) {
       refill();
     }
   }
-  const std::string_view bytes =
-      std::string_view(pending_).substr(taken_, limit);
+  std::string_view bytes = pending_;
+  bytes = bytes.substr(taken_, limit);
   taken_ += bytes.size();
   sent_ += bytes.size();
   return bytes;
