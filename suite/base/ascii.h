@@ -15,7 +15,7 @@ inline bool isLetter(char c) {
 
 inline bool isAlphanumeric(char c) { return isLetter(c) || isDigit(c); }
 
-/// A letter A to Z as a to z; any other character as it is.
+/// A letter A to Z as a to z; any other character unchanged.
 inline char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

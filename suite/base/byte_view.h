@@ -7,9 +7,8 @@
 
 namespace base {
 
-/// A run of bytes that came from firmware or a device. Nothing in it is
-/// trusted: every access is checked, and an access past the end answers
-/// nothing. Does not own the bytes.
+/// Bytes from firmware or a device, which are not trusted: every access is
+/// checked, and one past the end returns nullopt. Does not own the bytes.
 class ByteView {
  public:
   ByteView() = default;
@@ -44,7 +43,7 @@ class ByteView {
     return static_cast<std::uint32_t>(*value);
   }
 
-  /// `length` bytes from an offset; nothing unless all of them are there.
+  /// `length` bytes from an offset; nullopt unless all of them exist.
   std::optional<ByteView> slice(std::size_t offset, std::size_t length) const {
     if (offset > size() || length > size() - offset) {
       return std::nullopt;

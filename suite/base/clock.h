@@ -4,7 +4,7 @@
 
 namespace base {
 
-/// The clock of all time limits: it never goes back.
+/// The clock of all time limits; it is monotonic.
 using Clock = std::chrono::steady_clock;
 
 }  // namespace base

@@ -4,8 +4,8 @@
 
 namespace base {
 
-/// What went wrong, as finely as callers tell results apart. The result codes
-/// and statuses that each kind becomes are chosen by those who report them.
+/// Kinds of failures, as far as callers distinguish them. Whoever reports a
+/// failure chooses the result code or status for it.
 enum class FailureKind {
   kNameNotResolved,     ///< The host name has no address.
   kUnreachable,         ///< Refused, no route, or reset before an answer.
@@ -30,9 +30,9 @@ enum class FailureKind {
   kDirectoryMissing,    ///< Recorded server: no such directory.
   kFileUnreadable,      ///< A file of ours cannot be read: of a recorded
                         ///< server, or one that holds a password.
-  kNoHostInterface,     ///< Nothing leads to this machine's controller.
-  kNoHostAddress,       ///< What leads there is down, or has no address.
-  kNotPermitted,        ///< This user may not read what it takes.
+  kNoHostInterface,     ///< No host interface to this machine's controller.
+  kNoHostAddress,       ///< The host interface is down, or has no address.
+  kNotPermitted,        ///< This user may not read what is needed.
   kNoBootstrapAccount,  ///< The controller made no account for us.
   kIpmiDevice,          ///< The IPMI device does not work.
   kUsage,               ///< The command line or the settings are wrong.
@@ -40,7 +40,7 @@ enum class FailureKind {
   kInternal             ///< A failure of our own.
 };
 
-/// One failure, told so that a person can act on it. Texts are clean: no
+/// One failure, with what a person needs to act on it. Texts are clean: no
 /// control characters, no secrets.
 struct Failure {
   FailureKind kind = FailureKind::kInternal;

@@ -4,24 +4,24 @@
 
 namespace base {
 
-/// Told how a reading of a service goes on. A service calls it from its one
-/// thread; it must not throw.
+/// Observes the reading of a service. A service calls it from its one thread;
+/// it must not throw.
 class Progress {
  public:
   virtual ~Progress() = default;
 
-  /// So many resources have been read by this service since the run began.
   /// Called with each answer, and about every quarter of a second while the
-  /// service waits for one, so that an elapsed time moves on.
+  /// service waits for one, so that a shown time is kept up to date.
+  /// `resourcesRead` counts what this service has read since the run began.
   virtual void tick(std::uint64_t resourcesRead) = 0;
 
-  /// The reading is over, for better or worse: whatever was drawn is to be
-  /// gone when this returns, since a report may follow.
+  /// The reading has ended, successfully or not. Must remove what was drawn,
+  /// because a report may follow.
   virtual void done() = 0;
 };
 
-/// Makes `progress` the process's observer; null: none. Not owned: it must be
-/// taken away again before it dies.
+/// Makes `progress` the process's observer; null: none. Not owned: reset it
+/// before the observer is destroyed.
 void setProgress(Progress* progress);
 
 /// The process's observer; null: none.

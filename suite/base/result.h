@@ -6,14 +6,13 @@
 
 namespace base {
 
-/// A value, or the failure because of which there is none. Ask for the value
-/// only after `has_value()` (or `if (result)`); take the reason from
-/// `error()`.
+/// A value, or the failure that prevented it. Access the value only after
+/// `has_value()` (or `if (result)`); the reason is in `error()`.
 template <typename Value>
 using Result = boost::system::result<Value, Failure>;
 
-/// A failure may be a result's error. Asking a result that holds one for its
-/// value is a mistake in the program.
+/// Lets a failure be a result's error: throws std::logic_error, because access
+/// to the value of a failed result is an error in the program.
 [[noreturn]] void throw_exception_from_error(
     const Failure& failure, const boost::source_location& place);
 

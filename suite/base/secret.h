@@ -6,14 +6,14 @@
 
 namespace base {
 
-/// Overwrites a text's bytes, all the room that it holds, and empties it; the
-/// compiler may not drop it. A text that was moved away is worth wiping, too:
-/// a short one leaves its bytes behind.
+/// Overwrites a text's bytes, up to its capacity, and empties it; the compiler
+/// may not drop it. Wipe a text after a move, too: a short one leaves its bytes
+/// behind.
 void wipe(std::string& text) noexcept;
 
-/// The text with every occurrence of the secret replaced by "***". A service
-/// may repeat what it was sent. Secrets shorter than 4 bytes are left alone:
-/// hiding them would garble the text and tell more than it hides.
+/// The text with every occurrence of the secret replaced by "***", because a
+/// service may repeat what it was sent. Secrets shorter than 4 bytes are not
+/// replaced: the garbled text would give away more than it hides.
 std::string withoutSecret(std::string text, std::string_view secret);
 
 /// A password or a token in memory: its bytes are overwritten when it dies,

@@ -7,10 +7,10 @@
 
 namespace connection {
 
-/// What a run will ask a node for, as `redfish::Want` values, so that one
-/// reading can bring it all: `device` is the text of the option of that name
-/// ("all", "fan,dimm"), null when the option is not given, which asks for the
-/// health summary. Names that are no item count for nothing.
+/// What a run needs of a node, as `redfish::Want` values, so that it is read in
+/// one go. `device` is the text of the option of that name ("all",
+/// "fan,dimm"); null, if the option is not given, stands for the health
+/// summary. Names that are no item are ignored.
 std::uint32_t wantsOf(const std::string* device);
 
 /// Whether a result code of a run with this text of the option "device" can
@@ -21,8 +21,8 @@ bool isCombined(std::int32_t code, const std::string& device);
 /// The items, in the order of their tables.
 std::vector<std::string_view> deviceItems();
 
-/// What is wrong with the text of the option "device": which name in it is no
-/// item, and which items there are. Empty when nothing is.
+/// What is wrong with the text of the option "device": the name in it that is
+/// no item, and the items that there are. Empty if nothing is wrong.
 std::string problemWithItems(const std::string& device);
 
 }  // namespace connection

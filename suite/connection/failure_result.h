@@ -4,9 +4,9 @@
 
 namespace connection {
 
-/// The suite-wide result code that a failure of reaching a target stands for.
-/// 0 for a service that was reached but has no such system: what is wrong then
-/// is told by the calls that read it.
+/// The suite-wide result code of a failure to reach a target. 0 for a service
+/// that was reached but has no such system: the calls that read the system
+/// report it.
 int resultOf(base::FailureKind kind);
 
 }  // namespace connection

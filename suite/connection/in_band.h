@@ -37,13 +37,13 @@ struct FoundControllers {
 };
 
 /// Looks for the controllers that the machine's firmware names, and for the
-/// network devices that lead to them. `base`: how they are to be treated. Each
-/// way that is blocked is logged. The controllers of a recorded machine are not
-/// looked for: it is another machine.
+/// network devices that lead to them. `base` holds the settings for them. Logs
+/// each way that is blocked. Returns no controller for a recorded machine,
+/// because it is another machine.
 FoundControllers findControllers(local::Machine& machine, const Target& base);
 
-/// The failure that the machine's IPMI device adds to one of `findControllers`:
-/// what was looked for in vain, or that the device does not answer.
+/// A failure of `findControllers` with the state of the machine's IPMI device
+/// added: that there is none either, or that it does not answer.
 base::Failure withIpmi(base::Failure failure, const local::IpmiFinding& ipmi);
 
 }  // namespace connection

@@ -10,8 +10,8 @@
 
 namespace connection {
 
-/// Whether the target asks its user for a password: a recorded server does
-/// not, nor does any target without a user.
+/// Whether the target requires a password: a recorded server and a target
+/// without a user do not.
 bool needsPassword(const Target& target);
 
 /// The service of a target, which has contacted nothing yet. The time of the

@@ -37,13 +37,13 @@ class RunServices {
   /// called before `ensure`.
   void expect(std::uint32_t wants) { wants_ = wants; }
 
-  /// Makes the services, once per run. Returns the failure, the same at each
-  /// call, if there is none to be had.
+  /// Makes the services, once per run. If there is none, returns the failure,
+  /// the same at each call.
   std::optional<base::Failure> ensure();
 
-  /// Reaches the first service that can be reached, and reads what the run is
-  /// for, so that a failure is known as finely as possible. Returns its handle,
-  /// or the failure of the last service if none can be reached.
+  /// Opens the first service that can be reached, and reads what the run needs,
+  /// so that a failure is as specific as possible. Returns its handle, or the
+  /// failure of the last service if none can be reached.
   /// `nodeIndex` is the node that it is read for.
   base::Result<std::int64_t> reachAny(std::uint16_t nodeIndex);
 

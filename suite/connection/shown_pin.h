@@ -7,10 +7,9 @@
 
 namespace connection {
 
-/// The pin of the key that a target shows now ("sha256//BASE64"). Nothing is
-/// trusted, no user is named, and nothing but the service root is asked for:
-/// whoever answers at the address is seen, whatever the answer says. Fails if
-/// no TLS connection comes about, or the target is not asked over TLS.
+/// The pin of the key that a target shows now ("sha256//BASE64"). Asks for the
+/// service root alone, without a user, and verifies nothing: it is the key of
+/// whoever answers at the address. Fails if there is no TLS connection.
 base::Result<std::string> readShownPin(const Target& target);
 
 }  // namespace connection

@@ -7,7 +7,7 @@
 
 namespace connection {
 
-/// The way to a target, over which nothing has been asked yet.
+/// A new transport to a target. Nothing is sent yet.
 std::unique_ptr<http::Transport> transportOf(const Target& target);
 
 }  // namespace connection

@@ -13,7 +13,7 @@ namespace {
 // need five after the walk.
 constexpr int kMaxRounds = 8;
 
-// Adds what a reading wants and what was not asked for before. False when
+// Adds what a reading wants and what was not asked for before. Returns false if
 // there is none: another reading would tell the same.
 bool extend(redfish::Selection& selection, HealthReading& reading,
             std::unordered_set<std::string>& asked) {

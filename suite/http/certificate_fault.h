@@ -6,7 +6,7 @@
 
 namespace http {
 
-/// Why a server's certificate is not trusted, whatever the library says.
+/// Why a server's certificate is not trusted, the same for all TLS libraries.
 enum class CertificateFault {
   kSelfSigned,
   kUnknownAuthority,
@@ -15,24 +15,24 @@ enum class CertificateFault {
   kNotYetValid,
   kOtherName,
   kWrongPin,
-  kFingerprintMismatch,  ///< One certificate is trusted, and this is another.
+  kFingerprintMismatch,  ///< Only one certificate is trusted, not this one.
   kRevoked,
   kWeak,
-  kAuthorityFile,  ///< Not the certificate: the file of trusted authorities.
-  kBadPin,         ///< Not the certificate: the configured pin is none.
+  kAuthorityFile,  ///< The file of trusted authorities cannot be read.
+  kBadPin,         ///< The configured pin is malformed.
   kOther
 };
 
-/// The fault as a person who named a file of trusted authorities should be
-/// told it: a certificate that nobody vouches for is one that no certificate
-/// of that file vouches for. `caFile` is empty if no file was named.
+/// Makes a fault more specific where a file of trusted authorities was named:
+/// an unknown authority becomes `kNotVouchedFor`. `caFile` is empty if no file
+/// was named.
 CertificateFault withAuthorityFile(CertificateFault fault,
                                    const std::string& caFile);
 
-/// The failure in words that a person can act on; address and URI are left
-/// empty. `detail` is what the library says; it is told for the faults whose
-/// own words do not say enough. `pin` is that of the key which the server
-/// showed ("sha256//BASE64"), told where it helps; empty: unknown.
+/// The failure with cause and remedy; address and URI are left empty. `detail`
+/// is the library's message, which only the less specific faults include. `pin`
+/// is that of the key which the server showed ("sha256//BASE64"), included
+/// where it helps; empty: unknown.
 base::Failure failureOf(CertificateFault fault, const std::string& detail,
                         const std::string& pin = "");
 

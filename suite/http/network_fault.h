@@ -7,14 +7,14 @@
 
 namespace http {
 
-/// How a request over the network fails, whatever the library says; what is
-/// wrong with a certificate stands in certificate_fault.h.
+/// How a request over the network fails, the same for all libraries. Faults of
+/// certificates are in certificate_fault.h.
 enum class NetworkFault {
-  kNoHostName,  ///< What should be a host is neither name nor address.
+  kNoHostName,  ///< The host is neither a name nor an address.
   kHostNotFound,
   kRefused,
   kNoRoute,
-  kNoAnswerToConnect,  ///< The system itself gave up.
+  kNoAnswerToConnect,  ///< The system stopped trying to connect.
   kNotConnected,
   kQueueTimeout,    ///< No connection became free.
   kNameTimeout,     ///< The name was not resolved.
@@ -37,15 +37,15 @@ enum class NetworkFault {
   kInternal
 };
 
-/// The time limits that a request was under.
+/// The time limits of a request.
 struct NetworkTimes {
   std::chrono::milliseconds connect{0};  ///< Name, TCP and TLS together.
   std::chrono::milliseconds whole{0};
 };
 
-/// The failure in words that a person can act on; address and URI are left
-/// empty. `detail` is what the library says, as clean text; it is told for the
-/// faults whose own words do not say enough.
+/// The failure with cause and remedy; address and URI are left empty. `detail`
+/// is the library's message as clean text, which only the less specific faults
+/// include.
 base::Failure failureOf(NetworkFault fault, const std::string& detail,
                         const NetworkTimes& times = {});
 

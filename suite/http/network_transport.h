@@ -18,23 +18,24 @@ struct NetworkTransportOptions {
 
   /// File of trusted authorities (PEM); empty: the system's.
   std::string caFile;
-  /// Keys of which the server must have one: "sha256//BASE64", several
-  /// separated by ";"; empty: any. A pin alone is trust enough: chain, name
-  /// and validity are checked beside it only when `caFile` is given.
+  /// Public keys that are trusted: "sha256//BASE64", several separated by ";";
+  /// empty: any. The server must have one of them. With a pin, chain, name and
+  /// validity are checked only if `caFile` is set, too.
   std::string pin;
-  /// Chain, name and validity of the certificate are not checked. A pin still
-  /// is.
+  /// Do not check chain, name and validity of the certificate. A pin is
+  /// checked all the same.
   bool insecure = false;
-  /// SHA-256 digest, 32 bytes, of the one certificate that is trusted, whatever
-  /// it says and whoever has signed it; a pin is checked beside it. Empty: as
-  /// above. Not on Windows.
+  /// SHA-256 digest, 32 bytes, of the only certificate that is trusted, whoever
+  /// signed it; a pin is checked as well. Empty: as above. Ignored on
+  /// Windows.
   std::string certificate;
 };
 
 /// A transport over HTTP and TLS 1.2 or newer: by libcurl, on Windows by
-/// WinHTTP. Environment variables for proxies, stored credentials, cookies and
-/// redirects have no say. The user's wish to end the run makes `next` return
-/// once, empty-handed; later calls wait again, so that sessions can be closed.
+/// WinHTTP. Ignores environment variables for proxies, stored credentials and
+/// cookies, and follows no redirect. If the user interrupts the run, `next`
+/// returns nullopt once; later calls wait again, so that sessions can be
+/// closed.
 std::unique_ptr<Transport> makeNetworkTransport(
     NetworkTransportOptions options);
 

@@ -8,27 +8,27 @@
 
 namespace http {
 
-/// The few headers of an answer that matter, collected line by line. Interim
-/// answers (1xx) and trailers do not count; of a repeated header the last one
-/// does.
+/// Collects the headers of an answer that are used, line by line. Interim
+/// answers (1xx) and trailers are ignored; the last of repeated headers
+/// counts.
 class ResponseHeaders {
  public:
-  /// Takes a line as it came, status lines and empty ones included. False
-  /// when the lines of this answer, all together, are over the limit.
+  /// Takes a line as received, status lines and empty ones included. Returns
+  /// false if the lines of this answer together exceed the limit.
   bool add(std::string_view line);
 
-  bool begun() const { return bytes_ > 0; }  ///< Something has come.
+  bool begun() const { return bytes_ > 0; }  ///< A line was received.
   bool tooLarge() const;
 
   /// Whether the body may be decoded: it has at most one content coding, and
-  /// that is gzip (RFC 9110, 8.4). Codings over one another make an answer of
-  /// a few kilobytes endless. Those of interim answers count, too.
+  /// that is gzip (RFC 9110, 8.4). Nested codings let an answer of a few
+  /// kilobytes grow without end. Those of interim answers count, too.
   bool decodable() const { return codings_ == 0 || (codings_ == 1 && gzip_); }
 
   const std::string& location() const { return location_; }
   const std::string& retryAfter() const { return retryAfter_; }
 
-  /// The token for X-Auth-Token; empty as well when it is none that can be
+  /// The token of X-Auth-Token; empty if there is none, or if it cannot be
   /// sent back in a header.
   const base::Secret& authToken() const { return authToken_; }
 

@@ -12,15 +12,16 @@
 
 namespace http {
 
-/// Largest body that a transport delivers, counted after decoding. A larger
-/// one fails its request and no other.
+/// Largest body that a transport delivers, after decoding. A request whose
+/// answer is larger fails; others are not affected.
 constexpr std::size_t kMaxBodyBytes = std::size_t{16} << 20U;
 
-/// Most bytes of bodies that a transport holds at a time, under way and not
-/// yet handed out: what exceeds it fails its request.
+/// Most bytes of bodies that a transport holds at a time, for requests that
+/// are under way or not yet returned by `next`. A request that exceeds it
+/// fails.
 constexpr std::size_t kMaxHeldBytes = std::size_t{24} << 20U;
 
-/// Most bytes of headers that a transport takes in for one answer.
+/// Most bytes of headers that a transport accepts for one answer.
 constexpr std::size_t kMaxHeaderBytes = std::size_t{64} << 10U;
 
 enum class Method { kGet, kPost, kDelete };
@@ -37,16 +38,16 @@ struct Request {
   std::string basicUser;
   base::Secret basicPassword;
   std::chrono::milliseconds timeout{30000};
-  /// Ask for a connection of its own, because the last one was lost.
+  /// Use a new connection, because the last one was lost.
   bool freshConnection = false;
-  /// Of requests that wait for a connection the highest goes first.
+  /// Of requests that wait for a connection, the highest is sent first.
   int priority = 0;
 };
 
-/// The answer to one request, or why there is none.
+/// The answer to one request, or the reason for having none.
 struct Answer {
   std::uint64_t id = 0;  ///< As `start` returned it.
-  /// Set when no whole answer arrived; `status` is 0 then.
+  /// Set if no complete answer arrived; `status` is 0 then.
   std::optional<base::Failure> failure;
   bool reusedConnection = false;  ///< The request went over a kept-alive one.
   bool lostBeforeAnswer = false;  ///< With kUnreachable: the connection was
@@ -66,7 +67,7 @@ struct Answer {
                                   ///< last, trusted or not; empty: none yet.
 };
 
-/// What a transport has cost so far.
+/// What a transport has used so far.
 struct TransportStats {
   std::uint64_t requests = 0;      ///< Requests sent.
   std::uint64_t connections = 0;   ///< Connections opened.
@@ -75,41 +76,42 @@ struct TransportStats {
   std::uint64_t bytes = 0;         ///< Bytes of bodies received, as sent.
 };
 
-/// A way to ask one origin: HTTPS, or a directory that holds a recorded
-/// server. Requests run side by side and their answers come one by one, in
-/// the order in which they are complete. Single-threaded. Destroying it
-/// abandons what is under way.
+/// Sends requests to one origin: over HTTPS, or to a directory that holds a
+/// recorded server. Requests run concurrently; their answers are returned one
+/// by one, in the order in which they complete. Single-threaded. Destroying
+/// it abandons the requests under way.
 class Transport {
  public:
   virtual ~Transport() = default;
 
-  /// The origin in words: "10.0.0.5:443", "file:DIR". For messages.
+  /// The origin as text, for messages: "10.0.0.5:443", "file:DIR".
   virtual const std::string& address() const = 0;
 
-  /// Whether sessions, queries and time limits mean anything here; false for
-  /// a recorded server.
+  /// Whether sessions, queries and time limits have a meaning; false for a
+  /// recorded server.
   virtual bool live() const = 0;
 
-  /// Starts a request. Never fails: what goes wrong is told by its answer.
+  /// Starts a request and returns its id. Never fails: errors are reported by
+  /// the answer.
   virtual std::uint64_t start(Request request) = 0;
 
-  /// The next complete answer. Waits for it until `until` at the latest;
-  /// nothing when none came by then, when nothing is under way, or when the
-  /// user interrupted the run while waiting.
+  /// Waits for the next complete answer, until `until` at the latest. Returns
+  /// nullopt if none arrived by then, if nothing is under way, or if the user
+  /// interrupted the run while waiting.
   virtual std::optional<Answer> next(base::Clock::time_point until) = 0;
 
-  /// While set, `next` waits on although the user interrupted the run: for
-  /// the answer of a login that must be undone, and for a logout.
+  /// While set, `next` keeps waiting although the user interrupted the run:
+  /// for the answer to a login that must be undone, and for a logout.
   virtual void deferInterrupt(bool /*defer*/) {}
 
-  /// Whether the service may have seen a request: false only while one that
-  /// is under way still waits for its connection.
+  /// Whether the service may have received a request: false only while the
+  /// request waits for its connection.
   virtual bool mayHaveArrived(std::uint64_t /*id*/) const { return true; }
 
   /// Abandons everything under way.
   virtual void cancelAll() = 0;
 
-  /// Gives up offering compression, or HTTP/2, for the rest of the run.
+  /// Stops offering compression, or HTTP/2, for the rest of the run.
   virtual void disableCompression() {}
   virtual void disableHttp2() {}
 

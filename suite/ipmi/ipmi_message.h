@@ -30,7 +30,7 @@ struct IpmiResponse {
 IpmiRequest getDeviceIdRequest();
 
 /// The IPMI version in an answer to Get Device ID: 20 for 2.0, 15 for 1.5.
-/// Nothing when the answer is a failure or too short.
+/// Returns nullopt if the answer is a failure or too short.
 std::optional<int> ipmiVersion(const IpmiResponse& response);
 
 /// An account that the controller made for this machine.
@@ -43,7 +43,7 @@ struct BootstrapAccount {
 /// bootstrapping enabled: any other would switch it off until the next reset.
 IpmiRequest bootstrapRequest();
 
-/// The account in the answer to it; nothing when the controller refused, or
+/// The account in the answer to it; nullopt if the controller refused, or
 /// the answer is malformed.
 std::optional<BootstrapAccount> bootstrapAccount(const IpmiResponse& response);
 
@@ -51,7 +51,7 @@ std::optional<BootstrapAccount> bootstrapAccount(const IpmiResponse& response);
 IpmiRequest fingerprintRequest();
 
 /// The SHA-256 digest of the controller's certificate in the answer to it, 32
-/// bytes; nothing when the controller refused, the answer is malformed or the
+/// bytes; nullopt if the controller refused, the answer is malformed or the
 /// algorithm another one.
 std::optional<std::string> certificateDigest(const IpmiResponse& response);
 

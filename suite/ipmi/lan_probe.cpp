@@ -94,7 +94,7 @@ class Conversation {
   }
 
  private:
-  // One datagram; nothing when none came within a slice of time.
+  // One datagram; nullopt if none came within a slice of time.
   std::optional<std::string_view> receive(base::Clock::time_point end) {
     std::optional<std::size_t> size;
     socket_.async_receive(

@@ -25,7 +25,7 @@ enum class Capabilities {
              ///< extended data.
 };
 
-/// Reads a datagram as an answer to `capabilitiesRequest`; nothing when it is
+/// Reads a datagram as an answer to `capabilitiesRequest`; nullopt if it is
 /// none: wrong class, command, length or checksum.
 std::optional<Capabilities> readCapabilities(std::string_view datagram);
 
@@ -33,7 +33,7 @@ std::optional<Capabilities> readCapabilities(std::string_view datagram);
 std::string presencePing(std::uint8_t tag);
 
 /// Reads a datagram as the pong to a ping of this tag: whether the controller
-/// supports IPMI. Nothing when it is none.
+/// supports IPMI. Returns nullopt if it is none.
 std::optional<bool> readPresencePong(std::string_view datagram,
                                      std::uint8_t tag);
 

@@ -15,8 +15,8 @@ namespace local {
 /// does not know target speeds (fanN_target).
 std::vector<FanFacts> fanFacts(const Root& root);
 
-/// Whether the running system tells programs of fans at all: the class that
-/// Windows has for them holds no speeds.
+/// Whether the running system reports fans at all: the class that Windows has
+/// for them holds no speeds.
 #if defined(_WIN32)
 inline constexpr bool kSystemHasFanSource = false;
 #else

@@ -13,17 +13,17 @@
 
 namespace local {
 
-/// What became of asking the machine's IPMI device for its version.
+/// The result of asking the machine's IPMI device for its version.
 struct IpmiFinding {
   Access access = Access::kMissing;
   std::string path;            ///< The device that was tried.
-  std::optional<int> version;  ///< 20 for 2.0; nothing: no sound answer.
+  std::optional<int> version;  ///< 20 for 2.0; nullopt: no valid answer.
 };
 
 /// One machine, as its own operating system shows it: the running one, or a
 /// recorded one. The firmware's table is read once; the rest is read at each
-/// call. Calls never fail: what cannot be read is missing from the answer,
-/// and `table()` tells whether the firmware's table is the reason.
+/// call. Calls never fail: what cannot be read is left out, and `table()` says
+/// whether the firmware's table is the reason.
 /// Single-threaded.
 class Machine {
  public:
@@ -42,11 +42,10 @@ class Machine {
   /// what the kernel shows everyone.
   Access table();
 
-  /// What to call the table in messages: the file that holds it, where there
-  /// is one.
+  /// The table's name in messages: the file that holds it, if there is one.
   const std::string& tableName();
 
-  /// What is wrong with the firmware's table, in words for the log.
+  /// What is wrong with the firmware's table, as texts for the log.
   const std::vector<std::string>& defects();
 
   SystemFacts system();

@@ -15,7 +15,8 @@ bool isOwnOrRoots(const struct stat& status);
 /// Opens a folder step by step, for use with openat and its kin. A symbolic
 /// link on the way is followed if it belongs to this user or to root. A folder
 /// that is missing is made for its owner alone, if the one above belongs to
-/// this user or to root. Holds no descriptor, and sets `reason`, if that fails.
+/// this user or to root. Returns an empty descriptor and sets `reason` if that
+/// fails.
 Descriptor openFolder(const std::filesystem::path& folder, std::string& reason);
 
 }  // namespace platform

@@ -2,13 +2,13 @@
 
 namespace platform {
 
-/// Makes the standard streams safe to work with: descriptors 0 to 2 that were
-/// closed are taken by /dev/null, so that no file of ours gets their numbers,
-/// and a reader of our output that goes away ends in an error, not in a signal
-/// that would leave sessions open.
+/// Makes the standard streams safe to use: opens /dev/null for descriptors 0 to
+/// 2 that are closed, so that no other file gets their numbers, and lets a
+/// write to a closed pipe fail instead of ending the process by a signal, which
+/// would leave sessions open.
 void prepareStandardStreams();
 
-/// Whether all that was written to standard output went out.
+/// Whether everything written to standard output was accepted.
 bool outputIsWhole();
 
 /// Whether standard output is a pipe. Its reader may be a pager that draws on

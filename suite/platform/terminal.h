@@ -8,8 +8,8 @@ namespace platform {
 /// Whether a descriptor is a terminal on which lines can be redrawn.
 bool isTerminal(int descriptor);
 
-/// How many columns a terminal has; `otherwise` if the descriptor is none, or
-/// does not tell.
+/// How many columns a terminal has; `otherwise` if the descriptor is no
+/// terminal, or its width is unknown.
 std::size_t terminalWidth(int descriptor, std::size_t otherwise);
 
 /// Writes a text as it is, past the streams' buffers. Write errors are

@@ -62,15 +62,16 @@ class Service {
   const std::string& address() const { return transport_->address(); }
 
   /// Reads the service root and logs in, once per run; later calls answer
-  /// what the first found. Nothing on success.
+  /// what the first found. Returns nullopt on success.
   std::optional<base::Failure> open();
 
   /// The generation of the controller, found once per run.
   const Probed& probe();
 
   /// Opens, then reads all that the selection needs and that is not in the
-  /// graph yet. Nothing on success: the root, Systems and the node were read.
-  /// Whether the collections behind a want were readable is seen in the graph.
+  /// graph yet. Returns nullopt on success: the root, Systems and the node were
+  /// read. Whether the collections behind a want were readable is seen in the
+  /// graph.
   std::optional<base::Failure> read(const Selection& selection);
 
   const Graph& graph() const { return knowledge_.graph; }

@@ -9,7 +9,7 @@
 
 namespace connection {
 
-/// A password, and where it came from in words that may be logged.
+/// A password, and its origin as a text that may be logged.
 struct Credential {
   base::Secret password;
   std::string origin;

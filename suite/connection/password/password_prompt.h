@@ -11,8 +11,7 @@ namespace connection {
 bool inputIsTerminal();
 
 /// Asks the person at the terminal for a password; the answer is not shown.
-/// Returns the failure if there is none to be had: if standard input is no
-/// terminal, no password is given.
+/// Fails if standard input is no terminal, or no password is entered.
 base::Result<base::Secret> askPassword(const std::string& question);
 
 }  // namespace connection

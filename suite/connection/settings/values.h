@@ -14,7 +14,7 @@ constexpr int kLargestPort = 65535;
 constexpr int kHighestLogLevel = 4;
 
 /// A time limit in seconds, fractions allowed: more than 0, at most one day.
-/// Nothing for any other number.
+/// Returns nullopt for any other number.
 std::optional<std::chrono::milliseconds> timeLimit(double seconds);
 
 /// The same from the whole of a text, with "." as the decimal sign.

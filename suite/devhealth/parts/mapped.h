@@ -52,7 +52,7 @@ class ReadTally {
     }
   }
 
-  /// Why the table cannot be had; nothing when it can.
+  /// Why the table cannot be had; nullopt if it can.
   std::optional<base::Failure> verdict() const;
 
   /// Why one part, the first, is not known; nothing when all are.

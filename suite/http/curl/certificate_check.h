@@ -6,7 +6,7 @@
 
 namespace http {
 
-/// What is asked of the certificate that a server shows, and what it showed.
+/// Which certificate a server must show, and which key it showed.
 struct CertificateCheck {
   /// Of the key that was shown last ("sha256//BASE64", RFC 7469, 2.4).
   std::string pin;
@@ -15,11 +15,11 @@ struct CertificateCheck {
   std::string trusted;
 };
 
-/// Makes a handle that is about to ask over TLS note the pin of the key that
-/// the server shows, whether it is trusted or not, and refuse every
-/// certificate but the one that is to be trusted, if there is one. `check` has
-/// to outlive every connection that the handle opens. Left as it is where a
-/// connection takes up an earlier one's TLS session.
+/// Sets up a handle that will use TLS: it stores the pin of the key that the
+/// server shows, trusted or not, in `check`, and if `check.trusted` is set it
+/// refuses every other certificate. `check` must outlive every connection that
+/// the handle opens. Connections that resume a TLS session leave it
+/// unchanged.
 void installCertificateCheck(CURL* easy, CertificateCheck& check);
 
 }  // namespace http

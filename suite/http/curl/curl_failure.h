@@ -9,11 +9,11 @@
 
 namespace http {
 
-/// How a transfer ended that did not succeed: what libcurl says, and how far
-/// it had come.
+/// How a failed transfer ended: libcurl's result, and how far the transfer had
+/// come.
 struct CurlOutcome {
   CURLcode code = CURLE_OK;
-  std::string text;          ///< libcurl's words, the server's among them.
+  std::string text;          ///< libcurl's message; may quote the server.
   long verifyResult = 0;     ///< OpenSSL's verdict on the chain.
   std::string presentedPin;  ///< Of the server's key; empty: unknown.
   std::string caFile;        ///< Of the trusted authorities; empty: system's.
@@ -31,8 +31,7 @@ struct CurlOutcome {
   std::chrono::milliseconds timeout{0};
 };
 
-/// The failure in words that a person can act on; address and URI are left
-/// empty.
+/// The failure with cause and remedy; address and URI are left empty.
 base::Failure failureOf(const CurlOutcome& outcome);
 
 }  // namespace http

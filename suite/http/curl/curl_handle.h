@@ -13,7 +13,7 @@ template <auto Cleanup>
 struct CurlDeleter {
   template <typename Handle>
   void operator()(Handle* handle) const {
-    static_cast<void>(Cleanup(handle));  // Nobody is left to be told.
+    static_cast<void>(Cleanup(handle));  // Nobody could handle an error.
   }
 };
 

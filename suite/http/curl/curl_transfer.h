@@ -46,10 +46,10 @@ class CurlTransfer {
   /// when the handle is done, before it is taken from its multi handle.
   void leaveConnection();
 
-  /// What became of the request. Rethrows what was thrown while the answer
-  /// came in. Address and URI of a failure are filled in. `presentedPin` is
-  /// that of the key that the server showed last, `caFile` the file of trusted
-  /// authorities, if one is named.
+  /// The outcome of the request. Rethrows what a callback threw while the
+  /// answer arrived. Address and URI of a failure are filled in. `presentedPin`
+  /// is that of the key that the server showed last, `caFile` the file of
+  /// trusted authorities, if one is named.
   Answer finish(CURLcode code, const std::string& address,
                 std::chrono::milliseconds connectTimeout,
                 const std::string& presentedPin, const std::string& caFile);

@@ -457,7 +457,7 @@ void CurlTransport::release(TransferPtr transfer) noexcept {
 }
 
 void CurlTransport::wait(base::Clock::duration time) {
-  // Rounded up, lest the last fraction of a millisecond is spent in circles.
+  // Rounded up, so that the last fraction of a millisecond is no busy loop.
   const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
       std::min<base::Clock::duration>(time, kMaxWait));
   curl_waitfd interrupt{platform::interruptFd(), CURL_WAIT_POLLIN, 0};

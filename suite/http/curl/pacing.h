@@ -25,7 +25,7 @@ namespace http {
 /// - A server that does not keep connections open gets a new one for each
 ///   request whatever is done, so that nothing is held back either.
 ///
-/// Reads no clock: times are told.
+/// Reads no clock: callers pass the times.
 class Pacing {
  public:
   using Duration = std::chrono::microseconds;

@@ -131,7 +131,7 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   /// and the handle is closed by the other thread to end it.
   std::atomic<HINTERNET> handle_{nullptr};
   /// Reads that were asked for and whose call has not returned; the first one
-  /// makes the calls for all, lest they nest.
+  /// makes the calls for all, so that they do not nest.
   std::atomic<int> reads_{0};
 
   /// Guards all that follows; never held during a call that may take long.

@@ -221,7 +221,7 @@ void WinhttpTransport::wait(base::Clock::time_point until) {
   for (const ExchangePtr& exchange : waiting_) {
     until = std::min(until, exchange->deadline());
   }
-  // Rounded up, lest the last fraction of a millisecond is spent in circles.
+  // Rounded up, so that the last fraction of a millisecond is no busy loop.
   const auto wanted = std::chrono::ceil<std::chrono::milliseconds>(
       std::clamp<base::Clock::duration>(
           until - base::Clock::now(), base::Clock::duration::zero(), kMaxWait));

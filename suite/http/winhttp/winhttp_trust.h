@@ -29,7 +29,7 @@ class WinhttpTrust {
   /// The file of trusted authorities that was named; empty: the system's.
   const std::string& authorityFile() const { return authorityFile_; }
 
-  /// What is wrong with a server's certificate; nothing when it is trusted.
+  /// What is wrong with a server's certificate; nullopt if it is trusted.
   std::optional<CertificateFault> problemWith(const CERT_CONTEXT& server) const;
 
  private:

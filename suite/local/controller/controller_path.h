@@ -9,7 +9,7 @@
 
 namespace local {
 
-/// Why no way leads over a host interface to its controller.
+/// Why a controller cannot be reached over its host interface.
 enum class PathProblem {
   kNone,
   kNoService,  ///< The firmware describes no Redfish service over IP.
@@ -30,7 +30,7 @@ struct ControllerPath {
                         ///< needs one ("fe80::1%usb0"); empty unless kNone.
   std::uint16_t port = 443;
   /// With kNoAddress: the family that the device lacks, "IPv4" or "IPv6";
-  /// empty if the firmware does not tell it.
+  /// empty if the firmware does not state it.
   std::string missingFamily;
   /// What the firmware expects this machine's own address there to be; may
   /// be empty.
@@ -46,12 +46,12 @@ using ControllerWays = std::vector<ControllerPath>;
 /// controller, in its order. Each service of a host interface is a way. Two
 /// host interfaces lead to one controller if they state the same service UUID,
 /// or the same device and host name. Nothing on the machine is changed: a
-/// device that is down, or without an address, is a problem that is told.
+/// device that is down, or without an address, is returned as a problem.
 std::vector<ControllerWays> controllerWays(
     const std::vector<HostInterface>& interfaces,
     const std::vector<NetworkDevice>& devices);
 
-/// What stands in the way, with the device and the remedy, in one sentence;
+/// The problem of a way, with the device and the remedy, in one sentence;
 /// empty for kNone.
 std::string problemText(const ControllerPath& path);
 

@@ -35,17 +35,17 @@ struct DiscoveryOptions {
 
 /// Asks on one network device for Redfish services, and returns those that
 /// answered, in their order; empty if none did in time. `uuid`, unless empty,
-/// is the service's own: answers of others are not taken. An answer is taken
+/// is the service's own: answers of others are ignored. An answer is accepted
 /// only if it arrives on that device, from an address in the device's own
-/// network that is not this machine's. Of what it says only the port is
-/// believed: the search must not lead to another host.
+/// network that is not this machine's. Only the port is taken from it, so that
+/// a search cannot lead to another host.
 std::vector<DiscoveredService> discoverServices(
     const std::string& device, std::string_view uuid,
     const DiscoveryOptions& options = {});
 
-/// The port of the service in an answer to a search; nothing when the answer
-/// is none, is not that of a Redfish service, or is that of another one than
-/// `uuid` (empty: any).
+/// The port of the service in an answer to a search. Returns nullopt if it is
+/// no such answer, not from a Redfish service, or from another one than `uuid`
+/// (empty: any).
 std::optional<std::uint16_t> parseSearchAnswer(std::string_view answer,
                                                std::string_view uuid);
 

@@ -21,14 +21,14 @@ class IpmiDevice {
   IpmiDevice(const IpmiDevice&) = delete;
   IpmiDevice& operator=(const IpmiDevice&) = delete;
 
-  /// How opening it went; kMissing when there is no node.
+  /// The result of opening it; kMissing if there is no node.
   Access access() const { return access_; }
 
   /// The node that was tried last.
   const std::string& path() const { return path_; }
 
-  /// Sends a command and waits for its answer; nothing when none came in
-  /// time, or the device failed.
+  /// Sends a command and waits for its answer. Returns nullopt if none arrives
+  /// in time, or the device fails.
   std::optional<ipmi::IpmiResponse> ask(const ipmi::IpmiRequest& request,
                                         std::chrono::milliseconds timeout);
 

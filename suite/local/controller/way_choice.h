@@ -15,9 +15,9 @@ struct WayChoice {
 /// Chooses among the ways to one controller. A single way is taken as it is.
 /// Of several the first whose service accepts a connection is taken; all of
 /// them are tried at once, for no longer than `limit`. A way whose address is
-/// left to discovery is searched on its network device, and only where no
-/// other way answers. Where none answers the first open way is taken, so that
-/// the request over it tells why.
+/// left to discovery is searched on its network device, and only if no other
+/// way answers. If none answers, the first open way is chosen, so that the
+/// request over it reports why.
 WayChoice chooseWay(const ControllerWays& ways,
                     std::chrono::milliseconds limit);
 

@@ -19,13 +19,13 @@ struct VitalProductData {
 };
 
 /// Reads vital product data (PCI Local Bus 3.0, appendix I) as far as the
-/// bytes go; nonsense ends it.
+/// bytes go; an invalid entry ends it.
 VitalProductData parseVpd(base::ByteView bytes);
 
 /// Reads the vital product data of PCI functions, given by the folder of
-/// each, and answers what was read by its folder. Cards answer slowly, and
-/// broken ones hang for seconds: whatever is not there when `limit` is over
-/// is left out.
+/// each, and returns what was read by its folder. Cards answer slowly, and
+/// broken ones hang for seconds: what has not arrived after `limit` is left
+/// out.
 std::map<std::string, VitalProductData> readVpds(
     const Root& root, const std::vector<std::string>& folders,
     std::chrono::milliseconds limit);

@@ -43,7 +43,7 @@ struct SmbiosStructure {
 struct SmbiosTables {
   SmbiosVersion version;
   std::vector<SmbiosStructure> structures;  ///< In table order.
-  /// What is wrong with the table, in words for the log; reading went on, or
+  /// What is wrong with the table, as texts for the log. Reading went on, or
   /// stopped there and kept what came before.
   std::vector<std::string> defects;
 
@@ -51,10 +51,10 @@ struct SmbiosTables {
   std::vector<const SmbiosStructure*> ofType(SmbiosType type) const;
 };
 
-/// Reads a structure table. Never fails: a table that lies gives the
-/// structures up to the lie. Without a usable entry point the version is taken
-/// as 3.0, which every machine of today follows. The result refers to `table`,
-/// which must outlive it.
+/// Reads a structure table. Never fails: of an inconsistent table, the
+/// structures up to the inconsistency are returned. Without a usable entry
+/// point the version is 3.0, which every current machine follows. The result
+/// refers to `table`, which must outlive it.
 SmbiosTables parseSmbios(const std::optional<SmbiosEntry>& entry,
                          base::ByteView table);
 

@@ -30,8 +30,8 @@ struct SmbiosEntry {
 };
 
 /// Reads an entry point: the 64-bit one ("_SM3_"), the 32-bit one ("_SM_"),
-/// or the table part that firmware before it had alone ("_DMI_"). Nothing
-/// when the bytes are none of these or too short to say anything.
+/// or the table part that firmware before it had alone ("_DMI_"). Returns
+/// nullopt if the bytes are none of these, or too short.
 std::optional<SmbiosEntry> parseSmbiosEntry(base::ByteView bytes);
 
 }  // namespace local

@@ -79,7 +79,7 @@ class Crawl {
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);
   void logRefusedLinks(const Resource& resource) const;
-  /// Checks a collection's members; false when there are too many of them.
+  /// Checks a collection's members; false if there are too many of them.
   bool takeMembers(Resource& collection);
   /// Puts the resources inside another aside, and links in their places.
   void setNestedAside(Resource& resource);

@@ -11,7 +11,7 @@ namespace redfish {
 namespace {
 
 // Undoes the two escapes of a reference token: "~1" is a slash, "~0" a tilde
-// (RFC 6901, section 4). Nothing when a tilde stands for neither.
+// (RFC 6901, section 4). Returns nullopt if a tilde stands for neither.
 std::optional<std::string> unescape(std::string_view token) {
   std::string name;
   name.reserve(token.size());
@@ -53,7 +53,7 @@ const json::value* childOf(const json::value& parent, std::string_view token) {
   return object == nullptr ? nullptr : memberOf(*object, token);
 }
 
-// Takes the first reference token off a pointer, with its slash; nothing when
+// Takes the first reference token off a pointer, with its slash; nullopt if
 // the pointer does not start with one.
 std::optional<std::string_view> takeToken(std::string_view& pointer) {
   if (pointer.empty() || pointer.front() != '/') {

@@ -21,8 +21,8 @@ class ReadingBudget {
   explicit ReadingBudget(std::size_t bytes = kMaxReadingBytes)
       : whole_(bytes), left_(bytes) {}
 
-  /// Takes the room for a document before it is parsed. False when there is
-  /// not as much left; the budget is as before then, and the reason in
+  /// Takes the room for a document before it is parsed. Returns false if there
+  /// is not as much left; the budget is as before then, and the reason in
   /// `error`.
   bool spend(std::size_t textBytes, std::size_t values, std::string& error);
 

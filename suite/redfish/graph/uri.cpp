@@ -37,7 +37,7 @@ int hexValue(char c) {
   return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
 }
 
-// The byte that the percent-escape at a place stands for; nothing when none
+// The byte that the percent-escape at a place stands for; nullopt if none
 // is there.
 std::optional<char> escapeAt(std::string_view text, std::size_t index) {
   if (text[index] != '%' || text.size() - index < 3) {
@@ -97,7 +97,7 @@ bool hasDotSegment(std::string_view path) {
   return false;
 }
 
-// The link without scheme and authority; nothing when the scheme is none
+// The link without scheme and authority; nullopt if the scheme is none
 // that a Redfish service is reached by.
 std::optional<std::string_view> withoutAuthority(std::string_view link) {
   const std::size_t scheme = link.find("://");

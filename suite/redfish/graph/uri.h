@@ -14,8 +14,8 @@ class Uri {
   /// Reads a link as a service writes it. An authority ("https://other/..."
   /// and "//other/...") is dropped, because services behind address
   /// translation name themselves wrongly and no second origin is ever asked.
-  /// Nothing when the link is refused: another path, another scheme than http
-  /// and https, a "." or ".." segment, a backslash or a control character
+  /// Returns nullopt if the link is refused: another path, another scheme than
+  /// http and https, a "." or ".." segment, a backslash or a control character
   /// (encoded or not), too long.
   static std::optional<Uri> parse(std::string_view link);
 

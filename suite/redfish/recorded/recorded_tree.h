@@ -34,7 +34,7 @@ class RecordedTree {
   Stored read(std::string_view target);
 
  private:
-  /// Finds root_ and prefix_; nothing on success.
+  /// Finds root_ and prefix_; nullopt on success.
   std::optional<base::Failure> locate();
 
   Stored readAnswer(const std::filesystem::path& folder,

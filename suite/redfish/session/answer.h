@@ -9,7 +9,7 @@
 
 namespace redfish {
 
-/// The resource that an answer to a read makes: read, absent (404, 410, or an
+/// The resource that the answer to a read gives: read, absent (404, 410, or an
 /// error body in place of the resource), or unreadable with the reason.
 Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
                       ReadingBudget& budget);

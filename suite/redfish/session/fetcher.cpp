@@ -22,7 +22,7 @@ constexpr int kMaxHttp2Streams = 8;
 // Good answers in a row before one more request goes out at a time.
 constexpr int kGoodInRow = 16;
 
-// Waits when nothing is under way; false when the user interrupts.
+// Waits when nothing is under way; false if the user interrupts.
 bool sleepUntil(base::Clock::time_point until) {
   constexpr std::chrono::milliseconds kSlice{50};
   while (base::Clock::now() < until) {

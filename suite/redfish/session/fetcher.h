@@ -13,8 +13,8 @@
 
 namespace redfish {
 
-/// What proves who we are with every request: a session's token, or user and
-/// password for HTTP Basic, or nothing.
+/// What authenticates every request: a session's token, user and password for
+/// HTTP Basic, or nothing.
 struct Authorization {
   base::Secret token;
   std::string basicUser;
@@ -39,13 +39,13 @@ struct FetchResult {
   http::Answer answer;
 };
 
-/// Sends requests through a transport, as many side by side as the controller
-/// bears, and repeats those that deserve it: an overloaded service (429, 503)
-/// up to three times after the wait that it asks for, a gateway or server
-/// error (500, 502, 504) once, and once on a fresh connection where the last
-/// one was reused and reset, or lost before an answer. Redirects of
-/// reads are followed on the same origin, at most three. Trouble halves the
-/// number of requests under way; a row of good answers raises it again.
+/// Sends requests through a transport, as many at a time as the controller can
+/// take, and repeats them after some failures: up to three times if the service
+/// is overloaded (429, 503), after the wait that it asks for; once after a
+/// gateway or server error (500, 502, 504); once on a new connection if the
+/// last one was reused and reset, or lost before an answer. Follows at most
+/// three redirects of a read, on the same origin. A failure halves the number
+/// of requests under way; a series of good answers raises it again.
 class Fetcher {
  public:
   /// At most `maxConnections` requests under way at once.
@@ -65,20 +65,20 @@ class Fetcher {
   /// without authorization; it is never repeated.
   std::uint64_t send(http::Request request);
 
-  /// The next final answer; waits until `until` at the latest. Returns nullopt
-  /// from then on even if answers are there, when nothing is under way, and
+  /// Waits for the next final answer, until `until` at the latest. Returns
+  /// nullopt after that even if answers are there, if nothing is under way, and
   /// once the user has interrupted the run.
   std::optional<FetchResult> next(base::Clock::time_point until);
 
-  /// Waits for the answer to a request that was sent; the answers of reads
-  /// that come meanwhile are kept for `next`, and no queued read is started.
-  /// Nothing when none came by then, or when the user interrupted the run: the
-  /// request stays under way.
+  /// Waits for the answer to a request that was sent. Answers of reads that
+  /// arrive meanwhile are kept for `next`, and no queued read is started.
+  /// Returns nullopt if none arrived by `until`, or if the user interrupted the
+  /// run; the request then stays under way.
   std::optional<http::Answer> wait(std::uint64_t ticket,
                                    base::Clock::time_point until);
 
-  /// Whether the service may have seen a request that was sent; false only
-  /// while it still waits for its connection.
+  /// Whether the service may have received a request that was sent; false only
+  /// while the request waits for its connection.
   bool mayHaveArrived(std::uint64_t ticket) const;
 
   /// While set, an interrupt by the user ends no wait.
@@ -90,13 +90,13 @@ class Fetcher {
   /// Abandons everything.
   void cancelAll();
 
-  /// The service bears one request at a time.
+  /// Sends one request at a time from now on.
   void setSerial();
 
   std::uint64_t retries() const { return retries_; }
 
  private:
-  /// One queued or running read and what has befallen it so far.
+  /// One queued or running read, and what has been repeated so far.
   struct Job {
     Fetch fetch;
     std::uint64_t ticket = 0;

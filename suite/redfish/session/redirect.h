@@ -6,9 +6,9 @@
 
 namespace redfish {
 
-/// Where a redirect leads, as path and query on the same origin; nothing when
-/// it leaves the origin (`address`: "host:port") or its path breaks the rules
-/// for links. Takes an absolute URI or a path.
+/// The target of a redirect, an absolute URI or a path, as path and query.
+/// Returns nullopt if it leaves the origin (`address`: "host:port") or its path
+/// breaks the rules for links.
 std::optional<std::string> redirectTarget(std::string_view location,
                                           std::string_view address);
 

@@ -13,10 +13,10 @@
 
 namespace redfish {
 
-/// The login at one service (DSP0266, session management): a session where it
-/// can be had, HTTP Basic where the service cannot make one. A password that
-/// was refused is never tried again. The session is deleted by `logout`, on
-/// every way out; a session that was granted is always known here first.
+/// The login at one service (DSP0266, session management): a session, or HTTP
+/// Basic if the service cannot make one. A password that was refused is never
+/// tried again. `logout` deletes the session however the run ends; every
+/// session that was granted is recorded here first.
 class Session {
  public:
   /// An empty user means that no login is wanted. The password is kept for as
@@ -35,27 +35,29 @@ class Session {
   /// whether it is.
   bool accept(FetchResult& fetched);
 
-  /// When the login under way has had its time, as `begin` was told. What it
-  /// still grants later is taken back by `logout`.
+  /// When the time for the login under way ends. A session that is granted
+  /// later is deleted by `logout`.
   base::Clock::time_point loginEnd() const { return loginEnd_; }
 
   /// The failure to report when no answer came by `loginEnd`.
   base::Failure timeoutFailure() const;
 
-  /// Ends the login once the service root is known: tries the URI that the
-  /// root names where the standard one was none, or falls to Basic. Requires
-  /// that the answer to `begin` was taken. Nothing on success.
+  /// Completes the login once the service root is known: if the standard URI
+  /// was wrong, tries the one that the root names, or falls back to Basic.
+  /// Requires that `accept` took the answer to `begin`. Returns nullopt on
+  /// success.
   std::optional<base::Failure> conclude(const json::object& root,
                                         std::chrono::milliseconds timeout,
                                         base::Clock::time_point until);
 
-  /// Logs in again after the service forgot the session. Nothing on success.
+  /// Logs in again after the service has ended the session. Returns nullopt on
+  /// success.
   std::optional<base::Failure> renew(std::chrono::milliseconds timeout,
                                      base::Clock::time_point until);
 
   /// Whether a user is configured.
   bool wanted() const { return !user_.empty(); }
-  /// Whether HTTP Basic is in use: nobody has accepted the password yet.
+  /// Whether HTTP Basic is in use: the password is not verified by a login.
   bool basic() const { return basic_; }
   /// Whether the login can be renewed: Basic cannot.
   bool renewable() const { return wanted() && !basic_; }
@@ -78,7 +80,7 @@ class Session {
   std::uint64_t logouts() const { return logouts_; }
 
  private:
-  /// How long an end of the run may wait for a login under way, and for the
+  /// How long the end of a run waits for a login under way, and for the
   /// logout.
   static constexpr std::chrono::milliseconds kLogoutTimeout{5000};
 
@@ -87,17 +89,17 @@ class Session {
 
   void sendLogin(std::chrono::milliseconds timeout);
   http::Request loginRequest() const;
-  /// Sends the login and judges its answer; kFailed when none came in time.
+  /// Sends the login and judges its answer; kFailed if none arrives in time.
   Outcome login(std::chrono::milliseconds timeout,
                 base::Clock::time_point until);
   Outcome judge(const http::Answer& answer);
-  /// Takes token and URI of a session that the answer grants; false when it
-  /// gives no token, though a session may have been made.
+  /// Takes token and URI of a session that the answer grants. Returns false if
+  /// it has no token; a session may have been made all the same.
   bool adopt(const http::Answer& answer);
   /// The URI of a session that was granted without one: the only session of
   /// our user among those that the service lists; empty if that is unclear.
   std::string findSession(base::Clock::time_point until);
-  /// Puts what proves who we are into a request.
+  /// Adds the token, or user and password, to a request.
   void authenticate(http::Request& request) const;
   std::optional<json::object> read(const std::string& target,
                                    base::Clock::time_point until);
