@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "suite/base/failure.h"
+#include "suite/base/log.h"
 #include "suite/devhealth/inventory/local_inventory.h"
-#include "syshealth/host/log.h"
 #include "syshealth/result/health_status.h"
 
 namespace devhealth {
@@ -18,7 +18,7 @@ using local::Access;
 Unread fail(FailureKind kind, int status, std::string cause,
             std::string remedy) {
   Failure failure{kind, "this server", "", std::move(cause), std::move(remedy)};
-  Tarvex::Log(1, __FILE__, __LINE__).Stream() << describe(failure);
+  BRIVEL_LOG(base::kLogError) << describe(failure);
   return {std::move(failure), status, Extent::kItem};
 }
 

@@ -2,15 +2,13 @@
 
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/devhealth/failure_status.h"
-#include "syshealth/host/log.h"
 
 namespace devhealth {
 namespace {
 
 using base::Failure;
-
-constexpr unsigned int kLogError = 1;
 
 Unread unreadTarget(Failure failure, Phase phase) {
   const int status = statusOf(failure.kind, phase);
@@ -19,10 +17,7 @@ Unread unreadTarget(Failure failure, Phase phase) {
 
 // Writes what the service itself has not logged yet.
 void log(const Failure& failure) {
-  if (Tarvex::Log::GetMinLogLevel() < kLogError) {
-    return;
-  }
-  Tarvex::Log(kLogError, __FILE__, __LINE__).Stream() << describe(failure);
+  BRIVEL_LOG(base::kLogError) << describe(failure);
 }
 
 }  // namespace

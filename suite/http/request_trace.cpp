@@ -1,11 +1,9 @@
 #include "suite/http/request_trace.h"
 
-#include "syshealth/host/log.h"
+#include "suite/base/log.h"
 
 namespace http {
 namespace {
-
-constexpr unsigned int kLogTrace = 4;
 
 const char* nameOf(Method method) {
   switch (method) {
@@ -23,10 +21,7 @@ const char* nameOf(Method method) {
 
 void traceAnswer(const std::string& address, const Request& request,
                  const Answer& answer, std::uint64_t bytes) {
-  if (Tarvex::Log::GetMinLogLevel() < kLogTrace) {
-    return;
-  }
-  Tarvex::Log(kLogTrace, __FILE__, __LINE__).Stream()
+  BRIVEL_LOG(base::kLogTrace)
       << address << ": " << nameOf(request.method) << ' ' << request.target
       << ": "
       << (answer.failure ? answer.failure->cause

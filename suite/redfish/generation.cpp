@@ -1,9 +1,9 @@
 #include "suite/redfish/generation.h"
 
+#include "suite/base/log.h"
 #include "suite/ipmi/lan_probe.h"
 #include "suite/redfish/graph/json.h"
 #include "suite/redfish/graph/topology.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -52,7 +52,7 @@ Probed probeGeneration(const Opened& opened, const LanAddress& lan,
   probed.failure.reset();
   probed.generation = answer == ipmi::LanAnswer::kIpmi20 ? Generation::kIpmi20
                                                          : Generation::kIpmi15;
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+  BRIVEL_LOG(base::kLogInformation)
       << opened.address << ": no Redfish service, but it answers IPMI "
       << (answer == ipmi::LanAnswer::kIpmi20 ? "2.0" : "1.5");
   return probed;

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "suite/base/ascii.h"
+#include "suite/base/log.h"
 #include "suite/base/progress.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/crawl/crawl.h"
 #include "suite/redfish/graph/topology.h"
 #include "suite/redfish/session/answer.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -72,7 +73,7 @@ std::optional<base::Failure> Service::open() {
       observer->done();
     }
     if (lost_) {
-      Tarvex::Log(1, __FILE__, __LINE__).Stream() << base::describe(*lost_);
+      BRIVEL_LOG(base::kLogError) << base::describe(*lost_);
     }
   }
   return lost_;
@@ -112,13 +113,13 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
     observer->done();
   }
   if (failure) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream() << base::describe(*failure);
+    BRIVEL_LOG(base::kLogError) << base::describe(*failure);
     if (isLasting(failure->kind)) {
       lost_ = failure;
     }
     return failure;
   }
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+  BRIVEL_LOG(base::kLogInformation)
       << address() << ": read "
       << nodeAt(knowledge_.graph, selection.nodeIndex).system->uri.target();
   return std::nullopt;
@@ -183,15 +184,7 @@ std::optional<base::Failure> Service::openOnce() {
   }
 
   const json::object& body = serviceRoot(knowledge_.graph)->body;
-  knowledge_.expand = Expand();
-  if (transport_->live()) {
-    knowledge_.expand.offer(body);
-  }
-  const json::value* parallel =
-      memberAt(body, "ProtocolFeaturesSupported/MultipleHTTPRequests");
-  if (parallel != nullptr && parallel->is_bool() && !parallel->get_bool()) {
-    fetcher_.setSerial();
-  }
+  takeFeatures(body);
   if (auto failure = session_.conclude(body, options_.requestTimeout, until)) {
     return failure;
   }
@@ -214,75 +207,103 @@ std::optional<base::Failure> Service::provePassword(
   return std::nullopt;
 }
 
+void Service::takeFeatures(const json::object& root) {
+  knowledge_.expand = Expand();
+  if (transport_->live()) {
+    knowledge_.expand.offer(root);
+  }
+  const json::value* parallel =
+      memberAt(root, "ProtocolFeaturesSupported/MultipleHTTPRequests");
+  if (parallel != nullptr && parallel->is_bool() && !parallel->get_bool()) {
+    fetcher_.setSerial();
+  }
+}
+
 std::optional<base::Failure> Service::takeRoot(http::Answer answer,
                                                base::Clock::time_point until) {
   if (answer.status == 404) {
-    // A service of another version says under /redfish which ones it has.
-    const auto versions = readPlainly("/redfish", until);
-    if (!versions) {
-      return outOfTime("/redfish");
+    base::Result<http::Answer> other = readOtherRoot(until);
+    if (!other) {
+      return other.error();
     }
-    std::string error;
-    const auto body = parseSmallObject(versions->body, error);
-    const auto link = body && versions->status == 200
-                          ? Uri::parse(stringAt(*body, "v1"))
-                          : std::nullopt;
-    if (!link) {
-      return notRedfish("no Redfish service (404)");
-    }
-    auto again = readPlainly(link->target(), until);
-    if (!again) {
-      return outOfTime(link->target());
-    }
-    answer = std::move(*again);
-    if (answer.failure) {
-      return std::move(answer.failure);
-    }
+    answer = *std::move(other);
   }
-  const auto uri = Uri::parse(kRootTarget);
-  Resource root;
-  if (answer.status == 401 || answer.status == 403) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
-        << address() << ": the service root asks for a login; going on with "
-        << "the standard URIs";
-    root.uri = *uri;
-    root.state = ResourceState::kRead;
-    root.body = standardRoot();
-  } else {
-    const int status = answer.status;
-    const bool object = answer.body.find('{') != std::string::npos;
-    root = resourceFrom(std::move(answer), *uri, address(), knowledge_.budget);
-    if (root.state == ResourceState::kAbsent) {
-      return notRedfish("no Redfish service");
-    }
-    if (root.state == ResourceState::kUnreadable) {
-      if (status >= 400 && status < 500 && status != 429) {
-        return notRedfish(root.failure->cause);
-      }
-      if (status == 200 && !object) {
-        return notRedfish(root.failure->cause);
-      }
-      return root.failure;
-    }
+  base::Result<Resource> root = rootFrom(std::move(answer));
+  if (!root) {
+    return root.error();
   }
   constexpr std::string_view kType = "#ServiceRoot.";
-  if (stringAt(root.body, "@odata.type").substr(0, kType.size()) != kType) {
+  if (!base::startsWith(stringAt(root->body, "@odata.type"), kType)) {
     return notRedfish("what it answers is no Redfish service root");
   }
-  const std::string_view version = stringAt(root.body, "RedfishVersion");
+  const std::string_view version = stringAt(root->body, "RedfishVersion");
   if (version.empty()) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogInformation)
         << address() << ": the service does not tell its Redfish version, "
         << "taking it for 1.0.0";
-  } else if (version.substr(0, 2) != "1.") {
+  } else if (!base::startsWith(version, "1.")) {
     return notRedfish("its Redfish version is not 1.x");
   }
-  knowledge_.graph.insert(std::move(root));
-  knowledge_.kinds[uri->document()].set(index(Kind::kRoot));
+  knowledge_.kinds[root->uri.document()].set(index(Kind::kRoot));
+  knowledge_.graph.insert(*std::move(root));
   return std::nullopt;
 }
 
-std::optional<base::Failure> Service::notRedfish(std::string cause) const {
+base::Result<http::Answer> Service::readOtherRoot(
+    base::Clock::time_point until) {
+  // A service of another version says under /redfish which ones it has.
+  const auto versions = readPlainly("/redfish", until);
+  if (!versions) {
+    return outOfTime("/redfish");
+  }
+  std::string error;
+  const auto body = parseSmallObject(versions->body, error);
+  const auto link = body && versions->status == 200
+                        ? Uri::parse(stringAt(*body, "v1"))
+                        : std::nullopt;
+  if (!link) {
+    return notRedfish("no Redfish service (404)");
+  }
+  auto root = readPlainly(link->target(), until);
+  if (!root) {
+    return outOfTime(link->target());
+  }
+  if (root->failure) {
+    return *std::move(root->failure);
+  }
+  return *std::move(root);
+}
+
+base::Result<Resource> Service::rootFrom(http::Answer answer) {
+  const auto uri = Uri::parse(kRootTarget);
+  const int status = answer.status;
+  if (status == 401 || status == 403) {
+    BRIVEL_LOG(base::kLogInformation)
+        << address() << ": the service root asks for a login; going on with "
+        << "the standard URIs";
+    Resource root;
+    root.uri = *uri;
+    root.state = ResourceState::kRead;
+    root.body = standardRoot();
+    return root;
+  }
+  const bool object = answer.body.find('{') != std::string::npos;
+  Resource root =
+      resourceFrom(std::move(answer), *uri, address(), knowledge_.budget);
+  if (root.state == ResourceState::kAbsent) {
+    return notRedfish("no Redfish service");
+  }
+  if (root.state != ResourceState::kUnreadable) {
+    return root;
+  }
+  const bool refused = status >= 400 && status < 500 && status != 429;
+  if (refused || (status == 200 && !object)) {
+    return notRedfish(root.failure->cause);
+  }
+  return *std::move(root.failure);
+}
+
+base::Failure Service::notRedfish(std::string cause) const {
   base::Failure failure;
   failure.kind = base::FailureKind::kNotRedfish;
   failure.address = address();

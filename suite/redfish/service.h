@@ -8,6 +8,7 @@
 #include <string>
 
 #include "suite/base/failure.h"
+#include "suite/base/result.h"
 #include "suite/base/secret.h"
 #include "suite/http/transport.h"
 #include "suite/redfish/crawl/knowledge.h"
@@ -93,7 +94,13 @@ class Service {
   /// Judges the answer to the service root; on success it is in the graph.
   std::optional<base::Failure> takeRoot(http::Answer answer,
                                         base::Clock::time_point until);
-  std::optional<base::Failure> notRedfish(std::string cause) const;
+  /// The root where a service lists it under /redfish as version 1.
+  base::Result<http::Answer> readOtherRoot(base::Clock::time_point until);
+  /// The root in an answer, or the standard one if a login is asked for.
+  base::Result<Resource> rootFrom(http::Answer answer);
+  /// Heeds what the root says that the service can do.
+  void takeFeatures(const json::object& root);
+  base::Failure notRedfish(std::string cause) const;
   std::optional<http::Answer> readPlainly(const std::string& target,
                                           base::Clock::time_point until);
   base::Failure outOfTime(const std::string& target) const;

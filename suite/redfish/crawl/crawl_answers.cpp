@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/redfish/crawl/crawl.h"
 #include "suite/redfish/session/answer.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -75,7 +75,7 @@ bool Crawl::refusedExpansion(const Pending& pending, const Resource& resource) {
     return false;
   }
   if (knowledge_.expand.usable()) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogInformation)
         << address_ << ": " << pending.uri.target()
         << ": no answer to $expand, asking plainly from now on";
     knowledge_.expand.giveUp();
@@ -115,10 +115,9 @@ void Crawl::admit(Resource resource) {
   if (resource.failure) {
     resource.failure->cause =
         session_.scrub(std::move(resource.failure->cause));
-    Tarvex::Log(1, __FILE__, __LINE__).Stream()
-        << base::describe(*resource.failure);
+    BRIVEL_LOG(base::kLogError) << base::describe(*resource.failure);
   } else if (resource.state == ResourceState::kAbsent) {
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogInformation)
         << address_ << ": " << resource.uri.target() << ": does not exist";
   }
   Resource& kept = knowledge_.graph.insert(std::move(resource));
@@ -151,13 +150,13 @@ void Crawl::logRefusedLinks(const Resource& resource) const {
   constexpr std::size_t kMaxLogged = 8;
   const auto refused = refusedLinks(resource.body);
   for (std::size_t i = 0; i < std::min(refused.size(), kMaxLogged); ++i) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogError)
         << address_ << ": " << resource.uri.target()
         << ": refused a link that does not stay below /redfish/: \""
         << session_.scrub(refused[i]) << "\"";
   }
   if (refused.size() > kMaxLogged) {
-    Tarvex::Log(1, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogError)
         << address_ << ": " << resource.uri.target() << ": refused "
         << refused.size() - kMaxLogged << " more links";
   }

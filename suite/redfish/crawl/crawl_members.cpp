@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/redfish/crawl/crawl.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -209,8 +209,7 @@ void Crawl::markUnreadable(const std::string& document, base::FailureKind kind,
   unreadable.state = ResourceState::kUnreadable;
   unreadable.failure = fail(kind, session_.scrub(std::move(cause)));
   unreadable.failure->uri = unreadable.uri.target();
-  Tarvex::Log(1, __FILE__, __LINE__).Stream()
-      << base::describe(*unreadable.failure);
+  BRIVEL_LOG(base::kLogError) << base::describe(*unreadable.failure);
   knowledge_.graph.insert(std::move(unreadable));
   policy_.structureChanged();
 }

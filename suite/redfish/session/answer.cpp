@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/base/text.h"
 #include "suite/redfish/graph/json.h"
 
@@ -62,6 +63,28 @@ base::FailureKind kindOf(int status) {
   return base::FailureKind::kBadContent;
 }
 
+// The failure that an HTTP status other than success stands for, without
+// address and URI.
+base::Failure statusFailure(const http::Answer& answer) {
+  base::Failure failure;
+  failure.kind = kindOf(answer.status);
+  failure.cause = "HTTP status " + std::to_string(answer.status);
+  const std::string message = firstMessage(answer.body);
+  if (!message.empty()) {
+    failure.cause += " (" + message + ")";
+  }
+  failure.remedy = remedyFor(failure.kind);
+  if (answer.status == 403) {
+    std::string error;
+    const auto body = parseSmallObject(answer.body, error);
+    if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
+      failure.kind = base::FailureKind::kPasswordChange;
+      failure.remedy = "change the password of this account first";
+    }
+  }
+  return failure;
+}
+
 }  // namespace
 
 Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
@@ -79,39 +102,22 @@ Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
     return resource;
   }
 
-  base::Failure failure;
-  failure.address = address;
-  failure.uri = resource.uri.target();
   if (answer.status < 200 || answer.status > 299) {
-    failure.kind = kindOf(answer.status);
-    failure.cause = "HTTP status " + std::to_string(answer.status);
-    const std::string message = firstMessage(answer.body);
-    if (!message.empty()) {
-      failure.cause += " (" + message + ")";
-    }
-    failure.remedy = remedyFor(failure.kind);
-    if (answer.status == 403) {
-      std::string error;
-      const auto body = parseSmallObject(answer.body, error);
-      if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
-        failure.kind = base::FailureKind::kPasswordChange;
-        failure.remedy = "change the password of this account first";
-      }
-    }
-    resource.failure = std::move(failure);
+    resource.failure = statusFailure(answer);
+    resource.failure->address = address;
+    resource.failure->uri = resource.uri.target();
     return resource;
   }
 
   std::string error;
   auto body = parseObject(answer.body, error, &budget);
   if (!body) {
-    failure.kind = base::FailureKind::kBadContent;
-    failure.cause = std::move(error);
+    constexpr auto kKind = base::FailureKind::kBadContent;
     // A recording has no firmware.
-    if (address.rfind("file:", 0) != 0) {
-      failure.remedy = remedyFor(failure.kind);
-    }
-    resource.failure = std::move(failure);
+    const bool recorded = base::startsWith(address, "file:");
+    resource.failure =
+        base::Failure{kKind, address, resource.uri.target(), std::move(error),
+                      recorded ? "" : remedyFor(kKind)};
     return resource;
   }
   if (body->contains("error") && !body->contains("@odata.id")) {

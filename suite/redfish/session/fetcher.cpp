@@ -4,11 +4,11 @@
 #include <thread>
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/base/text.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/session/redirect.h"
 #include "suite/redfish/session/retry_after.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -301,7 +301,7 @@ void Fetcher::slowDown() {
   goodInRow_ = 0;
   if (limit_ > 1) {
     limit_ /= 2;
-    Tarvex::Log(3, __FILE__, __LINE__).Stream()
+    BRIVEL_LOG(base::kLogInformation)
         << transport_.address() << ": trouble, now at most " << limit_
         << " request(s) at a time";
   }

@@ -1,16 +1,18 @@
 #include "suite/redfish/session/session.h"
 
+#include <algorithm>
 #include <boost/archive/iterators/base64_from_binary.hpp>
 #include <boost/archive/iterators/transform_width.hpp>
 #include <boost/json/serializer.hpp>
+#include <iterator>
 #include <utility>
 
 #include "suite/base/ascii.h"
+#include "suite/base/log.h"
 #include "suite/http/network_fault.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/graph/uri.h"
 #include "suite/redfish/session/answer.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 namespace {
@@ -18,6 +20,15 @@ namespace {
 std::string targetAt(const json::object& object, std::string_view path) {
   const auto link = linkAt(object, path);
   return link ? link->target() : std::string();
+}
+
+// Messages with which services refuse a login by status 400.
+constexpr const char* kRefusalKeys[] = {
+    "ResourceAtUriUnauthorized", "AccountLocked",        "NoValidSession",
+    "InsufficientPrivilege",     "AuthenticationFailed", "InvalidCredentials"};
+
+std::string statusText(const http::Answer& answer) {
+  return "HTTP status " + std::to_string(answer.status);
 }
 
 // Where the service keeps sessions, as its root says; empty when it does not.
@@ -204,50 +215,10 @@ Session::Outcome Session::login(std::chrono::milliseconds timeout,
 
 Session::Outcome Session::judge(const http::Answer& answer) {
   failure_.reset();
-  if (answer.failure) {
-    failure_ = answer.failure;
-    failure_->uri = loginTarget_;
-    return Outcome::kFailed;
-  }
-  if (answer.status >= 200 && answer.status < 300) {
+  if (!answer.failure && answer.status >= 200 && answer.status < 300) {
     return adopt(answer) ? Outcome::kSession : Outcome::kImpossible;
   }
-  const std::string message = scrub(firstMessage(answer.body));
-  const std::string told = message.empty() ? "" : " (" + message + ")";
-  const std::string status = "HTTP status " + std::to_string(answer.status);
-  std::string error;
-  const auto body = parseSmallObject(answer.body, error);
   switch (answer.status) {
-    case 401:
-      failure_ = fail(base::FailureKind::kAuthentication,
-                      "user name or password refused" + told,
-                      "check the user name and the password; it was tried once "
-                      "only, because controllers lock accounts");
-      return Outcome::kFailed;
-    case 403:
-      if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
-        failure_ = fail(base::FailureKind::kPasswordChange,
-                        "the password of this account must be changed first",
-                        "change it on the controller, then run again");
-      } else {
-        failure_ = fail(base::FailureKind::kAuthentication,
-                        "the account may not log in" + told,
-                        "it may be disabled, locked, or lack the Login "
-                        "privilege");
-      }
-      return Outcome::kFailed;
-    case 400:
-      for (const char* key : {"ResourceAtUriUnauthorized", "AccountLocked",
-                              "NoValidSession", "InsufficientPrivilege",
-                              "AuthenticationFailed", "InvalidCredentials"}) {
-        if (body && hasMessageKey(*body, key)) {
-          failure_ = fail(base::FailureKind::kAuthentication,
-                          "user name or password refused" + told,
-                          "check the user name and the password");
-          return Outcome::kFailed;
-        }
-      }
-      return Outcome::kImpossible;
     case 404:
     case 405:
     case 301:
@@ -260,18 +231,62 @@ Session::Outcome Session::judge(const http::Answer& answer) {
     case 429:
     case 503:
       tableFull_ = true;
-      Tarvex::Log(1, __FILE__, __LINE__).Stream()
-          << address_ << ": no session granted (" << status << ")" << told
-          << "; its session table may be full";
+      BRIVEL_LOG(base::kLogError)
+          << address_ << ": no session granted (" << statusText(answer) << ")"
+          << messageIn(answer) << "; its session table may be full";
       return Outcome::kImpossible;
     default:
-      failure_ =
-          fail(answer.status >= 500 ? base::FailureKind::kServerError
-                                    : base::FailureKind::kBadContent,
-               "the login was answered with " + status + told,
-               "try again later; if it stays so, restart the controller");
-      return Outcome::kFailed;
+      failure_ = loginFailure(answer);
+      return failure_ ? Outcome::kFailed : Outcome::kImpossible;
   }
+}
+
+std::optional<base::Failure> Session::loginFailure(
+    const http::Answer& answer) const {
+  using Kind = base::FailureKind;
+  if (answer.failure) {
+    base::Failure failure = *answer.failure;
+    failure.uri = loginTarget_;
+    return failure;
+  }
+  std::string error;
+  const auto body = parseSmallObject(answer.body, error);
+  const auto holds = [&body](const char* key) {
+    return body && hasMessageKey(*body, key);
+  };
+  const std::string message = messageIn(answer);
+  switch (answer.status) {
+    case 401:
+      return fail(Kind::kAuthentication,
+                  "user name or password refused" + message,
+                  "check the user name and the password; it was tried once "
+                  "only, because controllers lock accounts");
+    case 403:
+      if (holds("PasswordChangeRequired")) {
+        return fail(Kind::kPasswordChange,
+                    "the password of this account must be changed first",
+                    "change it on the controller, then run again");
+      }
+      return fail(Kind::kAuthentication, "the account may not log in" + message,
+                  "it may be disabled, locked, or lack the Login privilege");
+    case 400:
+      if (std::any_of(std::begin(kRefusalKeys), std::end(kRefusalKeys),
+                      holds)) {
+        return fail(Kind::kAuthentication,
+                    "user name or password refused" + message,
+                    "check the user name and the password");
+      }
+      return std::nullopt;
+    default:
+      return fail(answer.status >= 500 ? Kind::kServerError : Kind::kBadContent,
+                  "the login was answered with " + statusText(answer) + message,
+                  "try again later; if it stays so, restart the controller");
+  }
+}
+
+std::string Session::messageIn(const http::Answer& answer) const {
+  const std::string message = scrub(firstMessage(answer.body));
+  return message.empty() ? "" : " (" + message + ")";
 }
 
 bool Session::adopt(const http::Answer& answer) {
@@ -328,7 +343,7 @@ base::Failure Session::unauthorizedFailure() const {
 
 void Session::useBasic() {
   basic_ = true;
-  Tarvex::Log(3, __FILE__, __LINE__).Stream()
+  BRIVEL_LOG(base::kLogInformation)
       << address_ << ": no session to be had, using HTTP Basic";
   fetcher_.authorize({{}, user_, base::Secret(password_), true});
 }

@@ -93,6 +93,11 @@ class Session {
   Outcome login(std::chrono::milliseconds timeout,
                 base::Clock::time_point until);
   Outcome judge(const http::Answer& answer);
+  /// Why an answer refuses the login; nullopt if it refuses sessions alone.
+  std::optional<base::Failure> loginFailure(const http::Answer& answer) const;
+  /// The first message of an error body, " (MESSAGE)", without secrets; empty
+  /// without one.
+  std::string messageIn(const http::Answer& answer) const;
   /// Takes token and URI of a session that the answer grants. Returns false if
   /// it has no token; a session may have been made all the same.
   bool adopt(const http::Answer& answer);

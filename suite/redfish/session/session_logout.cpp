@@ -1,9 +1,9 @@
 // The end of a login: whatever the service has granted is given back.
 #include <utility>
 
+#include "suite/base/log.h"
 #include "suite/redfish/graph/uri.h"
 #include "suite/redfish/session/session.h"
-#include "syshealth/host/log.h"
 
 namespace redfish {
 
@@ -17,7 +17,7 @@ void Session::logout() noexcept {
       if (answer) {
         adopt(*answer);
       } else {
-        Tarvex::Log(1, __FILE__, __LINE__).Stream()
+        BRIVEL_LOG(base::kLogError)
             << address_ << ": the login was never answered; if it made a "
             << "session, that stays open until it times out there";
       }
@@ -37,7 +37,7 @@ void Session::logout() noexcept {
       sessionTarget_ = findSession(end);
     }
     if (sessionTarget_.empty()) {
-      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+      BRIVEL_LOG(base::kLogError)
           << address_ << ": the service did not say where its session is; it "
           << "stays open until it times out there";
       return;
@@ -50,7 +50,7 @@ void Session::logout() noexcept {
     token_.clear();
     const auto answer = fetcher_.wait(fetcher_.send(std::move(request)), end);
     if (!answer || answer->failure) {
-      Tarvex::Log(1, __FILE__, __LINE__).Stream()
+      BRIVEL_LOG(base::kLogError)
           << address_ << ": no answer to the logout; the session may stay open "
           << "until it times out";
       return;
