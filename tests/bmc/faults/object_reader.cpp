@@ -65,7 +65,7 @@ NumberRange ObjectReader::range(const char* name) {
   }
   const json::string* text = value->if_string();
   const auto range =
-      text == nullptr ? std::nullopt : parseRange(std::string_view(*text));
+      text == nullptr ? std::nullopt : parseRange({text->data(), text->size()});
   if (!range) {
     complain(name, R"(must be like "3", "3-5" or "3-")");
   }

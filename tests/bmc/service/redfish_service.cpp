@@ -29,7 +29,8 @@ std::string sessionsPath(const Tree& tree) {
   if (link == nullptr || !link->is_string()) {
     return kStandardSessions;
   }
-  const auto target = parseTarget(std::string_view(link->get_string()));
+  const json::string& text = link->get_string();
+  const auto target = parseTarget({text.data(), text.size()});
   return target ? target->path : kStandardSessions;
 }
 

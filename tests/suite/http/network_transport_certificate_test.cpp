@@ -28,13 +28,13 @@ using testing::StartsWith;
 using Settings = bmc::CertificateSettings;
 
 const bmc::Identity& authority() {
-  static const bmc::Identity identity = [] {
+  static const bmc::Identity kIdentity = [] {
     Settings settings;
     settings.name = "Test Authority";
     settings.authority = true;
     return bmc::makeCertificate(settings);
   }();
-  return identity;
+  return kIdentity;
 }
 
 // A certificate that the authority has signed.

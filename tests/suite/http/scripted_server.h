@@ -59,7 +59,7 @@ class Peer {
   void close();
 
   /// Ends it so that the client's system reports a reset.
-  void reset();
+  void reset() const;
 
  private:
   bool waitFor(short events, int milliseconds);
@@ -76,7 +76,7 @@ class ScriptedServer {
  public:
   using Script = std::function<void(Peer&)>;
 
-  explicit ScriptedServer(Script script, TlsWish tls = {});
+  explicit ScriptedServer(Script script, const TlsWish& tls = {});
   ~ScriptedServer();
 
   ScriptedServer(const ScriptedServer&) = delete;

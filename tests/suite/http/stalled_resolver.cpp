@@ -45,7 +45,7 @@ extern "C" __attribute__((visibility("default"))) int getaddrinfo(
   }
   using Resolve =
       int (*)(const char*, const char*, const addrinfo*, addrinfo**);
-  static const auto system =
+  static const auto kSystem =
       reinterpret_cast<Resolve>(dlsym(RTLD_NEXT, "getaddrinfo"));
-  return system(name, service, hints, result);
+  return kSystem(name, service, hints, result);
 }

@@ -17,12 +17,12 @@ namespace {
 // What every transport promises, whatever it asks: run over all of them.
 
 const std::map<std::string, std::string>& resources() {
-  static const std::map<std::string, std::string> bodies = {
+  static const std::map<std::string, std::string> kBodies = {
       {"/redfish/v1/", R"({"@odata.type": "#ServiceRoot.v1_0_0.ServiceRoot"})"},
       {"/redfish/v1/Systems", R"({"Name": "systems"})"},
       {"/redfish/v1/Chassis", R"({"Name": "chassis"})"},
   };
-  return bodies;
+  return kBodies;
 }
 
 // A transport with a service that holds the resources.

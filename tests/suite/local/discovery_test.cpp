@@ -57,7 +57,7 @@ TEST(ParseSearchAnswer, NonsenseIsNotTaken) {
 // A service on the loopback that answers one search with given texts.
 class Responder {
  public:
-  explicit Responder(std::vector<std::string> answers)
+  explicit Responder(const std::vector<std::string>& answers)
       : file_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in own = {};
     own.sin_family = AF_INET;

@@ -37,7 +37,7 @@ class UdpPeer {
 
  private:
   void serve(const std::vector<std::string>& answers) {
-    std::array<char, 512> buffer;
+    std::array<char, 512> buffer{};
     udp::endpoint sender;
     while (true) {
       socket_.receive_from(boost::asio::buffer(buffer), sender);

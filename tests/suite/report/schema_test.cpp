@@ -30,7 +30,7 @@ const json::object& resolved(const json::value& value) {
   if (link == nullptr) {
     return object;
   }
-  const std::string pointer(std::string_view(link->as_string()).substr(1));
+  const std::string pointer(link->as_string().c_str() + 1);
   return schema().at_pointer(pointer).as_object();
 }
 
