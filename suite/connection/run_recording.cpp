@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "suite/local/recording/recorder.h"
 #include "suite/redfish/recording/recording_transport.h"
 
 namespace connection {
@@ -76,6 +77,9 @@ std::string RunRecording::called() const { return "--record " + name_ + ": "; }
 
 // Writes the files of all services. Returns why something is missing.
 std::string RunRecording::store() {
+  if (machine_) {
+    return storeMachine();
+  }
   const auto empty = [](const redfish::Recording& service) {
     return service.empty();
   };
@@ -95,6 +99,15 @@ std::string RunRecording::store() {
                                : "controller-" + std::to_string(i + 1) + "/");
   }
   return problem;
+}
+
+std::string RunRecording::storeMachine() {
+  local::Recorder recorder(*machine_, *folder_, masked_ ? &masker_ : nullptr);
+  recorder.record();
+  if (recorder.files() == 0) {
+    return "nothing was read of this machine";
+  }
+  return recorder.problems().empty() ? "" : recorder.problems().front();
 }
 
 std::string RunRecording::storeService(const redfish::Recording& service,

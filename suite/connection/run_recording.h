@@ -6,15 +6,17 @@
 #include <string>
 
 #include "suite/http/transport.h"
+#include "suite/local/facts/root.h"
 #include "suite/masking/masker.h"
 #include "suite/platform/private_folder.h"
 #include "suite/redfish/recording/recording.h"
 
 namespace connection {
 
-/// What a run reads, stored in a folder when it is over: of one service in the
-/// folder itself, of several in "controller-1", "controller-2" and so on. Until
-/// it is whole, a file INCOMPLETE in it says so. Must outlive the services.
+/// What a run reads, stored in a folder when it is over: of one service, or of
+/// the machine itself, in the folder itself, of several services in
+/// "controller-1", "controller-2" and so on. Until it is whole, a file
+/// INCOMPLETE in it says so. Must outlive the services.
 class RunRecording {
  public:
   /// The file that marks a folder whose recording is not whole.
@@ -32,6 +34,9 @@ class RunRecording {
   std::unique_ptr<http::Transport> recorded(
       std::unique_ptr<http::Transport> transport);
 
+  /// The run reads the machine itself.
+  void recordMachine(const local::Root& root) { machine_ = root; }
+
   /// A name of the target, of its user: masked wherever it is read.
   void noteName(const std::string& name);
 
@@ -46,6 +51,7 @@ class RunRecording {
  private:
   std::string called() const;
   std::string store();
+  std::string storeMachine();
   std::string storeService(const redfish::Recording& service,
                            const std::string& below);
   void mark(const std::string& why);
@@ -55,6 +61,7 @@ class RunRecording {
   std::optional<platform::PrivateFolder> folder_;
   masking::Masker masker_;
   std::deque<redfish::Recording> services_;
+  std::optional<local::Root> machine_;
 };
 
 }  // namespace connection

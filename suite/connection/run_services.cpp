@@ -93,6 +93,9 @@ std::optional<Failure> RunServices::ensureControllers() {
     notice(describe(*found.failure));
   }
   noController_ = found.controllers.empty();
+  if (noController_ && recording_ != nullptr) {
+    recording_->recordMachine(machine.root());
+  }
   if (noController_ && pathBlocked_) {
     notice("this is what the server says of itself, without its controller");
   }

@@ -97,11 +97,12 @@ std::optional<PrivateFolder> PrivateFolder::make(
     const std::filesystem::path& path, Refusal& refusal, std::string& reason) {
   refusal = Refusal::kNone;
   std::error_code unknown;
-  const auto status = std::filesystem::status(path, unknown);
+  const auto status = std::filesystem::symlink_status(path, unknown);
   if (std::filesystem::exists(status) &&
       !std::filesystem::is_directory(status)) {
     refusal = Refusal::kInUse;
-    reason = "it is no folder";
+    reason = std::filesystem::is_symlink(status) ? "it is a symbolic link"
+                                                 : "it is no folder";
     return std::nullopt;
   }
   const Descriptor way = openFolder(path, reason);

@@ -88,6 +88,37 @@ INSTANTIATE_TEST_SUITE_P(Samples, RecordedSample,
                                          "tagged-server", "linkless-blades",
                                          "edge"));
 
+class RecordedMachine : public testing::TestWithParam<const char*> {};
+
+TEST_P(RecordedMachine, GivesTheSameReportAndHidesWhatIdentifies) {
+  const Arguments target = {"--local-root",
+                            std::string("samples/") + GetParam()};
+  const Arguments report = {"syshealth", "--device", "all"};
+  const support::TempFolder folder;
+  const Ended live = run(target, report);
+  EXPECT_EQ(live.status, 0);
+  for (const Arguments& further :
+       {Arguments{"--record", folder.at("raw"), "--record-raw"},
+        Arguments{"--record", folder.at("masked")}}) {
+    Arguments recorded = target;
+    recorded.insert(recorded.end(), further.begin(), further.end());
+    EXPECT_EQ(run(recorded, report).output, live.output);
+  }
+  EXPECT_EQ(run({"--local-root", folder.at("raw")}, report).output,
+            live.output);
+  // What identifies these machines, as their tables show it.
+  const std::set<std::string> values = {
+      "hv7200-00417", "3d9a41c8-7e02-4f5b-a6d1-90c4f82b57e3", "om-70311"};
+  EXPECT_THAT(foundBelow(folder.at("masked"), values), testing::IsEmpty());
+  const Ended again = run({"--local-root", folder.at("masked")}, report);
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.output.size(), live.output.size());
+  EXPECT_EQ(again.output.find("3d9a41c8"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, RecordedMachine,
+                         testing::Values("local-server", "local-odd"));
+
 TEST(RecordedServers, GiveTheSameReportAndHideWhatIdentifies) {
   const char* const named = std::getenv("BRIVEL_RECORDINGS");
   const fs::path folder = named != nullptr ? named : RECORDINGS_DIR;

@@ -6,7 +6,7 @@
 #include <iostream>
 #include <string>
 
-#include "tools/record_local/recorder.h"
+#include "suite/local/recording/recorder.h"
 
 namespace {
 
@@ -19,20 +19,25 @@ int recordMachine(int argc, char** argv) {
   std::string root = "/";
   bool mask = false;
   app.add_option("FOLDER", folder,
-                 "where to record; made for the user alone, must not exist")
+                 "where to record; must not exist or be empty")
       ->required();
   app.add_flag("--mask", mask,
                "mask serial numbers, asset tags, UUIDs and MAC addresses");
   app.add_option("--root", root, "record another recorded machine");
   CLI11_PARSE(app, argc, argv);
 
-  record::Recorder recorder(local::Root(root), folder, mask);
-  const bool begun = recorder.record();
+  auto refusal = platform::PrivateFolder::Refusal::kNone;
+  std::string reason;
+  auto made = platform::PrivateFolder::make(folder, refusal, reason);
+  if (!made) {
+    std::cerr << "record-local: " << folder << ": " << reason << '\n';
+    return 2;
+  }
+  masking::Masker masker;
+  local::Recorder recorder(local::Root(root), *made, mask ? &masker : nullptr);
+  recorder.record();
   for (const std::string& problem : recorder.problems()) {
     std::cerr << "record-local: " << problem << '\n';
-  }
-  if (!begun) {
-    return 2;
   }
   return recorder.problems().empty() ? 0 : 1;
 }

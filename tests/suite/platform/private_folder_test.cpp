@@ -60,6 +60,11 @@ TEST_F(PrivateFolderTest, RefusesWhatIsInUse) {
   EXPECT_FALSE(make("plain"));
   EXPECT_EQ(refusal, Refusal::kInUse);
   EXPECT_EQ(reason, "it is no folder");
+  fs::create_symlink(home.at("elsewhere"), home.at("link"));
+  EXPECT_FALSE(make("link"));
+  EXPECT_EQ(refusal, Refusal::kInUse);
+  EXPECT_EQ(reason, "it is a symbolic link");
+  EXPECT_FALSE(fs::exists(home.at("elsewhere")));
 }
 
 TEST_F(PrivateFolderTest, TellsWhyItCannotBeMade) {

@@ -1,8 +1,8 @@
-#include "tools/record_local/pci_names.h"
+#include "suite/local/recording/pci_names.h"
 
 #include <gtest/gtest.h>
 
-namespace record {
+namespace local {
 namespace {
 
 constexpr char kList[] =
@@ -58,4 +58,4 @@ TEST(NamesOf, LinesThatAreNoEntriesAreSkipped) {
 }
 
 }  // namespace
-}  // namespace record
+}  // namespace local

@@ -1,4 +1,4 @@
-#include "tools/record_local/recorder.h"
+#include "suite/local/recording/recorder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,13 +14,9 @@
 #include "tests/support/file_text.h"
 #include "tests/support/ordinary_user.h"
 
-namespace record {
+namespace local {
 namespace {
 
-using local::Folder;
-using local::Machine;
-using local::Root;
-using local::Structure;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -30,11 +26,11 @@ constexpr char kSecret[] = "SN417";
 
 void addMachine(Folder& folder) {
   const std::string table =
-      local::tableOf({Structure(1, 0x1B).text(5, "RX").text(7, kSecret),
-                      Structure(4, 0x30).byte(5, 3).byte(0x18, 0x41)});
+      tableOf({Structure(1, 0x1B).text(5, "RX of SN417").text(7, kSecret),
+               Structure(4, 0x30).byte(5, 3).byte(0x18, 0x41)});
   folder.file("/sys/firmware/dmi/tables/DMI", table)
       .file("/sys/firmware/dmi/tables/smbios_entry_point",
-            local::entryPoint64(3, 3, table.size()))
+            entryPoint64(3, 3, table.size()))
       .file("/sys/class/dmi/id/sys_vendor", "Halvorn\n")
       .file("/sys/class/dmi/id/product_serial", std::string(kSecret) + "\n")
       .file("/sys/class/hwmon/hwmon0/name", "fanctl\n")
@@ -69,6 +65,14 @@ void addMachine(Folder& folder) {
       .link("/sys/class/net/usb0", "../../devices/usb1/1-1/1-1:1.0/net/usb0");
 }
 
+platform::PrivateFolder opened(const std::string& path) {
+  auto refusal = platform::PrivateFolder::Refusal::kNone;
+  std::string reason;
+  auto folder = platform::PrivateFolder::make(path, refusal, reason);
+  EXPECT_TRUE(folder) << reason;
+  return std::move(folder).value();
+}
+
 std::string everythingIn(const std::string& folder) {
   std::string all;
   for (const auto& entry :
@@ -85,14 +89,13 @@ TEST(Recorder, RecordedMachineReadsLikeTheOriginal) {
   Folder original;
   addMachine(original);
   const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  const Root recorded(folder);
-  Recorder recorder(original.root(), folder, false);
+  platform::PrivateFolder folder = opened(copy.path());
+  Recorder recorder(original.root(), folder, nullptr);
   recorder.record();
   EXPECT_THAT(recorder.problems(), IsEmpty());
 
-  Machine machine(recorded);
-  EXPECT_EQ(machine.system().product, "RX");
+  Machine machine(copy.root());
+  EXPECT_EQ(machine.system().product, "RX of SN417");
   EXPECT_EQ(machine.system().serial, kSecret);
   EXPECT_EQ(machine.processors().at(0).maxMhz, 3700U);
   EXPECT_EQ(machine.fans().at(0).measuredRpm, 4980);
@@ -101,9 +104,9 @@ TEST(Recorder, RecordedMachineReadsLikeTheOriginal) {
   EXPECT_EQ(adapters[0].model, "NB100");
   EXPECT_EQ(adapters[0].serial, kSecret);
   EXPECT_TRUE(adapters[0].driverBound);
-  const auto devices = local::networkDevices(recorded);
+  const auto devices = networkDevices(copy.root());
   ASSERT_THAT(devices, SizeIs(1));
-  EXPECT_EQ(local::macText(*devices[0].mac), "52:54:01:12:34:56");
+  EXPECT_EQ(macText(*devices[0].mac), "52:54:01:12:34:56");
   EXPECT_EQ(devices[0].usbVendorId, 0x0525);
   EXPECT_EQ(devices[0].usbProductId, 0xa4a2);
   EXPECT_TRUE(devices[0].up);
@@ -114,13 +117,12 @@ TEST(Recorder, NothingElseIsRecorded) {
   addMachine(original);
   original.file("/etc/shadow", "root");
   const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  const Root recorded(folder);
-  Recorder(original.root(), folder, false).record();
-  EXPECT_FALSE(std::filesystem::exists(folder + "/etc"));
-  EXPECT_FALSE(
-      std::filesystem::exists(folder + "/sys/class/hwmon/hwmon0/temp1_input"));
-  EXPECT_EQ(recorded.read("/usr/share/misc/pci.ids", 1000).bytes,
+  platform::PrivateFolder folder = opened(copy.path());
+  Recorder(original.root(), folder, nullptr).record();
+  EXPECT_FALSE(std::filesystem::exists(copy.path() + "/etc"));
+  EXPECT_FALSE(std::filesystem::exists(copy.path() +
+                                       "/sys/class/hwmon/hwmon0/temp1_input"));
+  EXPECT_EQ(copy.root().read("/usr/share/misc/pci.ids", 1000).bytes,
             "10a0  Nordbrenn\n\t0001  NB100\n");
 }
 
@@ -128,16 +130,16 @@ TEST(Recorder, MaskLeavesNoSerial) {
   Folder original;
   addMachine(original);
   const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  const Root recorded(folder);
-  Recorder(original.root(), folder, true).record();
-  EXPECT_EQ(everythingIn(folder).find(kSecret), std::string::npos);
-  Machine machine(recorded);
-  EXPECT_EQ(machine.system().product, "RX");
-  EXPECT_EQ(machine.system().serial, "XXXXX");
-  EXPECT_EQ(machine.adapters().at(0).serial, "XXXXX");
-  EXPECT_EQ(local::macText(*local::networkDevices(recorded).at(0).mac),
-            "52:54:01:00:00:01");
+  masking::Masker masker;
+  platform::PrivateFolder folder = opened(copy.path());
+  Recorder(original.root(), folder, &masker).record();
+  EXPECT_EQ(everythingIn(copy.path()).find(kSecret), std::string::npos);
+  Machine machine(copy.root());
+  EXPECT_EQ(machine.system().product, "RX of " + masker.value(kSecret));
+  EXPECT_EQ(machine.system().serial, masker.value(kSecret));
+  EXPECT_EQ(machine.adapters().at(0).serial, masker.value(kSecret));
+  EXPECT_EQ(macText(*networkDevices(copy.root()).at(0).mac),
+            masker.value("52:54:01:12:34:56"));
 }
 
 TEST(Recorder, FilesThatMayNotBeReadAreNamed) {
@@ -150,55 +152,16 @@ TEST(Recorder, FilesThatMayNotBeReadAreNamed) {
   chmod((original.path() + table).c_str(), 0);
   chmod(original.path().c_str(), 0755);
   const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  const Root recorded(folder);
+  platform::PrivateFolder folder = opened(copy.path());
   chmod(copy.path().c_str(), 0777);
-  Recorder recorder(original.root(), folder, false);
+  Recorder recorder(original.root(), folder, nullptr);
   {
     const support::OrdinaryUser user;
     recorder.record();
   }
   EXPECT_THAT(recorder.problems(), ElementsAre(HasSubstr(table)));
-  EXPECT_EQ(Machine(recorded).fans().size(), 1U);
-}
-
-TEST(Recorder, WhatIsRecordedIsForTheUserAlone) {
-  Folder original;
-  addMachine(original);
-  const std::string table = "/sys/firmware/dmi/tables/DMI";
-  chmod((original.path() + table).c_str(), 0444);
-  const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  const mode_t before = umask(0);
-  EXPECT_TRUE(Recorder(original.root(), folder, false).record());
-  EXPECT_EQ(umask(before), 0U);
-  struct stat status = {};
-  ASSERT_EQ(stat(folder.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777U, 0700U);
-  ASSERT_EQ(stat((folder + table).c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777U, 0600U);
-}
-
-TEST(Recorder, FolderThatIsThereIsLeftAlone) {
-  Folder original;
-  addMachine(original);
-  const Folder copy;
-  const std::string folder = copy.path() + "/recorded";
-  std::filesystem::create_directory(folder);
-  Recorder present(original.root(), folder, false);
-  EXPECT_FALSE(present.record());
-  EXPECT_THAT(present.problems(), ElementsAre(folder + " exists already"));
-  EXPECT_TRUE(std::filesystem::is_empty(folder));
-  // A link that leads nowhere is no free name either.
-  std::filesystem::create_symlink(copy.path() + "/elsewhere", folder + "2");
-  EXPECT_FALSE(Recorder(original.root(), folder + "2", false).record());
-  EXPECT_FALSE(std::filesystem::exists(copy.path() + "/elsewhere"));
-  Recorder lost(original.root(), folder + "/a/b", false);
-  EXPECT_FALSE(lost.record());
-  EXPECT_THAT(
-      lost.problems(),
-      ElementsAre(folder + "/a/b cannot be made: No such file or directory"));
+  EXPECT_EQ(Machine(copy.root()).fans().size(), 1U);
 }
 
 }  // namespace
-}  // namespace record
+}  // namespace local

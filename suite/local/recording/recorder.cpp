@@ -1,54 +1,45 @@
-#include "tools/record_local/recorder.h"
+#include "suite/local/recording/recorder.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <cstdint>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
 #include "suite/base/numbers.h"
 #include "suite/local/controller/network.h"
 #include "suite/local/pci/adapter.h"
-#include "tools/record_local/pci_names.h"
+#include "suite/local/recording/pci_names.h"
+#include "suite/local/recording/table_masking.h"
 
-namespace record {
+namespace local {
 namespace {
 
-namespace fs = std::filesystem;
 using base::ByteView;
-using local::Access;
-using local::Content;
 
 constexpr std::size_t kLimit = 16U * 1024 * 1024;
 constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
 constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
+constexpr char kTexts[] = "/sys/class/dmi/id/";
+constexpr char kNetwork[] = "/sys/class/net/";
+constexpr char kBus[] = "/sys/bus/pci/devices/";
+
+// Attributes that identify the machine.
+constexpr const char* kIdentifying[] = {"product_serial", "board_serial",
+                                        "product_uuid"};
+
+SmbiosTables parsed(const Content& table, const Content& entry) {
+  return parseSmbios(parseSmbiosEntry(ByteView(entry.bytes)),
+                     ByteView(table.bytes));
+}
 
 }  // namespace
 
-Recorder::Recorder(local::Root from, std::string folder, bool mask)
-    : from_(std::move(from)), folder_(std::move(folder)), mask_(mask) {}
+Recorder::Recorder(Root from, platform::PrivateFolder& folder,
+                   masking::Masker* masker)
+    : from_(std::move(from)), folder_(folder), masker_(masker) {}
 
-bool Recorder::record() {
-  // Much of this is root's alone. Nobody else can enter the folder, so nobody
-  // can put a link into it.
-  const mode_t before = umask(S_IRWXG | S_IRWXO);
-  const bool made = mkdir(folder_.c_str(), S_IRWXU) == 0;
-  if (made) {
-    recordAll();
-  } else {
-    problems_.push_back(
-        errno == EEXIST ? folder_ + " exists already"
-                        : folder_ + " cannot be made: " + std::strerror(errno));
+void Recorder::record() {
+  if (masker_ != nullptr) {
+    note();
   }
-  umask(before);
-  return made;
-}
-
-void Recorder::recordAll() {
   recordTable();
   recordTexts();
   recordFans();
@@ -58,23 +49,31 @@ void Recorder::recordAll() {
   recordNetwork();
 }
 
-std::string Recorder::folderOf(const std::string& path) {
-  const fs::path host = folder_ + path;
-  std::error_code error;
-  fs::create_directories(host.parent_path(), error);
-  if (error) {
-    problems_.push_back(host.parent_path().string() + ": " + error.message());
+// Tells the masker all that identifies, before any of it is written.
+void Recorder::note() {
+  const Content table = from_.read(kTable, kLimit);
+  noteTable(parsed(table, from_.read(kEntryPoint, kLimit)), *masker_);
+  for (const std::string name : kIdentifying) {
+    masker_->note(from_.line(kTexts + name));
   }
-  return host.string();
+  forEachAdapter([this](const std::string&, const std::string& place) {
+    noteVpd(ByteView(from_.read(place + "/vpd", kLimit).bytes), *masker_);
+  });
+  for (const std::string& name : from_.list(kNetwork)) {
+    masker_->note(from_.line(kNetwork + name + "/address"));
+  }
+}
+
+std::string Recorder::masked(const std::string& value) {
+  return masker_ == nullptr ? value : masker_->value(value);
 }
 
 void Recorder::write(const std::string& path, const std::string& bytes) {
-  const std::string host = folderOf(path);
-  std::ofstream file(host, std::ios::binary);
-  file << bytes;
-  file.close();
-  if (!file) {
-    problems_.push_back(host + ": cannot be written");
+  std::string reason;
+  if (folder_.write(path.substr(1), bytes, reason)) {
+    ++files_;
+  } else {
+    problems_.push_back(path + " cannot be written: " + reason);
   }
 }
 
@@ -87,20 +86,26 @@ void Recorder::copy(const std::string& path) {
   }
 }
 
+// Copies a text in which what identifies is masked.
+void Recorder::copyText(const std::string& path) {
+  const Content content = from_.read(path, kLimit);
+  if (masker_ == nullptr || content.access != Access::kRead) {
+    copy(path);
+  } else {
+    write(path, masker_->text(content.bytes));
+  }
+}
+
 void Recorder::copyLink(const std::string& path) {
   const std::string target = from_.link(path);
-  if (target.empty()) {
-    return;
-  }
-  std::error_code error;
-  fs::create_symlink(target, folderOf(path), error);
-  if (error) {
-    problems_.push_back(folder_ + path + ": " + error.message());
+  std::string reason;
+  if (!target.empty() && !folder_.link(path.substr(1), target, reason)) {
+    problems_.push_back(path + " cannot be written: " + reason);
   }
 }
 
 void Recorder::recordTable() {
-  if (!mask_) {
+  if (masker_ == nullptr) {
     copy(kTable);
     copy(kEntryPoint);
     return;
@@ -113,32 +118,23 @@ void Recorder::recordTable() {
   if (table.access != Access::kRead) {
     return;
   }
-  const local::SmbiosTables tables =
-      local::parseSmbios(local::parseSmbiosEntry(base::ByteView(entry.bytes)),
-                         base::ByteView(table.bytes));
-  const std::string masked = maskTable(tables, macs_);
-  write(kTable, masked);
-  write(kEntryPoint, entryPointOf(tables.version, masked.size()));
+  const SmbiosTables tables = parsed(table, entry);
+  const std::string bytes = maskTable(tables, *masker_);
+  write(kTable, bytes);
+  write(kEntryPoint, entryPointOf(tables.version, bytes.size()));
 }
 
 void Recorder::recordTexts() {
-  const std::string texts = "/sys/class/dmi/id/";
   for (const char* name :
        {"sys_vendor", "product_name", "product_version", "product_sku",
         "product_family", "board_vendor", "board_name", "board_version"}) {
-    copy(texts + name);
+    copyText(std::string(kTexts) + name);
   }
-  for (const std::string name :
-       {"product_serial", "board_serial", "product_uuid"}) {
-    const std::string line = from_.line(texts + name);
-    if (line.empty()) {
-      continue;
+  for (const std::string name : kIdentifying) {
+    const std::string line = from_.line(kTexts + name);
+    if (!line.empty()) {
+      write(kTexts + name, masked(line) + "\n");
     }
-    const bool uuid = name == "product_uuid";
-    write(texts + name, (!mask_ ? line
-                         : uuid ? maskUuid(line)
-                                : maskText(line)) +
-                            "\n");
   }
 }
 
@@ -165,22 +161,29 @@ void Recorder::recordProcessors() {
   }
 }
 
-void Recorder::recordAdapters() {
-  const std::string bus = "/sys/bus/pci/devices/";
-  for (const std::string& name : from_.list(bus)) {
-    const std::string folder = bus + name;
+// Calls `use` with the names of the adapters among the PCI functions and the
+// folders that they stand in.
+void Recorder::forEachAdapter(
+    const std::function<void(const std::string& name,
+                             const std::string& place)>& use) const {
+  for (const std::string& name : from_.list(kBus)) {
+    const std::string folder = kBus + name;
     const auto code = base::hexadecimal(from_.line(folder + "/class"));
-    if (!code || !local::isAdapter(*code, /*driverBound=*/true)) {
+    if (!code || !isAdapter(*code, /*driverBound=*/true)) {
       continue;
     }
     // The function's folder stands where its link points, below its ports.
     const std::string link = from_.link(folder);
     const std::size_t devices = link.find("devices/");
-    if (devices == std::string::npos) {
-      continue;
+    if (devices != std::string::npos) {
+      use(name, "/sys/" + link.substr(devices));
     }
-    copyLink(folder);
-    const std::string place = "/sys/" + link.substr(devices);
+  }
+}
+
+void Recorder::recordAdapters() {
+  forEachAdapter([this](const std::string& name, const std::string& place) {
+    copyLink(kBus + name);
     for (const char* file : {"/class", "/vendor", "/device",
                              "/subsystem_vendor", "/subsystem_device"}) {
       copy(place + file);
@@ -189,16 +192,17 @@ void Recorder::recordAdapters() {
     copyLink(place + "/physfn");
     const Content vpd = from_.read(place + "/vpd", kLimit);
     if (vpd.access == Access::kRead) {
-      write(place + "/vpd",
-            mask_ ? maskVpd(base::ByteView(vpd.bytes)) : vpd.bytes);
+      write(place + "/vpd", masker_ == nullptr
+                                ? vpd.bytes
+                                : maskVpd(ByteView(vpd.bytes), *masker_));
     }
-  }
+  });
 }
 
 // Of the names of all PCI devices those that this machine has.
 void Recorder::recordNames() {
-  std::vector<local::PciIdentity> functions;
-  const std::string bus = "/sys/bus/pci/devices/";
+  std::vector<PciIdentity> functions;
+  const std::string bus = kBus;
   for (const std::string& name : from_.list(bus)) {
     const auto id = [&](const char* file) {
       return static_cast<std::uint16_t>(
@@ -219,13 +223,12 @@ void Recorder::recordNames() {
 }
 
 void Recorder::recordNetwork() {
-  const std::string net = "/sys/class/net/";
+  const std::string net = kNetwork;
   for (const std::string& name : from_.list(net)) {
     const std::string folder = net + name;
-    const auto mac = local::parseMac(from_.line(folder + "/address"));
+    const auto mac = parseMac(from_.line(folder + "/address"));
     if (mac) {
-      write(folder + "/address",
-            local::macText(mask_ ? macs_(*mac) : *mac) + "\n");
+      write(folder + "/address", masked(macText(*mac)) + "\n");
     }
     copy(folder + "/flags");
     copy(folder + "/operstate");
@@ -236,15 +239,18 @@ void Recorder::recordNetwork() {
     }
     // Above a USB function; in the recording the function is no link, so this
     // is the card's own folder.
+    bool present = false;
     for (const std::string file : {"/idVendor", "/idProduct"}) {
       const std::string id = from_.line(folder + "/device/.." + file);
       if (id.empty()) {
         continue;
       }
-      write(folder + "/device/present", "");
+      if (!std::exchange(present, true)) {
+        write(folder + "/device/present", "");
+      }
       write(folder + file, id + "\n");
     }
   }
 }
 
-}  // namespace record
+}  // namespace local

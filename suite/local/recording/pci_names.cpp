@@ -1,4 +1,4 @@
-#include "tools/record_local/pci_names.h"
+#include "suite/local/recording/pci_names.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,10 +8,8 @@
 
 #include "suite/base/numbers.h"
 
-namespace record {
+namespace local {
 namespace {
-
-using local::PciIdentity;
 
 constexpr std::size_t kIdDigits = 4;
 
@@ -105,4 +103,4 @@ std::string namesOf(std::string_view list,
   return kept;
 }
 
-}  // namespace record
+}  // namespace local
