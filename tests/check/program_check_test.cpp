@@ -144,6 +144,11 @@ TEST_F(ProgramCheck, UnreadableListIsUnknown) {
   expectUnknown(check(), "fan: ");
 }
 
+TEST_F(ProgramCheck, UnreadablePartIsUnknown) {
+  start(garbageAt("/redfish/v1/Chassis/1/ThermalSubsystem/Fans/5"));
+  expectUnknown(check(), "fan: ");
+}
+
 TEST_F(ProgramCheck, EventsThatCannotBeReadAreUnknown) {
   start(garbageAt("/redfish/v1/Chassis/1/Thermal"), SAMPLES "/old-schema");
   ignored = "cooling";
@@ -177,7 +182,7 @@ TEST_F(ProgramCheck, BaselineIsSavedAndTellsWhatIsMissing) {
 }
 
 TEST_F(ProgramCheck, BaselineIsNotSavedOfHalfAServer) {
-  start(garbageAt("/redfish/v1/Chassis/1/ThermalSubsystem/Fans"));
+  start(garbageAt("/redfish/v1/Chassis/1/ThermalSubsystem/Fans/5"));
   const std::string file = home.write("baseline.json", "old");
   const End end = check({"--save-baseline", file});
   expectUnknown(end, "--save-baseline: nothing is saved");
