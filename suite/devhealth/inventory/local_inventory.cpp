@@ -172,6 +172,8 @@ std::vector<Processor> processorsOf(
     part.model = firstText({facts.version, facts.family});
     part.speedMhz = facts.currentMhz;
     part.maxSpeedMhz = facts.maxMhz;
+    part.cores = facts.cores;
+    part.threads = facts.threads;
     part.health = healthOf(facts.state);
     part.state = stateOf(facts.state);
     parts.push_back(std::move(part));
@@ -207,6 +209,7 @@ std::vector<MemoryModule> dimmsOf(
     part.manufacturer = memoryMaker(recordText(facts.manufacturer));
     part.type = recordText(facts.type);
     part.maxSpeedMts = facts.maxSpeed;
+    part.capacityMib = facts.capacityMib;
     parts.push_back(std::move(part));
     names.push_back({recordText(facts.locator), recordText(facts.bank)});
   }

@@ -67,6 +67,8 @@ struct ProcessorFacts {
   std::string family;   ///< Name of the family's number; empty: not listed.
   std::optional<unsigned> currentMhz;
   std::optional<unsigned> maxMhz;  ///< Limit of the socket.
+  std::optional<unsigned> cores;
+  std::optional<unsigned> threads;
   ProcessorState state = ProcessorState::kUnknown;
 };
 
@@ -79,6 +81,7 @@ struct MemoryFacts {
   std::string manufacturer;
   std::string type;                  ///< "DDR5"; empty: unknown or not listed.
   std::optional<unsigned> maxSpeed;  ///< MT/s.
+  std::optional<unsigned> capacityMib;
 };
 
 /// What the firmware says of a power supply.

@@ -89,6 +89,34 @@ std::optional<unsigned> moduleSpeed(base::ByteView formatted) {
   return known(std::optional(*extended & 0x7FFFFFFFU));  // Bit 31: reserved.
 }
 
+// A count that stands in a byte, or in a word of its own where it does not fit
+// into one.
+std::optional<unsigned> countAt(base::ByteView formatted, std::size_t offset,
+                                std::size_t wordOffset) {
+  constexpr std::uint8_t kInTheWord = 0xFF;
+  const auto count = formatted.byte(offset);
+  return count == kInTheWord ? known(formatted.word(wordOffset)) : known(count);
+}
+
+std::optional<unsigned> moduleMib(base::ByteView formatted) {
+  constexpr std::uint16_t kUnknownSize = 0xFFFF;
+  constexpr std::uint16_t kInExtendedSize = 0x7FFF;
+  constexpr unsigned kInKibibytes = 0x8000;
+  constexpr unsigned kKibibytes = 1024;
+  const unsigned size = formatted.word(0x0C).value_or(kUnknownSize);
+  if (size == kUnknownSize) {
+    return std::nullopt;
+  }
+  if (size == kInExtendedSize) {
+    // Bit 31 is reserved.
+    return known(
+        std::optional(formatted.dword(0x1C).value_or(0) & 0x7FFFFFFFU));
+  }
+  const bool small = (size & kInKibibytes) != 0;
+  return known(
+      std::optional(small ? (size & ~kInKibibytes) / kKibibytes : size));
+}
+
 SupplyState supplyState(unsigned characteristics) {
   switch (characteristics >> 7U & 0x07U) {
     case 3:
@@ -171,6 +199,8 @@ std::vector<ProcessorFacts> processorFacts(const SmbiosTables& tables) {
     facts.family = familyOf(formatted);
     facts.maxMhz = known(formatted.word(0x14));
     facts.currentMhz = known(formatted.word(0x16));
+    facts.cores = countAt(formatted, 0x23, 0x2A);
+    facts.threads = countAt(formatted, 0x25, 0x2E);
     facts.state = processorState(formatted.byte(0x18).value_or(0));
     processors.push_back(std::move(facts));
   }
@@ -192,6 +222,7 @@ std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables) {
     facts.bank = structure->string(0x11);
     facts.type = memoryTypeName(formatted.byte(0x12).value_or(0));
     facts.maxSpeed = moduleSpeed(formatted);
+    facts.capacityMib = moduleMib(formatted);
     facts.manufacturer = structure->string(0x17);
     facts.serial = structure->string(0x18);
     facts.partNumber = structure->string(0x1A);

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "tests/suite/local/table_builder.h"
 
@@ -42,6 +44,26 @@ TEST(ProcessorFacts, ReadsEveryField) {
 TEST(ProcessorFacts, Version24IsLongEnough) {
   const ParsedTable table({processor(0x23)}, 2, 4);
   EXPECT_THAT(processorFacts(table.tables), SizeIs(1));
+}
+
+TEST(ProcessorFacts, CoresAndThreadsAreCounted) {
+  const auto counted = [](const Structure& structure) {
+    const ParsedTable table({structure}, 3, 4);
+    const ProcessorFacts facts = processorFacts(table.tables).at(0);
+    return std::pair(facts.cores, facts.threads);
+  };
+  using Counts = std::pair<std::optional<unsigned>, std::optional<unsigned>>;
+  EXPECT_EQ(counted(processor().byte(0x23, 32).byte(0x25, 64)),
+            Counts(32U, 64U));
+  EXPECT_EQ(counted(processor()
+                        .byte(0x23, 0xFF)
+                        .word(0x2A, 256)
+                        .byte(0x25, 0xFF)
+                        .word(0x2E, 512)),
+            Counts(256U, 512U));
+  EXPECT_EQ(counted(processor()), Counts(std::nullopt, std::nullopt));
+  EXPECT_EQ(counted(processor(0x28).byte(0x23, 0xFF)),
+            Counts(std::nullopt, std::nullopt));
 }
 
 TEST(ProcessorFacts, FamilyFeIsInTheSecondField) {
@@ -189,6 +211,18 @@ TEST(MemoryFacts, SpeedFfffIsInTheExtendedField) {
 TEST(MemoryFacts, ExtendedSpeedPastTheStructureIsUnknown) {
   const ParsedTable table({memoryDevice(0x28).word(0x15, 0xFFFF)}, 3, 3);
   EXPECT_FALSE(memoryFacts(table.tables).at(0).maxSpeed);
+}
+
+TEST(MemoryFacts, CapacityIsInMebibytes) {
+  const auto capacity = [](const Structure& structure) {
+    const ParsedTable table({structure}, 3, 3);
+    return memoryFacts(table.tables).at(0).capacityMib;
+  };
+  EXPECT_EQ(capacity(memoryDevice().word(0x0C, 16384)), 16384U);
+  EXPECT_EQ(capacity(memoryDevice().word(0x0C, 0x8000 | 2048)), 2U);
+  EXPECT_EQ(capacity(memoryDevice().dword(0x1C, 0x80010000)), 65536U);
+  EXPECT_EQ(capacity(memoryDevice().word(0x0C, 0xFFFF)), std::nullopt);
+  EXPECT_EQ(capacity(memoryDevice(0x1B)), std::nullopt);
 }
 
 TEST(MemoryFacts, SpeedZeroIsUnknown) {
