@@ -46,7 +46,13 @@ std::optional<Unread> readHealth(TargetReader& reader,
       return unread;
     }
     options.thorough = reader.thorough();
-    reading = readEvents(reader.graph(), reader.node(), options);
+    auto late = reader.work([&]() -> std::optional<Unread> {
+      reading = readEvents(reader.graph(), reader.node(), options);
+      return std::nullopt;
+    });
+    if (late) {
+      return late;
+    }
     if (reading.failure || !extend(selection, reading, asked)) {
       break;
     }

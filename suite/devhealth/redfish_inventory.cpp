@@ -23,15 +23,17 @@ std::optional<Unread> readTable(TargetReader& reader, redfish::Want want,
   if (auto unread = reader.read(want)) {
     return unread;
   }
-  Mapped<Row> mapped = map(reader.graph(), reader.node());
-  if (mapped.failure) {
-    return reader.fail(std::move(*mapped.failure), Extent::kItem);
-  }
-  rows = std::move(mapped.records);
-  if (mapped.gap) {
-    return reader.fail(std::move(*mapped.gap), Extent::kParts);
-  }
-  return std::nullopt;
+  return reader.work([&]() -> std::optional<Unread> {
+    Mapped<Row> mapped = map(reader.graph(), reader.node());
+    if (mapped.failure) {
+      return reader.fail(std::move(*mapped.failure), Extent::kItem);
+    }
+    rows = std::move(mapped.records);
+    if (mapped.gap) {
+      return reader.fail(std::move(*mapped.gap), Extent::kParts);
+    }
+    return std::nullopt;
+  });
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "suite/base/log.h"
+#include "suite/base/time_limit.h"
 #include "suite/devhealth/failure_status.h"
 
 namespace devhealth {
@@ -54,6 +55,21 @@ std::optional<Unread> TargetReader::read(redfish::Want want) {
   redfish::Selection selection;
   selection.wants = want;
   return read(std::move(selection));
+}
+
+std::optional<Unread> TargetReader::work(
+    const std::function<std::optional<Unread>()>& task) const {
+  try {
+    const base::TimeLimit limit(service_->workEnd());
+    return task();
+  } catch (const base::OutOfTime&) {
+    Failure failure = service_->outOfTime();
+    if (failure.kind == base::FailureKind::kInterrupted) {
+      throw Failure(failure);  // NOLINT(cert-err60-cpp)
+    }
+    log(failure);
+    return unreadTarget(std::move(failure), Phase::kReading);
+  }
 }
 
 redfish::Node TargetReader::node() const {

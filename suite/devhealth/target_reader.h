@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -36,6 +37,12 @@ class TargetReader {
 
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }
+
+  /// Does work on what was read, such as mapping it, and returns what that
+  /// does; the failure that time is up when it outlasts the run's deadline.
+  /// Throws a `base::Failure` if the user has interrupted the run.
+  std::optional<Unread> work(
+      const std::function<std::optional<Unread>()>& task) const;
 
   /// The failure that what was read is not enough, for so much.
   Unread fail(base::Failure failure, Extent extent) const;

@@ -98,14 +98,14 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   whole.wants |= options_.prefetch & kWantThorough;
   Crawl crawl(knowledge_, whole, fetcher_, session_, address(),
               options_.requestTimeout);
-  auto failure = crawl.run(callEnd());
+  auto failure = crawl.run(callEnd(), callEnd());
   if (failure && failure->kind == base::FailureKind::kDeadline &&
       whole.wants != selection.wants) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
     Crawl own(knowledge_, selection, fetcher_, session_, address(),
               options_.requestTimeout);
-    if (!own.run(base::Clock::now())) {
+    if (!own.run(base::Clock::now(), workEnd())) {
       failure.reset();
     }
   }
@@ -333,13 +333,19 @@ base::Failure Service::outOfTime(const std::string& target) const {
                                          : base::FailureKind::kDeadline;
   failure.address = address();
   failure.uri = target;
-  failure.cause =
-      platform::interrupted() ? "interrupted by the user" : "no answer in time";
+  failure.cause = "interrupted by the user";
   if (!platform::interrupted()) {
+    failure.cause = target.empty() ? "time is up" : "no answer in time";
     failure.remedy =
         "raise --timeout or --deadline, or see why the controller is slow";
   }
   return failure;
+}
+
+base::Clock::time_point Service::workEnd() const {
+  constexpr std::chrono::milliseconds kGrace{500};
+  return std::min(options_.deadline, base::Clock::time_point::max() - kGrace) +
+         kGrace;
 }
 
 base::Clock::time_point Service::callEnd() const {

@@ -80,6 +80,14 @@ class Service {
   /// Whether the health walk of this run enters every branch.
   bool thorough() const { return (options_.prefetch & kWantThorough) != 0; }
 
+  /// When work on what was read has to be over: half a second after the end of
+  /// the run, so that what came in time can still be told.
+  base::Clock::time_point workEnd() const;
+
+  /// The failure that the time of the run is used up, or that the user has
+  /// interrupted it, before a resource was read.
+  base::Failure outOfTime(const std::string& target = "") const;
+
   /// Logs out. Whatever happens after that fails. Never throws.
   void close() noexcept;
 
@@ -103,7 +111,6 @@ class Service {
   base::Failure notRedfish(std::string cause) const;
   std::optional<http::Answer> readPlainly(const std::string& target,
                                           base::Clock::time_point until);
-  base::Failure outOfTime(const std::string& target) const;
   base::Clock::time_point callEnd() const;
 
   ServiceOptions options_;

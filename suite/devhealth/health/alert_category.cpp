@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "suite/base/ascii.h"
+#include "suite/base/time_limit.h"
 #include "suite/devhealth/parts/odata_type.h"
 #include "suite/redfish/graph/document_path.h"
 
@@ -196,16 +197,19 @@ struct SegmentMatch {
 
 // The first segment of a path that belongs to an area.
 SegmentMatch firstMatch(std::string_view path) {
-  for (unsigned int index = 0;; ++index) {
-    const std::string_view segment = redfish::segmentOf(path, index);
+  while (!path.empty() && path.front() == '/') {
+    base::heedTime();
+    path.remove_prefix(1);
+    const std::string_view segment = path.substr(0, path.find('/'));
     if (segment.empty()) {
-      return {};
+      break;
     }
-    const auto category = find(kSegments, segment);
-    if (category) {
+    if (const auto category = find(kSegments, segment)) {
       return {*category, segment == "Sensors"};
     }
+    path.remove_prefix(segment.size());
   }
+  return {};
 }
 
 }  // namespace

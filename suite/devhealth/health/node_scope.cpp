@@ -13,7 +13,6 @@ namespace {
 
 using redfish::Graph;
 using redfish::Node;
-using redfish::NodeSystems;
 using redfish::Resource;
 using redfish::Uri;
 using Keys = std::unordered_set<std::string>;
@@ -38,21 +37,11 @@ Keys holdersOf(const Graph& graph, const Node& node) {
   return keys;
 }
 
-// Whether a link of either direction ties a chassis to a node.
-bool isTied(const Resource& chassis, const Node& node) {
-  return std::any_of(
-      node.systems.begin(), node.systems.end(),
-      [&chassis](const Resource* system) {
-        return redfish::linksTo(*system, "Links/Chassis", chassis) ||
-               redfish::linksTo(chassis, "Links/ComputerSystems", *system);
-      });
-}
-
 // Whether a chassis of another node only stands in something that this node
 // has, too: the fan tray of their enclosure, but no card of the other blade.
-bool isShared(const Graph& graph, const Resource& chassis, const Node& other,
-              const Keys& own) {
-  if (isTied(chassis, other)) {
+bool isShared(const Graph& graph, const redfish::Topology& topology,
+              const Resource& chassis, const Node& other, const Keys& own) {
+  if (topology.isTied(chassis, other.systems)) {
     return false;
   }
   for (const Uri& outer : redfish::chassisAround(graph, chassis)) {
@@ -60,7 +49,7 @@ bool isShared(const Graph& graph, const Resource& chassis, const Node& other,
       return true;
     }
     const Resource* around = graph.findRead(outer.document());
-    if (around == nullptr || isTied(*around, other)) {
+    if (around == nullptr || topology.isTied(*around, other.systems)) {
       return false;
     }
   }
@@ -74,18 +63,17 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
     return;
   }
   const Keys own = holdersOf(graph, node);
-  const std::vector<NodeSystems> nodes = redfish::nodesOf(graph);
+  const redfish::Topology topology(graph);
   for (std::size_t index = 0;
-       index < nodes.size() &&
+       index < topology.nodes().size() &&
        index <= std::numeric_limits<std::uint16_t>::max();
        ++index) {
-    const Node other =
-        redfish::nodeAt(graph, static_cast<std::uint16_t>(index));
+    const Node other = topology.node(index);
     Keys theirs;
-    addKeys(nodes[index], theirs);
+    addKeys(topology.nodes()[index], theirs);
     addKeys(other.managers, theirs);
     for (const Resource* chassis : other.chassis) {
-      if (!isShared(graph, *chassis, other, own)) {
+      if (!isShared(graph, topology, *chassis, other, own)) {
         theirs.insert(chassis->uri.document());
       }
     }

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "suite/base/time_limit.h"
 #include "suite/devhealth/health/component.h"
 #include "suite/devhealth/health/health_walk.h"
 #include "suite/devhealth/health/repeated_parts.h"
@@ -151,7 +152,9 @@ class Teller {
         explained >= statement.severity) {
       return false;
     }
-    addSkippedOfNode(graph_, node_, result_.unexplained);
+    if (!std::exchange(skippedAdded_, true)) {
+      addSkippedOfNode(graph_, node_, result_.unexplained);
+    }
     if (!tellQuiet(holder, statement.severity)) {
       add(resource.uri, resource.body, statement,
           names_.nameOf(resource.uri, resource.body));
@@ -164,6 +167,7 @@ class Teller {
     std::vector<Component> rest;
     bool told = false;
     for (Component& component : quiet_) {
+      base::heedTime();
       const bool inside = holder.empty() ||
                           redfish::liesWithin(component.uri.document(), holder);
       if (inside && component.statement.severity >= severity) {
@@ -199,6 +203,7 @@ class Teller {
   PartNames names_;
   std::vector<Component> quiet_;
   FoundSeverities quietFound_;
+  bool skippedAdded_ = false;
   PartEvents result_;
 };
 

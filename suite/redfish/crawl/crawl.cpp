@@ -1,10 +1,12 @@
 #include "suite/redfish/crawl/crawl.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "suite/base/progress.h"
 #include "suite/base/text.h"
+#include "suite/base/time_limit.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/graph/topology.h"
 
@@ -14,6 +16,8 @@ namespace {
 constexpr std::size_t kMaxResources = 2000;  // Asked for in one crawl.
 constexpr std::chrono::milliseconds kProgressStep{250};
 constexpr std::size_t kQuotedLink = 120;  // Bytes of it in a message.
+// Links that wait and may be looked at again for one answer.
+constexpr std::size_t kLooksPerAnswer = 256;
 
 }  // namespace
 
@@ -28,28 +32,14 @@ Crawl::Crawl(ServiceKnowledge& knowledge, Selection selection, Fetcher& fetcher,
       requestTimeout_(requestTimeout),
       policy_(knowledge_, selection_, state_) {}
 
-std::optional<base::Failure> Crawl::run(base::Clock::time_point until) {
+std::optional<base::Failure> Crawl::run(base::Clock::time_point until,
+                                        base::Clock::time_point workEnd) {
   level_ = knowledge_.levels;
-  for (const auto& known : knowledge_.kinds) {
-    forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
-  }
-  for (const Uri& link : selection_.extras) {
-    ask(link, Kind::kExtra);
-  }
-
-  while (!fatal_) {
-    evaluate();
-    if (pending_.empty()) {
-      state_.drained = true;
-      evaluate();
-      state_.drained = false;
-      if (pending_.empty()) {
-        break;
-      }
-    }
-    if (auto fetched = nextAnswer(until)) {
-      arrive(std::move(*fetched), until);
-    }
+  try {
+    const base::TimeLimit limit(workEnd);
+    readAll(until);
+  } catch (const base::OutOfTime&) {
+    end(platform::interrupted() ? interrupted() : outOfTime());
   }
   if (fatal_) {
     fetcher_.cancelAll();
@@ -59,6 +49,34 @@ std::optional<base::Failure> Crawl::run(base::Clock::time_point until) {
     return fatal_;
   }
   return requirementsMet();
+}
+
+void Crawl::readAll(base::Clock::time_point until) {
+  for (const auto& known : knowledge_.kinds) {
+    forEachKind(known.second, [&](Kind kind) { openRules(known.first, kind); });
+  }
+  for (const Uri& link : selection_.extras) {
+    ask(link, Kind::kExtra);
+  }
+
+  while (!fatal_) {
+    credit_ += kLooksPerAnswer;
+    evaluate(false);
+    if (pending_.empty()) {
+      evaluate(true);
+    }
+    if (pending_.empty()) {
+      state_.drained = true;
+      evaluate(true);
+      state_.drained = false;
+      if (pending_.empty()) {
+        break;
+      }
+    }
+    if (auto fetched = nextAnswer(until)) {
+      arrive(std::move(*fetched), until);
+    }
+  }
 }
 
 void Crawl::ask(const Uri& link, Kind kind) {
@@ -133,53 +151,58 @@ void Crawl::fetchAgain(Pending pending) {
 }
 
 void Crawl::follow(const Rule& rule, const Resource& resource) {
-  const json::array* links = arrayAt(resource.body, rule.path);
-  if (links != nullptr && links->size() > kMaxMembers) {
-    markUnreadable(resource.uri.document(), base::FailureKind::kBadContent,
-                   "more than " + std::to_string(kMaxMembers) + " links in " +
-                       std::string(rule.path));
-    return;
-  }
-  for (const Uri& link : linksAt(resource.body, rule.path)) {
+  // Of a collection that came in pages only the latest are new.
+  std::size_t& followed = followed_[{&rule, resource.uri.document()}];
+  const json::array* list = arrayAt(resource.body, rule.path);
+  for (const Uri& link : linksAt(resource.body, rule.path, followed)) {
     ask(link, rule.to);
   }
+  followed = list == nullptr ? 0 : list->size();
 }
 
 void Crawl::openRules(const std::string& document, Kind kind) {
   for (const Rule& rule : rulesFrom(kind)) {
     if ((rule.wants & policy_.bits()) != 0) {
-      open_.push_back({document, &rule});
+      (isStructural(rule) ? structural_ : others_)
+          .fresh.push_back({document, &rule});
     }
   }
 }
 
-void Crawl::evaluate() {
+// New links are looked at at once. Those that wait are looked at again after
+// every answer while they are few, after every so many answers when they are
+// not, and when nothing is under way: a service of many chassis would cost the
+// square of its size otherwise.
+void Crawl::evaluate(bool all) {
   // What belongs to the node is found out before what hangs on it is decided.
-  while (!fatal_ && (evaluatePass(true) || evaluatePass(false))) {
+  while (!fatal_ &&
+         (evaluatePass(structural_, all) || evaluatePass(others_, all))) {
   }
 }
 
-bool Crawl::evaluatePass(bool structure) {
-  bool decided = false;
+bool Crawl::evaluatePass(OpenLinks& open, bool all) {
   std::vector<Open> work;
-  work.swap(open_);
-  for (Open& open : work) {
-    const Resource* resource = knowledge_.graph.find(open.document);
-    if (isStructural(*open.rule) != structure) {
-      open_.push_back(std::move(open));
-      continue;
-    }
+  if (all || open.waiting.size() <= credit_) {
+    credit_ -= std::min(credit_, open.waiting.size());
+    work.swap(open.waiting);
+  }
+  std::move(open.fresh.begin(), open.fresh.end(), std::back_inserter(work));
+  open.fresh.clear();
+  bool decided = false;
+  for (Open& one : work) {
+    base::heedTime();
+    const Resource* resource = knowledge_.graph.find(one.document);
     if (resource == nullptr || resource->state != ResourceState::kRead) {
       continue;
     }
-    const Decision decision = policy_.decide(*open.rule, *resource);
+    const Decision decision = policy_.decide(*one.rule, *resource);
     if (decision == Decision::kWait) {
-      open_.push_back(std::move(open));
+      open.waiting.push_back(std::move(one));
       continue;
     }
     decided = true;
     if (decision == Decision::kEnter) {
-      follow(*open.rule, *resource);
+      follow(*one.rule, *resource);
     }
   }
   return decided;
@@ -199,16 +222,11 @@ std::optional<FetchResult> Crawl::nextAnswer(base::Clock::time_point until) {
       return fetched;
     }
     if (platform::interrupted()) {
-      end(fail(base::FailureKind::kInterrupted, "interrupted by the user"));
+      end(interrupted());
       return std::nullopt;
     }
     if (base::Clock::now() >= until) {
-      base::Failure failure = fail(base::FailureKind::kDeadline, "time is up");
-      failure.uri = pending_.begin()->second.uri.target();
-      failure.remedy =
-          "raise --timeout or --deadline, or see why the "
-          "controller is slow";
-      end(std::move(failure));
+      end(outOfTime());
       return std::nullopt;
     }
     if (fetcher_.idle()) {
@@ -216,6 +234,21 @@ std::optional<FetchResult> Crawl::nextAnswer(base::Clock::time_point until) {
       return std::nullopt;
     }
   }
+}
+
+base::Failure Crawl::interrupted() const {
+  return fail(base::FailureKind::kInterrupted, "interrupted by the user");
+}
+
+base::Failure Crawl::outOfTime() const {
+  base::Failure failure = fail(base::FailureKind::kDeadline, "time is up");
+  if (!pending_.empty()) {
+    failure.uri = pending_.begin()->second.uri.target();
+  }
+  failure.remedy =
+      "raise --timeout or --deadline, or see why the "
+      "controller is slow";
+  return failure;
 }
 
 void Crawl::end(base::Failure failure) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "suite/redfish/crawl/crawl_state.h"
@@ -35,14 +36,16 @@ class Crawl {
   Crawl(const Crawl&) = delete;
   Crawl& operator=(const Crawl&) = delete;
 
-  /// Reads what the selection needs, until `until` at the latest. Nothing on
+  /// Reads what the selection needs: waits for answers until `until`, and works
+  /// on them until `workEnd`, at the latest. Nothing on
   /// success: root, Systems and the selected node were read. On failure the
   /// graph keeps what came, and later crawls ask again for the rest.
-  std::optional<base::Failure> run(base::Clock::time_point until);
+  std::optional<base::Failure> run(base::Clock::time_point until,
+                                   base::Clock::time_point workEnd);
 
  private:
-  /// Most members of one collection, and links in one list.
-  static constexpr std::size_t kMaxMembers = 4096;
+  /// Most members of one collection.
+  static constexpr std::size_t kMaxMembers = kMaxLinks;
 
   /// A resource under way.
   struct Pending {
@@ -60,6 +63,14 @@ class Crawl {
     const Rule* rule;
   };
 
+  /// The links that tell what belongs to a node, or all the others.
+  struct OpenLinks {
+    std::vector<Open> fresh;    ///< Not looked at yet.
+    std::vector<Open> waiting;  ///< For what is still to come.
+  };
+
+  void readAll(base::Clock::time_point until);
+
   // Going from link to link.
   void ask(const Uri& link, Kind kind);
   /// Whether there is room for one more resource; if not, it is unreadable.
@@ -68,8 +79,8 @@ class Crawl {
   void fetchAgain(Pending pending);
   void follow(const Rule& rule, const Resource& resource);
   void openRules(const std::string& document, Kind kind);
-  void evaluate();
-  bool evaluatePass(bool structure);
+  void evaluate(bool all);
+  bool evaluatePass(OpenLinks& open, bool all);
 
   // Taking answers in.
   std::optional<FetchResult> nextAnswer(base::Clock::time_point until);
@@ -78,11 +89,16 @@ class Crawl {
                     base::Clock::time_point until);
   bool refusedExpansion(const Pending& pending, const Resource& resource);
   void admit(Resource resource);
-  void logRefusedLinks(const Resource& resource) const;
-  /// Checks a collection's members; false if there are too many of them.
+  void logRefusedLinks(const Resource& resource,
+                       const LinkReport& report) const;
+  /// Logs refused links; false when a list of links is too long, so that the
+  /// resource is unreadable.
+  bool checkLinks(const Resource& resource);
+  /// Checks a collection's members; false when there are too many of them.
   bool takeMembers(Resource& collection);
-  /// Puts the resources inside another aside, and links in their places.
-  void setNestedAside(Resource& resource);
+  /// Puts the resources inside another aside, and links in their places. A page
+  /// counts as the document that it belongs to.
+  void setNestedAside(Resource& resource, const std::string& around);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);
   void markUnreadable(const std::string& document, base::FailureKind kind,
@@ -93,6 +109,8 @@ class Crawl {
   std::optional<base::Failure> requirementsMet() const;
   static std::string tooManyMembers();
   base::Failure fail(base::FailureKind kind, std::string cause) const;
+  base::Failure interrupted() const;
+  base::Failure outOfTime() const;
 
   ServiceKnowledge& knowledge_;
   Selection selection_;
@@ -108,7 +126,11 @@ class Crawl {
   std::size_t asked_ = 0;
   int unreachableInRow_ = 0;
   std::optional<base::Failure> fatal_;
-  std::vector<Open> open_;
+  OpenLinks structural_;
+  OpenLinks others_;
+  std::size_t credit_ = 0;  ///< Waiting links that may be looked at again.
+  /// Entries of a list that were followed, by rule and document.
+  std::map<std::pair<const Rule*, std::string>, std::size_t> followed_;
   std::map<std::uint64_t, Pending> pending_;  ///< By ticket.
   std::set<std::string> underWay_;            ///< Their document keys.
   std::map<std::string, std::set<std::string>> pages_;  ///< Seen, by head.

@@ -125,20 +125,15 @@ void Crawl::admit(Resource resource) {
   forEachKind(kinds, [&](Kind kind) {
     --state_.waiting[index(kind)];
     collection = collection || isCollection(kind);
-    if (kind == Kind::kSystems || kind == Kind::kSystem ||
-        kind == Kind::kChassisCollection || kind == Kind::kChassis ||
-        kind == Kind::kManagers || kind == Kind::kManager) {
-      policy_.structureChanged();
-    }
   });
+  policy_.changed(kinds);
   if (kept.state != ResourceState::kRead) {
     return;
   }
-  logRefusedLinks(kept);
-  if (collection && !takeMembers(kept)) {
+  if ((collection && !takeMembers(kept)) || !checkLinks(kept)) {
     return;
   }
-  setNestedAside(kept);
+  setNestedAside(kept, document);
   forEachKind(kinds, [&](Kind kind) { openRules(document, kind); });
   if (collection) {
     pages_[document].insert(document);
@@ -146,20 +141,31 @@ void Crawl::admit(Resource resource) {
   }
 }
 
-void Crawl::logRefusedLinks(const Resource& resource) const {
-  constexpr std::size_t kMaxLogged = 8;
-  const auto refused = refusedLinks(resource.body);
-  for (std::size_t i = 0; i < std::min(refused.size(), kMaxLogged); ++i) {
+void Crawl::logRefusedLinks(const Resource& resource,
+                            const LinkReport& report) const {
+  for (const std::string& refused : report.refused) {
     BRIVEL_LOG(base::kLogError)
         << address_ << ": " << resource.uri.target()
         << ": refused a link that does not stay below /redfish/: \""
-        << session_.scrub(refused[i]) << "\"";
+        << session_.scrub(refused) << "\"";
   }
-  if (refused.size() > kMaxLogged) {
+  if (report.refusedCount > report.refused.size()) {
     BRIVEL_LOG(base::kLogError)
         << address_ << ": " << resource.uri.target() << ": refused "
-        << refused.size() - kMaxLogged << " more links";
+        << report.refusedCount - report.refused.size() << " more links";
   }
+}
+
+bool Crawl::checkLinks(const Resource& resource) {
+  const LinkReport report = surveyLinks(resource.body);
+  logRefusedLinks(resource, report);
+  if (report.longList.empty()) {
+    return true;
+  }
+  markUnreadable(resource.uri.document(), base::FailureKind::kBadContent,
+                 "more than " + std::to_string(kMaxLinks) + " links in " +
+                     report.longList);
+  return false;
 }
 
 }  // namespace redfish

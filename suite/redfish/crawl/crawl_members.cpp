@@ -107,8 +107,8 @@ bool Crawl::takeMembers(Resource& collection) {
   return true;
 }
 
-void Crawl::setNestedAside(Resource& resource) {
-  forEachNested(resource.body, resource.uri.document(),
+void Crawl::setNestedAside(Resource& resource, const std::string& around) {
+  forEachNested(resource.body, around,
                 [this](const Uri& link, json::value& value) {
                   json::object reference;
                   reference["@odata.id"] = link.target();
@@ -166,8 +166,9 @@ void Crawl::takePage(const std::string& head, Resource page) {
             (page.failure ? " (" + page.failure->cause + ")" : ""));
     return;
   }
-  logRefusedLinks(page);
-  Resource& collection = knowledge_.graph.insert(*found);
+  logRefusedLinks(page, surveyLinks(page.body));
+  Resource& collection = *knowledge_.graph.edit(head);
+  setNestedAside(page, head);
   json::array members;
   if (const json::value* more = page.body.if_contains("Members")) {
     if (more->is_array()) {
@@ -191,9 +192,8 @@ void Crawl::takePage(const std::string& head, Resource page) {
     return;
   }
   list.insert(list.end(), members.begin(), members.end());
-  policy_.structureChanged();
   const KindSet kinds = knowledge_.kinds[head];
-  setNestedAside(collection);
+  policy_.changed(kinds);
   forEachKind(kinds, [&](Kind kind) { openRules(head, kind); });
   askNextPage(head, page.body);
 }
@@ -211,7 +211,7 @@ void Crawl::markUnreadable(const std::string& document, base::FailureKind kind,
   unreadable.failure->uri = unreadable.uri.target();
   BRIVEL_LOG(base::kLogError) << base::describe(*unreadable.failure);
   knowledge_.graph.insert(std::move(unreadable));
-  policy_.structureChanged();
+  policy_.changed(knowledge_.kinds[document]);
 }
 
 }  // namespace redfish

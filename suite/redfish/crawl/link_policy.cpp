@@ -15,12 +15,6 @@ constexpr std::string_view kDevices = "PCIeDevices";
 constexpr std::string_view kLinkedDevices = "Links/PCIeDevices";
 constexpr std::string_view kAdapters = "NetworkAdapters";
 
-bool contains(const std::vector<const Resource*>& resources,
-              const Resource& wanted) {
-  return std::find(resources.begin(), resources.end(), &wanted) !=
-         resources.end();
-}
-
 // Whether a value is a number above 0, or a text that is one.
 bool isPositive(const json::value* value) {
   if (value == nullptr) {
@@ -83,10 +77,11 @@ Decision LinkPolicy::systemBelongs(const Resource& system) {
   // The number of a node counts all systems that are machines.
   if (!state_.drained &&
       (state_.isWaitingFor({Kind::kSystems, Kind::kSystem}) ||
-       (chassisComing() && partsDependOnChassis(knowledge_.graph)))) {
+       (chassisComing() && partsDepend()))) {
     return Decision::kWait;
   }
-  return enterIf(contains(node().systems, system));
+  static_cast<void>(node());
+  return enterIf(members_.count(&system) > 0);
 }
 
 Decision LinkPolicy::chassisBelongs(const Resource& chassis) {
@@ -99,7 +94,7 @@ Decision LinkPolicy::chassisBelongs(const Resource& chassis) {
   // Without links the chassis are told by their Ids, which takes all of them.
   const bool certain =
       state_.drained || !chassisComing() || node().chassisLinked;
-  if (certain && contains(node().chassis, chassis)) {
+  if (certain && members_.count(&chassis) > 0) {
     return Decision::kEnter;
   }
   // It may still turn out to stand inside one of the node's chassis.
@@ -175,21 +170,20 @@ Decision LinkPolicy::meets(Condition condition, const Resource& resource) {
     case Condition::kNoStorage:
       return noStorage();
     case Condition::kNoFansSoFar:
-      return state_.drained ? enterIf(!hasFans(knowledge_.graph, node()))
+      return state_.drained ? enterIf(!nodeHas(Question::kFans))
                             : Decision::kWait;
     case Condition::kNoPowerSoFar:
-      return state_.drained
-                 ? enterIf(!hasPowerSupplies(knowledge_.graph, node()))
-                 : Decision::kWait;
+      return state_.drained ? enterIf(!nodeHas(Question::kPowerSupplies))
+                            : Decision::kWait;
   }
   return Decision::kSkip;
 }
 
-Decision LinkPolicy::partsUnclear() const {
+Decision LinkPolicy::partsUnclear() {
   if (!state_.drained && state_.isWaitingFor({Kind::kSystems, Kind::kSystem})) {
     return Decision::kWait;
   }
-  return enterIf(partsDependOnChassis(knowledge_.graph));
+  return enterIf(partsDepend());
 }
 
 Decision LinkPolicy::noSpeed(const json::object& processor) {
@@ -295,83 +289,159 @@ Decision LinkPolicy::noControllerArray(const json::object& storage) {
 
 Decision LinkPolicy::noStorage() { return enterIf(!systemsLink("Storage")); }
 
+void LinkPolicy::changed(const KindSet& kinds) {
+  answers_.clear();
+  if (kinds.test(index(Kind::kSystems)) || kinds.test(index(Kind::kSystem))) {
+    node_.reset();
+    partsUnclear_.reset();
+  }
+  if (kinds.test(index(Kind::kChassisCollection)) ||
+      kinds.test(index(Kind::kChassis)) || kinds.test(index(Kind::kManagers)) ||
+      kinds.test(index(Kind::kManager))) {
+    ++changes_;
+  }
+}
+
+// The node takes a look at every chassis: it is found again for every chassis
+// that comes only while they are few.
 const Node& LinkPolicy::node() {
-  if (!node_) {
+  constexpr std::size_t kFew = 16;
+  const std::size_t known = knowledge_.graph.resources().size();
+  const bool late = known < kFew || changes_ > known / 4 || state_.drained ||
+                    !structureComing();
+  if (!node_ || (changes_ > 0 && late)) {
     node_ = nodeAt(knowledge_.graph, selection_.nodeIndex);
+    members_.clear();
+    members_.insert(node_->systems.begin(), node_->systems.end());
+    members_.insert(node_->chassis.begin(), node_->chassis.end());
+    changes_ = 0;
+    answers_.clear();
   }
   return *node_;
 }
 
+bool LinkPolicy::partsDepend() {
+  if (!partsUnclear_) {
+    partsUnclear_ = partsDependOnChassis(knowledge_.graph);
+  }
+  return *partsUnclear_;
+}
+
+bool LinkPolicy::structureComing() const {
+  return state_.isWaitingFor({Kind::kSystems, Kind::kSystem,
+                              Kind::kChassisCollection, Kind::kChassis,
+                              Kind::kManagers, Kind::kManager});
+}
+
 // Whether chassis of the service are still to come.
-bool LinkPolicy::chassisComing() const {
+bool LinkPolicy::chassisComing() {
   if (state_.isWaitingFor({Kind::kChassisCollection, Kind::kChassis})) {
     return true;
   }
-  const Resource* root = serviceRoot(knowledge_.graph);
-  const auto all =
-      root == nullptr ? std::nullopt : linkAt(root->body, "Chassis");
-  return all && knowledge_.graph.find(all->document()) == nullptr;
+  if (!chassisCollection_) {
+    const Resource* root = serviceRoot(knowledge_.graph);
+    if (root == nullptr) {
+      return false;
+    }
+    const auto all = linkAt(root->body, "Chassis");
+    chassisCollection_ = all ? all->document() : "";
+  }
+  return !chassisCollection_->empty() &&
+         knowledge_.graph.find(*chassisCollection_) == nullptr;
 }
 
 template <typename Test>
-bool LinkPolicy::anySystem(Test test) {
-  return std::any_of(
-      node().systems.begin(), node().systems.end(),
-      [&test](const Resource* system) { return test(system->body); });
+bool LinkPolicy::anySystem(Question question, std::string_view path,
+                           Test test) {
+  const auto& systems = node().systems;
+  const auto [answer, isNew] = answers_.try_emplace({question, path}, false);
+  if (isNew) {
+    answer->second = std::any_of(
+        systems.begin(), systems.end(),
+        [&test](const Resource* system) { return test(system->body); });
+  }
+  return answer->second;
 }
 
 template <typename Test>
-bool LinkPolicy::anyChassis(Test test) {
-  return std::any_of(
-      node().chassis.begin(), node().chassis.end(),
-      [&test](const Resource* chassis) { return test(chassis->body); });
+bool LinkPolicy::anyChassis(Question question, std::string_view path,
+                            Test test) {
+  const auto& all = node().chassis;
+  const auto [answer, isNew] = answers_.try_emplace({question, path}, false);
+  if (isNew) {
+    answer->second = std::any_of(
+        all.begin(), all.end(),
+        [&test](const Resource* chassis) { return test(chassis->body); });
+  }
+  return answer->second;
+}
+
+bool LinkPolicy::nodeHas(Question parts) {
+  const Node& all = node();
+  const auto [answer, isNew] = answers_.try_emplace({parts, ""}, false);
+  if (isNew) {
+    answer->second = parts == Question::kFans
+                         ? hasFans(knowledge_.graph, all)
+                         : hasPowerSupplies(knowledge_.graph, all);
+  }
+  return answer->second;
 }
 
 bool LinkPolicy::systemsLink(std::string_view path) {
-  return anySystem([path](const json::object& system) {
-    return !linksAt(system, path).empty();
-  });
+  return anySystem(Question::kSystemsLink, path,
+                   [path](const json::object& system) {
+                     return !linksAt(system, path).empty();
+                   });
 }
 
 bool LinkPolicy::chassisLink(std::string_view path) {
-  return anyChassis([path](const json::object& chassis) {
-    return !linksAt(chassis, path).empty();
-  });
+  return anyChassis(Question::kChassisLink, path,
+                    [path](const json::object& chassis) {
+                      return !linksAt(chassis, path).empty();
+                    });
 }
 
 bool LinkPolicy::systemDeviceExists() {
-  return anySystem([this](const json::object& system) {
-    return anyExists(knowledge_.graph, system, kDevices);
-  });
+  return anySystem(Question::kSystemDeviceExists, kDevices,
+                   [this](const json::object& system) {
+                     return anyExists(knowledge_.graph, system, kDevices);
+                   });
 }
 
 bool LinkPolicy::chassisDeviceExists() {
-  return anyChassis([this](const json::object& chassis) {
-    return anyExists(knowledge_.graph, chassis, kLinkedDevices);
-  });
+  return anyChassis(Question::kChassisDeviceExists, kLinkedDevices,
+                    [this](const json::object& chassis) {
+                      return anyExists(knowledge_.graph, chassis,
+                                       kLinkedDevices);
+                    });
 }
 
 bool LinkPolicy::chassisLinksUnasked(std::string_view path) {
-  return anyChassis([this, path](const json::object& chassis) {
-    const auto links = linksAt(chassis, path);
-    return std::any_of(links.begin(), links.end(), [this](const Uri& link) {
-      return knowledge_.graph.find(link.document()) == nullptr;
-    });
-  });
+  return anyChassis(
+      Question::kChassisLinksUnasked, path,
+      [this, path](const json::object& chassis) {
+        const auto links = linksAt(chassis, path);
+        return std::any_of(links.begin(), links.end(), [this](const Uri& link) {
+          return knowledge_.graph.find(link.document()) == nullptr;
+        });
+      });
 }
 
 bool LinkPolicy::chassisMemberExists(std::string_view path) {
-  return anyChassis([this, path](const json::object& chassis) {
-    return anyMemberExists(knowledge_.graph, chassis, path);
-  });
+  return anyChassis(Question::kChassisMemberExists, path,
+                    [this, path](const json::object& chassis) {
+                      return anyMemberExists(knowledge_.graph, chassis, path);
+                    });
 }
 
 bool LinkPolicy::chassisMemberRead(std::string_view path) {
-  return anyChassis([this, path](const json::object& chassis) {
-    const Resource* list = knowledge_.graph.follow(chassis, path).document;
-    return list != nullptr &&
-           !readLinks(knowledge_.graph, *list, "Members").empty();
-  });
+  return anyChassis(
+      Question::kChassisMemberRead, path,
+      [this, path](const json::object& chassis) {
+        const Resource* list = knowledge_.graph.follow(chassis, path).document;
+        return list != nullptr &&
+               !readLinks(knowledge_.graph, *list, "Members").empty();
+      });
 }
 
 Decision LinkPolicy::whenDrained(bool enter) const {

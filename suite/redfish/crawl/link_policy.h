@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "suite/redfish/crawl/crawl_state.h"
@@ -32,14 +36,25 @@ class LinkPolicy {
   /// Whether a row is followed from a resource that was read.
   Decision decide(const Rule& rule, const Resource& resource);
 
-  /// To be called when a system, chassis or manager, or a collection of them,
-  /// came or changed.
-  void structureChanged() { node_.reset(); }
+  /// To be called when a resource that plays these parts came or changed.
+  void changed(const KindSet& kinds);
 
   /// The plan bits (`planBits`) of the selection.
   std::uint32_t bits() const { return bits_; }
 
  private:
+  enum class Question : std::uint8_t {
+    kSystemsLink,
+    kChassisLink,
+    kSystemDeviceExists,
+    kChassisDeviceExists,
+    kChassisLinksUnasked,
+    kChassisMemberExists,
+    kChassisMemberRead,
+    kFans,
+    kPowerSupplies
+  };
+
   Decision belongs(Kind kind, const Resource& resource);
   Decision systemBelongs(const Resource& system);
   Decision chassisBelongs(const Resource& chassis);
@@ -49,7 +64,7 @@ class LinkPolicy {
 
   // One for each Condition.
   Decision meets(Condition condition, const Resource& resource);
-  Decision partsUnclear() const;
+  Decision partsUnclear();
   static Decision noSpeed(const json::object& processor);
   Decision noNewParts(const json::object& chassis,
                       const PartSchema& schema) const;
@@ -62,11 +77,16 @@ class LinkPolicy {
   Decision noStorage();
 
   const Node& node();
-  bool chassisComing() const;
+  bool chassisComing();
+  /// Whether a test holds for any system (chassis) of the node.
   template <typename Test>
-  bool anySystem(Test test);
+  bool anySystem(Question question, std::string_view path, Test test);
   template <typename Test>
-  bool anyChassis(Test test);
+  bool anyChassis(Question question, std::string_view path, Test test);
+  /// Whether the node has fans, or power supplies.
+  bool nodeHas(Question parts);
+  bool partsDepend();
+  bool structureComing() const;
   /// Whether the node's systems (chassis) have links at a path.
   bool systemsLink(std::string_view path);
   bool chassisLink(std::string_view path);
@@ -87,7 +107,17 @@ class LinkPolicy {
   const CrawlState& state_;
   std::uint32_t bits_;
   bool thorough_;
-  std::optional<Node> node_;      ///< Cache; none: to be found again.
+  /// The node as it was found last; none: to be found again. While chassis and
+  /// managers come it may lack the latest of them: whatever takes all of them
+  /// waits until they are there.
+  std::optional<Node> node_;
+  std::unordered_set<const Resource*> members_;   ///< Its systems and chassis.
+  std::optional<std::string> chassisCollection_;  ///< Its key, once known.
+  std::size_t changes_ = 0;           ///< Chassis and managers come since.
+  std::optional<bool> partsUnclear_;  ///< Until a system or chassis changes.
+  /// Answers to questions about all systems or chassis of the node, until it
+  /// or the graph changes.
+  std::map<std::pair<Question, std::string_view>, bool> answers_;
   std::optional<Decision> walk_;  ///< Once it is decided.
 };
 

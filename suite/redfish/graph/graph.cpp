@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 
 namespace redfish {
 namespace {
@@ -89,7 +90,13 @@ Resource& Graph::insert(Resource resource) {
       .first->second;
 }
 
+Resource* Graph::edit(std::string_view document) {
+  const auto found = resources_.find(document);
+  return found == resources_.end() ? nullptr : &found->second;
+}
+
 const Resource* Graph::find(std::string_view document) const {
+  base::heedTime();
   const auto found = resources_.find(document);
   return found == resources_.end() ? nullptr : &found->second;
 }

@@ -49,6 +49,9 @@ class Graph {
   /// Adds a resource, or replaces the one of the same document.
   Resource& insert(Resource resource);
 
+  /// The resource of a document key, to be changed; null: never asked for.
+  Resource* edit(std::string_view document);
+
   /// The resource of a document key (`Uri::document`); null: never asked for.
   const Resource* find(std::string_view document) const;
 

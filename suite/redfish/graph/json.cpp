@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "suite/base/text.h"
+#include "suite/base/time_limit.h"
 #include "suite/redfish/graph/json_limits.h"
 
 namespace redfish {
@@ -17,6 +18,7 @@ constexpr std::string_view kLinkName = "@odata.id";
 constexpr std::string_view kAnyName = "*";
 
 constexpr std::size_t kQuotedLinkBytes = 120;
+constexpr std::size_t kMaxRefusedTold = 8;
 constexpr std::size_t kMaxSmallBytes = std::size_t{256} << 10U;
 
 // What a body is that does not start with an object.
@@ -96,31 +98,47 @@ const json::value* valueBelow(const json::value& value, std::string_view rest) {
   return object == nullptr ? nullptr : memberAt(*object, rest);
 }
 
-void collectRefusedLinks(const json::object& object,
-                         std::vector<std::string>& refused);
-
-void collectRefusedLinks(const json::value& value,
-                         std::vector<std::string>& refused) {
-  if (const json::object* object = value.if_object()) {
-    collectRefusedLinks(*object, refused);
-  } else if (const json::array* array = value.if_array()) {
-    for (const json::value& entry : *array) {
-      collectRefusedLinks(entry, refused);
+// Takes the links of a document in.
+class LinkSurvey {
+ public:
+  void visit(const json::object& object) {
+    base::heedTime();
+    const json::string* text = linkTextOf(object);
+    if (text != nullptr && !Uri::parse({text->data(), text->size()})) {
+      if (report_.refused.size() < kMaxRefusedTold) {
+        report_.refused.push_back(
+            base::excerpt({text->data(), text->size()}, kQuotedLinkBytes));
+      }
+      ++report_.refusedCount;
+    }
+    for (const auto& member : object) {
+      visit(member.value(), member.key());
     }
   }
-}
 
-void collectRefusedLinks(const json::object& object,
-                         std::vector<std::string>& refused) {
-  const json::string* text = linkTextOf(object);
-  if (text != nullptr && !Uri::parse({text->data(), text->size()})) {
-    refused.push_back(
-        base::excerpt({text->data(), text->size()}, kQuotedLinkBytes));
+  LinkReport take() { return std::move(report_); }
+
+ private:
+  void visit(const json::value& value, std::string_view name) {
+    if (const json::object* object = value.if_object()) {
+      visit(*object);
+    } else if (const json::array* array = value.if_array()) {
+      std::size_t links = 0;
+      for (const json::value& entry : *array) {
+        const json::object* reference = entry.if_object();
+        if (reference != nullptr && linkTextOf(*reference) != nullptr) {
+          ++links;
+        }
+        visit(entry, name);
+      }
+      if (links > kMaxLinks && report_.longList.empty()) {
+        report_.longList = base::excerpt(name, kQuotedLinkBytes);
+      }
+    }
   }
-  for (const auto& member : object) {
-    collectRefusedLinks(member.value(), refused);
-  }
-}
+
+  LinkReport report_;
+};
 
 }  // namespace
 
@@ -156,6 +174,7 @@ std::optional<json::object> parseSmallObject(std::string_view body,
 }
 
 const json::value* memberAt(const json::object& object, std::string_view path) {
+  base::heedTime();
   const std::size_t slash = path.find('/');
   const std::string_view name = path.substr(0, slash);
   const std::string_view rest = slash == std::string_view::npos
@@ -200,10 +219,10 @@ std::optional<Uri> linkOf(const json::value& value) {
   return Uri::parse({text->data(), text->size()});
 }
 
-std::vector<std::string> refusedLinks(const json::object& object) {
-  std::vector<std::string> refused;
-  collectRefusedLinks(object, refused);
-  return refused;
+LinkReport surveyLinks(const json::object& object) {
+  LinkSurvey survey;
+  survey.visit(object);
+  return survey.take();
 }
 
 std::optional<Uri> linkAt(const json::object& object, std::string_view path) {
@@ -211,7 +230,8 @@ std::optional<Uri> linkAt(const json::object& object, std::string_view path) {
   return value == nullptr ? std::nullopt : linkOf(*value);
 }
 
-std::vector<Uri> linksAt(const json::object& object, std::string_view path) {
+std::vector<Uri> linksAt(const json::object& object, std::string_view path,
+                         std::size_t skipped) {
   std::vector<Uri> links;
   const json::value* value = memberAt(object, path);
   if (value == nullptr) {
@@ -223,9 +243,10 @@ std::vector<Uri> linksAt(const json::object& object, std::string_view path) {
     }
   };
   if (const json::array* array = value->if_array()) {
-    links.reserve(array->size());
-    for (const json::value& entry : *array) {
-      append(entry);
+    links.reserve(array->size() - std::min(array->size(), skipped));
+    for (std::size_t index = skipped; index < array->size(); ++index) {
+      base::heedTime();
+      append((*array)[index]);
     }
   } else {
     append(*value);

@@ -51,11 +51,24 @@ std::optional<Uri> linkOf(const json::value& value);
 std::optional<Uri> linkAt(const json::object& object, std::string_view path);
 
 /// All links at a path: an array's entries, or a single object as an array of
-/// one. Bad entries are skipped. Order as served, repeats kept.
-std::vector<Uri> linksAt(const json::object& object, std::string_view path);
+/// one. Bad entries are skipped, and the first `skipped` of all. Order as
+/// served, repeats kept.
+std::vector<Uri> linksAt(const json::object& object, std::string_view path,
+                         std::size_t skipped = 0);
 
-/// The links anywhere in an object that break the rules, for messages: clean,
-/// and cut to 120 bytes.
-std::vector<std::string> refusedLinks(const json::object& object);
+/// Most links of one array: a longer one makes its document unreadable.
+constexpr std::size_t kMaxLinks = 4096;
+
+/// What is wrong with the links anywhere in a document.
+struct LinkReport {
+  /// The first 8 that break the rules, for messages: clean, cut to 120 bytes.
+  std::vector<std::string> refused;
+  std::size_t refusedCount = 0;
+  /// Name of the first array with more than `kMaxLinks` links, clean; empty
+  /// when there is none.
+  std::string longList;
+};
+
+LinkReport surveyLinks(const json::object& object);
 
 }  // namespace redfish

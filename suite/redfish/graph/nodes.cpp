@@ -5,6 +5,8 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "suite/base/filler.h"
@@ -107,43 +109,49 @@ Sorted sorted(const std::vector<const Resource*>& systems) {
   return result;
 }
 
-// The chassis that a system links, or that link it.
-std::set<const Resource*> chassisLinkedWith(const Graph& graph,
-                                            const Resource& system) {
-  std::set<const Resource*> linked;
-  for (const Resource* chassis : readLinks(graph, system, "Links/Chassis")) {
-    linked.insert(chassis);
-  }
-  for (const Resource* chassis : membersOfRoot(graph, "Chassis")) {
-    if (linksTo(*chassis, "Links/ComputerSystems", system)) {
-      linked.insert(chassis);
-    }
-  }
-  return linked;
-}
-
 // The machine that a board is a part of; null when it is one of its own.
-const Resource* ownerOf(const Graph& graph, const Resource& board,
-                        const std::vector<const Resource*>& whole) {
-  if (whole.size() == 1) {
-    return whole.front();
-  }
-  const std::set<const Resource*> own = chassisLinkedWith(graph, board);
-  const Resource* owner = nullptr;
-  for (const Resource* system : whole) {
-    const std::set<const Resource*> linked = chassisLinkedWith(graph, *system);
-    if (std::none_of(own.begin(), own.end(), [&](const Resource* chassis) {
-          return linked.count(chassis) > 0;
-        })) {
-      continue;
+class Owners {
+ public:
+  Owners(const ChassisLinks& links, const std::vector<const Resource*>& whole)
+      : links_(links) {
+    if (whole.size() == 1) {
+      only_ = whole.front();
+      return;
     }
-    if (owner != nullptr) {
-      return nullptr;
+    for (const Resource* system : whole) {
+      for (const Resource* chassis : links.chassisOf(*system)) {
+        const auto [owner, isNew] = byChassis_.try_emplace(chassis, system);
+        if (!isNew) {
+          owner->second = nullptr;
+        }
+      }
     }
-    owner = system;
   }
-  return owner;
-}
+
+  const Resource* of(const Resource& board) const {
+    if (only_ != nullptr) {
+      return only_;
+    }
+    const Resource* owner = nullptr;
+    for (const Resource* chassis : links_.chassisOf(board)) {
+      const auto found = byChassis_.find(chassis);
+      if (found == byChassis_.end() || found->second == owner) {
+        continue;
+      }
+      if (found->second == nullptr || owner != nullptr) {
+        return nullptr;
+      }
+      owner = found->second;
+    }
+    return owner;
+  }
+
+ private:
+  const ChassisLinks& links_;
+  const Resource* only_ = nullptr;
+  /// The machine that a chassis is linked with; null: several.
+  std::unordered_map<const Resource*, const Resource*> byChassis_;
+};
 
 }  // namespace
 
@@ -161,27 +169,31 @@ std::vector<const Resource*> membersOfRoot(const Graph& graph,
 }
 
 std::vector<NodeSystems> nodesOf(const Graph& graph) {
+  return nodesOf(graph, ChassisLinks(graph, membersOfRoot(graph, "Chassis")));
+}
+
+std::vector<NodeSystems> nodesOf(const Graph& graph,
+                                 const ChassisLinks& links) {
   const std::vector<const Resource*> systems = machines(graph);
   const Sorted kinds = sorted(systems);
+  const std::unordered_set<const Resource*> boards(kinds.boards.begin(),
+                                                   kinds.boards.end());
+  const Owners owners(links, kinds.whole);
   std::vector<NodeSystems> nodes;
+  std::unordered_map<const Resource*, std::size_t> places;
   std::vector<std::pair<const Resource*, const Resource*>> parts;
   for (const Resource* system : systems) {
-    const bool board = std::find(kinds.boards.begin(), kinds.boards.end(),
-                                 system) != kinds.boards.end();
     const Resource* owner =
-        board ? ownerOf(graph, *system, kinds.whole) : nullptr;
+        boards.count(system) > 0 ? owners.of(*system) : nullptr;
     if (owner == nullptr) {
+      places.emplace(system, nodes.size());
       nodes.push_back({system});
     } else {
       parts.emplace_back(owner, system);
     }
   }
   for (const auto& [owner, part] : parts) {
-    for (NodeSystems& node : nodes) {
-      if (node.front() == owner) {
-        node.push_back(part);
-      }
-    }
+    nodes[places.at(owner)].push_back(part);
   }
   return nodes;
 }

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/redfish/graph/chassis_links.h"
 #include "suite/redfish/graph/graph.h"
 
 namespace redfish {
@@ -33,6 +34,9 @@ using NodeSystems = std::vector<const Resource*>;
 /// machine of its own where others have one of them: it is a part of the only
 /// such system, or of the only one with which it shares a chassis.
 std::vector<NodeSystems> nodesOf(const Graph& graph);
+
+/// The same, from what is known of the chassis already.
+std::vector<NodeSystems> nodesOf(const Graph& graph, const ChassisLinks& links);
 
 /// Each node's own system.
 std::vector<const Resource*> eligibleSystems(const Graph& graph);

@@ -5,15 +5,15 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "suite/redfish/graph/containment.h"
 
 namespace redfish {
-namespace {
 
 // Adds resources in order, each once.
-class OrderedSet {
+class Topology::OrderedSet {
  public:
   void add(const Resource* resource) {
     if (seen_.insert(resource).second) {
@@ -33,143 +33,17 @@ class OrderedSet {
   std::vector<const Resource*> order_;
 };
 
-// What tells the systems of one node from those of the others.
-class Claims {
- public:
-  Claims(const Graph& graph, const NodeSystems& own,
-         const std::vector<NodeSystems>& nodes) {
-    for (const Resource* system : membersOfRoot(graph, "Systems")) {
-      allIds_.insert(stringAt(system->body, "Id"));
-    }
-    for (const Resource* system : own) {
-      own_.insert(system->uri.document());
-      ownIds_.insert(stringAt(system->body, "Id"));
-    }
-    for (const NodeSystems& node : nodes) {
-      for (const Resource* system : node) {
-        if (system != nullptr && own_.count(system->uri.document()) == 0) {
-          others_.insert(system->uri.document());
-          otherIds_.insert(stringAt(system->body, "Id"));
-        }
-      }
-    }
-    for (auto* ids : {&allIds_, &ownIds_, &otherIds_}) {
-      ids->erase("");
-    }
-  }
+namespace {
 
-  // Whether a chassis has the Id of one of the node's systems.
-  bool isNamesake(const Resource& chassis) const {
-    return ownIds_.count(stringAt(chassis.body, "Id")) > 0;
-  }
-
-  // Whether a chassis belongs to nobody in particular: it names no system that
-  // is there, and has the Id of none.
-  bool isShared(const Graph& graph, const Resource& chassis) const {
-    return allIds_.count(stringAt(chassis.body, "Id")) == 0 &&
-           readLinks(graph, chassis, "Links/ComputerSystems").empty();
-  }
-
-  // Whether a chassis belongs to another node and not to this one. A card that
-  // names only a system of its own, such as a DPU, does not.
-  bool isOthers(const Graph& graph, const Resource& chassis) const {
-    bool others = false;
-    for (const Uri& link : linksAt(chassis.body, "Links/ComputerSystems")) {
-      if (own_.count(link.document()) > 0) {
-        return false;
-      }
-      others = others || others_.count(link.document()) > 0;
-    }
-    return others ||
-           (readLinks(graph, chassis, "Links/ComputerSystems").empty() &&
-            otherIds_.count(stringAt(chassis.body, "Id")) > 0);
-  }
-
- private:
-  std::set<std::string_view> own_;
-  std::set<std::string_view> ownIds_;
-  std::set<std::string_view> others_;
-  std::set<std::string_view> otherIds_;
-  std::set<std::string_view> allIds_;
-};
-
-// The chassis that links of either direction tie to a node's systems.
-OrderedSet linkedChassis(const Graph& graph, const NodeSystems& systems,
-                         const std::vector<const Resource*>& all) {
-  OrderedSet linked;
-  for (const Resource* system : systems) {
-    linked.addAll(readLinks(graph, *system, "Links/Chassis"));
-    for (const Resource* chassis : all) {
-      if (linksTo(*chassis, "Links/ComputerSystems", *system)) {
-        linked.add(chassis);
-      }
-    }
-  }
-  return linked;
-}
-
-// The chassis of a node that no link ties to any: those of its Id, then those
-// that are nobody's.
-OrderedSet chassisById(const Graph& graph, const Claims& claims,
-                       const std::vector<const Resource*>& all) {
-  OrderedSet chosen;
-  for (const Resource* chassis : all) {
-    if (claims.isNamesake(*chassis) && !claims.isOthers(graph, *chassis)) {
-      chosen.add(chassis);
-    }
-  }
-  for (const Resource* chassis : all) {
-    if (claims.isShared(graph, *chassis)) {
-      chosen.add(chassis);
-    }
-  }
-  return chosen;
-}
-
-// Adds what stands inside the chassis, and is not another node's.
-void addInside(const Graph& graph, const Claims& claims, OrderedSet& chosen) {
-  const ChassisContainment containment(graph);
-  std::size_t begin = 0;
-  for (int depth = 0; depth < kMaxContainment; ++depth) {
-    const std::vector<const Resource*> outer(
-        chosen.order().begin() + static_cast<std::ptrdiff_t>(begin),
-        chosen.order().end());
-    if (outer.empty()) {
-      break;
-    }
-    begin = chosen.order().size();
-    for (const Resource* holder : outer) {
-      for (const Resource* inner : containment.inside(*holder)) {
-        if (!claims.isOthers(graph, *inner)) {
-          chosen.add(inner);
-        }
-      }
-    }
-  }
-}
-
-void findChassis(const Graph& graph, const std::vector<NodeSystems>& nodes,
-                 Node& node) {
-  const auto all = membersOfRoot(graph, "Chassis");
-  const Claims claims(graph, node.systems, nodes);
-  OrderedSet chosen = linkedChassis(graph, node.systems, all);
-  node.chassisLinked = !chosen.order().empty();
-  if (!node.chassisLinked) {
-    if (node.alone) {
-      chosen.addAll(all);
-    } else {
-      chosen = chassisById(graph, claims, all);
-    }
-  }
-  addInside(graph, claims, chosen);
-  node.chassis = chosen.take();
+bool isRead(const Resource* resource) {
+  return resource != nullptr && resource->state == ResourceState::kRead;
 }
 
 // The managers that a node's systems link, else those that its chassis link.
 std::vector<const Resource*> linkedManagers(
     const Graph& graph, const NodeSystems& systems,
     const std::vector<const Resource*>& chassis) {
-  OrderedSet managers;
+  Topology::OrderedSet managers;
   for (const Resource* system : systems) {
     managers.addAll(readLinks(graph, *system, "Links/ManagedBy"));
   }
@@ -179,49 +53,6 @@ std::vector<const Resource*> linkedManagers(
     }
   }
   return managers.take();
-}
-
-bool isRead(const Resource* resource) {
-  return resource != nullptr && resource->state == ResourceState::kRead;
-}
-
-// The node of some systems with its chassis, without its managers.
-Node withChassis(const Graph& graph, const NodeSystems& systems,
-                 const std::vector<NodeSystems>& nodes) {
-  Node node;
-  node.alone = nodes.size() == 1;
-  if (!isRead(systems.front())) {
-    return node;
-  }
-  node.system = systems.front();
-  node.systems = systems;
-  findChassis(graph, nodes, node);
-  return node;
-}
-
-bool anyNodeLinksManagers(const Graph& graph,
-                          const std::vector<NodeSystems>& nodes) {
-  return std::any_of(
-      nodes.begin(), nodes.end(), [&](const NodeSystems& systems) {
-        const Node node = withChassis(graph, systems, nodes);
-        return !linkedManagers(graph, node.systems, node.chassis).empty();
-      });
-}
-
-std::vector<const Resource*> managersOf(const Graph& graph, const Node& node,
-                                        const std::vector<NodeSystems>& nodes) {
-  auto linked = linkedManagers(graph, node.systems, node.chassis);
-  if (!linked.empty()) {
-    return linked;
-  }
-  const Resource* root = serviceRoot(graph);
-  auto own = root == nullptr
-                 ? std::vector<const Resource*>()
-                 : readLinks(graph, *root, "Links/ManagerProvidingService");
-  if (!own.empty() || anyNodeLinksManagers(graph, nodes)) {
-    return own;
-  }
-  return membersOfRoot(graph, "Managers");
 }
 
 // Adds links in order, each place once.
@@ -262,16 +93,164 @@ std::vector<Uri> sources(const Node& node, std::string_view suppliedBy,
 
 }  // namespace
 
-Node nodeAt(const Graph& graph, std::uint16_t nodeIndex) {
-  const std::vector<NodeSystems> nodes = nodesOf(graph);
-  if (nodeIndex >= nodes.size()) {
+Topology::Topology(const Graph& graph)
+    : graph_(graph),
+      links_(graph, membersOfRoot(graph, "Chassis")),
+      nodes_(nodesOf(graph, links_)) {
+  for (std::size_t index = 0; index < nodes_.size(); ++index) {
+    for (const Resource* system : nodes_[index]) {
+      if (system != nullptr) {
+        nodeOf_.emplace(system->uri.document(), index);
+        nodesById_[stringAt(system->body, "Id")].insert(index);
+      }
+    }
+  }
+  nodesById_.erase("");
+  std::unordered_set<std::string_view> ids;
+  for (const Resource* system : membersOfRoot(graph, "Systems")) {
+    ids.insert(stringAt(system->body, "Id"));
+  }
+  ids.erase("");
+  for (std::size_t place = 0; place < links_.members().size(); ++place) {
+    const Resource& chassis = *links_.members()[place];
+    const std::string_view id = stringAt(chassis.body, "Id");
+    if (ids.count(id) > 0) {
+      namesakes_[id].push_back(place);
+    } else if (!links_.namesReadSystem(chassis)) {
+      shared_.push_back(&chassis);
+    }
+  }
+}
+
+Node Topology::node(std::size_t index) const {
+  if (index >= nodes_.size()) {
     return {};
   }
-  Node node = withChassis(graph, nodes[nodeIndex], nodes);
+  Node node = withChassis(index);
   if (node.system != nullptr) {
-    node.managers = managersOf(graph, node, nodes);
+    node.managers = managersOf(node);
   }
   return node;
+}
+
+bool Topology::isTied(const Resource& chassis,
+                      const NodeSystems& systems) const {
+  return std::any_of(
+      systems.begin(), systems.end(),
+      [&](const Resource* system) { return links_.areTied(*system, chassis); });
+}
+
+Node Topology::withChassis(std::size_t index) const {
+  Node node;
+  node.alone = nodes_.size() == 1;
+  const NodeSystems& systems = nodes_[index];
+  if (!isRead(systems.front())) {
+    return node;
+  }
+  node.system = systems.front();
+  node.systems = systems;
+
+  OrderedSet chosen;
+  for (const Resource* system : systems) {
+    chosen.addAll(links_.chassisOf(*system));
+  }
+  node.chassisLinked = !chosen.order().empty();
+  if (!node.chassisLinked) {
+    chosen.addAll(node.alone ? links_.members() : chassisById(index));
+  }
+  addInside(index, chosen);
+  node.chassis = chosen.take();
+  return node;
+}
+
+std::vector<const Resource*> Topology::chassisById(std::size_t index) const {
+  std::set<std::size_t> places;
+  for (const Resource* system : nodes_[index]) {
+    const auto found = namesakes_.find(stringAt(system->body, "Id"));
+    if (found != namesakes_.end()) {
+      places.insert(found->second.begin(), found->second.end());
+    }
+  }
+  std::vector<const Resource*> chosen;
+  for (const std::size_t place : places) {
+    const Resource* chassis = links_.members()[place];
+    if (!isOthers(index, *chassis)) {
+      chosen.push_back(chassis);
+    }
+  }
+  chosen.insert(chosen.end(), shared_.begin(), shared_.end());
+  return chosen;
+}
+
+bool Topology::isOthers(std::size_t index, const Resource& chassis) const {
+  bool others = false;
+  for (const std::string& system : links_.systemsOf(chassis)) {
+    const auto owner = nodeOf_.find(system);
+    if (owner == nodeOf_.end()) {
+      continue;
+    }
+    if (owner->second == index) {
+      return false;
+    }
+    others = true;
+  }
+  if (others || links_.namesReadSystem(chassis)) {
+    return others;
+  }
+  const auto named = nodesById_.find(stringAt(chassis.body, "Id"));
+  return named != nodesById_.end() &&
+         named->second.size() > named->second.count(index);
+}
+
+void Topology::addInside(std::size_t index, OrderedSet& chosen) const {
+  std::size_t begin = 0;
+  for (int depth = 0; depth < kMaxContainment; ++depth) {
+    const std::size_t end = chosen.order().size();
+    for (; begin < end; ++begin) {
+      for (const Resource* inner : links_.inside(*chosen.order()[begin])) {
+        if (!isOthers(index, *inner)) {
+          chosen.add(inner);
+        }
+      }
+    }
+  }
+}
+
+std::vector<const Resource*> Topology::managersOf(const Node& node) const {
+  auto linked = linkedManagers(graph_, node.systems, node.chassis);
+  if (!linked.empty()) {
+    return linked;
+  }
+  const Resource* root = serviceRoot(graph_);
+  auto own = root == nullptr
+                 ? std::vector<const Resource*>()
+                 : readLinks(graph_, *root, "Links/ManagerProvidingService");
+  if (!own.empty() || anyNodeLinksManagers()) {
+    return own;
+  }
+  return membersOfRoot(graph_, "Managers");
+}
+
+bool Topology::anyNodeLinksManagers() const {
+  if (!managersLinked_) {
+    // Nearly always nobody does, or the first node.
+    managersLinked_ = false;
+    const auto& all = graph_.resources();
+    const bool any = std::any_of(all.begin(), all.end(), [&](const auto& one) {
+      return !readLinks(graph_, one.second, "Links/ManagedBy").empty();
+    });
+    for (std::size_t index = 0;
+         any && index < nodes_.size() && !*managersLinked_; ++index) {
+      const Node node = withChassis(index);
+      managersLinked_ =
+          !linkedManagers(graph_, node.systems, node.chassis).empty();
+    }
+  }
+  return *managersLinked_;
+}
+
+Node nodeAt(const Graph& graph, std::uint16_t nodeIndex) {
+  return Topology(graph).node(nodeIndex);
 }
 
 std::vector<Uri> coolingSources(const Node& node) {

@@ -1,8 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "suite/redfish/graph/chassis_links.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/nodes.h"
 
@@ -32,6 +39,50 @@ struct Node {
   /// Managers of the node: those that its systems link, else its chassis, else
   /// the service's own, else, when no node links any, all.
   std::vector<const Resource*> managers;
+};
+
+/// All nodes of a service. Every link of systems and chassis is parsed once,
+/// however many nodes there are. Shows the graph as it is while it lives.
+class Topology {
+ public:
+  explicit Topology(const Graph& graph);
+
+  const std::vector<NodeSystems>& nodes() const { return nodes_; }
+
+  /// The node at a 0-based index of `nodes`; without a system when there is
+  /// none.
+  Node node(std::size_t index) const;
+
+  /// Whether a link of either direction ties a chassis to one of some systems,
+  /// which were read.
+  bool isTied(const Resource& chassis, const NodeSystems& systems) const;
+
+  class OrderedSet;
+
+ private:
+  Node withChassis(std::size_t index) const;
+  /// The chassis of a node that no link ties to any: those of its Id, then
+  /// those that are nobody's.
+  std::vector<const Resource*> chassisById(std::size_t index) const;
+  /// Whether a chassis belongs to another node and not to this one. A card that
+  /// names only a system of its own, such as a DPU, does not.
+  bool isOthers(std::size_t index, const Resource& chassis) const;
+  /// Adds what stands inside the chassis, and is not another node's.
+  void addInside(std::size_t index, OrderedSet& chosen) const;
+  std::vector<const Resource*> managersOf(const Node& node) const;
+  bool anyNodeLinksManagers() const;
+
+  const Graph& graph_;
+  ChassisLinks links_;
+  std::vector<NodeSystems> nodes_;
+  std::unordered_map<std::string, std::size_t> nodeOf_;  ///< By system.
+  /// The nodes that have a system of an Id.
+  std::unordered_map<std::string_view, std::set<std::size_t>> nodesById_;
+  /// Places in the collection of those with the Id of a system, by that.
+  std::unordered_map<std::string_view, std::vector<std::size_t>> namesakes_;
+  /// Those that name no system that is there and have the Id of none.
+  std::vector<const Resource*> shared_;
+  mutable std::optional<bool> managersLinked_;  ///< Once it was asked for.
 };
 
 /// The node at a 0-based index of `nodesOf`.

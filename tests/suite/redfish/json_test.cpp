@@ -172,21 +172,41 @@ TEST(LinkAt, RefusedLinkIsNone) {
   EXPECT_FALSE(linkAt(object, "a"));
 }
 
-TEST(RefusedLinks, AreFoundAnywhereAndClean) {
+TEST(SurveyLinks, AreFoundAnywhereAndClean) {
   const json::object object = objectOf(R"({
       "@odata.id": "/redfish/v1",
       "a": {"@odata.id": "/etc/\u001b[2Jpass\nwd"},
       "b": [{"@odata.id": "/redfish/v1/B"}, {"c": {"@odata.id": "/redfish/.."}}],
       "d": {"@odata.id": 1}})");
-  EXPECT_EQ(refusedLinks(object),
+  const LinkReport report = surveyLinks(object);
+  EXPECT_EQ(report.refusedCount, 2U);
+  EXPECT_EQ(report.longList, "");
+  EXPECT_EQ(report.refused,
             (std::vector<std::string>{"/etc/ [2Jpass wd", "/redfish/.."}));
 }
 
-TEST(RefusedLinks, LongLinkIsCut) {
+TEST(SurveyLinks, LongLinkIsCut) {
   json::object object;
   object["a"] = {{"@odata.id", std::string(100000, 'x')}};
-  ASSERT_EQ(refusedLinks(object).size(), 1U);
-  EXPECT_LT(refusedLinks(object)[0].size(), 150U);
+  const LinkReport report = surveyLinks(object);
+  ASSERT_EQ(report.refused.size(), 1U);
+  EXPECT_LT(report.refused[0].size(), 150U);
+}
+
+TEST(SurveyLinks, OnlyTheFirstRefusedAreTold) {
+  json::array list(1000, json::object{{"@odata.id", "/etc"}});
+  const LinkReport report = surveyLinks({{"a", list}});
+  EXPECT_EQ(report.refused.size(), 8U);
+  EXPECT_EQ(report.refusedCount, 1000U);
+}
+
+TEST(SurveyLinks, ListOfTooManyLinksIsNamed) {
+  const json::object link{{"@odata.id", "/redfish/v1/A"}};
+  json::array list(kMaxLinks, link);
+  EXPECT_EQ(surveyLinks({{"Links", {{"Drives", list}}}}).longList, "");
+  list.push_back(link);
+  EXPECT_EQ(surveyLinks({{"Links", {{"Drives", list}}}}).longList, "Drives");
+  EXPECT_EQ(surveyLinks({{"Values", json::array(5000, 1)}}).longList, "");
 }
 
 TEST(LinksAt, KeepsOrderAndRepeatsAndSkipsBadEntries) {
