@@ -5,6 +5,7 @@
 #include "suite/base/log.h"
 #include "suite/base/time_limit.h"
 #include "suite/devhealth/failure_status.h"
+#include "suite/platform/last_resort.h"
 
 namespace devhealth {
 namespace {
@@ -60,6 +61,7 @@ std::optional<Unread> TargetReader::read(redfish::Want want) {
 std::optional<Unread> TargetReader::work(
     const std::function<std::optional<Unread>()>& task) const {
   try {
+    const platform::LastResort watch(service_->watchEnd());
     const base::TimeLimit limit(service_->workEnd());
     return task();
   } catch (const base::OutOfTime&) {

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <csignal>
 
+#include "suite/platform/last_resort.h"
+
 namespace platform {
 namespace {
 
@@ -23,6 +25,7 @@ static_assert(std::atomic<int>::is_always_lock_free);
 void onSignal(int /*signal*/) {
   const int savedErrno = errno;
   mark.store(true);
+  interruptLastResort();
   const char wake = 1;
   // A full pipe is readable already, which is all that is wanted.
   static_cast<void>(write(writeEnd.load(), &wake, 1) < 0);

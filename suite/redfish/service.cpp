@@ -7,6 +7,7 @@
 #include "suite/base/log.h"
 #include "suite/base/progress.h"
 #include "suite/platform/interrupt.h"
+#include "suite/platform/last_resort.h"
 #include "suite/redfish/crawl/crawl.h"
 #include "suite/redfish/graph/topology.h"
 #include "suite/redfish/session/answer.h"
@@ -62,6 +63,7 @@ Service::~Service() { close(); }
 std::optional<base::Failure> Service::open() {
   if (!opened_) {
     opened_ = true;
+    const platform::LastResort watch(watchEnd());
     lost_ = openOnce();
     if (entered_) {
       options_.gate->leave(lost_ ? &*lost_ : nullptr);
@@ -91,6 +93,7 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   if (auto failure = open()) {
     return failure;
   }
+  const platform::LastResort watch(watchEnd());
   Selection whole = selection;
   if (whole.wants != 0 && readAhead_.insert(whole.nodeIndex).second) {
     whole.wants |= options_.prefetch;
@@ -125,7 +128,15 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   return std::nullopt;
 }
 
-void Service::close() noexcept { session_.logout(); }
+void Service::close() noexcept {
+  std::optional<platform::LastResort> watch;
+  try {
+    watch.emplace(base::Clock::now());
+  } catch (...) {
+    // The session has to be closed all the same.
+  }
+  session_.logout();
+}
 
 ServiceStats Service::stats() const {
   ServiceStats stats;
@@ -346,6 +357,10 @@ base::Clock::time_point Service::workEnd() const {
   constexpr std::chrono::milliseconds kGrace{500};
   return std::min(options_.deadline, base::Clock::time_point::max() - kGrace) +
          kGrace;
+}
+
+base::Clock::time_point Service::watchEnd() const {
+  return std::max(base::Clock::now(), workEnd());
 }
 
 base::Clock::time_point Service::callEnd() const {

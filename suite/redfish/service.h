@@ -84,6 +84,10 @@ class Service {
   /// the run, so that what came in time can still be told.
   base::Clock::time_point workEnd() const;
 
+  /// The end from which the last resort counts: that of the work, or now where
+  /// that has passed.
+  base::Clock::time_point watchEnd() const;
+
   /// The failure that the time of the run is used up, or that the user has
   /// interrupted it, before a resource was read.
   base::Failure outOfTime(const std::string& target = "") const;

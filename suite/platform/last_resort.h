@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+
+namespace platform {
+
+/// The last resort against work that neither a time limit nor an interrupt
+/// ends, because it never comes to look at them. While any of these live, the
+/// process ends by itself, with a line on standard error, `kLastResort` after
+/// the latest of their ends, or after the user asked to end the run. Only work
+/// on what came from outside is watched, never a write to a reader that takes
+/// its time. Threads may have one each.
+class LastResort {
+ public:
+  explicit LastResort(std::chrono::steady_clock::time_point until);
+  ~LastResort();
+
+  LastResort(const LastResort&) = delete;
+  LastResort& operator=(const LastResort&) = delete;
+
+ private:
+  std::chrono::steady_clock::time_point until_;
+};
+
+/// More than what a run may take beyond its end: a second, and 5 seconds each
+/// for the answer of a login under way and for the logout.
+constexpr std::chrono::seconds kLastResort{12};
+
+/// The exit status of a process that was ended so: that of a server whose
+/// answers could not be read.
+constexpr int kLastResortStatus = 10;
+
+/// To be called by the handler of an interrupt, and by nobody else.
+void interruptLastResort() noexcept;
+
+}  // namespace platform
