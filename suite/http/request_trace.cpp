@@ -22,7 +22,8 @@ const char* nameOf(Method method) {
 void traceAnswer(const std::string& address, const Request& request,
                  const Answer& answer, std::uint64_t bytes) {
   BRIVEL_LOG(base::kLogTrace)
-      << address << ": " << nameOf(request.method) << ' ' << request.target
+      << address << ": " << nameOf(request.method) << ' '
+      << (request.logTarget.empty() ? request.target : request.logTarget)
       << ": "
       << (answer.failure ? answer.failure->cause
                          : std::to_string(answer.status))

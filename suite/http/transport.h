@@ -30,6 +30,9 @@ enum class Method { kGet, kPost, kDelete };
 struct Request {
   Method method = Method::kGet;
   std::string target;  ///< Path and query, e.g. "/redfish/v1/Systems".
+  /// What the log calls the target; empty: as it is. A service may have put a
+  /// secret into it.
+  std::string logTarget;
   base::Secret body;   ///< JSON of a POST.
   /// Header X-Auth-Token, beside those that every request carries (Accept,
   /// OData-Version, User-Agent, and Content-Type of a POST); empty: none.

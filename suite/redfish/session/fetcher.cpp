@@ -51,6 +51,10 @@ void Fetcher::authorize(Authorization authorization) {
   ++generation_;
 }
 
+void Fetcher::nameInLog(std::function<std::string(std::string)> name) {
+  nameInLog_ = std::move(name);
+}
+
 std::uint64_t Fetcher::get(Fetch fetch) {
   Job job;
   job.ticket = ++lastTicket_;
@@ -154,6 +158,7 @@ void Fetcher::startQueued() {
       jobs.pop_front();
       http::Request request;
       request.target = job.fetch.target;
+      request.logTarget = nameInLog_ ? nameInLog_(request.target) : "";
       request.timeout = job.fetch.timeout;
       request.priority = job.fetch.priority;
       request.freshConnection = std::exchange(job.fresh, false);

@@ -56,6 +56,9 @@ class Fetcher {
 
   /// Replaces what later requests carry; each call is a new generation.
   void authorize(Authorization authorization);
+
+  /// Has the log call each target as `name` gives it back.
+  void nameInLog(std::function<std::string(std::string)> name);
   unsigned generation() const { return generation_; }
 
   /// Queues a read. Its answer comes from `next` under the ticket returned.
@@ -123,6 +126,7 @@ class Fetcher {
 
   http::Transport& transport_;
   int maxConnections_;
+  std::function<std::string(std::string)> nameInLog_;
   int limit_;
   int goodInRow_ = 0;
   Authorization authorization_;

@@ -77,7 +77,10 @@ Session::Session(Fetcher& fetcher, std::string address, std::string user,
     : fetcher_(fetcher),
       address_(std::move(address)),
       user_(std::move(user)),
-      password_(std::move(password)) {}
+      password_(std::move(password)) {
+  fetcher_.nameInLog(
+      [this](std::string target) { return scrub(std::move(target)); });
+}
 
 void Session::begin(std::chrono::milliseconds timeout) {
   if (wanted()) {
