@@ -20,6 +20,8 @@ void prepareStandardStreams() {
     close(descriptor);
   }
   signal(SIGPIPE, SIG_IGN);
+  // A file at its limit of size is an error of the write, too.
+  signal(SIGXFSZ, SIG_IGN);
 }
 
 bool outputIsWhole() { return static_cast<bool>(std::cout.flush()); }
