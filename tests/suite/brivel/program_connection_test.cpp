@@ -1,6 +1,7 @@
 // The built program against a live controller: logins, trust, interrupts.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -50,6 +51,17 @@ TEST_F(ProgramConnection, LogsInAndOutOnce) {
   const bmc::Counters counters = controller.counters();
   EXPECT_EQ(counters.sessionsCreated, 1U);
   EXPECT_EQ(counters.sessionsDeleted, 1U);
+}
+
+TEST_F(ProgramConnection, PipeOfAuthoritiesIsRefusedAtOnce) {
+  const std::string pipe = home.at("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  setPassword(kPassword);
+  const ProgramEnd end = run(login({"--cacert", pipe}));
+  EXPECT_EQ(end.status, 36);
+  EXPECT_NE(end.errors.find("the trusted authorities cannot be read"),
+            std::string::npos)
+      << end.errors;
 }
 
 TEST_F(ProgramConnection, TakesThePasswordFromAFile) {
