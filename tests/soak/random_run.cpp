@@ -37,11 +37,13 @@ std::string randomPath(Dice& dice) {
                     "/redfish/v1/*/Storage*", "/redfish/v1/*/*/*", "*"});
 }
 
+// A value that is the password itself would stand in the report, where it is
+// nothing but what the controller says of its parts.
 std::string randomValue(Dice& dice) {
   return dice.pick(
       {"null", "true", "-1", "1e308", "18446744073709551616", "\"\"",
-       "\"Nothing-2-Hide\"", "\"\\u202e\\u200b\\u001b[2J\"", "[]", "{}",
-       "[null,[],{}]", "{\"@odata.id\":\"/redfish/v1/\"}",
+       "\"\\u202e\\u200b\\u001b[2J\"", "[]", "{}", "[null,[],{}]",
+       "{\"@odata.id\":\"/redfish/v1/\"}",
        "{\"@odata.id\":\"https://elsewhere.example/redfish/v1/\"}",
        "{\"@odata.id\":\"/redfish/v1/Systems/../../etc/passwd\"}"});
 }
