@@ -95,7 +95,7 @@ void runOnce(std::uint64_t seed, Figures& figures) {
   }
   // One that the logout did not reach in time is told.
   const bool told =
-      written.find("the session may stay open") != std::string::npos;
+      written.find("open until it times out") != std::string::npos;
   if (!run.mayLoseSession && !told) {
     EXPECT_EQ(counters.sessionsOpen, 0U) << written;
   }
