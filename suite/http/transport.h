@@ -33,7 +33,7 @@ struct Request {
   /// What the log calls the target; empty: as it is. A service may have put a
   /// secret into it.
   std::string logTarget;
-  base::Secret body;   ///< JSON of a POST.
+  base::Secret body;  ///< JSON of a POST.
   /// Header X-Auth-Token, beside those that every request carries (Accept,
   /// OData-Version, User-Agent, and Content-Type of a POST); empty: none.
   base::Secret authToken;
