@@ -41,9 +41,10 @@ void onAlarm(int /*signal*/) {
   _exit(kLastResortStatus);
 }
 
-bool handleAlarm() {
+// Gives SIGALRM to the last resort, or back to what it does by default.
+bool handleAlarm(bool watches) {
   struct sigaction action = {};
-  action.sa_handler = onAlarm;
+  action.sa_handler = watches ? onAlarm : SIG_DFL;
   action.sa_flags = SA_RESTART;
   sigemptyset(&action.sa_mask);
   return sigaction(SIGALRM, &action, nullptr) == 0;
@@ -52,10 +53,13 @@ bool handleAlarm() {
 // With the mutex held. After an interrupt every new piece of work, such as a
 // logout, has the whole time again.
 void arm(const std::multiset<Clock::time_point>& ends) {
-  static const bool handled = handleAlarm();
   watching.store(!ends.empty());
-  if (!handled || ends.empty()) {
+  if (ends.empty()) {
     alarm(0);
+    handleAlarm(false);
+    return;
+  }
+  if (!handleAlarm(true)) {
     return;
   }
   // No run takes a day: a later end means none.

@@ -101,9 +101,10 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   whole.wants |= options_.prefetch & kWantThorough;
   Crawl crawl(knowledge_, whole, fetcher_, session_, address(),
               options_.requestTimeout);
-  auto failure = crawl.run(callEnd(), callEnd());
-  if (failure && failure->kind == base::FailureKind::kDeadline &&
-      whole.wants != selection.wants) {
+  // Reading ahead leaves the time for what this call itself is for.
+  const bool readsAhead = whole.wants != selection.wants;
+  auto failure = crawl.run(callEnd(), readsAhead ? callEnd() : workEnd());
+  if (failure && failure->kind == base::FailureKind::kDeadline && readsAhead) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
     Crawl own(knowledge_, selection, fetcher_, session_, address(),
