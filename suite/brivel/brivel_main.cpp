@@ -38,7 +38,6 @@
 namespace brivel {
 namespace {
 
-constexpr std::int32_t kShowCommand = 1;
 constexpr int kStandardOutput = 1;
 constexpr int kStandardError = 2;
 
