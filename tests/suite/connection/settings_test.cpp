@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <system_error>
 
 #include "tests/support/temp_folder.h"
 
@@ -260,7 +261,11 @@ TEST_F(LoadSettings, BytesThatAreNoUtf8AreRefused) {
 TEST_F(LoadSettings, MissingFileIsNamed) {
   const std::string file = directory_.at("none.toml");
   EXPECT_FALSE(loadFrom(file));
+#ifdef _WIN32
+  EXPECT_EQ(error_, file + ": " + std::system_category().message(2));
+#else
   EXPECT_EQ(error_, file + ": No such file or directory");
+#endif
 }
 
 TEST_F(LoadSettings, DirectoryIsRefused) {

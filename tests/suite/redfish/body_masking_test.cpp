@@ -91,9 +91,13 @@ TEST(MaskBody, BlackensPasswordsAndTokens) {
 TEST(MaskBody, MasksWhatIsNoJson) {
   masking::Masker masker;
   masker.note("alpha-17");
-  EXPECT_THAT(maskBody("<p title=\"x\">Host alpha-17 (10.0.0.5)</p>", masker),
-              testing::MatchesRegex("<p title=\"x\">Host [a-z]+-[0-9]+ "
-                                    "\\([0-9.]+\\)</p>"));
+  const std::string page =
+      maskBody("<p title=\"x\">Host alpha-17 (10.0.0.5)</p>", masker);
+  EXPECT_THAT(page, testing::StartsWith("<p title=\"x\">Host "));
+  EXPECT_THAT(page, testing::EndsWith(")</p>"));
+  EXPECT_EQ(page.size(), 41U);
+  EXPECT_THAT(page, Not(HasSubstr("alpha-17")));
+  EXPECT_THAT(page, Not(HasSubstr("10.0.0.5")));
   const std::string cut = R"({"SerialNumber": "QX4711ab", "Name": "QX4711)";
   EXPECT_THAT(masked(cut), Not(HasSubstr("QX4711ab")));
 }
