@@ -35,6 +35,11 @@ bool endsTheList(FailureKind kind) {
          kind == FailureKind::kPasswordChange;
 }
 
+// Whether a number stands for one of `count` nodes.
+bool isNode(int number, std::size_t count) {
+  return number >= 1 && static_cast<std::size_t>(number) <= count;
+}
+
 // Why a number stands for no node.
 Failure noSuchNode(int number, const std::string& what, std::size_t count) {
   return base::makeFailure(FailureKind::kUsage,
@@ -104,6 +109,7 @@ int Connections::listTargets(std::vector<ConnectionInfo>& list) {
       return fail(*std::move(failure));
     }
     list = {record(run::kThisMachine)};
+    reportUnlisted(list.size());
     return 0;
   }
   if (!failure && mode_ == kConnectModeInBand) {
@@ -117,9 +123,7 @@ int Connections::listTargets(std::vector<ConnectionInfo>& list) {
 int Connections::listNodes(std::vector<ConnectionInfo>& list) {
   everyNode_ = true;
   const int code = listTargets(list);
-  if (code == 0 && hints_.node &&
-      (*hints_.node < 1 ||
-       static_cast<std::size_t>(*hints_.node) > list.size())) {
+  if (code == 0 && hints_.node && !isNode(*hints_.node, list.size())) {
     throw noSuchNode(*hints_.node, "this server", list.size());
   }
   return code;
@@ -210,13 +214,19 @@ std::optional<Failure> Connections::nodes(std::vector<ConnectionInfo>& list) {
       logNode(list.size(), service.address(), node);
     }
   }
-  if (hints_.node && !list.empty() &&
-      (*hints_.node < 1 ||
-       static_cast<std::size_t>(*hints_.node) > list.size())) {
-    // The application refuses the number itself.
-    report(noSuchNode(*hints_.node, "this server", list.size()));
+  if (list.empty()) {
+    return lost;
   }
-  return list.empty() ? lost : std::nullopt;
+  reportUnlisted(list.size());
+  return std::nullopt;
+}
+
+// Keeps for the run's end why the node that is asked for is none of the
+// server's. The application refuses the number itself.
+void Connections::reportUnlisted(std::size_t count) {
+  if (hints_.node && !isNode(*hints_.node, count)) {
+    report(noSuchNode(*hints_.node, "this server", count));
+  }
 }
 
 // Lists the node of the target's service that is asked for, or its first one.
@@ -247,8 +257,7 @@ std::optional<Failure> Connections::chosenNode(
       first = " (" + found.nodes.front().uri + ")";
     }
   }
-  if (hints_.node &&
-      (*hints_.node < 1 || static_cast<std::size_t>(*hints_.node) > count)) {
+  if (hints_.node && !isNode(*hints_.node, count)) {
     throw noSuchNode(*hints_.node, "this service", count);
   }
   if (everyNode_) {

@@ -125,6 +125,7 @@ class Connections : public run::Run {
       std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
   std::optional<base::Failure> chosenNode(
       std::vector<Tarvex::TarvexConnection::ConnectionInfo>& list);
+  void reportUnlisted(std::size_t count);
   void logNode(std::size_t number, const std::string& address,
                const ServiceNode& node);
   Tarvex::TarvexConnection::ConnectionInfo record(std::int64_t handle) const;
