@@ -8,7 +8,7 @@
 #include "suite/http/transport.h"
 #include "suite/local/facts/root.h"
 #include "suite/masking/masker.h"
-#include "suite/platform/private_folder.h"
+#include "suite/platform/files/private_folder.h"
 #include "suite/redfish/recording/recording.h"
 
 namespace connection {

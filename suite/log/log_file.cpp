@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "suite/base/text.h"
-#include "suite/platform/owned_file.h"
+#include "suite/platform/files/owned_file.h"
 
 namespace logging {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "suite/brivel/modules/library_file.h"
-#include "suite/platform/trust.h"
+#include "suite/platform/files/trust.h"
 
 namespace brivel {
 

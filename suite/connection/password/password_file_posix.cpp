@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "suite/connection/password/password_line.h"
-#include "suite/platform/descriptor.h"
-#include "suite/platform/folder_walk_posix.h"
+#include "suite/platform/files/descriptor.h"
+#include "suite/platform/files/folder_walk_posix.h"
 
 namespace connection {
 using base::Failure;

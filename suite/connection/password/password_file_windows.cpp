@@ -9,8 +9,8 @@
 #include <cstring>
 
 #include "suite/connection/password/password_line.h"
-#include "suite/platform/access_windows.h"
-#include "suite/platform/descriptor.h"
+#include "suite/platform/files/access_windows.h"
+#include "suite/platform/files/descriptor.h"
 
 namespace connection {
 using base::Failure;

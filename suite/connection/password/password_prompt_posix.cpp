@@ -5,7 +5,7 @@
 
 #include "suite/connection/password/password_line.h"
 #include "suite/connection/password/silent_terminal_posix.h"
-#include "suite/platform/descriptor.h"
+#include "suite/platform/files/descriptor.h"
 #include "suite/platform/terminal.h"
 
 namespace connection {

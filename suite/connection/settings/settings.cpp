@@ -14,7 +14,7 @@
 #include "suite/connection/settings/groups.h"
 #include "suite/connection/settings/settings_values.h"
 #include "suite/connection/settings/values.h"
-#include "suite/platform/trust.h"
+#include "suite/platform/files/trust.h"
 
 namespace connection {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "suite/local/facts/root.h"
 #include "suite/masking/masker.h"
-#include "suite/platform/private_folder.h"
+#include "suite/platform/files/private_folder.h"
 
 namespace local {
 

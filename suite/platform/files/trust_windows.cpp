@@ -1,4 +1,4 @@
-#include "suite/platform/trust.h"
+#include "suite/platform/files/trust.h"
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 #include <ios>
 #include <system_error>
 
-#include "suite/platform/access_windows.h"
+#include "suite/platform/files/access_windows.h"
 
 namespace platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/platform/owned_file.h"
+#include "suite/platform/files/owned_file.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -9,8 +9,8 @@
 #include <cstring>
 #include <utility>
 
-#include "suite/platform/descriptor.h"
-#include "suite/platform/folder_walk_posix.h"
+#include "suite/platform/files/descriptor.h"
+#include "suite/platform/files/folder_walk_posix.h"
 
 namespace platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/platform/folder_walk_posix.h"
+#include "suite/platform/files/folder_walk_posix.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "suite/platform/private_folder.h"
+#include "suite/platform/files/private_folder.h"
 
 #include <windows.h>
 

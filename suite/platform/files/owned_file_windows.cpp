@@ -1,4 +1,4 @@
-#include "suite/platform/owned_file.h"
+#include "suite/platform/files/owned_file.h"
 
 #include <windows.h>
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "suite/platform/descriptor.h"
+#include "suite/platform/files/descriptor.h"
 
 namespace platform {
 

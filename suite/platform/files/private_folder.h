@@ -5,7 +5,7 @@
 #include <string>
 
 #ifndef _WIN32
-#include "suite/platform/descriptor.h"
+#include "suite/platform/files/descriptor.h"
 #endif
 
 namespace platform {

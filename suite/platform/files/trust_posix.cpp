@@ -1,4 +1,4 @@
-#include "suite/platform/trust.h"
+#include "suite/platform/files/trust.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "suite/platform/descriptor.h"
-#include "suite/platform/folder_walk_posix.h"
+#include "suite/platform/files/descriptor.h"
+#include "suite/platform/files/folder_walk_posix.h"
 #include "suite/platform/interrupt.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "suite/platform/private_folder.h"
+#include "suite/platform/files/private_folder.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "suite/platform/folder_walk_posix.h"
+#include "suite/platform/files/folder_walk_posix.h"
 
 namespace platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "suite/platform/descriptor.h"
+#include "suite/platform/files/descriptor.h"
 
 #include <unistd.h>
 

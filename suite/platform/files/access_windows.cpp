@@ -1,4 +1,4 @@
-#include "suite/platform/access_windows.h"
+#include "suite/platform/files/access_windows.h"
 
 #include <windows.h>
 #include <aclapi.h>
