@@ -140,6 +140,7 @@ RunResult Application::run(std::int32_t command, args::OptionValues values) {
     BrivelResult answer = module_.appMain(command);
     RunResult result;
     result.code = answer.code;
+    result.answered = true;
     result.message = answer.message;
     return result;
   });

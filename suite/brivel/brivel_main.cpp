@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -17,6 +16,7 @@
 #include "suite/brivel/connected_run.h"
 #include "suite/brivel/console.h"
 #include "suite/brivel/exit_status.h"
+#include "suite/brivel/finish_run.h"
 #include "suite/brivel/fleet_run.h"
 #include "suite/brivel/host_commands.h"
 #include "suite/brivel/modules/module_search.h"
@@ -33,7 +33,6 @@
 #include "suite/platform/standard_streams.h"
 #include "suite/platform/terminal.h"
 #include "suite/platform/user_paths.h"
-#include "syshealth/result/result_codes.h"
 
 namespace brivel {
 namespace {
@@ -144,8 +143,12 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
     return kExitUsage;
   }
   openRunLog(*line, *settings);
-  return run(*line, *settings, *application, std::move(environmentPassword),
-             begun);
+  return runGuarded(
+      [&] {
+        return run(*line, *settings, *application,
+                   std::move(environmentPassword), begun);
+      },
+      plugIn);
 }
 
 int brivel(int argc, char** argv) {
@@ -181,12 +184,6 @@ int brivel(int argc, char** argv) {
 }  // namespace brivel
 
 int brivelMain(int argc, char** argv) {
-  int status = kResultInternalError;
   platform::returnLargeBlocks();
-  try {
-    status = brivel::brivel(argc, argv);
-  } catch (const std::exception& failure) {
-    brivel::printError(std::string("internal error: ") + failure.what());
-  }
-  return status;
+  return brivel::runGuarded([=] { return brivel::brivel(argc, argv); }, false);
 }

@@ -1,6 +1,7 @@
 #include "suite/brivel/finish_run.h"
 
 #include <cstdint>
+#include <exception>
 #include <iostream>
 
 #include "suite/brivel/console.h"
@@ -25,12 +26,32 @@ int finishPlugIn(const RunResult& result) {
   if (result.ended) {
     return plugInUnknown(describe(*result.ended));
   }
-  return result.code >= 0 && result.code <= kMostPlugInStatus
+  return result.answered && result.code >= 0 && result.code <= kMostPlugInStatus
              ? static_cast<int>(result.code)
              : plugInUnknown(resultText(result));
 }
 
+// Of the program itself, which is no fault of the user.
+int internalError(const std::string& what, bool plugIn) {
+  const std::string text = "internal error: " + what;
+  if (plugIn) {
+    return plugInUnknown(text);
+  }
+  printError(text);
+  return kResultInternalError;
+}
+
 }  // namespace
+
+int runGuarded(const std::function<int()>& run, bool plugIn) {
+  try {
+    return run();
+  } catch (const base::Failure& failure) {
+    return internalError(describe(failure), plugIn);
+  } catch (const std::exception& failure) {
+    return internalError(failure.what(), plugIn);
+  }
+}
 
 int finishRun(RunResult result, const std::vector<std::string>& notices,
               bool plugIn) {

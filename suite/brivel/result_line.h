@@ -19,6 +19,8 @@ struct RunResult {
                           ///< and so has no message of its own.
   /// The services of the run ended it: no more is to be said than its cause.
   std::optional<base::Failure> ended = std::nullopt;
+  /// The application ran to its end, and the code is its own.
+  bool answered = false;
 };
 
 /// The result of a failed run: "result CODE: MESSAGE Cause: CAUSE; REMEDY."

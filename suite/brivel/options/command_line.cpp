@@ -232,6 +232,13 @@ void readFleet(const Values& values, CommandLine& line) {
     throw UsageError{
         "the targets and the password cannot both come from standard input"};
   }
+  for (const std::string_view name : {"--fanout", "--total"}) {
+    if (values.text(name) && !fleet.chosen()) {
+      throw UsageError{std::string(name) +
+                       " is for several targets; name them by --group or "
+                       "--targets"};
+    }
+  }
 }
 
 // The values of the application's own options by their names without dashes.

@@ -55,6 +55,7 @@ TEST_F(ProgramOptions, AreInTheHelpOfTheApplication) {
             "      --format NAME         json or csv\n"
             "      --all                 everything\n"
             "      --status N            how it ends\n"
+            "      --fail TEXT           throws it\n"
             "\n"
             "'brivel help' lists the options of brivel itself.\n");
   EXPECT_EQ(run({"help", "printer"}).output, end.output);
@@ -102,6 +103,21 @@ TEST_F(ProgramOptions, PlugInKnowsNothingWhenTheHostRefuses) {
             "BRIVEL UNKNOWN - result 13: Connection failed.\n");
   writeSettings("[target.a]\n");
   EXPECT_EQ(run({"plugin"}).status, 3);
+}
+
+TEST_F(ProgramOptions, PlugInKnowsNothingWhenItFails) {
+  const ProgramEnd thrown = run({"plugin", "--fail", "no | luck"});
+  EXPECT_EQ(thrown.status, 3);
+  EXPECT_EQ(thrown.output.rfind("command 1\nBRIVEL UNKNOWN - result 17: "
+                                "Internal error. Cause: the application "
+                                "failed: no / luck.",
+                                0),
+            0U)
+      << thrown.output;
+  // Statuses are what its run returns: a command that it refuses is no warning.
+  const ProgramEnd refused = run({"plugin", "9"});
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_EQ(refused.output, "BRIVEL UNKNOWN - result 1: Generic Failure.\n");
 }
 
 constexpr char kRack[] =

@@ -1,7 +1,8 @@
 // An application with options of its own: it prints those that are given, and
-// ends as its option --status says.
+// ends as its option --status says, or by the exception that --fail names.
 #include <cstdint>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 
 #include "syshealth/host/arg_parser.h"
@@ -16,7 +17,8 @@ const std::string kOptions =
     "Prints its options.\n"
     "  --format NAME  json or csv\n"
     "  --all          everything\n"
-    "  --status N     how it ends\n";
+    "  --status N     how it ends\n"
+    "  --fail TEXT    throws it\n";
 
 // What the application of a name says about itself.
 std::string specificationOf(const std::string& name) {
@@ -39,7 +41,7 @@ SAMPLE_EXPORT std::int32_t ParamRegister(std::int32_t command) {
   if (ArgParser* const parser = ArgParser::GetInstance()) {
     parser->RegisterOption(78, specificationOf(REGISTERED_NAME));
   }
-  return command == 2 ? 4 : 0;
+  return command == 2 ? 4 : command == 9 ? 1 : 0;
 }
 
 #if defined(__clang__)
@@ -57,6 +59,9 @@ SAMPLE_EXPORT BrivelResult AppMain(std::int32_t command) {
     }
   }
   std::cout << std::endl;
+  if (std::string what; parser->GetValue("fail", what)) {
+    throw std::runtime_error(what);
+  }
   BrivelResult result;
   int status = 0;
   if (parser->GetValue("status", status)) {
