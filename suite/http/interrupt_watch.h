@@ -14,9 +14,12 @@ class InterruptWatch {
   /// signalled for good, so it is watched only until the wish was told.
   bool watching() const { return !told_ && !deferred_; }
 
-  /// Whether the user has asked and was not told of yet; tells it now.
+  /// Whether the user has asked and was not told of yet.
+  bool asked() const { return watching() && platform::interrupted(); }
+
+  /// The same; tells it now.
   bool tell() {
-    if (!watching() || !platform::interrupted()) {
+    if (!asked()) {
       return false;
     }
     told_ = true;

@@ -1,16 +1,12 @@
 #include "suite/http/curl/certificate_check.h"
 
 #include <openssl/evp.h>
-#include <openssl/ssl.h>
 #include <openssl/x509.h>
 #include <openssl/x509_vfy.h>
 
 #include <array>
 #include <cstddef>
 #include <vector>
-
-#include "suite/http/curl/curl_handle.h"
-#include "suite/http/curl/session_reuse.h"
 
 namespace http {
 namespace {
@@ -68,18 +64,10 @@ int verify(X509_STORE_CTX* chain, void* data) {
   return trusted ? 1 : 0;
 }
 
-CURLcode prepare(CURL* /*easy*/, void* context, void* check) {
-  SSL_CTX_set_cert_verify_callback(static_cast<SSL_CTX*>(context), verify,
-                                   check);
-  copySessions(static_cast<SSL_CTX*>(context));
-  return CURLE_OK;
-}
-
 }  // namespace
 
-void installCertificateCheck(CURL* easy, CertificateCheck& check) {
-  setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &prepare);
-  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(&check));
+void checkCertificates(SSL_CTX* context, CertificateCheck& check) {
+  SSL_CTX_set_cert_verify_callback(context, verify, &check);
 }
 
 }  // namespace http

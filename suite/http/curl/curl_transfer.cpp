@@ -244,6 +244,10 @@ Answer CurlTransfer::finish(CURLcode code, const std::string& address,
   if (exception_ != nullptr) {
     std::rethrow_exception(exception_);
   }
+  // A connection that is lost when the time is over was ended for that.
+  if ((isLoss(code) || isFraming(code)) && deadline_ <= base::Clock::now()) {
+    code = CURLE_OPERATION_TIMEDOUT;
+  }
   CURL* easy = easy_.get();
   Answer answer;
   answer.id = id_;

@@ -9,7 +9,9 @@
 #include "suite/http/curl/curl_handle.h"
 #include "suite/http/curl/curl_transfer.h"
 #include "suite/http/curl/curl_trust.h"
+#include "suite/http/curl/flood_guard.h"
 #include "suite/http/curl/pacing.h"
+#include "suite/http/curl/session_reuse.h"
 #include "suite/http/interrupt_watch.h"
 #include "suite/http/network_fault.h"
 #include "suite/http/network_limits.h"
@@ -74,7 +76,9 @@ class CurlTransport final : public Transport {
   void learn(const CurlTransfer& transfer);
   TransferPtr takeIdle();
   void setSharedOptions(CURL* easy);
-  void perform();
+  static CURLcode onTlsContext(CURL* easy, void* context, void* self);
+  base::Clock::time_point nextEvent(base::Clock::time_point until) const;
+  void perform(base::Clock::time_point until);
   void collect();
   void expire(base::Clock::time_point now);
   void complete(CurlTransfer* transfer, CURLcode code);
@@ -105,6 +109,7 @@ class CurlTransport final : public Transport {
   std::deque<Answer> ready_;
   std::size_t heldBytes_ = 0;  // Of bodies, under way or ready.
   CertificateCheck certificateCheck_;
+  FloodGuard floodGuard_{interrupt_};
   // Destroyed in the reverse order: the transfers go first, for their handles
   // use the others.
   CurlShare share_;
@@ -282,13 +287,24 @@ void CurlTransport::setSharedOptions(CURL* easy) {
     return;
   }
   trust_.apply(easy);
-  installCertificateCheck(easy, certificateCheck_);
+  setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &CurlTransport::onTlsContext);
+  setOption(easy, CURLOPT_SSL_CTX_DATA, static_cast<void*>(this));
+}
+
+CURLcode CurlTransport::onTlsContext(CURL* /*easy*/, void* context,
+                                     void* self) {
+  auto& transport = *static_cast<CurlTransport*>(self);
+  auto* const tls = static_cast<SSL_CTX*>(context);
+  checkCertificates(tls, transport.certificateCheck_);
+  copySessions(tls);
+  transport.floodGuard_.watch(tls);
+  return CURLE_OK;
 }
 
 std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
   while (true) {
     if (ready_.empty() && underWay()) {
-      perform();
+      perform(until);
       learn();
       collect();
       expire(base::Clock::now());
@@ -307,12 +323,7 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
     if (now >= until) {
       return std::nullopt;
     }
-    base::Clock::time_point wakeUp = until;
-    for (const auto* transfers : {&active_, &openings_}) {
-      for (const TransferPtr& transfer : *transfers) {
-        wakeUp = std::min(wakeUp, transfer->deadline());
-      }
-    }
+    base::Clock::time_point wakeUp = nextEvent(until);
     for (const auto& entry : waiting_) {
       const Waiting& waiting = entry.second;
       const base::Clock::time_point held = heldUntil(waiting);
@@ -322,7 +333,19 @@ std::optional<Answer> CurlTransport::next(base::Clock::time_point until) {
   }
 }
 
-void CurlTransport::perform() {
+// When a wait ends, or a request under way is given up.
+base::Clock::time_point CurlTransport::nextEvent(
+    base::Clock::time_point until) const {
+  for (const auto* transfers : {&active_, &openings_}) {
+    for (const TransferPtr& transfer : *transfers) {
+      until = std::min(until, transfer->deadline());
+    }
+  }
+  return until;
+}
+
+void CurlTransport::perform(base::Clock::time_point until) {
+  floodGuard_.begin(nextEvent(until));
   int running = 0;
   check(curl_multi_perform(multi_.get(), &running));
 }

@@ -4,7 +4,6 @@
 #include <chrono>
 
 #include "suite/http/network_transport.h"
-#include "tests/bmc/wire/certificate.h"
 #include "tests/suite/http/http2_peer.h"
 #include "tests/suite/http/scripted_server.h"
 #include "tests/suite/http/transport_client.h"
@@ -13,12 +12,6 @@ namespace http {
 namespace {
 
 using std::chrono::milliseconds;
-
-TlsWish withHttp2() {
-  TlsWish tls = tlsWith(bmc::makeCertificate({}));
-  tls.protocol = "h2";
-  return tls;
-}
 
 NetworkTransportOptions optionsFor(const ScriptedServer& server) {
   NetworkTransportOptions options = tlsOptions(server.port());
@@ -47,7 +40,7 @@ void serveBroken(Peer& peer) {
 }
 
 TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
-  ScriptedServer server(serve, withHttp2());
+  ScriptedServer server(serve, tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   const Answer answer = ask(*transport, get());
   EXPECT_EQ(told(answer), "no failure");
@@ -56,7 +49,7 @@ TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
 }
 
 TEST(CurlTransportHttp2, RequestsShareTheConnectionOnceItIsKnown) {
-  ScriptedServer server(serve, withHttp2());
+  ScriptedServer server(serve, tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   for (int index = 0; index < 8; ++index) {
@@ -81,7 +74,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
         http2.answer(slow, "first");
         peer.hang();
       },
-      withHttp2());
+      tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   const std::uint64_t first = transport->start(get());
@@ -92,7 +85,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
 }
 
 TEST(CurlTransportHttp2, BrokenFramingIsTold) {
-  ScriptedServer server(serveBroken, withHttp2());
+  ScriptedServer server(serveBroken, tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   const Answer answer = ask(*transport, get());
   EXPECT_TRUE(answer.http2Error);
@@ -100,7 +93,7 @@ TEST(CurlTransportHttp2, BrokenFramingIsTold) {
 }
 
 TEST(CurlTransportHttp2, CanBeGivenUpAfterAFailure) {
-  ScriptedServer server(serveBroken, withHttp2());
+  ScriptedServer server(serveBroken, tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   EXPECT_TRUE(ask(*transport, get()).http2Error);
   transport->disableHttp2();
@@ -114,7 +107,7 @@ TEST(CurlTransportHttp2, IsNotSpokenOnAKeptConnectionOnceGivenUp) {
         protocol = peer.protocol();
         protocol.empty() ? serveBroken(peer) : serve(peer);
       },
-      withHttp2());
+      tlsForHttp2());
   const auto transport = makeNetworkTransport(optionsFor(server));
   ask(*transport, get());
   EXPECT_EQ(protocol, "h2");

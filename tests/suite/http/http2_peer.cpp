@@ -1,9 +1,12 @@
 #include "tests/suite/http/http2_peer.h"
 
+#include "tests/bmc/wire/certificate.h"
+
 namespace {
 
 constexpr std::size_t kPrefaceBytes = 24;
 constexpr std::size_t kFrameHeaderBytes = 9;
+constexpr std::size_t kFloodBytes = 16000;  // Of one TLS record.
 
 constexpr std::uint8_t kData = 0;
 constexpr std::uint8_t kHeaders = 1;
@@ -24,7 +27,28 @@ std::uint32_t bigEndian(std::string_view bytes) {
   return value;
 }
 
+std::string frameOf(std::uint8_t type, std::uint8_t flags, std::uint32_t stream,
+                    std::string_view payload) {
+  std::string frame;
+  const auto append = [&frame](std::uint32_t value, unsigned int bytes) {
+    while (bytes-- > 0) {
+      frame += static_cast<char>(value >> (8 * bytes));
+    }
+  };
+  append(static_cast<std::uint32_t>(payload.size()), 3);
+  append(type, 1);
+  append(flags, 1);
+  append(stream, 4);
+  return frame.append(payload);
+}
+
 }  // namespace
+
+TlsWish tlsForHttp2() {
+  TlsWish tls = tlsWith(bmc::makeCertificate({}));
+  tls.protocol = "h2";
+  return tls;
+}
 
 Http2Peer::Http2Peer(Peer& peer) : peer_(peer) {
   peer_.readExactly(kPrefaceBytes);
@@ -51,21 +75,27 @@ std::uint32_t Http2Peer::nextStream() {
 }
 
 void Http2Peer::answer(std::uint32_t stream, std::string_view body) {
-  writeFrame(kHeaders, kEndHeaders, stream, kStatus200);
+  beginAnswer(stream);
   writeFrame(kData, kEndStream, stream, body);
 }
 
-void Http2Peer::writeFrame(std::uint8_t type, std::uint8_t flags,
+void Http2Peer::beginAnswer(std::uint32_t stream) {
+  writeFrame(kHeaders, kEndHeaders, stream, kStatus200);
+}
+
+bool Http2Peer::writeFrame(std::uint8_t type, std::uint8_t flags,
                            std::uint32_t stream, std::string_view payload) {
-  std::string frame;
-  const auto append = [&frame](std::uint32_t value, unsigned int bytes) {
-    while (bytes-- > 0) {
-      frame += static_cast<char>(value >> (8 * bytes));
-    }
-  };
-  append(static_cast<std::uint32_t>(payload.size()), 3);
-  append(type, 1);
-  append(flags, 1);
-  append(stream, 4);
-  peer_.write(frame.append(payload));
+  return peer_.write(frameOf(type, flags, stream, payload));
+}
+
+void Http2Peer::flood(std::uint8_t type, std::uint8_t flags,
+                      std::uint32_t stream, std::string_view payload,
+                      std::chrono::milliseconds time) {
+  std::string many;
+  while (many.size() < kFloodBytes) {
+    many += frameOf(type, flags, stream, payload);
+  }
+  const auto end = std::chrono::steady_clock::now() + time;
+  while (std::chrono::steady_clock::now() < end && peer_.write(many)) {
+  }
 }
