@@ -1,16 +1,15 @@
 # Libraries that the system is built on; every one is a Debian 12 package
 # (tools/packages lists them). Nothing is downloaded at configure time.
+include(header_libraries)
 if(WIN32)
   include(windows_dependencies)
   return()
 endif()
 
-find_package(Boost 1.81 REQUIRED COMPONENTS json url)
+find_package(Boost 1.81 REQUIRED COMPONENTS json)
 find_package(CURL 7.88 REQUIRED)
 find_package(OpenSSL REQUIRED)
 find_package(CLI11 REQUIRED)
-find_package(spdlog REQUIRED)
-find_package(tomlplusplus REQUIRED)
 find_package(prometheus-cpp REQUIRED)
 
 # What speaks HTTP and TLS.

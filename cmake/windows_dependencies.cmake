@@ -20,16 +20,11 @@ endfunction()
 
 imported_headers(Boost::headers)
 imported_headers(CLI11::CLI11)
-imported_headers(spdlog::spdlog)
-target_compile_definitions(spdlog::spdlog INTERFACE
-  FMT_HEADER_ONLY SPDLOG_FMT_EXTERNAL SPDLOG_WCHAR_FILENAMES)
-imported_headers(tomlplusplus::tomlplusplus)
+target_compile_definitions(spdlog::spdlog INTERFACE SPDLOG_WCHAR_FILENAMES)
 
-foreach(library json url)
-  add_library(boost_${library} STATIC cmake/windows/boost_${library}.cpp)
-  target_link_libraries(boost_${library} PUBLIC Boost::headers)
-  add_library(Boost::${library} ALIAS boost_${library})
-endforeach()
+add_library(boost_json STATIC cmake/windows/boost_json.cpp)
+target_link_libraries(boost_json PUBLIC Boost::headers)
+add_library(Boost::json ALIAS boost_json)
 
 # What speaks HTTP and TLS is part of the system.
 add_library(brivel_network INTERFACE)
