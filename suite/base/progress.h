@@ -20,11 +20,4 @@ class Progress {
   virtual void done() = 0;
 };
 
-/// Makes `progress` the process's observer; null: none. Not owned: reset it
-/// before the observer is destroyed.
-void setProgress(Progress* progress);
-
-/// The process's observer; null: none.
-Progress* progress();
-
 }  // namespace base

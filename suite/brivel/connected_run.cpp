@@ -148,18 +148,23 @@ int runConnected(const CommandLine& line, Application& application,
   if (!line.record.empty() && !recording.begin(recordingProblem)) {
     return usageError(recordingProblem, plugIn);
   }
+  std::optional<ProgressLine> progress;
+  if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
+    progress.emplace(kStandardError, name);
+  }
   connection::Connections connections(
       line.mode, std::move(target), std::move(environmentPassword),
       hintsOf(line.applicationOptions), std::move(inBand));
   if (!line.record.empty()) {
     connections.recordInto(recording);
   }
-  std::optional<ProgressLine> progress;
-  if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
-    progress.emplace(kStandardError, name);
+  if (progress) {
+    connections.showProgress(*progress);
   }
   RunResult result = application.run(line.command, line.applicationOptions);
-  progress.reset();
+  if (progress) {
+    progress->done();
+  }
   connections.close();
   if (!line.record.empty()) {
     finishRecording(recording, std::move(recordingProblem), plugIn, result);

@@ -42,11 +42,7 @@ void DrawnLine::clear() {
 
 ProgressLine::ProgressLine(int descriptor, const std::string& target,
                            DrawnLine::Clock::time_point (*now)())
-    : line_(descriptor, now), target_(base::escapeControls(target)) {
-  base::setProgress(this);
-}
-
-ProgressLine::~ProgressLine() { base::setProgress(nullptr); }
+    : line_(descriptor, now), target_(base::escapeControls(target)) {}
 
 void ProgressLine::tick(std::uint64_t resourcesRead) {
   line_.draw(target_, std::to_string(resourcesRead) +

@@ -37,8 +37,7 @@ class DrawnLine {
   bool drawn_ = false;
 };
 
-/// Shows how many resources have been read. The process's progress observer
-/// during its life.
+/// Shows how many resources have been read.
 class ProgressLine : public base::Progress {
  public:
   using Clock = DrawnLine::Clock;
@@ -46,10 +45,6 @@ class ProgressLine : public base::Progress {
   /// `target` is the name that the line begins with.
   ProgressLine(int descriptor, const std::string& target,
                Clock::time_point (*now)() = Clock::now);
-  ~ProgressLine() override;
-
-  ProgressLine(const ProgressLine&) = delete;
-  ProgressLine& operator=(const ProgressLine&) = delete;
 
   void tick(std::uint64_t resourcesRead) override;
   void done() override { line_.clear(); }

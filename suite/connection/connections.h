@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "suite/base/progress.h"
 #include "suite/base/secret.h"
 #include "suite/connection/in_band.h"
 #include "suite/connection/run_services.h"
@@ -56,7 +57,7 @@ class Connections : public run::Run {
   Connections(const Connections&) = delete;
   Connections& operator=(const Connections&) = delete;
 
-  /// The current run; null if there is none.
+  /// The current run if it is one of these; else null.
   static Connections* current();
 
   ConnectMode mode() const { return mode_; }
@@ -64,6 +65,12 @@ class Connections : public run::Run {
   /// Records what the run reads. To be called before the first target is asked
   /// for; `recording` must outlive this object.
   void recordInto(RunRecording& recording) { services_.recordInto(&recording); }
+
+  /// Has `progress` observe what is read. To be called before the first target
+  /// is asked for; `progress` must outlive this object.
+  void showProgress(base::Progress& progress) {
+    services_.showProgress(&progress);
+  }
 
   /// Checks whether the target can be reached: reads its service root and logs
   /// in. Of this machine's own controllers one suffices, and without any a

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "suite/base/progress.h"
 #include "suite/base/secret.h"
 #include "suite/connection/run_recording.h"
 #include "suite/connection/settings/target.h"
@@ -14,13 +15,19 @@ namespace connection {
 /// without a user do not.
 bool needsPassword(const Target& target);
 
+/// What a service is opened with. All that is pointed to may be null; all but
+/// the password, which is copied, must outlive the service.
+struct OpenOptions {
+  const base::Secret* password = nullptr;
+  std::uint32_t wants = 0;  ///< `redfish::Want` values that will be asked for.
+  redfish::LoginGate* gate = nullptr;  ///< Asked before the password is sent.
+  RunRecording* recording = nullptr;   ///< Takes in what is read.
+  base::Progress* progress = nullptr;  ///< Observes the reading.
+};
+
 /// The service of a target, which has contacted nothing yet. The time of the
-/// run counts from here. `password` may be null; `wants` are the
-/// `redfish::Want` values that the run will ask for. `gate` is asked before the
-/// password is sent, and must outlive the service; it may be null. What is read
-/// becomes part of `recording`, unless that is null.
-std::unique_ptr<redfish::Service> openService(
-    const Target& target, const base::Secret* password, std::uint32_t wants,
-    redfish::LoginGate* gate = nullptr, RunRecording* recording = nullptr);
+/// run counts from here.
+std::unique_ptr<redfish::Service> openService(const Target& target,
+                                              const OpenOptions& how);
 
 }  // namespace connection

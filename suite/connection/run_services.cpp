@@ -128,10 +128,12 @@ std::optional<Failure> RunServices::addService(Target target,
     return failure;
   }
   environmentPassword_.reset();
-  const base::Secret* const password =
-      needsPassword(target) ? &credential_->password : nullptr;
-  const std::int64_t handle = run_.pool().add(
-      openService(target, password, wants_, nullptr, recording_));
+  OpenOptions how;
+  how.password = needsPassword(target) ? &credential_->password : nullptr;
+  how.wants = wants_;
+  how.recording = recording_;
+  how.progress = progress_;
+  const std::int64_t handle = run_.pool().add(openService(target, how));
   services_[handle] = {std::move(target), serviceUuid};
   return std::nullopt;
 }
@@ -167,7 +169,7 @@ std::optional<Failure> RunServices::checkBeforeAsking(
     const Target& target) const {
   Target nobody = target;
   nobody.user.clear();
-  const auto service = openService(nobody, nullptr, 0);
+  const auto service = openService(nobody, {});
   auto failure = service->open();
   return failure && isOfConnection(failure->kind) ? failure : std::nullopt;
 }

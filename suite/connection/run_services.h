@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "suite/base/failure.h"
+#include "suite/base/progress.h"
 #include "suite/base/result.h"
 #include "suite/base/secret.h"
 #include "suite/connection/in_band.h"
@@ -51,6 +52,10 @@ class RunServices {
   /// `Connections::recordInto`.
   void recordInto(RunRecording* recording) { recording_ = recording; }
 
+  /// Shows the reading of the services that are made from now on; see
+  /// `Connections::showProgress`.
+  void showProgress(base::Progress* progress) { progress_ = progress; }
+
   /// The services by their handles; empty before `ensure`.
   const std::map<std::int64_t, RunService>& all() const { return services_; }
 
@@ -87,6 +92,7 @@ class RunServices {
   std::uint32_t wants_;
   InBandOptions inBand_;
   RunRecording* recording_ = nullptr;
+  base::Progress* progress_ = nullptr;
   std::optional<Credential> credential_;
   std::map<std::int64_t, RunService> services_;
   bool noController_ = false;

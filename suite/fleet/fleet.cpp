@@ -12,8 +12,6 @@ namespace {
 using base::Failure;
 using base::FailureKind;
 
-Fleet* currentFleet = nullptr;
-
 }  // namespace
 
 Fleet::Fleet(std::vector<Member> members, FleetOptions options)
@@ -21,12 +19,11 @@ Fleet::Fleet(std::vector<Member> members, FleetOptions options)
       options_(std::move(options)),
       credentials_(std::move(options_.environmentPassword)) {
   cost_.address = std::to_string(members_.size()) + " targets";
-  currentFleet = this;
 }
 
-Fleet::~Fleet() { currentFleet = nullptr; }
+Fleet::~Fleet() = default;
 
-Fleet* Fleet::current() { return currentFleet; }
+Fleet* Fleet::current() { return dynamic_cast<Fleet*>(run::Run::current()); }
 
 void Fleet::begin() {
   for (const Member& member : members_) {
@@ -58,7 +55,9 @@ base::Result<std::unique_ptr<redfish::Service>> Fleet::open(
   target.deadline = std::min(target.deadline, left);
   target.timeout = std::min(target.timeout, left);
   if (!connection::needsPassword(target)) {
-    return connection::openService(target, nullptr, wants);
+    connection::OpenOptions nobody;
+    nobody.wants = wants;
+    return connection::openService(target, nobody);
   }
   const Credentials::Known& known = credentials_.of(target);
   if (!known.credential) {
@@ -66,8 +65,11 @@ base::Result<std::unique_ptr<redfish::Service>> Fleet::open(
     failure.address = connection::toString(target.address);
     return failure;
   }
-  return connection::openService(target, &known.credential->password, wants,
-                                 known.gate.get());
+  connection::OpenOptions how;
+  how.password = &known.credential->password;
+  how.wants = wants;
+  how.gate = known.gate.get();
+  return connection::openService(target, how);
 }
 
 void Fleet::addCost(const redfish::ServiceStats& stats) {

@@ -15,6 +15,7 @@
 #include "suite/fleet/credentials.h"
 #include "suite/fleet/members.h"
 #include "suite/redfish/service.h"
+#include "suite/run/run.h"
 
 namespace fleet {
 
@@ -37,17 +38,18 @@ struct FleetOptions {
   std::function<void(const Progress&)> progress;
 };
 
-/// The targets of a run that reads several of them. The host makes one for the
-/// length of the run, in the place of `Connections`.
-class Fleet {
+/// A run that reads several targets. The host makes one for the length of the
+/// run, in the place of `Connections`. The pool that all runs have stays empty:
+/// each thread opens and closes the services of its own targets.
+class Fleet : public run::Run {
  public:
   Fleet(std::vector<Member> members, FleetOptions options);
-  ~Fleet();
+  ~Fleet() override;
 
   Fleet(const Fleet&) = delete;
   Fleet& operator=(const Fleet&) = delete;
 
-  /// The current one; null if the run reads one target.
+  /// The current run if it reads several targets; else null.
   static Fleet* current();
 
   const std::vector<Member>& members() const { return members_; }

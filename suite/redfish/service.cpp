@@ -5,7 +5,6 @@
 
 #include "suite/base/ascii.h"
 #include "suite/base/log.h"
-#include "suite/base/progress.h"
 #include "suite/platform/interrupt.h"
 #include "suite/platform/last_resort.h"
 #include "suite/redfish/crawl/crawl.h"
@@ -71,14 +70,18 @@ std::optional<base::Failure> Service::open() {
     if (lost_) {
       lost_ = session_.scrub(*std::move(lost_));
     }
-    if (base::Progress* observer = base::progress()) {
-      observer->done();
-    }
+    readingEnded();
     if (lost_) {
       BRIVEL_LOG(base::kLogError) << base::describe(*lost_);
     }
   }
   return lost_;
+}
+
+void Service::readingEnded() {
+  if (options_.progress != nullptr) {
+    options_.progress->done();
+  }
 }
 
 const Probed& Service::probe() {
@@ -99,23 +102,21 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
     whole.wants |= options_.prefetch;
   }
   whole.wants |= options_.prefetch & kWantThorough;
-  Crawl crawl(knowledge_, whole, fetcher_, session_, address(),
-              options_.requestTimeout);
+  const CrawlOptions how = {address(), options_.requestTimeout,
+                            options_.progress};
+  Crawl crawl(knowledge_, whole, fetcher_, session_, how);
   // Reading ahead leaves the time for what this call itself is for.
   const bool readsAhead = whole.wants != selection.wants;
   auto failure = crawl.run(callEnd(), readsAhead ? callEnd() : workEnd());
   if (failure && failure->kind == base::FailureKind::kDeadline && readsAhead) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
-    Crawl own(knowledge_, selection, fetcher_, session_, address(),
-              options_.requestTimeout);
+    Crawl own(knowledge_, selection, fetcher_, session_, how);
     if (!own.run(base::Clock::now(), workEnd())) {
       failure.reset();
     }
   }
-  if (base::Progress* observer = base::progress()) {
-    observer->done();
-  }
+  readingEnded();
   if (failure) {
     BRIVEL_LOG(base::kLogError) << base::describe(*failure);
     if (isLasting(failure->kind)) {

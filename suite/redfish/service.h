@@ -8,6 +8,7 @@
 #include <string>
 
 #include "suite/base/failure.h"
+#include "suite/base/progress.h"
 #include "suite/base/result.h"
 #include "suite/base/secret.h"
 #include "suite/http/transport.h"
@@ -34,6 +35,8 @@ struct ServiceOptions {
   /// Asked before the password is sent; must outlive the service. Null: it is
   /// sent.
   LoginGate* gate = nullptr;
+  /// Observes the reading; must outlive the service. Null: nobody does.
+  base::Progress* progress = nullptr;
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
 };
@@ -116,6 +119,7 @@ class Service {
   std::optional<http::Answer> readPlainly(const std::string& target,
                                           base::Clock::time_point until);
   base::Clock::time_point callEnd() const;
+  void readingEnded();  ///< Tells the observer.
 
   ServiceOptions options_;
   std::unique_ptr<http::Transport> transport_;

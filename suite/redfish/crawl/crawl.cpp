@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "suite/base/progress.h"
 #include "suite/base/text.h"
 #include "suite/base/time_limit.h"
 #include "suite/platform/interrupt.h"
@@ -22,14 +21,12 @@ constexpr std::size_t kLooksPerAnswer = 256;
 }  // namespace
 
 Crawl::Crawl(ServiceKnowledge& knowledge, Selection selection, Fetcher& fetcher,
-             Session& session, std::string address,
-             std::chrono::milliseconds requestTimeout)
+             Session& session, CrawlOptions options)
     : knowledge_(knowledge),
       selection_(std::move(selection)),
       fetcher_(fetcher),
       session_(session),
-      address_(std::move(address)),
-      requestTimeout_(requestTimeout),
+      options_(std::move(options)),
       policy_(knowledge_, selection_, state_) {}
 
 std::optional<base::Failure> Crawl::run(base::Clock::time_point until,
@@ -131,7 +128,7 @@ void Crawl::fetch(Pending pending) {
   Fetch request;
   request.target = pending.uri.target();
   request.priority = heightOf(pending.kind);
-  request.timeout = requestTimeout_;
+  request.timeout = options_.requestTimeout;
   const std::string_view query =
       pending.plain ? std::string_view()
                     : knowledge_.expand.queryFor(pending.kind, policy_.bits());
@@ -212,11 +209,11 @@ std::optional<FetchResult> Crawl::nextAnswer(base::Clock::time_point until) {
   while (true) {
     const base::Clock::time_point now = base::Clock::now();
     const base::Clock::time_point wake =
-        base::progress() != nullptr ? std::min(until, now + kProgressStep)
-                                    : until;
+        options_.progress != nullptr ? std::min(until, now + kProgressStep)
+                                     : until;
     auto fetched = fetcher_.next(wake);
-    if (base::Progress* observer = base::progress()) {
-      observer->tick(knowledge_.graph.resources().size());
+    if (options_.progress != nullptr) {
+      options_.progress->tick(knowledge_.graph.resources().size());
     }
     if (fetched) {
       return fetched;
@@ -259,7 +256,7 @@ void Crawl::end(base::Failure failure) {
 base::Failure Crawl::fail(base::FailureKind kind, std::string cause) const {
   base::Failure failure;
   failure.kind = kind;
-  failure.address = address_;
+  failure.address = options_.address;
   failure.cause = std::move(cause);
   return failure;
 }

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "suite/base/progress.h"
 #include "suite/redfish/crawl/crawl_state.h"
 #include "suite/redfish/crawl/knowledge.h"
 #include "suite/redfish/crawl/link_policy.h"
@@ -21,6 +22,13 @@
 
 namespace redfish {
 
+/// How a crawl reads and whom it tells.
+struct CrawlOptions {
+  std::string address;  ///< Of the service, for messages.
+  std::chrono::milliseconds requestTimeout;
+  base::Progress* progress = nullptr;  ///< Told of each answer; null: nobody.
+};
+
 /// One reading of a service: follows the links that the plan names, starting
 /// from all that is known already. Every answer starts the next requests at
 /// once. Links of which `LinkPolicy` cannot tell yet whether they are needed
@@ -30,8 +38,7 @@ class Crawl {
  public:
   /// All that is passed by reference has to outlive the crawl.
   Crawl(ServiceKnowledge& knowledge, Selection selection, Fetcher& fetcher,
-        Session& session, std::string address,
-        std::chrono::milliseconds requestTimeout);
+        Session& session, CrawlOptions options);
 
   Crawl(const Crawl&) = delete;
   Crawl& operator=(const Crawl&) = delete;
@@ -116,8 +123,7 @@ class Crawl {
   Selection selection_;
   Fetcher& fetcher_;
   Session& session_;
-  std::string address_;
-  std::chrono::milliseconds requestTimeout_;
+  CrawlOptions options_;
 
   CrawlState state_;
   LinkPolicy policy_;

@@ -28,7 +28,7 @@ void Crawl::arrive(FetchResult fetched, base::Clock::time_point until) {
   }
 
   Resource resource = resourceFrom(std::move(fetched.answer), pending.uri,
-                                   address_, knowledge_.budget);
+                                   options_.address, knowledge_.budget);
   if (refusedExpansion(pending, resource)) {
     return;
   }
@@ -55,7 +55,7 @@ bool Crawl::reauthorized(const FetchResult& fetched, const Pending& pending,
       return false;
     }
     renewed_ = true;
-    if (auto failure = session_.renew(requestTimeout_, until)) {
+    if (auto failure = session_.renew(options_.requestTimeout, until)) {
       end(std::move(*failure));
       return false;
     }
@@ -76,7 +76,7 @@ bool Crawl::refusedExpansion(const Pending& pending, const Resource& resource) {
   }
   if (knowledge_.expand.usable()) {
     BRIVEL_LOG(base::kLogInformation)
-        << address_ << ": " << pending.uri.target()
+        << options_.address << ": " << pending.uri.target()
         << ": no answer to $expand, asking plainly from now on";
     knowledge_.expand.giveUp();
   }
@@ -118,7 +118,8 @@ void Crawl::admit(Resource resource) {
     BRIVEL_LOG(base::kLogError) << base::describe(*resource.failure);
   } else if (resource.state == ResourceState::kAbsent) {
     BRIVEL_LOG(base::kLogInformation)
-        << address_ << ": " << resource.uri.target() << ": does not exist";
+        << options_.address << ": " << resource.uri.target()
+        << ": does not exist";
   }
   Resource& kept = knowledge_.graph.insert(std::move(resource));
   bool collection = false;
@@ -145,13 +146,13 @@ void Crawl::logRefusedLinks(const Resource& resource,
                             const LinkReport& report) const {
   for (const std::string& refused : report.refused) {
     BRIVEL_LOG(base::kLogError)
-        << address_ << ": " << resource.uri.target()
+        << options_.address << ": " << resource.uri.target()
         << ": refused a link that does not stay below /redfish/: \""
         << session_.scrub(refused) << "\"";
   }
   if (report.refusedCount > report.refused.size()) {
     BRIVEL_LOG(base::kLogError)
-        << address_ << ": " << resource.uri.target() << ": refused "
+        << options_.address << ": " << resource.uri.target() << ": refused "
         << report.refusedCount - report.refused.size() << " more links";
   }
 }

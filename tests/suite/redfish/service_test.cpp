@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "suite/base/progress.h"
 #include "tests/suite/redfish/service_fixture.h"
 
 namespace {
@@ -20,6 +21,26 @@ struct ServiceOpen : ScriptedService, testing::Test {
 TEST_F(ServiceOpen, RootIsInTheGraph) {
   EXPECT_FALSE(rootAnswers(200, kRootBody));
   EXPECT_NE(service->graph().find("/redfish/v1"), nullptr);
+}
+
+// What an observer has been told.
+struct Observer : base::Progress {
+  std::uint64_t read = 0;
+  int ends = 0;
+
+  void tick(std::uint64_t resourcesRead) override { read = resourcesRead; }
+  void done() override { ++ends; }
+};
+
+TEST_F(ServiceOpen, ItsObserverIsToldOfEachReading) {
+  Observer observer;
+  options.progress = &observer;
+  EXPECT_FALSE(rootAnswers(200, kRootBody));
+  EXPECT_EQ(observer.ends, 1);
+  script->on("GET /redfish/v1/Systems", 200, R"({"Members": []})");
+  static_cast<void>(service->read(wanting(redfish::kWantProcessors)));
+  EXPECT_EQ(observer.read, 1U);  // The root; Systems is just coming.
+  EXPECT_EQ(observer.ends, 2);
 }
 
 TEST_F(ServiceOpen, MissingRootIsNoRedfish) {
