@@ -64,42 +64,12 @@ TEST(DisplayNames, RepeatedLabelIsNone) {
 }
 
 TEST(DisplayNames, ClassWordIsNoName) {
-  for (const std::string word : {"Processor",
-                                 "Processors",
-                                 "Computer Processor",
-                                 "CPU",
-                                 "GPU",
-                                 "FPGA",
-                                 "Accelerator",
-                                 "Fan",
-                                 "Memory",
-                                 "DIMM",
-                                 "DIMM Slot",
-                                 "Memory Module",
-                                 "Power Supply",
-                                 "Power Supplies",
-                                 "Power Supply Bay",
-                                 "PSU",
-                                 "PCIe Device",
-                                 "PCIeDevice",
-                                 "PCI Device",
-                                 "Network Adapter",
-                                 "NetworkAdapter",
-                                 "Network Adapter View",
-                                 "Network Controller",
-                                 "Storage Controller",
-                                 "Controller",
-                                 "Storage",
-                                 "Drive",
-                                 "Disk",
-                                 "Volume",
-                                 "Battery",
-                                 "Sensor",
-                                 "System",
-                                 "Chassis",
-                                 "Manager",
-                                 "fan",
-                                 "KestwynPowerSupply"}) {
+  // In the singular and the plural, of one word and of several, in any case;
+  // what ends like the last one is a maker's.
+  for (const std::string word :
+       {"CPU", "Processors", "DIMM Slot", "Power Supply Bay",
+        "Network Adapter View", "Storage Controller", "fan", "CHASSIS",
+        "KestwynPowerSupply"}) {
     EXPECT_EQ(only(R"({"Name": ")" + word + R"(", "Id": "3"})"), "Fan 3")
         << word;
   }
