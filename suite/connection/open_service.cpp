@@ -30,9 +30,8 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   std::unique_ptr<http::Transport> transport = transportOf(target);
   if (how.recording != nullptr) {
     transport = how.recording->recorded(std::move(transport));
-    how.recording->noteName(target.user);
     how.recording->noteName(target.address.host);
-    how.recording->noteSecret(options.password);
+    how.recording->noteLogin(target.user, options.password);
   }
   return std::make_unique<redfish::Service>(std::move(options),
                                             std::move(transport));

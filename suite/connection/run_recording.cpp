@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "suite/http/basic_login.h"
 #include "suite/local/recording/recorder.h"
 #include "suite/redfish/recording/recording_transport.h"
 
@@ -48,9 +49,14 @@ std::unique_ptr<http::Transport> RunRecording::recorded(
 
 void RunRecording::noteName(const std::string& name) { masker_.note(name); }
 
-void RunRecording::noteSecret(const base::Secret& secret) {
+void RunRecording::noteLogin(const std::string& user,
+                             const base::Secret& password) {
+  masker_.note(user);
   for (redfish::Recording& service : services_) {
-    service.noteSecret(base::Secret(secret));
+    service.noteSecret(base::Secret(password));
+    if (!password.empty()) {
+      service.noteSecret(http::basicLogin(user, password));
+    }
   }
 }
 
@@ -64,6 +70,9 @@ std::optional<std::string> RunRecording::finish(bool interrupted) {
   }
   for (const redfish::Recording& service : services_) {
     missing = missing.empty() ? service.missing() : missing;
+  }
+  if (missing.empty() && masked_ && masker_.exceeded()) {
+    missing = masking::Masker::kExceeded;
   }
   if (missing.empty()) {
     folder_->remove(kMark);
@@ -90,6 +99,9 @@ std::string RunRecording::store() {
   // before the first one is replaced.
   for (const redfish::Recording& service : services_) {
     service.note(masker_);
+  }
+  if (masked_ && masker_.exceeded()) {
+    return masking::Masker::kExceeded;
   }
   std::string problem;
   for (std::size_t i = 0; i < services_.size() && problem.empty(); ++i) {

@@ -37,11 +37,12 @@ class RunRecording {
   /// The run reads the machine itself.
   void recordMachine(const local::Root& root) { machine_ = root; }
 
-  /// A name of the target, of its user: masked wherever it is read.
+  /// A name of the target: masked wherever it is read.
   void noteName(const std::string& name);
 
-  /// A password of the run: never recorded.
-  void noteSecret(const base::Secret& secret);
+  /// Who logs in: the user is masked wherever it is read; the password, also as
+  /// HTTP Basic sends it, is never recorded.
+  void noteLogin(const std::string& user, const base::Secret& password);
 
   /// Writes everything. Returns nullopt on success, and a clause that names the
   /// folder if something is missing in it. `interrupted`: the user ended the

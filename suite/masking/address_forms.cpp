@@ -140,14 +140,21 @@ bool isIpv6(std::string_view text) {
 }
 
 std::size_t ipv6At(std::string_view text, std::size_t place) {
+  // Most that an address can have, with what follows it. A hostile text has
+  // more of them, and would be looked at many times over.
+  constexpr int kMostColons = 9;
+  constexpr int kMostDots = 4;
   std::size_t end = place;
-  bool colons = false;
+  int colons = 0;
+  int dots = 0;
   while (end < text.size() && end - place <= kMostIpv6 &&
+         colons <= kMostColons && dots <= kMostDots &&
          (isHex(text[end]) || text[end] == ':' || text[end] == '.')) {
-    colons = colons || text[end] == ':';
+    colons += text[end] == ':' ? 1 : 0;
+    dots += text[end] == '.' ? 1 : 0;
     ++end;
   }
-  if (!colons || !endsWord(text, end)) {
+  if (colons == 0 || !endsWord(text, end)) {
     return 0;
   }
   // The end of a sentence, or what an address is followed by.

@@ -1,9 +1,13 @@
 #include "suite/masking/masker.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "suite/base/ascii.h"
 #include "suite/base/filler.h"
+#include "suite/base/time_limit.h"
 #include "suite/masking/address_forms.h"
 
 namespace masking {
@@ -12,6 +16,8 @@ namespace {
 constexpr std::size_t kShortestWord = 4;
 constexpr std::size_t kShortestNumber = 6;
 constexpr std::size_t kShortestAnywhere = 8;
+// So much of a text is searched for values at a time.
+constexpr std::size_t kBlock = 65536;
 
 // Whether a value is told from ordinary words by its form, so that it can be
 // looked for inside of words too.
@@ -50,15 +56,25 @@ std::string percentEncoded(std::string_view value) {
 
 void Masker::note(std::string_view value) {
   value = base::trimmed(value);
-  if (!value.empty() && !base::isFiller(value)) {
+  // Longer ones are not looked for in texts.
+  if (value.empty() || value.size() > NotedValues::kLongest ||
+      base::isFiller(value)) {
+    return;
+  }
+  if (notedBytes_ + value.size() > kMostNoted) {
+    exceeded_ = exceeded_ || noted_.count(std::string(value)) == 0;
+  } else if (noted_.emplace(value).second) {
+    notedBytes_ += value.size();
     prepared_ = false;
-    noted_.emplace(value);
   }
 }
 
 void Masker::keep(std::string_view word) {
-  prepared_ = false;
-  kept_.insert(base::lowerCase(word));
+  if (keptBytes_ + word.size() <= kMostNoted &&
+      kept_.insert(base::lowerCase(word)).second) {
+    keptBytes_ += word.size();
+    prepared_ = false;
+  }
 }
 
 std::string Masker::value(std::string_view value) {
@@ -76,15 +92,23 @@ std::string Masker::text(std::string_view text) {
   prepare();
   std::string masked;
   masked.reserve(text.size());
+  std::vector<std::uint8_t> lengths;  // Of noted values, from `begin` on.
+  std::size_t begin = 0;
   for (std::size_t i = 0; i < text.size();) {
-    const std::size_t noted = values_.at(text, i);
+    base::heedTime();
+    if (i >= begin + lengths.size()) {
+      begin = i;
+      lengths =
+          values_.lengths(text, begin, std::min(begin + kBlock, text.size()));
+    }
+    const std::size_t noted = lengths[i - begin];
     const std::size_t address = addressAt(text, i);
     const std::size_t length = std::max(noted, address);
-    const std::string found(text.substr(i, length));
     if (length == 0) {
       masked += text[i++];
       continue;
     }
+    const std::string found(text.substr(i, length));
     i += length;
     const auto encoded = encoded_.find(base::lowerCase(found));
     if (length > noted && isIpv4(found) && kept_.count(found) != 0) {
@@ -123,6 +147,7 @@ void Masker::prepare() {
           percentEncoded(replacements_.of(value));
     }
   }
+  values_.prepare();
 }
 
 }  // namespace masking

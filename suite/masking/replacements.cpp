@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <memory>
-#include <random>
 #include <utility>
+#include <vector>
 
 #include "suite/base/ascii.h"
 #include "suite/base/filler.h"
+#include "suite/base/time_limit.h"
 #include "suite/masking/address_forms.h"
+#include "suite/platform/random.h"
 
 namespace masking {
 namespace {
@@ -15,6 +17,10 @@ namespace {
 // Draws before a value shares its replacement with another one. Only values
 // of one or two characters get there.
 constexpr int kMostDraws = 200;
+
+// Bytes that all values together may draw again. Only a service that makes up
+// thousands of values of the same few shapes gets there.
+constexpr std::size_t kMostRedrawn = std::size_t{4} << 20U;
 
 bool isHexLetter(char c) { return c >= 'a' && c <= 'f'; }
 
@@ -55,8 +61,18 @@ char withCaseOf(char original, char made) {
 }  // namespace
 
 Random systemRandom() {
-  auto device = std::make_shared<std::random_device>();
-  return [device] { return static_cast<std::uint32_t>((*device)()); };
+  constexpr std::size_t kAtATime = 64;
+  auto numbers = std::make_shared<std::vector<std::uint32_t>>();
+  return [numbers] {
+    if (numbers->empty()) {
+      numbers->resize(kAtATime);
+      platform::fillRandom(numbers->data(),
+                           numbers->size() * sizeof(numbers->front()));
+    }
+    const std::uint32_t number = numbers->back();
+    numbers->pop_back();
+    return number;
+  };
 }
 
 std::string normalForm(std::string_view value) {
@@ -78,11 +94,7 @@ std::string Replacements::of(std::string_view value) {
       std::none_of(normal.begin(), normal.end(), isPlain)) {
     return std::string(value);
   }
-  const auto known = made_.find(normal);
-  const std::string& made =
-      known != made_.end()
-          ? known->second
-          : made_.emplace(normal, invent(normal)).first->second;
+  const std::string made = madeFor(normal);
   // Of a hexadecimal number the normal form lacks what stands between digits.
   std::string replacement(value);
   const bool shortened = normal.size() != value.size();
@@ -95,16 +107,41 @@ std::string Replacements::of(std::string_view value) {
   return replacement;
 }
 
-std::string Replacements::invent(std::string_view normal) {
-  std::string drawn;
+std::string Replacements::madeFor(const std::string& normal) {
+  // What two entries take beside their texts, about.
+  constexpr std::size_t kOverhead = 200;
+  const auto known = made_.find(normal);
+  if (known != made_.end()) {
+    return known->second;
+  }
+  const std::size_t room = kOverhead + 3 * normal.size();
+  if (room > room_) {
+    exceeded_ = true;
+    return draw(normal);
+  }
+  room_ -= room;
+  return made_.emplace(normal, invent(normal)).first->second;
+}
+
+std::string Replacements::invent(const std::string& normal) {
+  // Where a few draws find none but the value itself, it has nothing to draw.
+  constexpr int kFewDraws = 20;
+  std::string shared = normal;
   for (int draws = 0; draws < kMostDraws; ++draws) {
-    drawn = draw(normal);
-    if (drawn != normal && !base::isFiller(drawn) &&
-        taken_.insert(drawn).second) {
-      return drawn;
+    std::string drawn = draw(normal);
+    base::heedTime();
+    if (drawn != normal && !base::isFiller(drawn)) {
+      if (taken_.insert(drawn).second) {
+        return drawn;
+      }
+      shared = std::move(drawn);
+    }
+    redrawn_ += normal.size();
+    if (redrawn_ > kMostRedrawn && (shared != normal || draws >= kFewDraws)) {
+      break;
     }
   }
-  return drawn;
+  return shared;
 }
 
 std::string Replacements::draw(std::string_view normal) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -28,7 +29,8 @@ std::string normalForm(std::string_view value);
 /// value: digits for digits, letters for letters of the same case, letters A to
 /// F where the value has no others, IPv4 addresses for IPv4 addresses;
 /// everything else stays. It is made of random numbers and of the shape, so
-/// that the value cannot be computed from it.
+/// that the value cannot be computed from it. Takes time in proportion to the
+/// values.
 class Replacements {
  public:
   explicit Replacements(Random random) : random_(std::move(random)) {}
@@ -42,14 +44,22 @@ class Replacements {
   /// as they are.
   std::string of(std::string_view value);
 
+  /// Whether there were more values than are remembered: the same one may have
+  /// had different replacements.
+  bool exceeded() const { return exceeded_; }
+
  private:
-  std::string invent(std::string_view normal);
+  std::string madeFor(const std::string& normal);
+  std::string invent(const std::string& normal);
   std::string draw(std::string_view normal);
   std::uint32_t below(std::uint32_t limit);
 
   Random random_;
   std::unordered_map<std::string, std::string> made_;  ///< By normal form.
   std::unordered_set<std::string> taken_;
+  std::size_t room_ = std::size_t{32} << 20U;  ///< For what is remembered.
+  bool exceeded_ = false;
+  std::size_t redrawn_ = 0;  ///< Bytes drawn more than once.
 };
 
 }  // namespace masking

@@ -39,6 +39,10 @@ Recorder::Recorder(Root from, platform::PrivateFolder& folder,
 void Recorder::record() {
   if (masker_ != nullptr) {
     note();
+    if (masker_->exceeded()) {
+      problems_.emplace_back(masking::Masker::kExceeded);
+      return;
+    }
   }
   recordTable();
   recordTexts();
@@ -47,6 +51,9 @@ void Recorder::record() {
   recordAdapters();
   recordNames();
   recordNetwork();
+  if (masker_ != nullptr && masker_->exceeded()) {
+    problems_.emplace_back(masking::Masker::kExceeded);
+  }
 }
 
 // Tells the masker all that identifies, before any of it is written.

@@ -5,7 +5,6 @@
 #include "suite/base/ascii.h"
 #include "suite/redfish/graph/json.h"
 #include "suite/redfish/recording/json_text.h"
-#include "suite/redfish/recording/property_names.h"
 
 namespace redfish {
 namespace {
@@ -22,12 +21,12 @@ bool isWord(std::string_view text) {
 bool isIdentifyingNumber(const JsonToken& token) {
   return token.kind == JsonToken::Kind::kNumber &&
          token.value.size() >= kShortestNumber &&
-         token.value.size() <= kLongestNumber && isIdentifying(token.name);
+         token.value.size() <= kLongestNumber && token.role.identifying;
 }
 
 // Whether a text is the value of an identifying member and no link to it.
 bool isIdentifyingText(const JsonToken& token) {
-  return token.kind == JsonToken::Kind::kText && isIdentifying(token.name) &&
+  return token.kind == JsonToken::Kind::kText && token.role.identifying &&
          !base::startsWith(token.value, "/redfish/");
 }
 
@@ -42,10 +41,10 @@ std::string maskToken(const JsonToken& token, masking::Masker& masker) {
     return isIdentifyingNumber(token) ? masker.value(token.value)
                                       : std::string(token.value);
   }
-  if (token.kind == JsonToken::Kind::kText && isFormat(token.name)) {
+  if (token.kind == JsonToken::Kind::kText && token.role.format) {
     return std::string(token.value);
   }
-  if (token.kind == JsonToken::Kind::kText && isSecret(token.name)) {
+  if (token.kind == JsonToken::Kind::kText && token.role.secret) {
     return blackened(token.value);
   }
   if (isIdentifyingText(token)) {
@@ -63,7 +62,7 @@ void noteBody(std::string_view body, masking::Masker& masker) {
       if (isWord(token.value)) {
         masker.keep(token.value);
       }
-    } else if (text && (isFormat(token.name) || isVersion(token.name))) {
+    } else if (text && (token.role.format || token.role.version)) {
       masker.keep(token.value);
     } else if (isIdentifyingText(token) || isIdentifyingNumber(token)) {
       masker.note(token.value);

@@ -55,7 +55,7 @@ class Scanner {
         continue;
       }
       if (c == '{' || c == '}') {
-        name_.clear();
+        role_ = {};
       }
       ++at_;
     }
@@ -81,10 +81,11 @@ class Scanner {
       ++at_;
     }
     if (at_ < text_.size() && text_[at_] == ':') {
-      name_ = value_;
+      // Once for a name, however many values it has.
+      role_ = roleOf(value_);
       token_ = {JsonToken::Kind::kName, {}, value_};
     } else {
-      token_ = {JsonToken::Kind::kText, name_, value_};
+      token_ = {JsonToken::Kind::kText, role_, value_};
     }
   }
 
@@ -108,7 +109,7 @@ class Scanner {
       return false;
     }
     value_ = text_.substr(begin_, end_ - begin_);
-    token_ = {JsonToken::Kind::kNumber, name_, value_};
+    token_ = {JsonToken::Kind::kNumber, role_, value_};
     return true;
   }
 
@@ -116,7 +117,7 @@ class Scanner {
   std::size_t at_ = 0;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
-  std::string name_;
+  PropertyRole role_;
   std::string value_;
   JsonToken token_;
 };

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "suite/redfish/recording/property_names.h"
+
 namespace redfish {
 
 /// One text or number in a body of JSON.
@@ -15,8 +17,9 @@ struct JsonToken {
     kNumber,  ///< A whole number without a sign.
   };
   Kind kind = Kind::kText;
-  std::string_view name;   ///< Of the member that it is the value of, or that
-                           ///< holds the array that it stands in.
+  /// Of the member that it is the value of, or that holds the array that it
+  /// stands in.
+  PropertyRole role;
   std::string_view value;  ///< Without escapes and quotation marks.
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "suite/base/ascii.h"
+#include "suite/base/time_limit.h"
 
 namespace redfish {
 namespace {
@@ -78,6 +79,7 @@ bool endsWithAny(const List& list, std::string_view text) {
 std::string plainName(std::string_view name) {
   std::string plain;
   for (const char c : name) {
+    base::heedTime();
     if (base::isAlphanumeric(c)) {
       plain += base::lower(c);
     }
@@ -90,29 +92,26 @@ bool isAnnotation(std::string_view name) {
   return name.find('@') != std::string_view::npos;
 }
 
+bool isVersion(std::string_view lower) {
+  return lower.find("version") != std::string_view::npos ||
+         lower.find("revision") != std::string_view::npos ||
+         lower.find("build") != std::string_view::npos;
+}
+
 }  // namespace
 
-bool isIdentifying(std::string_view name) {
+PropertyRole roleOf(std::string_view name) {
   const std::string plain = plainName(name);
-  return !isAnnotation(name) && (containsAny(kIdentifyingParts, plain) ||
-                                 endsWithAny(kIdentifyingEnds, plain));
-}
-
-bool isSecret(std::string_view name) {
-  return !isAnnotation(name) && endsWithAny(kSecretEnds, plainName(name));
-}
-
-bool isFormat(std::string_view name) {
   const std::string lower = base::lowerCase(name);
-  return std::find(std::begin(kFormat), std::end(kFormat), lower) !=
-         std::end(kFormat);
-}
-
-bool isVersion(std::string_view name) {
-  const std::string lower = base::lowerCase(name);
-  return lower.find("version") != std::string::npos ||
-         lower.find("revision") != std::string::npos ||
-         lower.find("build") != std::string::npos;
+  PropertyRole role;
+  role.identifying =
+      !isAnnotation(name) && (containsAny(kIdentifyingParts, plain) ||
+                              endsWithAny(kIdentifyingEnds, plain));
+  role.secret = !isAnnotation(name) && endsWithAny(kSecretEnds, plain);
+  role.format = std::find(std::begin(kFormat), std::end(kFormat), lower) !=
+                std::end(kFormat);
+  role.version = isVersion(lower);
+  return role;
 }
 
 }  // namespace redfish

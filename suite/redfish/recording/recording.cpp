@@ -11,7 +11,6 @@
 #include "suite/redfish/recording/body_masking.h"
 #include "suite/redfish/recording/json_text.h"
 #include "suite/redfish/recording/nested_documents.h"
-#include "suite/redfish/recording/property_names.h"
 
 namespace redfish {
 namespace {
@@ -175,7 +174,7 @@ std::string Recording::bodyWithoutSecrets(const std::string& body) const {
   }
   return withTokens(body, [this](const JsonToken& token) {
     std::string value(token.value);
-    return token.kind != JsonToken::Kind::kText || isFormat(token.name)
+    return token.kind != JsonToken::Kind::kText || token.role.format
                ? value
                : withoutSecrets(std::move(value));
   });

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "suite/http/basic_login.h"
+
 namespace redfish {
 namespace {
 
@@ -19,6 +21,10 @@ class RecordingTransport final : public http::Transport {
   std::uint64_t start(http::Request request) override {
     recording_.noteSecret(base::Secret(request.authToken));
     recording_.noteSecret(base::Secret(request.basicPassword));
+    if (!request.basicPassword.empty()) {
+      recording_.noteSecret(
+          http::basicLogin(request.basicUser, request.basicPassword));
+    }
     const bool read = request.method == http::Method::kGet;
     std::string target = request.target;
     const std::uint64_t id = transport_->start(std::move(request));

@@ -1,14 +1,13 @@
 #include "suite/redfish/session/session.h"
 
 #include <algorithm>
-#include <boost/archive/iterators/base64_from_binary.hpp>
-#include <boost/archive/iterators/transform_width.hpp>
 #include <boost/json/serializer.hpp>
 #include <iterator>
 #include <utility>
 
 #include "suite/base/ascii.h"
 #include "suite/base/log.h"
+#include "suite/http/basic_login.h"
 #include "suite/http/network_fault.h"
 #include "suite/platform/interrupt.h"
 #include "suite/redfish/graph/uri.h"
@@ -156,8 +155,10 @@ std::optional<base::Failure> Session::renew(std::chrono::milliseconds timeout,
 std::string Session::scrub(std::string text) const {
   text = base::withoutSecret(std::move(text), password_.text());
   text = base::withoutSecret(std::move(text), token_.text());
-  return wanted() ? base::withoutSecret(std::move(text), basicLogin().text())
-                  : text;
+  return wanted()
+             ? base::withoutSecret(std::move(text),
+                                   http::basicLogin(user_, password_).text())
+             : text;
 }
 
 base::Failure Session::scrub(base::Failure failure) const {
@@ -165,19 +166,6 @@ base::Failure Session::scrub(base::Failure failure) const {
     *text = scrub(std::move(*text));
   }
   return failure;
-}
-
-// Base64 (RFC 4648) without the padding, which a service may leave out.
-base::Secret Session::basicLogin() const {
-  namespace iterators = boost::archive::iterators;
-  using Base64 = iterators::base64_from_binary<
-      iterators::transform_width<const char*, 6, 8>>;
-  const base::Secret login({user_, ":", password_.text()});
-  const char* const begin = login.text().data();
-  std::string encoded;
-  encoded.reserve(login.text().size() * 4 / 3 + 1);
-  encoded.assign(Base64(begin), Base64(begin + login.text().size()));
-  return base::Secret(std::move(encoded));
 }
 
 void Session::sendLogin(std::chrono::milliseconds timeout) {

@@ -108,8 +108,6 @@ class Session {
   void authenticate(http::Request& request) const;
   std::optional<json::object> read(const std::string& target,
                                    base::Clock::time_point until);
-  /// User and password as HTTP Basic sends them (RFC 7617).
-  base::Secret basicLogin() const;
   void useBasic();
   base::Failure fail(base::FailureKind kind, std::string cause,
                      std::string remedy) const;

@@ -83,6 +83,16 @@ TEST(Replacements, EndWhereThereAreNotEnoughOfAShape) {
   }
 }
 
+TEST(Replacements, AreNotTheValueItselfWhereNoneIsLeft) {
+  Replacements replacements(numbers());
+  for (char c = '0'; c <= '9'; ++c) {
+    replacements.reserve(std::string(1, c));
+  }
+  for (char c = '0'; c <= '9'; ++c) {
+    EXPECT_NE(replacements.of(std::string(1, c)), std::string(1, c));
+  }
+}
+
 TEST(Replacements, OfAddressesAreAddresses) {
   Replacements replacements(numbers());
   for (int i = 0; i < 100; ++i) {

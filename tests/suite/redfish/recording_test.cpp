@@ -3,7 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <map>
+#include <memory>
+
+#include "suite/redfish/recording/recording_transport.h"
+#include "tests/suite/redfish/script_transport.h"
 
 namespace redfish {
 namespace {
@@ -110,6 +115,24 @@ TEST(Recording, NeverHoldsWhatProvesALogin) {
   const auto files = filesOf(recording);
   EXPECT_EQ(files.at("redfish/v1/A/index.json"), R"({"Name": "it was ***"})");
   EXPECT_EQ(files.at("redfish/v1/B/index.json"), "it was ***");
+}
+
+TEST(Recording, NeverHoldsTheLoginThatBasicSends) {
+  auto script = std::make_shared<Script>();
+  // "ada:Wal-kure" in base 64.
+  script->on("GET /redfish/v1/A", 200,
+             R"({"Name": "Basic YWRhOldhbC1rdXJl refused"})");
+  Recording recording;
+  const auto transport =
+      makeRecordingTransport(makeScriptTransport(script), recording);
+  http::Request request;
+  request.target = "/redfish/v1/A";
+  request.basicUser = "ada";
+  request.basicPassword = base::Secret(std::string("Wal-kure"));
+  transport->start(std::move(request));
+  transport->next(base::Clock::now() + std::chrono::seconds(1));
+  EXPECT_EQ(filesOf(recording).at("redfish/v1/A/index.json"),
+            R"({"Name": "Basic *** refused"})");
 }
 
 TEST(Recording, HoldsNoSessions) {
