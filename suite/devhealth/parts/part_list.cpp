@@ -38,6 +38,7 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
   LinkedList result;
   const std::optional<Uri> link = redfish::linkAt(holder, path);
   if (!link) {
+    result.failure = refusedLinkAt(holder, path);
     return result;
   }
   const Resource* collection = graph.find(link->document());
@@ -51,6 +52,24 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
     }
   }
   return result;
+}
+
+std::optional<base::Failure> refusedLinkAt(const json::object& holder,
+                                           std::string_view path) {
+  const json::object* reference = redfish::objectAt(holder, path);
+  const std::string_view link =
+      reference == nullptr ? "" : redfish::stringAt(*reference, "@odata.id");
+  if (link.empty() || Uri::parse(link)) {
+    return std::nullopt;
+  }
+  base::Failure refused;
+  refused.kind = base::FailureKind::kRefusedLink;
+  if (const auto own = Uri::parse(redfish::stringAt(holder, "@odata.id"))) {
+    refused.uri = own->target();
+  }
+  refused.cause =
+      "its link to " + std::string(path) + " does not stay below /redfish/";
+  return refused;
 }
 
 PartList entriesAt(const Resource& document, std::string_view array) {

@@ -46,10 +46,16 @@ struct LinkedList {
 };
 
 /// The members of the collection that an object links at a path. Empty, and
-/// no failure, when there is no link or no such collection.
+/// no failure, when there is no link or no such collection; a refused link is
+/// a failure.
 LinkedList membersAt(const redfish::Graph& graph,
                      const redfish::json::object& holder,
                      std::string_view path);
+
+/// The failure of a link at a path of an object that does not stay below
+/// /redfish/; nothing where there is a good one or none.
+std::optional<base::Failure> refusedLinkAt(const redfish::json::object& holder,
+                                           std::string_view path);
 
 /// The entries of an array of a document that was read: their links are the
 /// document's with the place as fragment.

@@ -103,6 +103,9 @@ class Crawl {
   bool checkLinks(const Resource& resource);
   /// Checks a collection's members; false when there are too many of them.
   bool takeMembers(Resource& collection);
+  /// False when all links of members in a page are refused, so that the
+  /// collection, whose first page is `head`, is unreadable and not empty.
+  bool checkMembers(const std::string& head, const json::object& page);
   /// Puts the resources inside another aside, and links in their places. A page
   /// counts as the document that it belongs to.
   void setNestedAside(Resource& resource, const std::string& around);

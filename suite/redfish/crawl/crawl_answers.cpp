@@ -131,7 +131,8 @@ void Crawl::admit(Resource resource) {
   if (kept.state != ResourceState::kRead) {
     return;
   }
-  if ((collection && !takeMembers(kept)) || !checkLinks(kept)) {
+  if ((collection && !takeMembers(kept)) || !checkLinks(kept) ||
+      (collection && !checkMembers(document, kept.body))) {
     return;
   }
   setNestedAside(kept, document);

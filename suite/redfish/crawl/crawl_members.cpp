@@ -86,7 +86,35 @@ void dropSelf(json::array& members, const std::string& document) {
                 members.end());
 }
 
+// How many of the members in a page are refused links, where none can be
+// followed; else 0.
+std::size_t refusedMembers(const json::object& page) {
+  const json::value* members = page.if_contains("Members");
+  if (members == nullptr || !linksAt(page, "Members").empty()) {
+    return 0;
+  }
+  const json::array* all = members->if_array();
+  if (all == nullptr) {
+    return isRefusedLink(*members) ? 1 : 0;
+  }
+  return static_cast<std::size_t>(
+      std::count_if(all->begin(), all->end(), isRefusedLink));
+}
+
 }  // namespace
+
+bool Crawl::checkMembers(const std::string& head, const json::object& page) {
+  const std::size_t refused = refusedMembers(page);
+  if (refused == 0) {
+    return true;
+  }
+  markUnreadable(head, base::FailureKind::kRefusedLink,
+                 refused == 1
+                     ? "the link of its only member leaves /redfish/"
+                     : "the links of all its " + std::to_string(refused) +
+                           " members leave /redfish/");
+  return false;
+}
 
 std::string Crawl::tooManyMembers() {
   return "more than " + std::to_string(kMaxMembers) + " members";
@@ -167,6 +195,9 @@ void Crawl::takePage(const std::string& head, Resource page) {
     return;
   }
   logRefusedLinks(page, surveyLinks(page.body));
+  if (!checkMembers(head, page.body)) {
+    return;
+  }
   Resource& collection = *knowledge_.graph.edit(head);
   setNestedAside(page, head);
   json::array members;

@@ -85,6 +85,10 @@ const json::string* linkTextOf(const json::object& object) {
   return link == nullptr ? nullptr : link->if_string();
 }
 
+bool isRefused(const json::string& link) {
+  return !Uri::parse({link.data(), link.size()});
+}
+
 // What the rest of a path leads to from a value; the value itself where
 // nothing is left of the path.
 const json::value* valueBelow(const json::value& value, std::string_view rest) {
@@ -104,7 +108,7 @@ class LinkSurvey {
   void visit(const json::object& object) {
     base::heedTime();
     const json::string* text = linkTextOf(object);
-    if (text != nullptr && !Uri::parse({text->data(), text->size()})) {
+    if (text != nullptr && isRefused(*text)) {
       if (report_.refused.size() < kMaxRefusedTold) {
         report_.refused.push_back(
             base::excerpt({text->data(), text->size()}, kQuotedLinkBytes));
@@ -217,6 +221,12 @@ std::optional<Uri> linkOf(const json::value& value) {
     return std::nullopt;
   }
   return Uri::parse({text->data(), text->size()});
+}
+
+bool isRefusedLink(const json::value& value) {
+  const json::object* object = value.if_object();
+  const json::string* text = object == nullptr ? nullptr : linkTextOf(*object);
+  return text != nullptr && isRefused(*text);
 }
 
 LinkReport surveyLinks(const json::object& object) {

@@ -47,6 +47,9 @@ std::string_view stringAt(const json::object& object, std::string_view path);
 /// the rules for links. A refused link counts as none.
 std::optional<Uri> linkOf(const json::value& value);
 
+/// Whether a value is an object with a string "@odata.id" that is refused.
+bool isRefusedLink(const json::value& value);
+
 /// The link at a path of an object.
 std::optional<Uri> linkAt(const json::object& object, std::string_view path);
 

@@ -231,6 +231,34 @@ TEST_F(CrawlScript, UnreadablePageSpoilsTheCollection) {
   EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kUnreadable);
 }
 
+TEST_F(CrawlScript, PageOfRefusedMembersSpoilsTheCollection) {
+  on("/Systems/1/Memory", R"({"Members": [
+      {"@odata.id": "/redfish/v1/Systems/1/Memory/1"}],
+      "Members@odata.nextLink": "/redfish/v1/Systems/1/Memory?$skip=1"})");
+  on("/Systems/1/Memory?$skip=1", R"({"Members": [
+      null, {"@odata.id": "/redfish/v1/../2"}, {"@odata.id": ""}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  const redfish::Resource* const list = found("/Systems/1/Memory");
+  EXPECT_EQ(list->state, ResourceState::kUnreadable);
+  ASSERT_TRUE(list->failure);
+  EXPECT_EQ(list->failure->kind, FailureKind::kRefusedLink);
+  EXPECT_EQ(list->failure->cause,
+            "the links of all its 2 members leave /redfish/");
+}
+
+TEST_F(CrawlScript, OnlyMemberRefusedSpoilsTheCollection) {
+  on("/Systems/1/Memory", R"({"Members": {"@odata.id": "/admin/1"}})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->failure->cause,
+            "the link of its only member leaves /redfish/");
+}
+
+TEST_F(CrawlScript, MembersWithoutLinksMakeAnEmptyCollection) {
+  on("/Systems/1/Memory", R"({"Members": [null, {}, {"@odata.id": 7}]})");
+  EXPECT_FALSE(start().read(wanting(redfish::kWantDimms)));
+  EXPECT_EQ(found("/Systems/1/Memory")->state, ResourceState::kRead);
+}
+
 TEST_F(CrawlScript, PagesWithoutEndSpoilTheCollection) {
   for (int i = 0; i < 100; ++i) {
     const std::string next = std::to_string(i + 1);

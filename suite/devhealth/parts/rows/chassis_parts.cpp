@@ -130,6 +130,7 @@ LinkedList Collector::fromSubsystem(const Resource& chassis) const {
   LinkedList result;
   const auto link = redfish::linkAt(chassis.body, schema_.subsystem);
   if (!link) {
+    result.failure = refusedLinkAt(chassis.body, schema_.subsystem);
     return result;
   }
   const Resource* subsystem = graph_.find(link->document());
@@ -149,6 +150,7 @@ LinkedList Collector::fromDocument(const Resource& chassis,
   LinkedList result;
   const auto link = redfish::linkAt(chassis.body, schema_.document);
   if (!link) {
+    result.failure = refusedLinkAt(chassis.body, schema_.document);
     return result;
   }
   const Resource* document = graph_.find(link->document());
