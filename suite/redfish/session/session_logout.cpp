@@ -1,4 +1,5 @@
 // The end of a login: whatever the service has granted is given back.
+#include <exception>
 #include <utility>
 
 #include "suite/base/log.h"
@@ -6,6 +7,28 @@
 #include "suite/redfish/session/session.h"
 
 namespace redfish {
+namespace {
+
+// Whether an answer to the logout says that there is no such session any more.
+bool isEnded(int status) {
+  return (status >= 200 && status < 300) || status == 401 || status == 404 ||
+         status == 410;
+}
+
+// Leaving is best effort: there is nobody left to tell but the log, if even
+// that can be told.
+void logFailure(const std::string& address,
+                const std::exception& error) noexcept {
+  try {
+    BRIVEL_LOG(base::kLogError)
+        << address << ": the logout failed (" << error.what()
+        << "); the session may stay open until it times out";
+  } catch (const std::exception&) {
+    // No memory for it.
+  }
+}
+
+}  // namespace
 
 void Session::logout() noexcept {
   try {
@@ -55,9 +78,15 @@ void Session::logout() noexcept {
           << "until it times out";
       return;
     }
+    if (!isEnded(answer->status)) {
+      BRIVEL_LOG(base::kLogError)
+          << address_ << ": the logout was answered with HTTP status "
+          << answer->status << "; the session may stay open until it times out";
+      return;
+    }
     ++logouts_;
-  } catch (...) {
-    // Leaving is best effort: there is nobody left to tell.
+  } catch (const std::exception& error) {
+    logFailure(address_, error);
   }
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/suite/log_recorder.h"
 #include "tests/suite/redfish/service_fixture.h"
 
@@ -265,6 +267,25 @@ TEST_F(SessionTest, SessionThatEndsAgainIsGivenUp) {
   EXPECT_EQ(start().read(wanting(redfish::kWantProcessors))->kind,
             base::FailureKind::kAuthentication);
   EXPECT_EQ(script->count("POST"), 2U);
+}
+
+TEST_F(SessionTest, RefusedLogoutIsLogged) {
+  for (const int status : {200, 204, 401, 403, 404, 405, 500}) {
+    ScriptedService one;
+    one.script->on("GET /redfish/v1/", 200, kRootBody)
+        .on("DELETE " + std::string(kSessions) + "/1", status);
+    clearLog();
+    one.start().open();
+    one.service.reset();
+    const auto& lines = loggedLines();
+    const bool told =
+        std::any_of(lines.begin(), lines.end(), [](const LogLine& line) {
+          return line.text.find(
+                     "the session may stay open until it times "
+                     "out") != std::string::npos;
+        });
+    EXPECT_EQ(told, status == 403 || status == 405 || status == 500) << status;
+  }
 }
 
 TEST_F(SessionTest, ServiceThatAsksForALoginWithoutAUser) {
