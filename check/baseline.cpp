@@ -3,18 +3,27 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <utility>
 
 #include "check/parts.h"
 #include "suite/report/json.h"
 
 namespace check {
+namespace {
 
-std::optional<Baseline> Baseline::parse(std::string_view text,
-                                        std::string& error) {
+base::Failure bad(std::string cause) {
+  base::Failure failure;
+  failure.kind = base::FailureKind::kBadContent;
+  failure.cause = std::move(cause);
+  return failure;
+}
+
+}  // namespace
+
+base::Result<Baseline> Baseline::parse(std::string_view text) {
   Baseline baseline;
-  const auto refuse = [&](int number, const std::string& why) {
-    error = "line " + std::to_string(number) + ": " + why;
-    return std::nullopt;
+  const auto refuse = [](int number, const std::string& why) {
+    return bad("line " + std::to_string(number) + ": " + why);
   };
   for (int number = 1; !text.empty(); ++number) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -23,12 +32,11 @@ std::optional<Baseline> Baseline::parse(std::string_view text,
     if (line.find_first_not_of(" \t\r") == std::string_view::npos) {
       continue;
     }
-    std::string why;
-    auto report = report::fromJson(line, why);
+    auto report = report::fromJson(line);
     if (!report) {
-      return refuse(number, why);
+      return refuse(number, report.error().cause);
     }
-    why = unfitForBaseline(*report);
+    const std::string why = unfitForBaseline(*report);
     if (!why.empty()) {
       return refuse(number, why);
     }
@@ -40,8 +48,7 @@ std::optional<Baseline> Baseline::parse(std::string_view text,
     }
   }
   if (baseline.reports_.empty()) {
-    error = "it is empty";
-    return std::nullopt;
+    return bad("it is empty");
   }
   return baseline;
 }

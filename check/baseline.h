@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +8,7 @@
 
 #include "check/comparison.h"
 #include "check/verdict.h"
+#include "suite/base/result.h"
 #include "suite/report/report.h"
 
 namespace check {
@@ -17,10 +17,9 @@ namespace check {
 class Baseline {
  public:
   /// Reads the text of a baseline file: one report a line, as JSON
-  /// (suite/report/json.h), each the complete reading of another node. Returns
-  /// nullopt and sets `error` to the line and what is wrong with it.
-  static std::optional<Baseline> parse(std::string_view text,
-                                       std::string& error);
+  /// (suite/report/json.h), each the complete reading of another node. The
+  /// cause of a failure names the line and what is wrong with it.
+  static base::Result<Baseline> parse(std::string_view text);
 
   /// Adds to a verdict what the server of a report lacks. A server without a
   /// baseline is a gap.

@@ -37,18 +37,22 @@ std::string read(const std::string& path, std::string& text) {
 
 }  // namespace
 
-std::optional<Baseline> loadBaseline(const std::string& path,
-                                     std::string& error) {
+base::Result<Baseline> loadBaseline(const std::string& path) {
   std::string text;
   const std::string problem = read(path, text);
   if (!problem.empty()) {
-    error = "--baseline: '" + path + "' " + problem;
-    return std::nullopt;
+    base::Failure failure;
+    failure.kind = base::FailureKind::kFileUnreadable;
+    failure.cause = "--baseline: '" + path + "' " + problem;
+    return failure;
   }
-  auto baseline = Baseline::parse(text, error);
+  auto baseline = Baseline::parse(text);
   if (!baseline) {
-    error = "--baseline: '" + path + "' is no baseline: " + error +
-            "; write it anew with --save-baseline";
+    base::Failure failure = baseline.error();
+    failure.cause = "--baseline: '" + path +
+                    "' is no baseline: " + failure.cause +
+                    "; write it anew with --save-baseline";
+    return failure;
   }
   return baseline;
 }

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "check/baseline.h"
 
 namespace check {
 
-/// Reads a baseline from a file. Returns nullopt and sets `error`, which names
-/// the file, if it cannot be read or is no baseline.
-std::optional<Baseline> loadBaseline(const std::string& path,
-                                     std::string& error);
+/// Reads a baseline from a file. If it cannot be read or is no baseline, the
+/// cause of the failure names the file.
+base::Result<Baseline> loadBaseline(const std::string& path);
 
 }  // namespace check

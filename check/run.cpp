@@ -102,11 +102,11 @@ BrivelResult run() {
   }
   std::optional<Baseline> baseline;
   if (!options.baseline.empty()) {
-    std::string error;
-    baseline = loadBaseline(options.baseline, error);
-    if (!baseline) {
-      return finish(Status::kUnknown, unknownLine(error));
+    auto loaded = loadBaseline(options.baseline);
+    if (!loaded) {
+      return finish(Status::kUnknown, unknownLine(loaded.error().cause));
     }
+    baseline = *std::move(loaded);
   }
   NewBaseline saved;
   std::vector<Verdict> verdicts =

@@ -49,9 +49,9 @@ ParserError ParserScope::registerOption(int appId, const std::string& spec) {
   if (known == registrations_.end()) {
     return kParserErrorUnknownApp;
   }
-  std::optional<Specification> specification =
-      parseSpecification(spec, specificationError_);
+  base::Result<Specification> specification = parseSpecification(spec);
   if (!specification) {
+    specificationError_ = specification.error().cause;
     return kParserErrorSpecification;
   }
   known->specification = *std::move(specification);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <utility>
 
 #include "suite/base/ascii.h"
 
@@ -75,8 +77,7 @@ std::string addLine(std::string_view line, Specification& specification) {
 
 }  // namespace
 
-std::optional<Specification> parseSpecification(std::string_view text,
-                                                std::string& error) {
+base::Result<Specification> parseSpecification(std::string_view text) {
   Specification specification;
   for (int number = 1; !text.empty(); ++number) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -93,8 +94,9 @@ std::optional<Specification> parseSpecification(std::string_view text,
       problem = addLine(line, specification);
     }
     if (!problem.empty()) {
-      error = "line " + std::to_string(number) + " of its options " + problem;
-      return std::nullopt;
+      return base::makeFailure(
+          base::FailureKind::kUsage,
+          "line " + std::to_string(number) + " of its options " + problem);
     }
   }
   return specification;

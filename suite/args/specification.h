@@ -1,9 +1,10 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "suite/base/result.h"
 
 namespace args {
 
@@ -33,10 +34,9 @@ struct Specification {
 ///
 /// An option may stand behind blanks, and its help follows behind at least two
 /// blanks. Lines that begin with a blank and not with a dash continue it, so
-/// that the text can be laid out like a help text. Returns nullopt and sets
-/// `error`, a clause that names the line, if the text is anything else. The
-/// empty text is the empty specification.
-std::optional<Specification> parseSpecification(std::string_view text,
-                                                std::string& error);
+/// that the text can be laid out like a help text. The empty text is the empty
+/// specification. If the text is anything else, the cause of the failure names
+/// the line.
+base::Result<Specification> parseSpecification(std::string_view text);
 
 }  // namespace args

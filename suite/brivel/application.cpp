@@ -47,12 +47,16 @@ std::string nameProblem(const std::vector<args::Registration>& registered,
          name + "'";
 }
 
-std::optional<Module> loadModule(const std::filesystem::path& file,
-                                 const args::ParserScope& parser,
-                                 std::string& error) {
-  std::optional<Module> module = Module::load(file, error);
+base::Failure unusable(std::string cause) {
+  return base::makeFailure(base::FailureKind::kFileUnreadable,
+                           std::move(cause));
+}
+
+base::Result<Module> loadModule(const std::filesystem::path& file,
+                                const args::ParserScope& parser) {
+  base::Result<Module> module = Module::load(file);
   if (!module) {
-    return std::nullopt;
+    return module;
   }
   const RunResult started = guarded([&] {
     module->init();
@@ -63,33 +67,43 @@ std::optional<Module> loadModule(const std::filesystem::path& file,
           ? nameProblem(parser.registrations(), file.stem().string())
           : " cannot be started: " + started.cause;
   if (!problem.empty()) {
-    error = file.string() + problem;
-    return std::nullopt;
+    return unusable(file.string() + problem);
   }
   return module;
 }
 
 }  // namespace
 
-std::optional<Application> Application::load(const std::string& name,
-                                             std::string& error) {
-  const auto file = findModule(moduleDirectory(), name, error);
+base::Result<Application> Application::load(const std::string& name) {
+  const auto file = findModule(moduleDirectory(), name);
   if (!file) {
-    return std::nullopt;
+    return file.error();
   }
   auto parser = std::make_unique<args::ParserScope>();
-  auto module = loadModule(*file, *parser, error);
+  auto module = loadModule(*file, *parser);
   if (!module) {
-    return std::nullopt;
+    return module.error();
   }
   return Application(std::move(parser), *std::move(module));
+}
+
+base::Result<Application> Application::loadFor(std::int32_t command,
+                                               const std::string& name) {
+  base::Result<Application> application = load(name);
+  if (application) {
+    std::string problem = application->registerOptions(command);
+    if (!problem.empty()) {
+      return unusable(std::move(problem));
+    }
+  }
+  return application;
 }
 
 Application::Application(std::unique_ptr<args::ParserScope> parser,
                          Module module)
     : parser_(std::move(parser)), module_(std::move(module)) {}
 
-bool Application::registerOptions(std::int32_t command, std::string& error) {
+std::string Application::registerOptions(std::int32_t command) {
   registered_ = guarded([&] {
     RunResult result;
     result.code = module_.paramRegister(command);
@@ -102,10 +116,9 @@ bool Application::registerOptions(std::int32_t command, std::string& error) {
       problem = "its option " + option.name + " is one of brivel's own";
     }
   }
-  if (!problem.empty()) {
-    error = module_.file().string() + " cannot be used: " + problem;
-  }
-  return problem.empty();
+  return problem.empty()
+             ? ""
+             : module_.file().string() + " cannot be used: " + problem;
 }
 
 const args::Specification& Application::specification() const {
@@ -160,12 +173,11 @@ std::string listApplications(std::vector<std::string>& errors) {
     errors.push_back("no applications in " + directory.string());
   }
   for (const std::filesystem::path& file : files) {
-    std::string error;
-    const auto application = Application::load(file.stem().string(), error);
+    const auto application = Application::load(file.stem().string());
     if (application) {
       list += application->listLine() + "\n";
     } else {
-      errors.push_back(error);
+      errors.push_back(application.error().cause);
     }
   }
   return list;

@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "suite/args/parser_scope.h"
+#include "suite/base/result.h"
 #include "suite/brivel/modules/module.h"
 #include "suite/brivel/options/options.h"
 #include "suite/brivel/result_line.h"
@@ -18,17 +18,20 @@ namespace brivel {
 /// destructor unloads it.
 class Application {
  public:
-  /// Loads an application by its name and lets it register itself. Returns
-  /// nullopt and sets `error` if there is no such application, or its module
-  /// cannot be loaded, fails, or registers another name.
-  static std::optional<Application> load(const std::string& name,
-                                         std::string& error);
+  /// Loads an application by its name and lets it register itself. Fails if
+  /// there is no such application, or its module cannot be loaded, fails, or
+  /// registers another name.
+  static base::Result<Application> load(const std::string& name);
+
+  /// Loads an application likewise, and lets it register its options.
+  static base::Result<Application> loadFor(std::int32_t command,
+                                           const std::string& name);
 
   /// Lets it register its options for a command (1: show). If it refuses the
-  /// command, `run` returns that result and runs nothing. Returns false and
-  /// sets `error` if what it registers is not understood, or takes a name of
-  /// the host's options.
-  bool registerOptions(std::int32_t command, std::string& error);
+  /// command, `run` returns that result and runs nothing. Returns what is wrong
+  /// if what it registers is not understood, or takes a name of the host's
+  /// options; else an empty text.
+  std::string registerOptions(std::int32_t command);
 
   /// What it says about itself.
   const args::Specification& specification() const;

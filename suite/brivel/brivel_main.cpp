@@ -108,17 +108,16 @@ int run(const CommandLine& line, const connection::Settings& settings,
 int runApplication(int argc, char** argv, const CommandLineStart& start,
                    std::optional<base::Secret> environmentPassword,
                    std::chrono::steady_clock::time_point begun) {
-  std::string error;
-  auto application = Application::load(start.application, error);
-  if (!application || !application->registerOptions(start.command, error)) {
-    printError(error);
+  auto application = Application::loadFor(start.command, start.application);
+  if (!application) {
+    printError(application.error().cause);
     return kExitModule;
   }
   const OptionList options = application->options();
   const bool plugIn = application->specification().plugInExit;
-  const auto line = parseCommandLine(argc, argv, options, error);
+  const auto line = parseCommandLine(argc, argv, options);
   if (!line) {
-    return usageError(error, plugIn);
+    return usageError(line.error().cause, plugIn);
   }
   if (line->action == CommandLine::Action::kShowVersion) {
     return show(versionText());
@@ -128,10 +127,12 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
                                 options, widthOf(kStandardOutput)));
   }
   // A command that stands further back was not known when it was asked first.
-  if (line->command != start.command &&
-      !application->registerOptions(line->command, error)) {
-    printError(error);
-    return kExitModule;
+  if (line->command != start.command) {
+    const std::string problem = application->registerOptions(line->command);
+    if (!problem.empty()) {
+      printError(problem);
+      return kExitModule;
+    }
   }
   const base::Result<connection::Settings> settings =
       readRunSettings(line->settingsFile);
@@ -160,10 +161,9 @@ int brivel(int argc, char** argv) {
   if (argc > 1 && argv[1] == kCompleteOption) {
     return runCompletion({argv + 2, argv + argc});
   }
-  std::string error;
-  const auto start = readCommandLineStart(argc, argv, error);
+  const auto start = readCommandLineStart(argc, argv);
   if (!start) {
-    return usageError(error);
+    return usageError(start.error().cause);
   }
   if (start->application.empty()) {
     return runNothing(*start);

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <iostream>
-#include <optional>
 
 #include "suite/brivel/application.h"
 #include "suite/brivel/modules/module_search.h"
@@ -31,7 +30,7 @@ std::vector<std::string> settingsNames(const std::string& file, Part part) {
 
 int runCompletion(const std::vector<std::string>& words) {
   // Alive to the end: the options' texts are theirs.
-  std::vector<std::optional<Application>> loaded;
+  std::vector<base::Result<Application>> loaded;
   CompletionSources sources;
   sources.applications = applicationNames;
   sources.targets = [](const std::string& file) {
@@ -41,12 +40,9 @@ int runCompletion(const std::vector<std::string>& words) {
     return settingsNames(file, &connection::Settings::groups);
   };
   sources.options = [&](const std::string& name) {
-    std::string error;
-    loaded.push_back(Application::load(name, error));
-    std::optional<Application>& application = loaded.back();
-    return application && application->registerOptions(kShowCommand, error)
-               ? application->options()
-               : OptionList();
+    loaded.push_back(Application::loadFor(kShowCommand, name));
+    const base::Result<Application>& application = loaded.back();
+    return application ? application->options() : OptionList();
   };
   const Completion completion = complete(words, sources);
   for (const Proposal& proposal : completion.proposals) {

@@ -145,8 +145,12 @@ int runConnected(const CommandLine& line, Application& application,
   }
   connection::RunRecording recording(line.record, !line.recordRaw);
   std::string recordingProblem;
-  if (!line.record.empty() && !recording.begin(recordingProblem)) {
-    return usageError(recordingProblem, plugIn);
+  if (!line.record.empty()) {
+    base::Result<std::string> problem = recording.begin();
+    if (!problem) {
+      return usageError(problem.error().cause, plugIn);
+    }
+    recordingProblem = *std::move(problem);
   }
   std::optional<ProgressLine> progress;
   if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {

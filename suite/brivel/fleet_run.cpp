@@ -51,17 +51,15 @@ base::Result<std::vector<fleet::Member>> membersOf(
     }
     return members;
   }
-  std::string error;
-  const std::vector<std::string>* const names =
-      connection::findGroup(settings, choice.group, error);
-  if (names == nullptr) {
-    return refused("--group: " + error);
+  const auto names = connection::findGroup(settings, choice.group);
+  if (!names) {
+    return refused("--group: " + names.error().cause);
   }
-  if (names->empty()) {
+  if ((*names)->empty()) {
     return refused("--group: '" + choice.group + "' in " + settings.file +
                    " holds no targets");
   }
-  return fleet::membersNamed(*names, line.target, settings);
+  return fleet::membersNamed(**names, line.target, settings);
 }
 
 int runOnFleet(const CommandLine& line, Application& application,

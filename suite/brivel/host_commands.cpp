@@ -55,13 +55,11 @@ int showTargets(const CommandLine& line, const connection::Settings& settings) {
   std::vector<std::string> names =
       line.groups ? namesOf(settings.groups) : namesOf(settings.targets);
   if (!group.empty()) {
-    std::string error;
-    const std::vector<std::string>* const members =
-        connection::findGroup(settings, group, error);
-    if (members == nullptr) {
-      return usageError(error);
+    const auto members = connection::findGroup(settings, group);
+    if (!members) {
+      return usageError(members.error().cause);
     }
-    names = *members;
+    names = **members;
   }
   if (settings.file.empty()) {
     printError("there is no settings file that would name targets");
@@ -74,10 +72,9 @@ int showTargets(const CommandLine& line, const connection::Settings& settings) {
 }
 
 int helpOn(const std::string& name) {
-  std::string error;
-  auto application = Application::load(name, error);
-  if (!application || !application->registerOptions(kShowCommand, error)) {
-    printError(error);
+  const auto application = Application::loadFor(kShowCommand, name);
+  if (!application) {
+    printError(application.error().cause);
     return kExitModule;
   }
   return show(applicationHelp(name, application->specification(),
@@ -90,10 +87,9 @@ int showFullHelp() { return show(fullHelp(outputWidth())); }
 
 int runHostCommand(int argc, const char* const* argv,
                    const HostCommand& command) {
-  std::string error;
-  const auto line = parseHostCommandLine(argc, argv, command, error);
+  const auto line = parseHostCommandLine(argc, argv, command);
   if (!line) {
-    return usageError(error);
+    return usageError(line.error().cause);
   }
   if (line->action == CommandLine::Action::kShowVersion) {
     return show(versionText());

@@ -21,23 +21,21 @@ constexpr const char* kUnfinished =
 RunRecording::RunRecording(std::string folder, bool masked)
     : name_(std::move(folder)), masked_(masked) {}
 
-bool RunRecording::begin(std::string& error) {
+base::Result<std::string> RunRecording::begin() {
   PrivateFolder::Refusal refusal = PrivateFolder::Refusal::kNone;
   std::string reason;
   folder_ =
       PrivateFolder::make(std::filesystem::u8path(name_), refusal, reason);
   if (refusal == PrivateFolder::Refusal::kInUse) {
-    error = called() + reason + "; name a folder that is new or empty";
-    return false;
+    return base::makeFailure(
+        base::FailureKind::kUsage,
+        called() + reason + "; name a folder that is new or empty");
   }
   if (folder_ &&
       !folder_->write(kMark, std::string(kUnfinished) + "\n", reason)) {
     folder_.reset();
   }
-  if (!folder_) {
-    error = called() + "it cannot be written: " + reason;
-  }
-  return true;
+  return folder_ ? "" : called() + "it cannot be written: " + reason;
 }
 
 std::unique_ptr<http::Transport> RunRecording::recorded(

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "suite/base/result.h"
 #include "suite/http/transport.h"
 #include "suite/local/facts/root.h"
 #include "suite/masking/masker.h"
@@ -25,10 +26,10 @@ class RunRecording {
   /// `masked`: what identifies the server and its users is replaced.
   RunRecording(std::string folder, bool masked);
 
-  /// Makes the folder. Returns whether the run may go on: not if the folder is
-  /// in use. Sets `error`, a clause that names the folder, if it cannot be
-  /// used; a run that goes on then is not recorded.
-  bool begin(std::string& error);
+  /// Makes the folder. Returns a clause that names the folder if it cannot be
+  /// written, so that nothing is recorded; else an empty text. Fails if the
+  /// folder is in use, so that the run must not go on.
+  base::Result<std::string> begin();
 
   /// A transport that records what is read through another one.
   std::unique_ptr<http::Transport> recorded(

@@ -170,24 +170,20 @@ std::string objectionTo(const json::value& line) {
 
 }  // namespace
 
-std::optional<ServerReport> fromJson(std::string_view line,
-                                     std::string& error) {
+base::Result<ServerReport> fromJson(std::string_view line) {
   boost::system::error_code failed;
   const json::value value = json::parse(line, failed);
-  if (failed) {
-    error = "this is no JSON: " + failed.message();
-    return std::nullopt;
-  }
-  error = objectionTo(value);
-  if (!error.empty()) {
-    return std::nullopt;
-  }
+  std::string problem =
+      failed ? "this is no JSON: " + failed.message() : objectionTo(value);
   ServerReport report;
-  Reader reader;
-  reader.read(value, report);
-  error = reader.error();
-  if (!error.empty()) {
-    return std::nullopt;
+  if (problem.empty()) {
+    Reader reader;
+    reader.read(value, report);
+    problem = reader.error();
+  }
+  if (!problem.empty()) {
+    return base::makeFailure(base::FailureKind::kBadContent,
+                             std::move(problem));
   }
   return report;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
+#include "suite/base/result.h"
 #include "suite/report/report.h"
 #include "syshealth/host/export.h"
 
@@ -21,9 +21,8 @@ BRIVEL_SUITE_API std::string toJson(const ServerReport& report);
 
 /// Reads a line that `toJson` has written, now or with another version 1.N:
 /// keys that are not known are ignored, missing ones leave their values
-/// unknown. Returns nullopt and sets `error` to what is wrong, and where, if
-/// it is no such line.
-BRIVEL_SUITE_API std::optional<ServerReport> fromJson(std::string_view line,
-                                                      std::string& error);
+/// unknown. If it is no such line, the cause of the failure says what is
+/// wrong, and where.
+BRIVEL_SUITE_API base::Result<ServerReport> fromJson(std::string_view line);
 
 }  // namespace report

@@ -17,16 +17,15 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 std::string refusal(const std::string& text) {
-  std::string error;
-  EXPECT_FALSE(Baseline::parse(text, error)) << text;
-  return error;
+  const auto baseline = Baseline::parse(text);
+  EXPECT_FALSE(baseline) << text;
+  return baseline ? "" : baseline.error().cause;
 }
 
 Baseline parsed(const std::string& text) {
-  std::string error;
-  auto baseline = Baseline::parse(text, error);
-  EXPECT_TRUE(baseline) << error;
-  return baseline.value_or(Baseline());
+  auto baseline = Baseline::parse(text);
+  EXPECT_TRUE(baseline) << baseline.error().cause;
+  return baseline ? *std::move(baseline) : Baseline();
 }
 
 Verdict judged(const Baseline& baseline, const ServerReport& report) {

@@ -27,10 +27,14 @@ Function* entryPoint(const boost::dll::shared_library& library,
   return library.has(name) ? &library.get<Function>(name) : nullptr;
 }
 
+base::Failure refused(std::string cause) {
+  return base::makeFailure(base::FailureKind::kFileUnreadable,
+                           std::move(cause));
+}
+
 }  // namespace
 
-std::optional<Module> Module::load(const std::filesystem::path& file,
-                                   std::string& error) {
+base::Result<Module> Module::load(const std::filesystem::path& file) {
   const std::string name = file.string();
   // What others may write to is not even read.
   std::string problem = platform::problemWithCode(
@@ -39,8 +43,7 @@ std::optional<Module> Module::load(const std::filesystem::path& file,
     problem = problemWithLibrary(name);
   }
   if (!problem.empty()) {
-    error = name + " cannot be loaded: " + problem;
-    return std::nullopt;
+    return refused(name + " cannot be loaded: " + problem);
   }
   auto library = std::make_unique<Library>();
   library->file = file;
@@ -51,8 +54,7 @@ std::optional<Module> Module::load(const std::filesystem::path& file,
       file, failure,
       boost::dll::load_mode::rtld_now | boost::dll::load_mode::rtld_local);
   if (failure) {
-    error = name + " cannot be loaded: " + loadError(failure);
-    return std::nullopt;
+    return refused(name + " cannot be loaded: " + loadError(failure));
   }
   library->init = entryPoint<void()>(library->handle, "Init");
   library->paramRegister =
@@ -65,8 +67,8 @@ std::optional<Module> Module::load(const std::filesystem::path& file,
                               : library->appMain == nullptr ? "AppMain"
                                                             : nullptr;
   if (missing != nullptr) {
-    error = name + " is no application: it has no entry point " + missing;
-    return std::nullopt;
+    return refused(name + " is no application: it has no entry point " +
+                   missing);
   }
   return Module(std::move(library));
 }

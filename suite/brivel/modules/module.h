@@ -3,9 +3,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
-#include <string>
 
+#include "suite/base/result.h"
 #include "syshealth/result/brivel_result.h"
 
 namespace brivel {
@@ -13,10 +12,9 @@ namespace brivel {
 /// The loaded library of an application. The destructor unloads it.
 class Module {
  public:
-  /// Loads a library and finds its three entry points. Returns nullopt and
-  /// sets `error`, which names the file, if that fails.
-  static std::optional<Module> load(const std::filesystem::path& file,
-                                    std::string& error);
+  /// Loads a library and finds its three entry points. The cause of a
+  /// failure names the file.
+  static base::Result<Module> load(const std::filesystem::path& file);
 
   Module(Module&&) noexcept;
   ~Module();

@@ -66,13 +66,12 @@ std::vector<std::string> applicationNames() {
   return names;
 }
 
-std::optional<fs::path> findModule(const fs::path& directory,
-                                   const std::string& application,
-                                   std::string& error) {
+base::Result<fs::path> findModule(const fs::path& directory,
+                                  const std::string& application) {
   if (!isName(application)) {
-    error =
-        "the name of an application holds letters, digits, '-' and '_' alone";
-    return std::nullopt;
+    return base::makeFailure(
+        base::FailureKind::kUsage,
+        "the name of an application holds letters, digits, '-' and '_' alone");
   }
   const fs::path file = directory / (application + suffix());
   std::error_code failure;
@@ -88,11 +87,12 @@ std::optional<fs::path> findModule(const fs::path& directory,
   for (const HostCommand& command : kHostCommands) {
     names.emplace_back(command.name);
   }
-  error = "no application '" + application + "' in " + directory.string() +
+  return base::makeFailure(
+      base::FailureKind::kUsage,
+      "no application '" + application + "' in " + directory.string() +
           (known.empty() ? "; there are none"
                          : "; there are: " + base::escapeControls(known)) +
-          base::escapeControls(base::suggestionFor(application, names));
-  return std::nullopt;
+          base::escapeControls(base::suggestionFor(application, names)));
 }
 
 }  // namespace brivel

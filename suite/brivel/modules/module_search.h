@@ -1,9 +1,10 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "suite/base/result.h"
 
 namespace brivel {
 
@@ -22,10 +23,8 @@ std::vector<std::filesystem::path> moduleFiles(
 std::vector<std::string> applicationNames();
 
 /// Finds the library of an application by its file name; it is not loaded.
-/// Returns nullopt and sets `error`, which lists the names that exist, if
-/// there is none.
-std::optional<std::filesystem::path> findModule(
-    const std::filesystem::path& directory, const std::string& application,
-    std::string& error);
+/// If there is none, the cause of the failure lists the names that exist.
+base::Result<std::filesystem::path> findModule(
+    const std::filesystem::path& directory, const std::string& application);
 
 }  // namespace brivel

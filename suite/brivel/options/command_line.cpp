@@ -353,60 +353,52 @@ CommandLineStart readStart(const ParsedArguments& arguments,
   return start;
 }
 
-// Splits a command line and reads it. Returns nullopt and sets `error` if
-// either fails.
-template <typename Split, typename Read>
-auto understood(const Split& split, const Read& read, std::string& error)
-    -> std::optional<decltype(read(*split()))> {
-  const auto arguments = split();
-  if (arguments) {
-    try {
-      return read(*arguments);
-    } catch (const UsageError& usage) {
-      error = usage.text;
-    }
+// Reads a command line that is split, or says why it could not be.
+template <typename Read>
+auto understood(const base::Result<ParsedArguments>& arguments,
+                const Read& read) -> base::Result<decltype(read(*arguments))> {
+  if (!arguments) {
+    return arguments.error();
   }
-  return std::nullopt;
+  try {
+    return read(*arguments);
+  } catch (const UsageError& usage) {
+    return base::makeFailure(base::FailureKind::kUsage, usage.text);
+  }
 }
 
 }  // namespace
 
-std::optional<CommandLineStart> readCommandLineStart(int argc,
-                                                     const char* const* argv,
-                                                     std::string& error) {
+base::Result<CommandLineStart> readCommandLineStart(int argc,
+                                                    const char* const* argv) {
   const OptionList options = everyOption();
   return understood(
-      [&] { return splitStart(argc, argv, options, error); },
-      [&](const ParsedArguments& start) { return readStart(start, options); },
-      error);
+      splitStart(argc, argv, options),
+      [&](const ParsedArguments& start) { return readStart(start, options); });
 }
 
-std::optional<CommandLine> parseCommandLine(
-    int argc, const char* const* argv, const OptionList& applicationOptions,
-    std::string& error) {
+base::Result<CommandLine> parseCommandLine(
+    int argc, const char* const* argv, const OptionList& applicationOptions) {
   const OptionList options = withHostOptions(applicationOptions);
   OptionList known = options;
   if (findOption(options, std::begin(kFleetOptions)->name) == nullptr) {
     known.insert(known.end(), std::begin(kFleetOptions),
                  std::end(kFleetOptions));
   }
-  return understood([&] { return splitArguments(argc, argv, known, error); },
+  return understood(splitArguments(argc, argv, known),
                     [&](const ParsedArguments& arguments) {
                       return readApplicationLine(arguments, options);
-                    },
-                    error);
+                    });
 }
 
-std::optional<CommandLine> parseHostCommandLine(int argc,
-                                                const char* const* argv,
-                                                const HostCommand& command,
-                                                std::string& error) {
+base::Result<CommandLine> parseHostCommandLine(int argc,
+                                               const char* const* argv,
+                                               const HostCommand& command) {
   const OptionList options = everyOption();
-  return understood([&] { return splitArguments(argc, argv, options, error); },
+  return understood(splitArguments(argc, argv, options),
                     [&](const ParsedArguments& arguments) {
                       return readHostLine(arguments, command);
-                    },
-                    error);
+                    });
 }
 
 }  // namespace brivel

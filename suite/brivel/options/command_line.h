@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "suite/args/parser_scope.h"
+#include "suite/base/result.h"
 #include "suite/brivel/options/options.h"
 #include "suite/connection/settings/target.h"
 #include "syshealth/host/connect_info.h"
@@ -59,25 +60,22 @@ struct CommandLine {
   bool stats = false;
 };
 
-// The functions below return nullopt and set `error` if they do not understand
-// the command line: a clause without control characters and without any text
-// that may be a password. The first argument is the program's name.
+// The functions below fail if they do not understand the command line. The
+// cause is a clause without control characters and without any text that may be
+// a password. The first argument is the program's name.
 
 /// Reads the beginning of a command line.
-std::optional<CommandLineStart> readCommandLineStart(int argc,
-                                                     const char* const* argv,
-                                                     std::string& error);
+base::Result<CommandLineStart> readCommandLineStart(int argc,
+                                                    const char* const* argv);
 
 /// Reads the command line of an application that takes the options
 /// `applicationOptions` beside those of every run.
-std::optional<CommandLine> parseCommandLine(
-    int argc, const char* const* argv, const OptionList& applicationOptions,
-    std::string& error);
+base::Result<CommandLine> parseCommandLine(
+    int argc, const char* const* argv, const OptionList& applicationOptions);
 
 /// Reads the command line of a command of the host.
-std::optional<CommandLine> parseHostCommandLine(int argc,
-                                                const char* const* argv,
-                                                const HostCommand& command,
-                                                std::string& error);
+base::Result<CommandLine> parseHostCommandLine(int argc,
+                                               const char* const* argv,
+                                               const HostCommand& command);
 
 }  // namespace brivel

@@ -74,21 +74,20 @@ class Splitter {
 
   CLI::App& app() { return app_; }
 
-  // Splits the arguments. Returns false and sets `error` if an option at the
-  // end lacks its value.
-  bool split(int argc, const char* const* argv, std::string& error) {
+  // Splits the arguments. Returns what is wrong with them, such as an option at
+  // the end that lacks its value; empty if nothing is.
+  std::string split(int argc, const char* const* argv) {
     try {
       app_.parse(reversed(argc, argv));
-      return true;
+      return "";
     } catch (const CLI::ArgumentMismatch&) {
       const Option* const last = namedOption(options_, argv[argc - 1]);
-      error = (last == nullptr ? base::escapeControls(argv[argc - 1])
-                               : std::string(last->name)) +
-              " needs a value";
+      return (last == nullptr ? base::escapeControls(argv[argc - 1])
+                              : std::string(last->name)) +
+             " needs a value";
     } catch (const CLI::ParseError& failure) {
-      error = base::escapeControls(failure.what());
+      return base::escapeControls(failure.what());
     }
-    return false;
   }
 
   // The options that were given.
@@ -120,14 +119,13 @@ class Splitter {
 
 }  // namespace
 
-std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
-                                              const OptionList& options,
-                                              std::string& error) {
+base::Result<ParsedArguments> splitArguments(int argc, const char* const* argv,
+                                             const OptionList& options) {
   Splitter splitter(options);
   CLI::Option* const words = splitter.app().add_option(kWords)->expected(-1);
   words->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  if (!splitter.split(argc, argv, error)) {
-    return std::nullopt;
+  if (std::string problem = splitter.split(argc, argv); !problem.empty()) {
+    return base::makeFailure(base::FailureKind::kUsage, std::move(problem));
   }
   ParsedArguments parsed = splitter.given();
   parsed.words = words->results();
@@ -135,13 +133,12 @@ std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
   return parsed;
 }
 
-std::optional<ParsedArguments> splitStart(int argc, const char* const* argv,
-                                          const OptionList& options,
-                                          std::string& error) {
+base::Result<ParsedArguments> splitStart(int argc, const char* const* argv,
+                                         const OptionList& options) {
   Splitter splitter(options);
   splitter.app().prefix_command();
-  if (!splitter.split(argc, argv, error)) {
-    return std::nullopt;
+  if (std::string problem = splitter.split(argc, argv); !problem.empty()) {
+    return base::makeFailure(base::FailureKind::kUsage, std::move(problem));
   }
   ParsedArguments parsed = splitter.given();
   std::vector<std::string> rest = splitter.rest();

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "suite/base/result.h"
 #include "suite/brivel/options/options.h"
 
 namespace brivel {
@@ -25,17 +25,15 @@ struct ParsedArguments {
 };
 
 /// Splits a command line by a table of options; the first argument is the
-/// program's name. Options may stand anywhere before a "--". Returns nullopt
-/// and sets `error` if the last argument is an option that lacks its value.
-std::optional<ParsedArguments> splitArguments(int argc, const char* const* argv,
-                                              const OptionList& options,
-                                              std::string& error);
+/// program's name. Options may stand anywhere before a "--". Fails if the last
+/// argument is an option that lacks its value.
+base::Result<ParsedArguments> splitArguments(int argc, const char* const* argv,
+                                             const OptionList& options);
 
 /// Splits a command line likewise, but no further than its first word. That
 /// word and all that follow are in `words`, options included; an option before
 /// it that is not in the table is in `unknown`.
-std::optional<ParsedArguments> splitStart(int argc, const char* const* argv,
-                                          const OptionList& options,
-                                          std::string& error);
+base::Result<ParsedArguments> splitStart(int argc, const char* const* argv,
+                                         const OptionList& options);
 
 }  // namespace brivel

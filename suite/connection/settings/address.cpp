@@ -62,8 +62,8 @@ bool readPort(std::string_view text, std::uint16_t& port) {
 }
 
 // Reads "host", "host:port", "[address]" or "[address]:port".
-bool readHostAndPort(std::string_view text, Address& address,
-                     std::string& error) {
+// What is wrong with it; empty if nothing is.
+std::string readHostAndPort(std::string_view text, Address& address) {
   std::string_view rest;
   if (base::startsWith(text, "[")) {
     const std::size_t bracket = text.find(']');
@@ -71,35 +71,28 @@ bool readHostAndPort(std::string_view text, Address& address,
                              ? std::nullopt
                              : readIpv6(text.substr(1, bracket - 1));
     if (!literal) {
-      error = quoted(text) + " holds no IPv6 address between its brackets";
-      return false;
+      return quoted(text) + " holds no IPv6 address between its brackets";
     }
     address.host = *literal;
     rest = text.substr(bracket + 1);
   } else {
     if (std::count(text.begin(), text.end(), ':') > 1) {
-      error = quoted(text) + " is not understood; an IPv6 address stands in " +
-              "brackets, as in [fe80::1] or [fe80::1]:8443";
-      return false;
+      return quoted(text) + " is not understood; an IPv6 address stands in " +
+             "brackets, as in [fe80::1] or [fe80::1]:8443";
     }
     const std::size_t colon = std::min(text.find(':'), text.size());
     address.host = text.substr(0, colon);
     rest = text.substr(colon);
     if (!base::isHostName(address.host)) {
-      error = address.host.empty()
-                  ? "no host is named"
-                  : quoted(address.host) + " is no host name or address";
-      return false;
+      return address.host.empty()
+                 ? "no host is named"
+                 : quoted(address.host) + " is no host name or address";
     }
   }
-  if (rest.empty()) {
-    return true;
-  }
-  if (rest.front() != ':' || !readPort(rest.substr(1), address.port)) {
-    error = quoted(rest) + " behind the host is no port from 1 to 65535";
-    return false;
-  }
-  return true;
+  const bool sound = rest.empty() || (rest.front() == ':' &&
+                                      readPort(rest.substr(1), address.port));
+  return sound ? ""
+               : quoted(rest) + " behind the host is no port from 1 to 65535";
 }
 
 base::Result<Address> readDirectory(std::string_view directory) {
@@ -163,9 +156,9 @@ base::Result<Address> parseAddress(std::string_view text) {
         " holds a path; name the host alone, or file:DIR for a recorded "
         "server");
   }
-  std::string error;
-  if (!readHostAndPort(rest, address, error)) {
-    return usageFailure(std::move(error));
+  std::string problem = readHostAndPort(rest, address);
+  if (!problem.empty()) {
+    return usageFailure(std::move(problem));
   }
   return address;
 }

@@ -252,9 +252,8 @@ TargetSettings overlay(const TargetSettings& first,
   return both;
 }
 
-const std::vector<std::string>* findGroup(const Settings& settings,
-                                          const std::string& name,
-                                          std::string& error) {
+base::Result<const std::vector<std::string>*> findGroup(
+    const Settings& settings, const std::string& name) {
   const auto found = settings.groups.find(name);
   if (found != settings.groups.end()) {
     return &found->second;
@@ -265,12 +264,13 @@ const std::vector<std::string>* findGroup(const Settings& settings,
     list += (list.empty() ? "" : ", ") + known;
     names.push_back(known);
   }
-  error = settings.file.empty()
-              ? "there is no settings file that would name groups"
-              : "'" + base::escapeControls(name) + "' is no group in " +
-                    settings.file + (list.empty() ? "" : " (" + list + ")") +
-                    base::suggestionFor(name, names);
-  return nullptr;
+  return base::makeFailure(
+      base::FailureKind::kUsage,
+      settings.file.empty()
+          ? "there is no settings file that would name groups"
+          : "'" + base::escapeControls(name) + "' is no group in " +
+                settings.file + (list.empty() ? "" : " (" + list + ")") +
+                base::suggestionFor(name, names));
 }
 
 base::Result<Settings> loadSettings(const std::string& file,

@@ -65,11 +65,10 @@ struct Settings {
   std::optional<int> logLevel;         ///< 0 to 4.
 };
 
-/// The names of the targets of a group. Returns null and sets `error`, a
-/// clause, if the settings name no such group.
-const std::vector<std::string>* findGroup(const Settings& settings,
-                                          const std::string& name,
-                                          std::string& error);
+/// The names of the targets of a group, which live as long as the settings.
+/// Fails if the settings name no such group.
+base::Result<const std::vector<std::string>*> findGroup(
+    const Settings& settings, const std::string& name);
 
 /// Reads a settings file (TOML 1.0). Paths in it may begin with "~/", which is
 /// `home`, and are otherwise relative to the file's directory. Returns a

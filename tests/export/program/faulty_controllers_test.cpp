@@ -42,9 +42,8 @@ TEST_P(FaultyController, IsALineThatObeysTheSchema) {
   ASSERT_FALSE(lines.empty()) << end.errors;
   bool complete = true;
   for (const std::string& line : lines) {
-    std::string error;
-    const auto server = report::fromJson(line, error);
-    ASSERT_TRUE(server) << error;
+    const auto server = report::fromJson(line);
+    ASSERT_TRUE(server) << server.error().cause;
     complete = complete && server->read.status == report::ReadStatus::kComplete;
     EXPECT_EQ(server->read.status == report::ReadStatus::kComplete,
               server->read.failures.empty());
@@ -73,9 +72,8 @@ INSTANTIATE_TEST_SUITE_P(Cases, FaultyController,
 
 TEST(ExportedTarget, ThatIsUnreachableIsALine) {
   const RunEnd end = runBrivel({"--bmc", "127.0.0.1:1", "export"});
-  std::string error;
-  const auto server = report::fromJson(linesOf(end.output).at(0), error);
-  ASSERT_TRUE(server) << error;
+  const auto server = report::fromJson(linesOf(end.output).at(0));
+  ASSERT_TRUE(server) << server.error().cause;
   EXPECT_EQ(server->read.status, report::ReadStatus::kFailed);
   EXPECT_EQ(server->read.failures.at(0).code, end.status);
   EXPECT_EQ(server->target.address, "127.0.0.1:1");
@@ -108,9 +106,7 @@ TEST(ExportedFile, IsReplacedByAWholeOne) {
       {"--bmc", "file:" SAMPLES "/rack-server", "export", "--output", file});
   EXPECT_EQ(end.status, 0) << end.errors;
   EXPECT_EQ(end.output, "");
-  std::string error;
-  EXPECT_TRUE(report::fromJson(linesOf(support::fileText(file)).at(0), error))
-      << error;
+  EXPECT_TRUE(report::fromJson(linesOf(support::fileText(file)).at(0)));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 

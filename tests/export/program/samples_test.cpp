@@ -145,9 +145,8 @@ TEST_P(Samples, HaveTheSamePartsInJsonAndInTables) {
   const Texts lines = linesOf(exported.output);
   ASSERT_FALSE(lines.empty()) << exported.errors;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    std::string error;
-    const auto server = report::fromJson(lines[i], error);
-    ASSERT_TRUE(server) << error;
+    const auto server = report::fromJson(lines[i]);
+    ASSERT_TRUE(server) << server.error().cause;
     EXPECT_EQ(server->target.node, static_cast<int>(i) + 1);
     EXPECT_EQ(server->target.nodes, static_cast<int>(lines.size()));
     const RunEnd shown =
@@ -187,9 +186,8 @@ TEST_P(Samples, AreReadByJq) {
   const Texts written = linesOf(lines);
   ASSERT_EQ(counted.size(), written.size());
   for (std::size_t i = 0; i < written.size(); ++i) {
-    std::string error;
-    const auto server = report::fromJson(written[i], error);
-    ASSERT_TRUE(server) << error;
+    const auto server = report::fromJson(written[i]);
+    ASSERT_TRUE(server) << server.error().cause;
     std::ostringstream expected;
     expected << server->processors->size() << ',' << server->memory->size()
              << ',' << server->fans->size() << ','

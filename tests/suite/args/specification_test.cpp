@@ -10,16 +10,15 @@ using args::parseSpecification;
 using args::Specification;
 
 Specification parsed(const std::string& text) {
-  std::string error;
-  const auto specification = parseSpecification(text, error);
-  EXPECT_TRUE(specification) << error;
-  return specification.value_or(Specification());
+  const auto specification = parseSpecification(text);
+  EXPECT_TRUE(specification) << specification.error().cause;
+  return specification ? *specification : Specification();
 }
 
 std::string errorOf(const std::string& text) {
-  std::string error;
-  EXPECT_FALSE(parseSpecification(text, error));
-  return error;
+  const auto specification = parseSpecification(text);
+  EXPECT_FALSE(specification);
+  return specification ? "" : specification.error().cause;
 }
 
 TEST(ParseSpecification, EmptyTextSaysNothing) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 
 #include "suite/connection/settings/settings.h"
@@ -74,15 +73,17 @@ TEST(Groups, OtherValuesAndNamesAreRefused) {
 }
 
 TEST(FindGroup, TellsWhichGroupsThereAre) {
-  std::string error;
   const auto settings = withGroups("rack1 = ['*']\n");
   ASSERT_TRUE(settings) << settings.error().cause;
-  EXPECT_EQ(findGroup(*settings, "rack1", error)->size(), 3U);
-  EXPECT_EQ(findGroup(*settings, "rak1", error), nullptr);
-  EXPECT_EQ(error,
+  EXPECT_EQ((*findGroup(*settings, "rack1"))->size(), 3U);
+  const auto other = findGroup(*settings, "rak1");
+  ASSERT_FALSE(other);
+  EXPECT_EQ(other.error().cause,
             "'rak1' is no group in s.toml (rack1); did you mean 'rack1'?");
-  EXPECT_EQ(findGroup(connection::Settings(), "rack1", error), nullptr);
-  EXPECT_EQ(error, "there is no settings file that would name groups");
+  const auto none = findGroup(connection::Settings(), "rack1");
+  ASSERT_FALSE(none);
+  EXPECT_EQ(none.error().cause,
+            "there is no settings file that would name groups");
 }
 
 }  // namespace

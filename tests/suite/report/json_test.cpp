@@ -86,22 +86,19 @@ TEST(ToJson, NumbersHaveNoExponentAndNoSpuriousDigits) {
 }
 
 TEST(FromJson, ReadsWhatWasWritten) {
-  std::string error;
   for (const ServerReport& report : {fullReport(), ServerReport()}) {
     const std::string line = toJson(report);
-    const auto read = fromJson(line, error);
-    ASSERT_TRUE(read) << error;
+    const auto read = fromJson(line);
+    ASSERT_TRUE(read) << read.error().cause;
     EXPECT_EQ(toJson(*read), line);
   }
 }
 
 TEST(FromJson, IgnoresWhatALaterVersionAdds) {
-  std::string error;
   const auto read =
       fromJson(R"({"schema":"brivel-report","version":"1.9","drives":[],)"
-               R"("fans":[{"id":"f","state":"melted","new":{}}]})",
-               error);
-  ASSERT_TRUE(read) << error;
+               R"("fans":[{"id":"f","state":"melted","new":{}}]})");
+  ASSERT_TRUE(read) << read.error().cause;
   ASSERT_EQ(read->fans->size(), 1);
   EXPECT_EQ(read->fans->front().id, "f");
   EXPECT_EQ(read->fans->front().state, State::kUnknown);
@@ -115,9 +112,9 @@ struct BadLine {
 class FromJsonRefuses : public testing::TestWithParam<BadLine> {};
 
 TEST_P(FromJsonRefuses, AndSaysWhatIsWrong) {
-  std::string error;
-  EXPECT_FALSE(fromJson(GetParam().line, error));
-  EXPECT_EQ(error.find(GetParam().error), 0) << error;
+  const auto read = fromJson(GetParam().line);
+  ASSERT_FALSE(read);
+  EXPECT_EQ(read.error().cause.find(GetParam().error), 0) << read.error().cause;
 }
 
 INSTANTIATE_TEST_SUITE_P(

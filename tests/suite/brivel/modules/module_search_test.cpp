@@ -50,27 +50,27 @@ TEST(ModuleFiles, AreNoneWithoutADirectory) {
 TEST(FindModule, FindsTheFileOfTheName) {
   const support::TempFolder directory;
   const std::string file = directory.write("fan-control_2.so", "");
-  std::string error;
-  EXPECT_EQ(findModule(directory.path().string(), "fan-control_2", error),
-            file);
+  EXPECT_EQ(*findModule(directory.path().string(), "fan-control_2"), file);
 }
 
 TEST(FindModule, MissingOneIsToldWithTheOthers) {
   const support::TempFolder directory;
   directory.write("b.so", "");
   directory.write("a.so", "");
-  std::string error;
-  EXPECT_FALSE(findModule(directory.path().string(), "c", error));
-  EXPECT_EQ(error, "no application 'c' in " + directory.path().string() +
-                       "; there are: a, b");
+  const auto found = findModule(directory.path().string(), "c");
+  ASSERT_FALSE(found);
+  EXPECT_EQ(found.error().cause, "no application 'c' in " +
+                                     directory.path().string() +
+                                     "; there are: a, b");
 }
 
 TEST(FindModule, MissingOneIsToldWhenThereAreNone) {
   const support::TempFolder directory;
-  std::string error;
-  EXPECT_FALSE(findModule(directory.path().string(), "c", error));
-  EXPECT_EQ(error, "no application 'c' in " + directory.path().string() +
-                       "; there are none");
+  const auto found = findModule(directory.path().string(), "c");
+  ASSERT_FALSE(found);
+  EXPECT_EQ(found.error().cause, "no application 'c' in " +
+                                     directory.path().string() +
+                                     "; there are none");
 }
 
 TEST(FindModule, LeavesTheDirectoryForNoName) {
@@ -79,16 +79,16 @@ TEST(FindModule, LeavesTheDirectoryForNoName) {
   directory.write("inner/b.so", "");
   for (const char* name :
        {"", ".", "..", "../inner/b", "inner/b", "a.so/../a", "a b", "a\n"}) {
-    std::string error;
-    EXPECT_FALSE(findModule(directory.at("inner"), name, error)) << name;
-    EXPECT_NE(error, "");
+    const auto found = findModule(directory.at("inner"), name);
+    ASSERT_FALSE(found) << name;
+    EXPECT_NE(found.error().cause, "");
   }
 }
 
 TEST(FindModule, DoesNotRepeatWhatIsNoName) {
-  std::string error;
-  EXPECT_FALSE(findModule("/", "admin:hunter2@bmc", error));
-  EXPECT_EQ(error.find("hunter2"), std::string::npos);
+  const auto found = findModule("/", "admin:hunter2@bmc");
+  ASSERT_FALSE(found);
+  EXPECT_EQ(found.error().cause.find("hunter2"), std::string::npos);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "tests/support/temp_folder.h"
@@ -16,9 +15,9 @@ using brivel::Module;
 
 // The error of a module that cannot be loaded.
 std::string errorOf(const std::string& file) {
-  std::string error;
-  EXPECT_FALSE(Module::load(file, error)) << file;
-  return error;
+  const auto module = Module::load(file);
+  EXPECT_FALSE(module) << file;
+  return module ? "" : module.error().cause;
 }
 
 std::string broken(const std::string& name) {
@@ -26,9 +25,8 @@ std::string broken(const std::string& name) {
 }
 
 TEST(ModuleLoad, FindsTheEntryPoints) {
-  std::string error;
-  const std::optional<Module> module = Module::load(SAMPLE_MODULE, error);
-  ASSERT_TRUE(module) << error;
+  const auto module = Module::load(SAMPLE_MODULE);
+  ASSERT_TRUE(module) << module.error().cause;
   EXPECT_EQ(module->file(), SAMPLE_MODULE);
   module->init();
   EXPECT_EQ(module->paramRegister(1), 0);
@@ -75,8 +73,8 @@ TEST(ModuleLoad, WhatOthersMayWriteIsRefused) {
                                "folder; run: chmod go-w " +
                                directory.path().string());
   ASSERT_EQ(chmod(directory.path().c_str(), 0755), 0);
-  std::string error;
-  EXPECT_TRUE(Module::load(file, error)) << error;
+  const auto module = Module::load(file);
+  EXPECT_TRUE(module) << module.error().cause;
 }
 
 TEST(ModuleLoad, ModuleOfAnotherUserIsRefused) {

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <iterator>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,24 +18,24 @@ const brivel::OptionList kItems(std::begin(brivel::kItemOptions),
                                 std::end(brivel::kItemOptions));
 
 // Reads a command line in two steps, as the host does.
-std::optional<CommandLine> parse(const std::vector<std::string>& arguments,
-                                 std::string& error) {
+base::Result<CommandLine> parse(const std::vector<std::string>& arguments) {
   std::vector<const char*> pointers = {"brivel"};
   for (const std::string& argument : arguments) {
     pointers.push_back(argument.c_str());
   }
   const int count = static_cast<int>(pointers.size());
-  const auto start =
-      brivel::readCommandLineStart(count, pointers.data(), error);
-  if (!start || start->application.empty()) {
-    return std::nullopt;
+  const auto start = brivel::readCommandLineStart(count, pointers.data());
+  if (!start) {
+    return start.error();
+  }
+  if (start->application.empty()) {
+    return base::Failure();
   }
   const brivel::HostCommand* const command =
       brivel::findHostCommand(start->application);
   return command == nullptr
-             ? parseCommandLine(count, pointers.data(), kItems, error)
-             : brivel::parseHostCommandLine(count, pointers.data(), *command,
-                                            error);
+             ? parseCommandLine(count, pointers.data(), kItems)
+             : brivel::parseHostCommandLine(count, pointers.data(), *command);
 }
 
 CommandLineStart startOf(const std::vector<std::string>& arguments) {
@@ -44,24 +43,22 @@ CommandLineStart startOf(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     pointers.push_back(argument.c_str());
   }
-  std::string error;
   const auto start = brivel::readCommandLineStart(
-      static_cast<int>(pointers.size()), pointers.data(), error);
-  EXPECT_TRUE(start) << error;
-  return start.value_or(CommandLineStart());
+      static_cast<int>(pointers.size()), pointers.data());
+  EXPECT_TRUE(start) << start.error().cause;
+  return start ? *start : CommandLineStart();
 }
 
 CommandLine parsed(const std::vector<std::string>& arguments) {
-  std::string error;
-  const auto line = parse(arguments, error);
-  EXPECT_TRUE(line) << error;
-  return line.value_or(CommandLine());
+  const auto line = parse(arguments);
+  EXPECT_TRUE(line) << line.error().cause;
+  return line ? *line : CommandLine();
 }
 
 std::string errorOf(const std::vector<std::string>& arguments) {
-  std::string error;
-  EXPECT_FALSE(parse(arguments, error));
-  return error;
+  const auto line = parse(arguments);
+  EXPECT_FALSE(line);
+  return line ? "" : line.error().cause;
 }
 
 std::string option(const CommandLine& line, const std::string& name) {
