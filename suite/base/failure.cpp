@@ -11,6 +11,10 @@ Failure makeFailure(FailureKind kind, std::string cause) {
   return failure;
 }
 
+Failure usageFailure(std::string cause) {
+  return makeFailure(FailureKind::kUsage, std::move(cause));
+}
+
 std::string describe(const Failure& failure) {
   std::string line;
   const auto append = [&line](const char* separator, const std::string& part) {

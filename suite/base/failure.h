@@ -53,6 +53,9 @@ struct Failure {
 /// A failure of which only the cause is known.
 Failure makeFailure(FailureKind kind, std::string cause);
 
+/// The user named something that is wrong.
+Failure usageFailure(std::string cause);
+
 /// The failure in one line: address, URI, cause, remedy.
 std::string describe(const Failure& failure);
 

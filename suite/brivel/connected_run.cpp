@@ -107,8 +107,7 @@ base::Result<std::optional<connection::Target>> targetOf(
     return address.error();
   }
   if (address->scheme == connection::Address::Scheme::kDirectory) {
-    return base::makeFailure(base::FailureKind::kUsage,
-                             "--esxi names a host, not a recorded server");
+    return base::usageFailure("--esxi names a host, not a recorded server");
   }
   connection::Target target;
   target.user = address->user;

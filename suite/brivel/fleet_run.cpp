@@ -40,7 +40,7 @@ base::Result<std::vector<fleet::Member>> membersOf(
     const CommandLine& line, const connection::Settings& settings) {
   const FleetChoice& choice = line.fleet;
   const auto refused = [](const std::string& why) {
-    return base::makeFailure(base::FailureKind::kUsage, why);
+    return base::usageFailure(why);
   };
   if (!choice.targetsFile.empty()) {
     auto members =

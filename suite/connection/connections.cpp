@@ -42,10 +42,9 @@ bool isNode(int number, std::size_t count) {
 
 // Why a number stands for no node.
 Failure noSuchNode(int number, const std::string& what, std::size_t count) {
-  return base::makeFailure(FailureKind::kUsage,
-                           "--node " + std::to_string(number) + ": " + what +
-                               " has " + std::to_string(count) +
-                               (count == 1 ? " node" : " nodes"));
+  return base::usageFailure("--node " + std::to_string(number) + ": " + what +
+                            " has " + std::to_string(count) +
+                            (count == 1 ? " node" : " nodes"));
 }
 
 // Whether a run asks a machine only for what its firmware's table tells.

@@ -84,8 +84,7 @@ base::Result<std::vector<Member>> membersInFile(const std::string& file,
   const auto path = std::filesystem::u8path(file);
   std::error_code failure;
   if (std::filesystem::is_directory(path, failure)) {
-    return base::makeFailure(FailureKind::kUsage,
-                             "--targets " + file + ": is a directory");
+    return base::usageFailure("--targets " + file + ": is a directory");
   }
   std::ifstream list(path, std::ios::binary);
   if (!list) {

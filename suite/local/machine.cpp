@@ -9,6 +9,7 @@
 #include "suite/local/cpu_frequency.h"
 #include "suite/local/facts/machine_names.h"
 #include "suite/local/fans.h"
+#include "suite/local/pci/pci.h"
 #include "suite/local/pci/running_adapters.h"
 #include "suite/local/smbios/smbios_parts.h"
 #include "suite/local/smbios/smbios_system.h"
@@ -19,7 +20,6 @@ namespace {
 // Copies of the texts of types 1 and 2, most of them readable by everyone.
 constexpr char kTexts[] = "/sys/class/dmi/id/";
 constexpr char kChips[] = "/sys/class/hwmon";
-constexpr char kPciBus[] = "/sys/bus/pci/devices";
 
 // A controller answers within milliseconds, one that starts within seconds.
 constexpr std::chrono::milliseconds kIpmiTimeout(5000);

@@ -363,7 +363,7 @@ auto understood(const base::Result<ParsedArguments>& arguments,
   try {
     return read(*arguments);
   } catch (const UsageError& usage) {
-    return base::makeFailure(base::FailureKind::kUsage, usage.text);
+    return base::usageFailure(usage.text);
   }
 }
 

@@ -125,7 +125,7 @@ base::Result<ParsedArguments> splitArguments(int argc, const char* const* argv,
   CLI::Option* const words = splitter.app().add_option(kWords)->expected(-1);
   words->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   if (std::string problem = splitter.split(argc, argv); !problem.empty()) {
-    return base::makeFailure(base::FailureKind::kUsage, std::move(problem));
+    return base::usageFailure(std::move(problem));
   }
   ParsedArguments parsed = splitter.given();
   parsed.words = words->results();
@@ -138,7 +138,7 @@ base::Result<ParsedArguments> splitStart(int argc, const char* const* argv,
   Splitter splitter(options);
   splitter.app().prefix_command();
   if (std::string problem = splitter.split(argc, argv); !problem.empty()) {
-    return base::makeFailure(base::FailureKind::kUsage, std::move(problem));
+    return base::usageFailure(std::move(problem));
   }
   ParsedArguments parsed = splitter.given();
   std::vector<std::string> rest = splitter.rest();

@@ -23,11 +23,7 @@ bool isControl(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
-base::Failure usageFailure(std::string cause) {
-  return base::makeFailure(base::FailureKind::kUsage, std::move(cause));
-}
-
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string shown = "'";
   std::transform(text.begin(), text.end(), std::back_inserter(shown),
                  [](char c) { return isControl(c) ? '?' : c; });
@@ -71,13 +67,13 @@ std::string readHostAndPort(std::string_view text, Address& address) {
                              ? std::nullopt
                              : readIpv6(text.substr(1, bracket - 1));
     if (!literal) {
-      return quoted(text) + " holds no IPv6 address between its brackets";
+      return inQuotes(text) + " holds no IPv6 address between its brackets";
     }
     address.host = *literal;
     rest = text.substr(bracket + 1);
   } else {
     if (std::count(text.begin(), text.end(), ':') > 1) {
-      return quoted(text) + " is not understood; an IPv6 address stands in " +
+      return inQuotes(text) + " is not understood; an IPv6 address stands in " +
              "brackets, as in [fe80::1] or [fe80::1]:8443";
     }
     const std::size_t colon = std::min(text.find(':'), text.size());
@@ -86,18 +82,18 @@ std::string readHostAndPort(std::string_view text, Address& address) {
     if (!base::isHostName(address.host)) {
       return address.host.empty()
                  ? "no host is named"
-                 : quoted(address.host) + " is no host name or address";
+                 : inQuotes(address.host) + " is no host name or address";
     }
   }
   const bool sound = rest.empty() || (rest.front() == ':' &&
                                       readPort(rest.substr(1), address.port));
   return sound ? ""
-               : quoted(rest) + " behind the host is no port from 1 to 65535";
+               : inQuotes(rest) + " behind the host is no port from 1 to 65535";
 }
 
 base::Result<Address> readDirectory(std::string_view directory) {
   if (directory.empty() || directory.find('\0') != std::string_view::npos) {
-    return usageFailure("no directory is named; write file:DIR");
+    return base::usageFailure("no directory is named; write file:DIR");
   }
   Address address;
   address.scheme = Address::Scheme::kDirectory;
@@ -134,31 +130,32 @@ base::Result<Address> parseAddress(std::string_view text) {
   if (at != std::string_view::npos) {
     address.user = rest.substr(0, at);
     if (address.user.find(':') != std::string::npos) {
-      return usageFailure(
+      return base::usageFailure(
           "a password in the address would be seen by every user of this "
           "machine; leave it out, and give it by --password-file, "
           "--password-stdin, BRIVEL_PASSWORD or at the prompt");
     }
     if (address.user.empty() ||
         std::any_of(address.user.begin(), address.user.end(), isControl)) {
-      return usageFailure(
+      return base::usageFailure(
           "the user's name before '@' is empty or holds control characters");
     }
     rest.remove_prefix(at + 1);
   }
   if (rest.find("://") != std::string_view::npos) {
-    return usageFailure(quoted(rest) + " is neither https:// nor file:");
+    return base::usageFailure(inQuotes(rest) +
+                              " is neither https:// nor file:");
   }
   dropServicePath(rest);
   if (rest.find('/') != std::string_view::npos) {
-    return usageFailure(
-        quoted(rest) +
+    return base::usageFailure(
+        inQuotes(rest) +
         " holds a path; name the host alone, or file:DIR for a recorded "
         "server");
   }
   std::string problem = readHostAndPort(rest, address);
   if (!problem.empty()) {
-    return usageFailure(std::move(problem));
+    return base::usageFailure(std::move(problem));
   }
   return address;
 }

@@ -279,7 +279,7 @@ base::Result<Settings> loadSettings(const std::string& file,
   const std::optional<std::string> text =
       platform::readTrustedFile(fs::u8path(file), kLargestFile, reason);
   if (!text) {
-    return base::makeFailure(base::FailureKind::kUsage, file + ": " + reason);
+    return base::usageFailure(file + ": " + reason);
   }
   return readSettings(*text, file, home);
 }
@@ -288,10 +288,9 @@ base::Result<Settings> readSettings(std::string_view text,
                                     const std::string& file,
                                     const std::string& home) {
   if (const auto dotted = overlyDottedLine(text)) {
-    return base::makeFailure(base::FailureKind::kUsage,
-                             file + ":" + std::to_string(*dotted) +
-                                 ": a line holds more than " +
-                                 std::to_string(kMostDots) + " dots");
+    return base::usageFailure(file + ":" + std::to_string(*dotted) +
+                              ": a line holds more than " +
+                              std::to_string(kMostDots) + " dots");
   }
   std::string reason;
   std::uint32_t line = 0;
@@ -304,8 +303,7 @@ base::Result<Settings> readSettings(std::string_view text,
     line = failure.source().begin.line;
     reason = std::string(failure.description()) + quotationHint(text, line);
   }
-  return base::makeFailure(base::FailureKind::kUsage,
-                           file + ":" + std::to_string(line) + ": " + reason);
+  return base::usageFailure(file + ":" + std::to_string(line) + ": " + reason);
 }
 
 }  // namespace connection

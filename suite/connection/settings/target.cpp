@@ -11,10 +11,6 @@
 namespace connection {
 namespace {
 
-base::Failure usageFailure(std::string cause) {
-  return base::makeFailure(base::FailureKind::kUsage, std::move(cause));
-}
-
 // The choice's address with what the settings, or the address itself, say
 // about it; nullopt for this machine without a source in the settings.
 base::Result<std::optional<NamedTarget>> find(const TargetChoice& choice,
@@ -34,9 +30,9 @@ base::Result<std::optional<NamedTarget>> find(const TargetChoice& choice,
     }
     const std::string& user = address->user;
     if (choice.given.user && !user.empty() && *choice.given.user != user) {
-      return usageFailure("two users are given: '" + user +
-                          "' in the address, and '" + *choice.given.user +
-                          "' by --user");
+      return base::usageFailure("two users are given: '" + user +
+                                "' in the address, and '" + *choice.given.user +
+                                "' by --user");
     }
     if (base::startsWith(address->directory, "~/")) {
       address->directory.replace(0, 1, platform::homeDirectory());
@@ -146,7 +142,7 @@ base::Result<std::optional<Target>> resolveTarget(const TargetChoice& choice,
   Target target = merge(choice, **found, settings);
   std::string problem = problemWith(target);
   if (!problem.empty()) {
-    return usageFailure(std::move(problem));
+    return base::usageFailure(std::move(problem));
   }
   return std::optional(std::move(target));
 }

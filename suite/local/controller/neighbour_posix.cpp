@@ -1,19 +1,15 @@
 #include "suite/local/controller/neighbour_posix.h"
 
-#include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
 
 #include <cstddef>
-#include <memory>
 #include <string_view>
+
+#include "suite/local/controller/interface_addresses_posix.h"
 
 namespace local {
 namespace {
-
-struct FreeAddresses {
-  void operator()(ifaddrs* list) const { freeifaddrs(list); }
-};
 
 // The bytes of an IP address; empty for any other.
 std::string_view bytesOf(const sockaddr* address) {
@@ -44,13 +40,13 @@ bool inOneNetwork(std::string_view a, std::string_view b,
 
 bool isNeighbour(const sockaddr& address, const std::string& device) {
   const std::string_view wanted = bytesOf(&address);
-  ifaddrs* list = nullptr;
-  if (wanted.empty() || getifaddrs(&list) != 0) {
+  if (wanted.empty()) {
     return false;
   }
-  const std::unique_ptr<ifaddrs, FreeAddresses> owner(list);
+  const InterfaceAddresses list = interfaceAddresses();
   bool near = false;
-  for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
+  for (const ifaddrs* entry = list.get(); entry != nullptr;
+       entry = entry->ifa_next) {
     const std::string_view own = bytesOf(entry->ifa_addr);
     const bool loopback = (entry->ifa_flags & IFF_LOOPBACK) != 0;
     if (own == wanted && !loopback) {

@@ -1,19 +1,15 @@
 #include "suite/local/controller/network.h"
 
 #include <arpa/inet.h>
-#include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include <memory>
 #include <string>
+
+#include "suite/local/controller/interface_addresses_posix.h"
 
 namespace local {
 namespace {
-
-struct FreeAddresses {
-  void operator()(ifaddrs* list) const { freeifaddrs(list); }
-};
 
 std::string addressText(const sockaddr* address) {
   char text[INET6_ADDRSTRLEN] = {};
@@ -49,13 +45,9 @@ void addFamily(const ifaddrs* list, int family,
 
 std::vector<NetworkDevice> runningDevices() {
   std::vector<NetworkDevice> devices = networkDevices(Root());
-  ifaddrs* list = nullptr;
-  if (getifaddrs(&list) != 0) {
-    return devices;
-  }
-  const std::unique_ptr<ifaddrs, FreeAddresses> owner(list);
-  addFamily(list, AF_INET, devices);
-  addFamily(list, AF_INET6, devices);
+  const InterfaceAddresses list = interfaceAddresses();
+  addFamily(list.get(), AF_INET, devices);
+  addFamily(list.get(), AF_INET6, devices);
   return devices;
 }
 

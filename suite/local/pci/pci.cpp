@@ -11,8 +11,6 @@
 namespace local {
 namespace {
 
-constexpr char kBus[] = "/sys/bus/pci/devices/";
-
 // The function's link shows the ports above it:
 // "../../../devices/pci0000:3a/0000:3a:00.0/0000:3b:00.0".
 std::vector<PciAddress> portsAbove(std::string_view link,
@@ -47,13 +45,13 @@ struct Listed {
 // The physical functions that are adapters, with what their choice needs.
 std::vector<Listed> candidates(const Root& root) {
   std::vector<Listed> found;
-  for (const std::string& name : root.list(kBus)) {
+  for (const std::string& name : root.list(kPciBus)) {
     const auto address = parsePciAddress(name);
     if (!address) {
       continue;
     }
     Listed listed;
-    listed.folder = kBus + name;
+    listed.folder = kPciBus + name;
     const auto code = base::hexadecimal(root.line(listed.folder + "/class"));
     // A virtual function is a share of the adapter that made it.
     if (!code || !isAdapter(*code, /*driverBound=*/true) ||

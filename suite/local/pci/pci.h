@@ -8,6 +8,9 @@
 
 namespace local {
 
+/// The folder with a link to the folder of each PCI function (Linux).
+inline constexpr char kPciBus[] = "/sys/bus/pci/devices/";
+
 /// The adapters among the PCI functions under /sys/bus/pci/devices, as
 /// `chooseAdapters` chooses them; virtual functions are left out.
 ///

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <iterator>
-#include <optional>
 
 #include "suite/base/numbers.h"
 
 namespace local {
 namespace {
 
-constexpr std::size_t kIdDigits = 4;
 // Behind two tabs, the subsystem's vendor, a blank and the subsystem.
-constexpr std::size_t kSubsystemNameAt = 2 + kIdDigits + 1 + kIdDigits;
+constexpr std::size_t kSubsystemNameAt = 2 + kPciIdDigits + 1 + kPciIdDigits;
 // Behind the last vendor the file lists device classes, in lines that start
 // with this.
 constexpr std::string_view kClassMark = "C ";
@@ -22,13 +20,6 @@ std::string_view takeLine(std::string_view& rest) {
   const std::string_view line = rest.substr(0, end);
   rest.remove_prefix(std::min(end + 1, rest.size()));
   return line;
-}
-
-std::optional<std::uint16_t> idAt(std::string_view line, std::size_t offset) {
-  if (line.size() < offset + kIdDigits) {
-    return std::nullopt;
-  }
-  return base::parseNumber<std::uint16_t>(line.substr(offset, kIdDigits), 16);
 }
 
 // The name at the end of a line whose ids end at an offset.
@@ -42,6 +33,15 @@ std::string_view nameBehind(std::string_view line, std::size_t offset) {
 
 }  // namespace
 
+std::optional<std::uint16_t> pciIdAt(std::string_view line,
+                                     std::size_t offset) {
+  if (line.size() < offset + kPciIdDigits) {
+    return std::nullopt;
+  }
+  return base::parseNumber<std::uint16_t>(line.substr(offset, kPciIdDigits),
+                                          16);
+}
+
 PciIds::PciIds(std::string text) : text_(std::move(text)) {
   std::string_view rest = text_;
   while (!rest.empty()) {
@@ -53,7 +53,7 @@ PciIds::PciIds(std::string text) : text_(std::move(text)) {
     if (line.empty() || line[0] == '\t' || line[0] == '#') {
       continue;
     }
-    if (const auto vendor = idAt(line, 0)) {
+    if (const auto vendor = pciIdAt(line, 0)) {
       vendors_.push_back({*vendor, offset});
     }
   }
@@ -72,7 +72,7 @@ std::string_view PciIds::section(std::uint16_t vendor) const {
 
 std::string_view PciIds::vendorName(std::uint16_t vendor) const {
   std::string_view rest = section(vendor);
-  return nameBehind(takeLine(rest), kIdDigits);
+  return nameBehind(takeLine(rest), kPciIdDigits);
 }
 
 bool PciIds::standsUnder(std::uint16_t vendor,
@@ -101,7 +101,7 @@ PciNames PciIds::names(const PciIdentity& identity,
                        const MachineNames& machine) const {
   PciNames found;
   std::string_view rest = section(identity.vendor);
-  found.manufacturer = nameBehind(takeLine(rest), kIdDigits);
+  found.manufacturer = nameBehind(takeLine(rest), kPciIdDigits);
   bool inDevice = false;
   while (!rest.empty()) {
     const std::string_view line = takeLine(rest);
@@ -116,12 +116,12 @@ PciNames PciIds::names(const PciIdentity& identity,
       if (inDevice) {
         break;
       }
-      inDevice = idAt(line, 1) == identity.device;
+      inDevice = pciIdAt(line, 1) == identity.device;
       if (inDevice) {
-        found.model = nameBehind(line, 1 + kIdDigits);
+        found.model = nameBehind(line, 1 + kPciIdDigits);
       }
-    } else if (inDevice && idAt(line, 2) == identity.subsystemVendor &&
-               idAt(line, 7) == identity.subsystem) {
+    } else if (inDevice && pciIdAt(line, 2) == identity.subsystemVendor &&
+               pciIdAt(line, 7) == identity.subsystem) {
       const std::string_view name = nameBehind(line, kSubsystemNameAt);
       if (name.empty() || machine.contain(name) ||
           !standsUnder(identity.vendor, name)) {

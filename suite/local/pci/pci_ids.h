@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,12 @@ namespace local {
 
 /// The longest list of names that is read, in bytes; systems have 1.5 MB.
 inline constexpr std::size_t kLongestPciIds = 16U * 1024 * 1024;
+
+/// How many hexadecimal digits an id in that list has.
+inline constexpr std::size_t kPciIdDigits = 4;
+
+/// The id at an offset of one of its lines; nullopt if none stands there.
+std::optional<std::uint16_t> pciIdAt(std::string_view line, std::size_t offset);
 
 /// The four numbers that identify a PCI function.
 struct PciIdentity {

@@ -6,12 +6,8 @@
 #include <functional>
 #include <set>
 
-#include "suite/base/numbers.h"
-
 namespace local {
 namespace {
-
-constexpr std::size_t kIdDigits = 4;
 
 // A vendor, or below it a device, or below that a subsystem.
 struct Entry {
@@ -22,9 +18,7 @@ struct Entry {
 };
 
 std::uint16_t idAt(std::string_view line, std::size_t offset) {
-  return static_cast<std::uint16_t>(
-      base::hexadecimal(line.substr(std::min(offset, line.size()), kIdDigits))
-          .value_or(0));
+  return pciIdAt(line, offset).value_or(0);
 }
 
 // Calls `take` with each entry of a list, in its order.
@@ -38,7 +32,8 @@ void eachEntry(std::string_view list,
       return;  // The classes of devices follow.
     }
     entry.level = std::min(entry.line.find_first_not_of('\t'), std::size_t{3});
-    const std::size_t ids = entry.level == 2 ? 2 * kIdDigits + 1 : kIdDigits;
+    const std::size_t ids =
+        entry.level == 2 ? 2 * kPciIdDigits + 1 : kPciIdDigits;
     if (entry.level > 2 || entry.line.size() < entry.level + ids + 2 ||
         entry.line.front() == '#') {
       continue;
@@ -50,7 +45,7 @@ void eachEntry(std::string_view list,
       entry.identity.device = idAt(entry.line, 1);
     } else {
       entry.identity.subsystemVendor = idAt(entry.line, 2);
-      entry.identity.subsystem = idAt(entry.line, 2 + kIdDigits + 1);
+      entry.identity.subsystem = idAt(entry.line, 2 + kPciIdDigits + 1);
     }
     take(entry);
   }

@@ -6,6 +6,7 @@
 #include "suite/base/numbers.h"
 #include "suite/local/controller/network.h"
 #include "suite/local/pci/adapter.h"
+#include "suite/local/pci/pci.h"
 #include "suite/local/recording/pci_names.h"
 #include "suite/local/recording/table_masking.h"
 
@@ -19,7 +20,6 @@ constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
 constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
 constexpr char kTexts[] = "/sys/class/dmi/id/";
 constexpr char kNetwork[] = "/sys/class/net/";
-constexpr char kBus[] = "/sys/bus/pci/devices/";
 
 // Attributes that identify the machine.
 constexpr const char* kIdentifying[] = {"product_serial", "board_serial",
@@ -173,8 +173,8 @@ void Recorder::recordProcessors() {
 void Recorder::forEachAdapter(
     const std::function<void(const std::string& name,
                              const std::string& place)>& use) const {
-  for (const std::string& name : from_.list(kBus)) {
-    const std::string folder = kBus + name;
+  for (const std::string& name : from_.list(kPciBus)) {
+    const std::string folder = kPciBus + name;
     const auto code = base::hexadecimal(from_.line(folder + "/class"));
     if (!code || !isAdapter(*code, /*driverBound=*/true)) {
       continue;
@@ -190,7 +190,7 @@ void Recorder::forEachAdapter(
 
 void Recorder::recordAdapters() {
   forEachAdapter([this](const std::string& name, const std::string& place) {
-    copyLink(kBus + name);
+    copyLink(kPciBus + name);
     for (const char* file : {"/class", "/vendor", "/device",
                              "/subsystem_vendor", "/subsystem_device"}) {
       copy(place + file);
@@ -209,7 +209,7 @@ void Recorder::recordAdapters() {
 // Of the names of all PCI devices those that this machine has.
 void Recorder::recordNames() {
   std::vector<PciIdentity> functions;
-  const std::string bus = kBus;
+  const std::string bus = kPciBus;
   for (const std::string& name : from_.list(bus)) {
     const auto id = [&](const char* file) {
       return static_cast<std::uint16_t>(

@@ -103,8 +103,7 @@ const Resource* Graph::find(std::string_view document) const {
 
 const Resource* Graph::findRead(std::string_view document) const {
   const Resource* found = find(document);
-  return found != nullptr && found->state == ResourceState::kRead ? found
-                                                                  : nullptr;
+  return isRead(found) ? found : nullptr;
 }
 
 LinkTarget Graph::resolve(const Uri& link) const {

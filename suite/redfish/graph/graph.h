@@ -34,6 +34,11 @@ struct Resource {
   const base::Failure* why() const { return failure ? &*failure : nullptr; }
 };
 
+/// Whether there is a resource, and its document was read.
+inline bool isRead(const Resource* resource) {
+  return resource != nullptr && resource->state == ResourceState::kRead;
+}
+
 /// What a link leads to inside the graph.
 struct LinkTarget {
   const Resource* document = nullptr;    ///< Null: never asked for.

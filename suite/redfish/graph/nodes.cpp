@@ -21,10 +21,6 @@ struct Member {
   std::string name;
 };
 
-bool isRead(const Resource* resource) {
-  return resource != nullptr && resource->state == ResourceState::kRead;
-}
-
 // The Id of a system; without one the last segment of its link.
 std::string nameOf(const Resource* system, const Uri& link) {
   std::string_view id;

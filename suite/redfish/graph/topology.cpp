@@ -35,10 +35,6 @@ class Topology::OrderedSet {
 
 namespace {
 
-bool isRead(const Resource* resource) {
-  return resource != nullptr && resource->state == ResourceState::kRead;
-}
-
 // The managers that a node's systems link, else those that its chassis link.
 std::vector<const Resource*> linkedManagers(
     const Graph& graph, const NodeSystems& systems,

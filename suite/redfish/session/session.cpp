@@ -60,7 +60,7 @@ std::string sessionPath(const std::string& text, const std::string& sessions) {
 
 // A text as JSON writes it, quotes included. Written into memory of our own,
 // because it may be a password.
-base::Secret quoted(std::string_view text) {
+base::Secret quotedJson(std::string_view text) {
   constexpr std::size_t kLongestEscape = 6;  // \u001f
   std::string json(kLongestEscape * text.size() + 2, '\0');
   json::serializer serializer;
@@ -178,9 +178,9 @@ http::Request Session::loginRequest() const {
   http::Request request;
   request.method = http::Method::kPost;
   request.target = loginTarget_;
-  request.body =
-      base::Secret({R"({"UserName":)", quoted(user_).text(), R"(,"Password":)",
-                    quoted(password_.text()).text(), "}"});
+  request.body = base::Secret({R"({"UserName":)", quotedJson(user_).text(),
+                               R"(,"Password":)",
+                               quotedJson(password_.text()).text(), "}"});
   // Longer than we wait for it: what it grants late is taken back by `logout`.
   request.timeout = loginTimeout_ + kLogoutTimeout;
   return request;
