@@ -29,6 +29,7 @@
 #include "suite/connection/settings/target.h"
 #include "suite/log/log_file.h"
 #include "suite/platform/interrupt.h"
+#include "suite/platform/library_search.h"
 #include "suite/platform/memory.h"
 #include "suite/platform/standard_streams.h"
 #include "suite/platform/terminal.h"
@@ -154,6 +155,7 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
 
 int brivel(int argc, char** argv) {
   const auto begun = std::chrono::steady_clock::now();
+  platform::limitLibrarySearch();
   platform::prepareStandardStreams();
   // Out of the environment first of all, whatever becomes of the run.
   std::optional<base::Secret> environmentPassword =

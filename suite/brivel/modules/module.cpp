@@ -7,6 +7,7 @@
 
 #include "suite/brivel/modules/library_file.h"
 #include "suite/platform/files/trust.h"
+#include "suite/platform/library_search.h"
 
 namespace brivel {
 
@@ -50,9 +51,11 @@ base::Result<Module> Module::load(const std::filesystem::path& file) {
   std::error_code failure;
   // All symbols are looked up at once: a library that lacks one is refused
   // here, and not in the middle of a run.
-  library->handle.load(
-      file, failure,
-      boost::dll::load_mode::rtld_now | boost::dll::load_mode::rtld_local);
+  library->handle.load(file, failure,
+                       boost::dll::load_mode::rtld_now |
+                           boost::dll::load_mode::rtld_local |
+                           static_cast<boost::dll::load_mode::type>(
+                               platform::librarySearchFlags()));
   if (failure) {
     return refused(name + " cannot be loaded: " + loadError(failure));
   }

@@ -123,6 +123,7 @@ WinhttpExchange::WinhttpExchange(std::uint64_t id, Request request,
 
 WinhttpExchange::~WinhttpExchange() {
   close();
+  dropBody();
   platform::overwrite(buffer_.data(), buffer_.size());
 }
 
@@ -245,7 +246,7 @@ Answer WinhttpExchange::finish() {
     answer_.authToken = base::Secret(headers_.authToken());
     answer_.retryAfter = headers_.retryAfter();
   } else {
-    answer_.body.clear();
+    dropBody();
     answer_.status = 0;
   }
   answer_.reusedConnection = progress_.sent && connections_ == 0;
@@ -425,8 +426,28 @@ bool WinhttpExchange::takeBody(DWORD size) {
     failWith(NetworkFault::kBodyTooLarge);
     return false;
   }
+  if (!hold(size)) {
+    failWith(NetworkFault::kBodiesTooLarge);
+    return false;
+  }
   answer_.body.append(buffer_.data(), size);
   return true;
+}
+
+// Counts bytes of the body that are to be kept; false where they are too many
+// with those of the other bodies.
+bool WinhttpExchange::hold(std::size_t size) {
+  std::atomic<std::size_t>& held = common_->heldBytes;
+  if (held.fetch_add(size) + size > kMaxHeldBytes) {
+    held -= size;
+    return false;
+  }
+  return true;
+}
+
+void WinhttpExchange::dropBody() {
+  common_->heldBytes -= answer_.body.size();
+  answer_.body.clear();
 }
 
 void WinhttpExchange::endBody() {

@@ -3,6 +3,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -56,6 +57,8 @@ struct WinhttpCommon {
   bool plainHttp;
   std::chrono::milliseconds connectTimeout;
   WinhttpMailbox mailbox;
+  /// Bytes of all bodies, under way or not yet taken from the transport.
+  std::atomic<std::size_t> heldBytes{0};
 };
 
 /// One request on its way. WinHTTP tells its progress in threads of its own,
@@ -115,6 +118,8 @@ class WinhttpExchange : public std::enable_shared_from_this<WinhttpExchange> {
   void close() noexcept;
   void readBody();
   bool takeBody(DWORD size);
+  bool hold(std::size_t size);
+  void dropBody();
   void endBody();
   void failWith(DWORD error);
   void failWith(NetworkFault fault, const std::string& detail = "");

@@ -158,6 +158,7 @@ std::optional<Answer> WinhttpTransport::next(base::Clock::time_point until) {
     if (!ready_.empty()) {
       Answer answer = std::move(ready_.front());
       ready_.pop_front();
+      common_->heldBytes -= answer.body.size();
       return answer;
     }
     if ((active_.empty() && waiting_.empty()) || interrupt_.tell()) {
@@ -248,6 +249,9 @@ void WinhttpTransport::cancelAll() {
   }
   active_.clear();
   waiting_.clear();
+  for (const Answer& answer : ready_) {
+    common_->heldBytes -= answer.body.size();
+  }
   ready_.clear();
 }
 
