@@ -187,5 +187,6 @@ int brivel(int argc, char** argv) {
 
 int brivelMain(int argc, char** argv) {
   platform::returnLargeBlocks();
+  brivel::endWithoutMemory();
   return brivel::runGuarded([=] { return brivel::brivel(argc, argv); }, false);
 }

@@ -1,8 +1,11 @@
 #include "suite/brivel/finish_run.h"
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
 
 #include "suite/brivel/console.h"
 #include "suite/brivel/exit_status.h"
@@ -51,6 +54,26 @@ int runGuarded(const std::function<int()>& run, bool plugIn) {
   } catch (const std::exception& failure) {
     return internalError(failure.what(), plugIn);
   }
+}
+
+void endWithoutMemory() {
+  std::set_terminate([] {
+    const std::exception_ptr failure = std::current_exception();
+    try {
+      if (failure != nullptr) {
+        std::rethrow_exception(failure);
+      }
+    } catch (const std::bad_alloc&) {
+      std::fputs(
+          "brivel: there is not enough memory; a session that the run opened "
+          "stays open until it times out on the controller\n",
+          stderr);
+      std::_Exit(exitStatusOf(kResultInternalError));
+    } catch (...) {
+      // Our own mistake: as ever.
+    }
+    std::abort();
+  });
 }
 
 int finishRun(RunResult result, const std::vector<std::string>& notices,

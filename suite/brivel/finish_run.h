@@ -13,6 +13,11 @@ namespace brivel {
 /// own; a monitoring plug-in says that it knows nothing.
 int runGuarded(const std::function<int()>& run, bool plugIn);
 
+/// From now on an exception for lack of memory where none may be thrown, such
+/// as in a library's own start, ends the process with a line on standard error
+/// and the status of an internal error, and leaves no picture of its memory.
+void endWithoutMemory();
+
 /// Prints what is left to be said of a run that has ended: the notes, one line
 /// each, and why it failed, if it did; a monitoring plug-in says the latter in
 /// the way of plug-ins. Returns the exit status.

@@ -1,6 +1,9 @@
 #include "suite/http/curl/curl_memory.h"
 
 #include <malloc.h>
+#include <openssl/crypto.h>
+#include <openssl/rand.h>
+#include <openssl/ssl.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -57,6 +60,12 @@ char* duplicate(const char* text) {
 }  // namespace
 
 CURLcode startCurl() {
+  // libcurl goes on with an OpenSSL that found no memory to start, which then
+  // fails at its first lock.
+  if (OPENSSL_init_ssl(0, nullptr) != 1 ||
+      OSSL_LIB_CTX_get0_global_default() == nullptr || RAND_status() != 1) {
+    return CURLE_FAILED_INIT;
+  }
   return curl_global_init_mem(CURL_GLOBAL_DEFAULT, allocate, release, resize,
                               duplicate, allocateZeroed);
 }

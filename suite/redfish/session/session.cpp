@@ -69,6 +69,14 @@ base::Secret quotedJson(std::string_view text) {
   return base::Secret(std::move(json));
 }
 
+// Whether a login reached the service, and what that made of it is not known.
+bool mayHaveGranted(const http::Answer& answer) {
+  return answer.lostBeforeAnswer ||
+         (answer.failure &&
+          (answer.failure->kind == base::FailureKind::kReadTimeout ||
+           answer.failure->kind == base::FailureKind::kBadContent));
+}
+
 }  // namespace
 
 Session::Session(Fetcher& fetcher, std::string address, std::string user,
@@ -206,6 +214,11 @@ Session::Outcome Session::login(std::chrono::milliseconds timeout,
 
 Session::Outcome Session::judge(const http::Answer& answer) {
   failure_.reset();
+  if (mayHaveGranted(answer)) {
+    BRIVEL_LOG(base::kLogError)
+        << address_ << ": the answer to the login was lost; if it made a "
+        << "session, that stays open until it times out there";
+  }
   if (!answer.failure && answer.status >= 200 && answer.status < 300) {
     return adopt(answer) ? Outcome::kSession : Outcome::kImpossible;
   }
