@@ -24,7 +24,7 @@ std::string read(const std::string& path, std::string& text) {
     return "is no regular file";
   }
   if (fs::exists(status) && fs::file_size(file, failed) > kMostBytes) {
-    return "is larger than 256 MiB";
+    return "is larger than " + std::to_string(kMostBytes >> 20U) + " MiB";
   }
   errno = 0;
   std::ifstream stream(file, std::ios::binary);

@@ -5,12 +5,21 @@
 #include <utility>
 
 #include "suite/base/enum_table.h"
+#include "suite/http/transport.h"
 
 namespace http {
 namespace {
 
-// What a failure says: the cause, with the detail or a time limit behind it.
-enum class Tail { kNone, kDetail, kConnectTime, kWholeTime };
+// What a failure says: the cause, with the detail or a limit behind it.
+enum class Tail {
+  kNone,
+  kDetail,
+  kConnectTime,
+  kWholeTime,
+  kHeaderLimit,
+  kBodyLimit,
+  kHeldLimit
+};
 
 struct Message {
   NetworkFault fault;
@@ -50,9 +59,9 @@ constexpr Message kMessages[] = {
     {Fault::kLostBeforeAnswer, Kind::kUnreachable, "the connection ended before an answer", Tail::kDetail, "check the controller, and that the port is the right one"},
     {Fault::kLostInAnswer, Kind::kBadContent, "the connection ended in mid-answer", Tail::kNone, "check the controller"},
     {Fault::kNotHttp, Kind::kNotRedfish, "the answer is not HTTP", Tail::kNone, "check the port: it may want HTTPS"},
-    {Fault::kHeadersTooLarge, Kind::kBadContent, "the headers of the answer are larger than 64 KiB", Tail::kNone, kFirmware},
-    {Fault::kBodyTooLarge, Kind::kBadContent, "the answer is larger than 16 MiB", Tail::kNone, kFirmware},
-    {Fault::kBodiesTooLarge, Kind::kBadContent, "the answers that came together are larger than 24 MiB", Tail::kNone, "use --max-connections 1"},
+    {Fault::kHeadersTooLarge, Kind::kBadContent, "the headers of the answer are larger than ", Tail::kHeaderLimit, kFirmware},
+    {Fault::kBodyTooLarge, Kind::kBadContent, "the answer is larger than ", Tail::kBodyLimit, kFirmware},
+    {Fault::kBodiesTooLarge, Kind::kBadContent, "the answers that came together are larger than ", Tail::kHeldLimit, "use --max-connections 1"},
     {Fault::kBadEncoding, Kind::kBadContent, "the answer is not compressed as it says", Tail::kNone, kFirmware},
     {Fault::kOtherEncoding, Kind::kBadContent, "the answer is compressed more than once, or not by gzip", Tail::kNone, kFirmware},
     {Fault::kMalformed, Kind::kBadContent, "the answer is malformed", Tail::kDetail, kFirmware},
@@ -93,6 +102,15 @@ base::Failure failureOf(NetworkFault fault, const std::string& detail,
       break;
     case Tail::kWholeTime:
       cause += seconds(times.whole);
+      break;
+    case Tail::kHeaderLimit:
+      cause += std::to_string(kMaxHeaderBytes >> 10U) + " KiB";
+      break;
+    case Tail::kBodyLimit:
+      cause += std::to_string(kMaxBodyBytes >> 20U) + " MiB";
+      break;
+    case Tail::kHeldLimit:
+      cause += std::to_string(kMaxHeldBytes >> 20U) + " MiB";
       break;
   }
   return {message.kind, "", "", std::move(cause), message.remedy};

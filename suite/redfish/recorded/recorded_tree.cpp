@@ -196,9 +196,13 @@ RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
   }
   const std::uintmax_t size = fs::file_size(real, error);
   if (error || size > http::kMaxBodyBytes) {
-    stored.failure = error ? unreadable(error.message())
-                           : failureOf(base::FailureKind::kBadContent,
-                                       "the file is larger than 16 MiB", "");
+    stored.failure =
+        error
+            ? unreadable(error.message())
+            : failureOf(base::FailureKind::kBadContent,
+                        "the file is larger than " +
+                            std::to_string(http::kMaxBodyBytes >> 20U) + " MiB",
+                        "");
     return stored;
   }
   std::ifstream stream(real, std::ios::binary);
