@@ -7,6 +7,7 @@
 #include "suite/connection/password/password_file.h"
 #include "suite/connection/password/password_line.h"
 #include "suite/connection/password/password_prompt.h"
+#include "suite/connection/password/silent_prompt.h"
 
 namespace connection {
 namespace {

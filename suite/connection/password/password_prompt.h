@@ -7,9 +7,6 @@
 
 namespace connection {
 
-/// Whether a person could be asked: standard input is a terminal.
-bool inputIsTerminal();
-
 /// Asks the person at the terminal for a password; the answer is not shown.
 /// Fails if standard input is no terminal, or no password is entered.
 base::Result<base::Secret> askPassword(const std::string& question);

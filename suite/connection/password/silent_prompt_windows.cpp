@@ -1,4 +1,4 @@
-#include "suite/connection/password/password_prompt.h"
+#include "suite/connection/password/silent_prompt.h"
 
 #include <windows.h>
 
@@ -15,7 +15,6 @@
 namespace connection {
 namespace {
 
-using base::Failure;
 using base::FailureKind;
 
 constexpr std::size_t kMostTyped = 1026;  // With the line end.
@@ -107,27 +106,15 @@ bool inputIsTerminal() {
   return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
 }
 
-base::Result<base::Secret> askPassword(const std::string& question) {
+std::optional<base::Result<base::Secret>> askSilently(
+    const std::string& question) {
   const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-  if (!inputIsTerminal()) {
-    Failure failure;
-    failure.kind = FailureKind::kNoCredentials;
-    failure.cause = "no password is given";
-    failure.remedy =
-        "use --password-file, --password-stdin or BRIVEL_PASSWORD, or run at a "
-        "console to be asked";
-    return failure;
-  }
   const File console(CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                  OPEN_EXISTING, 0, nullptr));
   const SilentConsole silent(input);
   if (!silent.silenced()) {
-    Failure failure;
-    failure.kind = FailureKind::kNoCredentials;
-    failure.cause = "the console cannot be kept from showing a password";
-    failure.remedy = "use --password-file or --password-stdin";
-    return failure;
+    return std::nullopt;
   }
   show(console.handle(), question);
   base::Result<base::Secret> password = readAnswer(input);
