@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 namespace platform {
 
@@ -19,6 +20,10 @@ class LastResort {
   LastResort& operator=(const LastResort&) = delete;
 
  private:
+  /// Has the system end the process when so much time has passed; nullopt: not
+  /// at all any more. Not called by two threads at a time.
+  static void setTimer(std::optional<std::chrono::steady_clock::duration> left);
+
   std::chrono::steady_clock::time_point until_;
 };
 

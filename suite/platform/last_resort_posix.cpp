@@ -5,25 +5,11 @@
 #include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <mutex>
-#include <set>
 
 namespace platform {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// What is watched at present, by its ends. Never destroyed: a thread may
-// outlive the end of main.
-struct Watched {
-  std::mutex mutex;
-  std::multiset<Clock::time_point> ends;
-};
-
-Watched& watched() {
-  static auto& all = *new Watched;
-  return all;
-}
 
 // Touched by the handlers, which may do little: lock-free values only.
 std::atomic<bool> watching{false};
@@ -50,11 +36,13 @@ bool handleAlarm(bool watches) {
   return sigaction(SIGALRM, &action, nullptr) == 0;
 }
 
-// With the mutex held. After an interrupt every new piece of work, such as a
-// logout, has the whole time again.
-void arm(const std::multiset<Clock::time_point>& ends) {
-  watching.store(!ends.empty());
-  if (ends.empty()) {
+}  // namespace
+
+// After an interrupt every new piece of work, such as a logout, has the whole
+// time again.
+void LastResort::setTimer(std::optional<Clock::duration> left) {
+  watching.store(left.has_value());
+  if (!left) {
     alarm(0);
     handleAlarm(false);
     return;
@@ -62,32 +50,11 @@ void arm(const std::multiset<Clock::time_point>& ends) {
   if (!handleAlarm(true)) {
     return;
   }
-  // No run takes a day: a later end means none.
-  constexpr std::chrono::hours kMost{24};
-  const Clock::time_point now = Clock::now();
-  const Clock::time_point end = std::min(*ends.rbegin(), now + kMost);
-  Clock::duration left = end - now + kLastResort;
   if (interruptCame.load()) {
-    left = std::min<Clock::duration>(left, kLastResort);
+    left = std::min<Clock::duration>(*left, kLastResort);
   }
-  const auto seconds = std::chrono::ceil<std::chrono::seconds>(left).count();
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(*left).count();
   alarm(static_cast<unsigned int>(std::max<long>(1, seconds)));
-}
-
-}  // namespace
-
-LastResort::LastResort(Clock::time_point until) : until_(until) {
-  Watched& all = watched();
-  const std::lock_guard<std::mutex> lock(all.mutex);
-  all.ends.insert(until_);
-  arm(all.ends);
-}
-
-LastResort::~LastResort() {
-  Watched& all = watched();
-  const std::lock_guard<std::mutex> lock(all.mutex);
-  all.ends.erase(all.ends.find(until_));
-  arm(all.ends);
 }
 
 void interruptLastResort() noexcept {
