@@ -20,9 +20,9 @@ struct Part {
 
 /// The parts of one kind.
 struct PartList {
-  const char* kind;  ///< "memory module".
-  const char* unit;  ///< Of `Part::size`: "MiB".
-  report::Category category;
+  const char* kind = "";  ///< "memory module".
+  const char* unit = "";  ///< Of `Part::size`: "MiB".
+  report::Category category = report::Category::kSystem;
   std::optional<std::vector<Part>> parts;  ///< nullopt: not read.
 };
 

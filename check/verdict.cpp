@@ -43,8 +43,8 @@ void judgeCategories(const report::HealthSummary& health, Verdict& verdict) {
     const Health value = health.categories[i];
     if (value == Health::kUnknown) {
       unknown = true;
-      verdict.gaps.push_back("the health of " + std::string(nameOf(category)) +
-                             " is not known");
+      verdict.gaps.emplace_back(
+          "the health of " + std::string(nameOf(category)) + " is not known");
     } else if (value != Health::kNormal) {
       normal = false;
       if (!isExplained(*health.events, category, value)) {
@@ -59,7 +59,7 @@ void judgeCategories(const report::HealthSummary& health, Verdict& verdict) {
     }
   }
   if (health.status == Health::kUnknown && !unknown) {
-    verdict.gaps.push_back("the health is not known");
+    verdict.gaps.emplace_back("the health is not known");
   }
   if (health.status > Health::kNormal && normal && verdict.findings.empty()) {
     Finding finding;
@@ -108,7 +108,7 @@ Verdict judge(const report::ServerReport& report) {
   }
   if (report.read.status != report::ReadStatus::kComplete &&
       verdict.gaps.empty()) {
-    verdict.gaps.push_back("the reading is not complete");
+    verdict.gaps.emplace_back("the reading is not complete");
   }
   if (report.health.events) {
     verdict.eventsRead = true;
@@ -117,7 +117,7 @@ Verdict judge(const report::ServerReport& report) {
     }
     judgeCategories(report.health, verdict);
   } else if (verdict.gaps.empty()) {
-    verdict.gaps.push_back("the active events were not read");
+    verdict.gaps.emplace_back("the active events were not read");
   }
   return verdict;
 }
@@ -137,9 +137,9 @@ void addMissingNodes(std::vector<Verdict>& verdicts) {
     std::set<int>& nodes = read[verdict.target.name];
     for (int node = 1; node <= verdict.target.nodes; ++node) {
       if (nodes.insert(node).second) {
-        verdict.gaps.push_back("node " + std::to_string(node) + " of " +
-                               std::to_string(verdict.target.nodes) +
-                               " was not read");
+        verdict.gaps.emplace_back("node " + std::to_string(node) + " of " +
+                                  std::to_string(verdict.target.nodes) +
+                                  " was not read");
       }
     }
   }

@@ -41,6 +41,7 @@ int showApplications() {
 template <typename Map>
 std::vector<std::string> namesOf(const Map& map) {
   std::vector<std::string> names;
+  names.reserve(map.size());
   for (const auto& [name, value] : map) {
     names.push_back(name);
   }

@@ -4,20 +4,12 @@
 
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/uri.h"
+#include "suite/report/report.h"
 
 namespace devhealth {
 
-/// The hardware areas that alerts are sorted into, in the order of the report.
-enum class AlertCategory {
-  kSystem,
-  kProcessors,
-  kCooling,
-  kMemory,
-  kPci,
-  kPower,
-  kDisks,
-  kOther
-};
+/// The hardware areas that alerts are sorted into.
+using AlertCategory = report::Category;
 
 /// The name of a category, byte for byte as the report knows it: an alert
 /// under any other name would not be shown.

@@ -65,17 +65,9 @@ void complete(Event& event, MessageRegistries& registries) {
   }
 }
 
-// The categories of the report are those of alerts, in the same order.
-static_assert(static_cast<std::size_t>(AlertCategory::kSystem) ==
-              static_cast<std::size_t>(report::Category::kSystem));
-static_assert(static_cast<std::size_t>(AlertCategory::kPci) ==
-              static_cast<std::size_t>(report::Category::kPci));
-static_assert(static_cast<std::size_t>(AlertCategory::kOther) ==
-              static_cast<std::size_t>(report::Category::kOther));
-
 report::Event reportEvent(const Event& event, AlertCategory category) {
   report::Event told;
-  told.category = static_cast<report::Category>(category);
+  told.category = category;
   told.severity = event.severity == Health::kCritical
                       ? report::Health::kError
                       : report::Health::kWarning;
@@ -202,7 +194,7 @@ Alert printed(const report::Event& event) {
   }
   alert.messageId = event.messageId;
   alert.severity = event.severity == report::Health::kError ? 2 : 1;
-  alert.category = categoryName(static_cast<AlertCategory>(event.category));
+  alert.category = categoryName(event.category);
   alert.message = event.message;
   return alert;
 }
