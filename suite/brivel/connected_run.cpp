@@ -35,6 +35,16 @@ void warnOfInsecurity(const connection::Target& target,
              " (insecure)");
 }
 
+void warnOfInsecurity(const CommandLine& line,
+                      const std::optional<connection::Target>& target,
+                      const connection::InBandOptions& inBand) {
+  if (target) {
+    warnOfInsecurity(*target, connection::toString(target->address));
+  } else if (line.localRoot.empty()) {
+    warnOfInsecurity(inBand.controller, "this server's controller");
+  }
+}
+
 // What the application will read, as far as its options tell.
 connection::RunHints hintsOf(const args::OptionValues& options) {
   const auto device = options.find("device");
@@ -51,7 +61,12 @@ connection::RunHints hintsOf(const args::OptionValues& options) {
 // Says why a run failed for which the application gave no cause, if the host
 // knows it.
 void explain(RunResult& result, const connection::Connections& connections,
-             const args::OptionValues& options) {
+             const Application& application, const args::OptionValues& given) {
+  // What the items of --device are, is known of the options that applications
+  // without a specification have.
+  const args::OptionValues options = application.specification().summary.empty()
+                                         ? given
+                                         : args::OptionValues();
   const auto device = options.find("device");
   if (auto failure = connections.failure()) {
     result.remedy = std::exchange(failure->remedy, "");
@@ -62,6 +77,19 @@ void explain(RunResult& result, const connection::Connections& connections,
   result.combined = device != options.end() &&
                     connection::isCombined(result.code, device->second) &&
                     !connections.hasReturned(result.code);
+}
+
+// Begins to record if the command line says so. Returns why nothing is
+// recorded all the same, or an empty text; fails if the run must not go on.
+base::Result<std::string> beginRecording(const CommandLine& line,
+                                         connection::RunRecording& recording) {
+  if (line.recordRaw && line.record.empty()) {
+    return base::makeFailure(
+        base::FailureKind::kUsage,
+        "--record-raw is for --record DIR, which is missing");
+  }
+  return line.record.empty() ? base::Result<std::string>("")
+                             : recording.begin();
 }
 
 // Stores what the run has read. A run that succeeded otherwise has failed if it
@@ -132,24 +160,12 @@ int runConnected(const CommandLine& line, Application& application,
                  std::chrono::steady_clock::time_point begun) {
   const std::string name =
       target ? connection::toString(target->address) : "this server";
-  if (target) {
-    warnOfInsecurity(*target, name);
-  } else if (line.localRoot.empty()) {
-    warnOfInsecurity(inBand.controller, "this server's controller");
-  }
+  warnOfInsecurity(line, target, inBand);
   const bool plugIn = application.specification().plugInExit;
-  if (line.recordRaw && line.record.empty()) {
-    return usageError("--record-raw is for --record DIR, which is missing",
-                      plugIn);
-  }
   connection::RunRecording recording(line.record, !line.recordRaw);
-  std::string recordingProblem;
-  if (!line.record.empty()) {
-    base::Result<std::string> problem = recording.begin();
-    if (!problem) {
-      return usageError(problem.error().cause, plugIn);
-    }
-    recordingProblem = *std::move(problem);
+  base::Result<std::string> unrecorded = beginRecording(line, recording);
+  if (!unrecorded) {
+    return usageError(unrecorded.error().cause, plugIn);
   }
   std::optional<ProgressLine> progress;
   if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
@@ -170,7 +186,7 @@ int runConnected(const CommandLine& line, Application& application,
   }
   connections.close();
   if (!line.record.empty()) {
-    finishRecording(recording, std::move(recordingProblem), plugIn, result);
+    finishRecording(recording, *std::move(unrecorded), plugIn, result);
   }
 
   if (line.stats) {
@@ -178,15 +194,9 @@ int runConnected(const CommandLine& line, Application& application,
     std::cerr << statsLines(connections.costs(), wallTime) << std::flush;
   }
   if (result.code != kResultSuccess && result.cause.empty()) {
-    // What the items of --device are, is known of the options that applications
-    // without a specification have.
-    explain(result, connections,
-            application.specification().summary.empty()
-                ? line.applicationOptions
-                : args::OptionValues());
+    explain(result, connections, application, line.applicationOptions);
   }
-  return finishRun(std::move(result), connections.notices(),
-                   application.specification().plugInExit);
+  return finishRun(std::move(result), connections.notices(), plugIn);
 }
 
 }  // namespace brivel

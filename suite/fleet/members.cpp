@@ -48,6 +48,7 @@ std::vector<Member> membersNamed(const std::vector<std::string>& names,
                                  const Settings& settings) {
   const Settings many = forMany(settings);
   std::vector<Member> members;
+  members.reserve(names.size());
   for (const std::string& name : names) {
     members.push_back({name, resolve(name, choice, many)});
   }

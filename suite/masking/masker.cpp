@@ -40,7 +40,7 @@ std::string percentEncoded(std::string_view value) {
   constexpr std::string_view kAllowed = "-._~!$&'()*+,;=:@";
   std::string encoded;
   for (const char c : value) {
-    if (base::isAlphanumeric(c) || kAllowed.find(c) != kAllowed.npos) {
+    if (base::isAlphanumeric(c) || kAllowed.find(c) != std::string_view::npos) {
       encoded += c;
       continue;
     }

@@ -123,20 +123,16 @@ std::vector<Uri> eachOnce(std::vector<Uri> links) {
   return once;
 }
 
-}  // namespace
+// What the service's own conditions tell.
+struct Told {
+  FoundSeverities found;            // By the parts that they come from.
+  std::vector<const Event*> kept;   // Of the node.
+  Health worst = Health::kUnknown;  // Of those.
+};
 
-HealthReading readEvents(const Graph& graph, const redfish::Node& node,
-                         const AlertOptions& options) {
-  HealthReading reading;
-  reading.serviceConditionsSuffice =
-      !options.thorough && redfish::serviceConditionsSuffice(graph, node);
-  const NodeScope scope(graph, node);
-
-  EventList conditions = conditionsOf(graph, scope, reading.wanted);
-  MessageRegistries registries(graph);
-  FoundSeverities found;
-  Health worst = Health::kUnknown;
-  std::vector<const Event*> kept;
+Told toldOf(EventList& conditions, const NodeScope& scope,
+            MessageRegistries& registries) {
+  Told told;
   for (Event& event : conditions.events()) {
     if (event.dropped) {
       continue;
@@ -149,35 +145,50 @@ HealthReading readEvents(const Graph& graph, const redfish::Node& node,
       continue;
     }
     const Health severity = std::max(event.severity, Health::kWarning);
-    found.add(event.origin, severity);
+    told.found.add(event.origin, severity);
     if (own) {
-      kept.push_back(&event);
-      worst = std::max(worst, severity);
+      told.kept.push_back(&event);
+      told.worst = std::max(told.worst, severity);
     }
   }
   for (const auto& [index, holder] : conditions.holders()) {
     const Event& event = conditions.events()[index];
     if (!event.dropped) {
-      found.add(holder, std::max(event.severity, Health::kWarning));
+      told.found.add(holder, std::max(event.severity, Health::kWarning));
     }
   }
+  return told;
+}
 
+}  // namespace
+
+HealthReading readEvents(const Graph& graph, const redfish::Node& node,
+                         const AlertOptions& options) {
+  HealthReading reading;
+  reading.serviceConditionsSuffice =
+      !options.thorough && redfish::serviceConditionsSuffice(graph, node);
+  const NodeScope scope(graph, node);
+
+  EventList conditions = conditionsOf(graph, scope, reading.wanted);
+  MessageRegistries registries(graph);
+  Told told = toldOf(conditions, scope, registries);
   const bool walked = !reading.serviceConditionsSuffice;
   if (walked) {
     WalkFailures walk = walkFailures(graph, node);
     reading.failure = std::move(walk.failure);
     reading.gap = std::move(walk.gap);
   }
-  PartEvents parts = partEvents(graph, node, scope, walked, found, worst);
+  PartEvents parts =
+      partEvents(graph, node, scope, walked, told.found, told.worst);
   reading.unexplained = std::move(parts.unexplained);
   for (const Event& event : parts.events) {
-    kept.push_back(&event);
+    told.kept.push_back(&event);
   }
 
-  reading.events = inOrder(graph, kept);
+  reading.events = inOrder(graph, told.kept);
   reading.wanted.insert(reading.wanted.end(), registries.wanted().begin(),
                         registries.wanted().end());
-  for (const Event* event : kept) {
+  for (const Event* event : told.kept) {
     if (isUnreadSensor(graph, event->origin)) {
       reading.wanted.push_back(event->origin);
     }
