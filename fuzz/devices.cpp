@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fuzz/check.h"
+#include "fuzz/require.h"
 #include "suite/ipmi/ipmi_message.h"
 #include "suite/local/controller/discovery.h"
 #include "suite/local/pci/pci.h"
@@ -21,11 +21,11 @@ void readIpmi(std::string_view bytes) {
     response.data = bytes.substr(1);
   }
   const auto version = ipmiVersion(response);
-  check(!version || (*version >= 10 && *version <= 99));
+  require(!version || (*version >= 10 && *version <= 99));
   const auto account = bootstrapAccount(response);
-  check(!account || (!account->user.empty() && account->user.size() <= 16));
+  require(!account || (!account->user.empty() && account->user.size() <= 16));
   const auto digest = certificateDigest(response);
-  check(!digest || digest->size() == 32);
+  require(!digest || digest->size() == 32);
 }
 
 }  // namespace
@@ -45,12 +45,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
       readIpmi(bytes);
       break;
     case 2:
-      check(local::parseSearchAnswer(bytes, "").value_or(1) != 0);
+      require(local::parseSearchAnswer(bytes, "").value_or(1) != 0);
       break;
     case 3: {
       const local::PciNames names =
           local::PciIds(std::string(bytes)).names({0x10A0, 1, 0x20B0, 7});
-      check(names.model.find('\n') == std::string::npos);
+      require(names.model.find('\n') == std::string::npos);
       break;
     }
     default:

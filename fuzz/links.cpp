@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fuzz/check.h"
+#include "fuzz/require.h"
 #include "suite/connection/settings/address.h"
 #include "suite/redfish/graph/json.h"
 #include "suite/redfish/graph/uri.h"
@@ -25,32 +25,32 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   if (const auto uri = redfish::Uri::parse(text)) {
-    check(uri->target().compare(0, 9, "/redfish/") == 0 ||
-          uri->target() == "/redfish");
-    check(isClean(uri->target()));
+    require(uri->target().compare(0, 9, "/redfish/") == 0 ||
+            uri->target() == "/redfish");
+    require(isClean(uri->target()));
     const std::string path = uri->target().substr(0, uri->target().find('?'));
-    check(path.find("/../") == std::string::npos);
+    require(path.find("/../") == std::string::npos);
     // What was accepted once is accepted again and means the same, unless
     // encoding it has made it too long.
     const auto again = redfish::Uri::parse(uri->target());
-    check(again ? again->document() == uri->document()
-                : uri->target().size() > 1024);
+    require(again ? again->document() == uri->document()
+                  : uri->target().size() > 1024);
   }
   if (const auto target = redfish::redirectTarget(text, "bmc.test:443")) {
-    check(redfish::Uri::parse(*target) || target->size() > 1024);
+    require(redfish::Uri::parse(*target) || target->size() > 1024);
   }
   if (const auto address = connection::parseAddress(text)) {
-    check(address->user.find(':') == std::string::npos);
+    require(address->user.find(':') == std::string::npos);
     const bool directory =
         address->scheme == connection::Address::Scheme::kDirectory;
-    check(directory != address->directory.empty());
-    check(directory != !address->host.empty());
+    require(directory != address->directory.empty());
+    require(directory != !address->host.empty());
   } else {
-    check(!address.error().cause.empty());
+    require(!address.error().cause.empty());
   }
   std::string error;
   if (!redfish::parseObject(text, error)) {
-    check(!error.empty());
+    require(!error.empty());
   }
   return 0;
 }

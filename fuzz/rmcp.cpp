@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "fuzz/check.h"
+#include "fuzz/require.h"
 #include "suite/ipmi/rmcp_message.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
@@ -11,8 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   const std::string_view datagram(reinterpret_cast<const char*>(data), size);
   const auto capabilities = ipmi::readCapabilities(datagram);
   // The shortest answer has a header of 14 bytes and a message of 8.
-  check(!capabilities || size >= 22);
+  require(!capabilities || size >= 22);
   const auto pong = ipmi::readPresencePong(datagram, 0x5A);
-  check(!pong || size >= 21);
+  require(!pong || size >= 21);
   return 0;
 }

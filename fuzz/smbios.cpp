@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "fuzz/check.h"
+#include "fuzz/require.h"
 #include "suite/devhealth/inventory/local_inventory.h"
 #include "suite/local/controller/controller_path.h"
 #include "suite/local/smbios/host_interface.h"
@@ -18,7 +18,7 @@
 namespace {
 
 void checkText(std::string_view text) {
-  check(std::none_of(text.begin(), text.end(), [](char c) {
+  require(std::none_of(text.begin(), text.end(), [](char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
   }));
 }
@@ -29,7 +29,7 @@ void checkReport(const local::SmbiosTables& tables) {
   checkText(system.name);
   checkText(system.typeModel);
   checkText(system.serialNumber);
-  check(system.uuid.empty() || system.uuid.size() == 36);
+  require(system.uuid.empty() || system.uuid.size() == 36);
   for (const auto& part : devhealth::processorsOf(processorFacts(tables))) {
     checkText(part.name);
     checkText(part.model);
@@ -57,18 +57,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
       local::parseSmbiosEntry(base::ByteView(entry)), base::ByteView(table));
   std::size_t formatted = 0;
   for (const local::SmbiosStructure& structure : tables.structures) {
-    check(structure.formatted.size() >= 4);
+    require(structure.formatted.size() >= 4);
     formatted += structure.formatted.size();
   }
-  check(formatted <= table.size());
+  require(formatted <= table.size());
   checkReport(tables);
   slotFacts(tables);
   onboardFacts(tables);
   for (const auto& ways : controllerWays(hostInterfaces(tables), {})) {
-    check(!ways.empty());
+    require(!ways.empty());
     for (const local::ControllerPath& path : ways) {
-      check(path.address.empty());
-      check(!problemText(path).empty());
+      require(path.address.empty());
+      require(!problemText(path).empty());
     }
   }
   return 0;

@@ -118,6 +118,7 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   }
   readingEnded();
   if (failure) {
+    failure = session_.scrub(*std::move(failure));
     BRIVEL_LOG(base::kLogError) << base::describe(*failure);
     if (isLasting(failure->kind)) {
       lost_ = failure;

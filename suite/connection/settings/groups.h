@@ -1,12 +1,12 @@
 #pragma once
 
-#include <toml++/toml.h>
-
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "suite/connection/settings/toml.h"
 
 namespace connection {
 

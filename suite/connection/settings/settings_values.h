@@ -1,13 +1,12 @@
 #pragma once
 
-#include <toml++/toml.h>
-
 #include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "suite/connection/settings/address.h"
+#include "suite/connection/settings/toml.h"
 
 namespace connection {
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 
 namespace local {
 namespace {
@@ -78,11 +79,14 @@ std::string_view PciIds::vendorName(std::uint16_t vendor) const {
 bool PciIds::standsUnder(std::uint16_t vendor,
                          std::string_view subsystemName) const {
   const std::string_view text = text_;
+  // A line is looked at once, however often it has the name.
   for (std::size_t at = text.find(subsystemName); at != std::string_view::npos;
-       at = text.find(subsystemName, at + 1)) {
+       at = text.find(subsystemName, at)) {
     const std::size_t begin = text.rfind('\n', at) + 1;
     std::string_view rest = text.substr(begin);
     const std::string_view line = takeLine(rest);
+    base::heedTime();
+    at = begin + line.size();
     if (line.substr(0, 2) != "\t\t" ||
         nameBehind(line, kSubsystemNameAt) != subsystemName) {
       continue;
@@ -105,11 +109,15 @@ PciNames PciIds::names(const PciIdentity& identity,
   bool inDevice = false;
   while (!rest.empty()) {
     const std::string_view line = takeLine(rest);
-    if (line.empty() || line[0] == '#') {
-      continue;
+    base::heedTime();
+    if (line.substr(0, kClassMark.size()) == kClassMark) {
+      break;
     }
-    if (line[0] != '\t') {
-      break;  // The next vendor.
+    if (line.empty() || line[0] != '\t') {
+      if (!line.empty() && line[0] != '#' && pciIdAt(line, 0)) {
+        break;  // The next vendor.
+      }
+      continue;
     }
     const bool subsystem = line.substr(0, 2) == "\t\t";
     if (!subsystem) {

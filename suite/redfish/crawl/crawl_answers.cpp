@@ -113,8 +113,7 @@ void Crawl::admit(Resource resource) {
   const KindSet kinds = knowledge_.kinds[document];
   underWay_.erase(document);
   if (resource.failure) {
-    resource.failure->cause =
-        session_.scrub(std::move(resource.failure->cause));
+    resource.failure = session_.scrub(*std::move(resource.failure));
     BRIVEL_LOG(base::kLogError) << base::describe(*resource.failure);
   } else if (resource.state == ResourceState::kAbsent) {
     BRIVEL_LOG(base::kLogInformation)

@@ -1,7 +1,9 @@
 // The end of a login: whatever the service has granted is given back.
+#include <algorithm>
 #include <exception>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/base/log.h"
 #include "suite/redfish/graph/uri.h"
 #include "suite/redfish/session/session.h"
@@ -95,7 +97,15 @@ std::string Session::findSession(base::Clock::time_point until) {
   if (!sessions) {
     return {};
   }
-  const std::vector<Uri> members = linksAt(*sessions, "Members");
+  std::vector<Uri> members = linksAt(*sessions, "Members");
+  // What a link to elsewhere names is not ours to delete.
+  const std::string below = loginTarget_ + "/";
+  members.erase(std::remove_if(members.begin(), members.end(),
+                               [&below](const Uri& member) {
+                                 return !base::startsWith(member.target(),
+                                                          below);
+                               }),
+                members.end());
   if (members.size() == 1) {
     return members.front().target();
   }

@@ -372,6 +372,15 @@ TEST(SettingsErrors, NameWhatIsMostLikeAnUnknownKey) {
       std::string::npos);
 }
 
+TEST(SettingsErrors, ATableWithoutANameIsToldAndEndsNothing) {
+  for (const char* text : {"[=a]\n", "[[=a]]\n", "[ ]\n", "a.=1\n"}) {
+    const auto settings = readSettings(text, "file.toml", "/home/ada");
+    ASSERT_FALSE(settings) << text;
+    EXPECT_NE(settings.error().cause.find("file.toml:1"), std::string::npos)
+        << settings.error().cause;
+  }
+}
+
 TEST(SettingsErrors, HintAtMissingQuotationMarks) {
   EXPECT_NE(causeOf("[targets.n1]\naddress = 10.0.0.5\n")
                 .find("; a text stands in quotation marks: "),

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
+#include "suite/base/time_limit.h"
+
 namespace local {
 namespace {
 
@@ -92,6 +96,25 @@ TEST(PciIdsNames, LinesThatAreNoEntriesAreSkipped) {
       "20b0  Halvorn\n\t\t10a0 0007  without device\n\t0001  Chip");
   EXPECT_EQ(ids.names({0x20b0, 1, 0x10a0, 7}).model, "Chip");
   EXPECT_EQ(ids.names({0x10a0, 1, 0, 0}).model, "");
+}
+
+TEST(PciIdsNames, ALineThatIsNoEntryEndsNoVendor) {
+  const PciIds ids("10a0  Nordbrenn\n(checked)\n\t0001  NB100\n");
+  EXPECT_EQ(ids.names({0x10a0, 1, 0, 0}).model, "NB100");
+}
+
+// A list with one line that has the name of a card so many times.
+double stepsOfLine(std::size_t times) {
+  std::string text = "10a0  Nordbrenn\n\t0001  NB100\n\t\t20b0 0007  A\n\t\t";
+  text += "20b0 0008  " + std::string(times, 'A') + "\n";
+  const PciIds ids(text);
+  const auto before = base::stepsSoFar();
+  EXPECT_EQ(ids.names({0x10a0, 1, 0x20b0, 7}).model, "A");
+  return static_cast<double>(base::stepsSoFar() - before);
+}
+
+TEST(StepsOfPciIds, ALineIsReadOnceHoweverOftenItHasTheName) {
+  EXPECT_LE(stepsOfLine(1000), stepsOfLine(100) * 2);
 }
 
 TEST(PciIdsNames, EmptyFileHasNone) {

@@ -180,6 +180,15 @@ TEST_F(SessionTest, LocationOutsideOfTheSessionsIsNotDeleted) {
   EXPECT_EQ(script->requests.back(), std::string("DELETE ") + kSessions + "/3");
 }
 
+TEST_F(SessionTest, AListedLinkOutsideOfTheSessionsIsNotDeleted) {
+  script->on(kLogin, granted(""))
+      .on(std::string("GET ") + kSessions, 200,
+          R"({"Members": [{"@odata.id": "/redfish/v1/Systems/1/Storage/1"}]})");
+  start().open();
+  service.reset();
+  EXPECT_EQ(script->count("DELETE"), 0U);
+}
+
 TEST_F(SessionTest, NoneOfSeveralSessionsOfTheUserIsDeleted) {
   clearLog();
   script->on(kLogin, granted(""));
@@ -214,6 +223,15 @@ TEST_F(SessionTest, SecretsThatTheRootRepeatsAreNotTold) {
               std::string::npos)
         << base::describe(*failure);
   }
+}
+
+TEST_F(SessionTest, SecretsInLinksThatCannotBeReadAreNotTold) {
+  script->on("GET /redfish/v1/", 200,
+             R"({"Systems": {"@odata.id": "/redfish/v1/s3cret-word"}})");
+  const auto failure = start().read(wanting(redfish::kWantSystem));
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(base::describe(*failure).find("s3cret-word"), std::string::npos)
+      << base::describe(*failure);
 }
 
 TEST_F(SessionTest, RelativeLocationIsJoinedToTheSessions) {

@@ -4,7 +4,7 @@
 
 /// Ends the process when a promise of the code under test is broken; the
 /// fuzzer reports the input.
-inline void check(bool promise) {
+inline void require(bool promise) {
   if (!promise) {
     std::abort();
   }
