@@ -214,11 +214,7 @@ Session::Outcome Session::login(std::chrono::milliseconds timeout,
 
 Session::Outcome Session::judge(const http::Answer& answer) {
   failure_.reset();
-  if (mayHaveGranted(answer)) {
-    BRIVEL_LOG(base::kLogError)
-        << address_ << ": the answer to the login was lost; if it made a "
-        << "session, that stays open until it times out there";
-  }
+  logLostLogin(answer);
   if (!answer.failure && answer.status >= 200 && answer.status < 300) {
     return adopt(answer) ? Outcome::kSession : Outcome::kImpossible;
   }
@@ -291,6 +287,14 @@ std::optional<base::Failure> Session::loginFailure(
 std::string Session::messageIn(const http::Answer& answer) const {
   const std::string message = scrub(firstMessage(answer.body));
   return message.empty() ? "" : " (" + message + ")";
+}
+
+void Session::logLostLogin(const http::Answer& answer) const {
+  if (mayHaveGranted(answer)) {
+    BRIVEL_LOG(base::kLogError)
+        << address_ << ": the answer to the login was lost; if it made a "
+        << "session, that stays open until it times out there";
+  }
 }
 
 bool Session::adopt(const http::Answer& answer) {

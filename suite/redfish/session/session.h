@@ -101,6 +101,8 @@ class Session {
   /// Takes token and URI of a session that the answer grants. Returns false if
   /// it has no token; a session may have been made all the same.
   bool adopt(const http::Answer& answer);
+  /// Logs that a login may have made a session that nobody can name.
+  void logLostLogin(const http::Answer& answer) const;
   /// The URI of a session that was granted without one: the only session of
   /// our user among those that the service lists; empty if that is unclear.
   std::string findSession(base::Clock::time_point until);

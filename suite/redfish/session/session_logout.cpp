@@ -40,6 +40,7 @@ void Session::logout() noexcept {
       const auto answer =
           fetcher_.wait(*ticket_, base::Clock::now() + kLogoutTimeout);
       if (answer) {
+        logLostLogin(*answer);
         adopt(*answer);
       } else {
         BRIVEL_LOG(base::kLogError)
@@ -49,6 +50,7 @@ void Session::logout() noexcept {
     }
     ticket_.reset();
     if (answer_) {
+      logLostLogin(*answer_);
       adopt(*answer_);
     }
     answer_.reset();

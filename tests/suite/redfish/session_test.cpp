@@ -15,6 +15,13 @@ using base::FailureKind;
 constexpr const char* kSessions = "/redfish/v1/SessionService/Sessions";
 const std::string kLogin = std::string("POST ") + kSessions;
 
+bool logHolds(const std::string& text) {
+  const std::vector<LogLine>& lines = loggedLines();
+  return std::any_of(lines.begin(), lines.end(), [&text](const LogLine& line) {
+    return line.text.find(text) != std::string::npos;
+  });
+}
+
 struct SessionTest : ScriptedService, testing::Test {
   SessionTest() { script->on("GET /redfish/v1/", 200, kRootBody); }
 
@@ -287,6 +294,25 @@ TEST_F(SessionTest, SessionThatEndsAgainIsGivenUp) {
   EXPECT_EQ(script->count("POST"), 2U);
 }
 
+TEST_F(SessionTest, LoginWhoseAnswerIsLostIsLogged) {
+  for (const auto kind :
+       {FailureKind::kReadTimeout, FailureKind::kConnectTimeout}) {
+    for (const char* const root : {kRootBody, "<html>"}) {
+      http::Answer lost;
+      lost.failure.emplace();
+      lost.failure->kind = kind;
+      ScriptedService one;
+      one.script->on("GET /redfish/v1/", 200, root).on(kLogin, lost);
+      clearLog();
+      EXPECT_TRUE(one.start().open());
+      one.service.reset();
+      EXPECT_EQ(logHolds("the answer to the login was lost"),
+                kind == FailureKind::kReadTimeout)
+          << root;
+    }
+  }
+}
+
 TEST_F(SessionTest, RefusedLogoutIsLogged) {
   for (const int status : {200, 204, 401, 403, 404, 405, 500}) {
     ScriptedService one;
@@ -295,14 +321,9 @@ TEST_F(SessionTest, RefusedLogoutIsLogged) {
     clearLog();
     one.start().open();
     one.service.reset();
-    const auto& lines = loggedLines();
-    const bool told =
-        std::any_of(lines.begin(), lines.end(), [](const LogLine& line) {
-          return line.text.find(
-                     "the session may stay open until it times "
-                     "out") != std::string::npos;
-        });
-    EXPECT_EQ(told, status == 403 || status == 405 || status == 500) << status;
+    EXPECT_EQ(logHolds("the session may stay open until it times out"),
+              status == 403 || status == 405 || status == 500)
+        << status;
   }
 }
 
