@@ -4,6 +4,7 @@
 #include <fstream>
 #include <utility>
 
+#include "suite/base/ascii.h"
 #include "suite/base/text.h"
 #include "suite/http/transport.h"
 #include "suite/redfish/graph/json.h"
@@ -14,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kFileName = "index.json";
+constexpr const char* kFileName = "index.json";
 constexpr std::string_view kServiceRoot = "/redfish/v1";
 constexpr std::string_view kServiceRootType = "#ServiceRoot.";
 
@@ -36,9 +37,21 @@ bool isMissing(const std::error_code& error) {
          error == std::errc::filename_too_long;
 }
 
-bool isInside(const fs::path& file, const fs::path& root) {
-  return std::mismatch(root.begin(), root.end(), file.begin(), file.end())
-             .first == root.end();
+// Of two paths without links in them.
+bool isInside(const std::string& file, const std::string& root) {
+  return base::startsWith(file, root) &&
+         (file.size() == root.size() || root.back() == '/' ||
+          file[root.size()] == '/');
+}
+
+// Whether a name leads elsewhere than below the folder that it stands in.
+bool leadsElsewhere(std::string_view name) {
+  return name.empty() || name == "." || name == "..";
+}
+
+// A path without links in it, as far as it exists.
+std::string realPath(const std::string& path, std::error_code& error) {
+  return fs::weakly_canonical(fs::u8path(path), error).generic_u8string();
 }
 
 bool isServiceRoot(const std::string& body) {
@@ -79,7 +92,7 @@ RecordedTree::Stored RecordedTree::read(std::string_view target) {
   while (!below.empty() && below.front() == '/') {
     below.remove_prefix(1);
   }
-  const fs::path folder = root_ / fs::u8path(below);
+  const std::string folder(below);
   if (!query.empty()) {
     Stored own = readAnswer(folder, query);
     if (own.exists || own.answer || own.failure) {
@@ -89,19 +102,13 @@ RecordedTree::Stored RecordedTree::read(std::string_view target) {
   return readAnswer(folder, "");
 }
 
-RecordedTree::Stored RecordedTree::readAnswer(const fs::path& folder,
-                                              std::string_view query) const {
-  Stored stored = readFile(folder / bodyFileName(query));
+RecordedTree::Stored RecordedTree::readAnswer(const std::string& folder,
+                                              std::string_view query) {
+  Stored stored = readFile(folder, bodyFileName(query));
   if (stored.failure) {
     return stored;
   }
-  // Seldom there, and a look is cheaper than a reading.
-  const fs::path file = folder / answerFileName(query);
-  std::error_code unknown;
-  if (fs::symlink_status(file, unknown).type() == fs::file_type::not_found) {
-    return stored;
-  }
-  const Stored beside = readFile(file);
+  const Stored beside = readFile(folder, answerFileName(query));
   if (beside.failure) {
     return beside;
   }
@@ -132,20 +139,20 @@ std::optional<base::Failure> RecordedTree::locate() {
                      "this is no directory",
                      "name the directory that holds the recording");
   }
-  root_ = fs::canonical(directory_, error);
+  root_ = fs::canonical(directory_, error).generic_u8string();
   if (error) {
     return unreadable(error.message());
   }
+  folders_.emplace("", root_);
 
-  const Stored whole =
-      readFile(root_ / fs::u8path(kServiceRoot.substr(1)) / kFileName);
+  const Stored whole = readFile(std::string(kServiceRoot.substr(1)), kFileName);
   if (whole.failure) {
     return whole.failure;
   }
   if (whole.exists) {
     return std::nullopt;
   }
-  const Stored brief = readFile(root_ / kFileName);
+  const Stored brief = readFile("", kFileName);
   if (brief.failure) {
     return brief.failure;
   }
@@ -154,7 +161,7 @@ std::optional<base::Failure> RecordedTree::locate() {
     return std::nullopt;
   }
   std::error_code unknown;
-  if (fs::is_directory(root_ / "sys", unknown)) {
+  if (fs::is_directory(directory_ / "sys", unknown)) {
     return failureOf(base::FailureKind::kFileUnreadable,
                      "the directory holds a recorded machine, not a recorded "
                      "service",
@@ -167,10 +174,52 @@ std::optional<base::Failure> RecordedTree::locate() {
       "is a service root");
 }
 
-RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
+std::string RecordedTree::realFolder(const std::string& folder,
+                                     std::error_code& error) {
+  const auto known = folders_.find(folder);
+  if (known != folders_.end()) {
+    return known->second;
+  }
+  // The folder above has nearly always been read before.
+  const std::size_t slash = folder.rfind('/');
+  const auto above = folders_.find(
+      slash == std::string::npos ? std::string() : folder.substr(0, slash));
+  const std::string name = folder.substr(slash + 1);
+  std::string real;
+  if (above == folders_.end() || leadsElsewhere(name)) {
+    real = realPath(root_ + '/' + folder, error);
+  } else {
+    real = above->second + '/' + name;
+    const fs::file_status status = fs::symlink_status(fs::u8path(real), error);
+    if (isMissing(error)) {
+      error.clear();
+    } else if (status.type() == fs::file_type::symlink) {
+      real = realPath(real, error);
+    }
+  }
+  if (!error) {
+    folders_.emplace(folder, real);
+  }
+  return real;
+}
+
+RecordedTree::Stored RecordedTree::readFile(const std::string& folder,
+                                            const std::string& name) {
   Stored stored;
   std::error_code error;
-  const fs::path real = fs::weakly_canonical(file, error);
+  const std::string in = realFolder(folder, error);
+  bool inside = !error && isInside(in, root_);
+  fs::path file = fs::u8path(in + '/' + name);
+  fs::file_status status;
+  if (inside) {
+    status = fs::symlink_status(file, error);
+    if (status.type() == fs::file_type::symlink) {
+      const std::string real = realPath(file.u8string(), error);
+      inside = !error && isInside(real, root_);
+      file = fs::u8path(real);
+      status = inside ? fs::status(file, error) : status;
+    }
+  }
   if (isMissing(error)) {
     return stored;
   }
@@ -178,23 +227,18 @@ RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
     stored.failure = unreadable(error.message());
     return stored;
   }
-  if (!isInside(real, root_)) {
+  if (!inside) {
     stored.failure =
         failureOf(base::FailureKind::kRefusedLink,
                   "the file lies outside the recording", "check its links");
     return stored;
   }
-  const fs::file_status status = fs::status(real, error);
-  if (status.type() == fs::file_type::not_found) {
-    return stored;
-  }
   // Anything else might never end, or never begin.
   if (status.type() != fs::file_type::regular) {
-    stored.failure =
-        unreadable(error ? error.message() : "index.json is no regular file");
+    stored.failure = unreadable("index.json is no regular file");
     return stored;
   }
-  const std::uintmax_t size = fs::file_size(real, error);
+  const std::uintmax_t size = fs::file_size(file, error);
   if (error || size > http::kMaxBodyBytes) {
     stored.failure =
         error
@@ -205,7 +249,7 @@ RecordedTree::Stored RecordedTree::readFile(const fs::path& file) const {
                         "");
     return stored;
   }
-  std::ifstream stream(real, std::ios::binary);
+  std::ifstream stream(file, std::ios::binary);
   stored.body.resize(static_cast<std::size_t>(size));
   stream.read(stored.body.data(), static_cast<std::streamsize>(size));
   if (!stream) {

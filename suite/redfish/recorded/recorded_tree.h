@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <unordered_map>
 
 #include "suite/base/failure.h"
 #include "suite/redfish/recorded/stored_answer.h"
@@ -37,15 +39,20 @@ class RecordedTree {
   /// Finds root_ and prefix_; nullopt on success.
   std::optional<base::Failure> locate();
 
-  Stored readAnswer(const std::filesystem::path& folder,
-                    std::string_view query) const;
-  Stored readFile(const std::filesystem::path& file) const;
+  // Folders are named from root_ on, "redfish/v1/Systems".
+  Stored readAnswer(const std::string& folder, std::string_view query);
+  Stored readFile(const std::string& folder, const std::string& name);
+
+  /// The path of a folder without links and dot segments, as far as it exists.
+  /// Sets `error` if that cannot be found out.
+  std::string realFolder(const std::string& folder, std::error_code& error);
 
   std::filesystem::path directory_;
   bool located_ = false;
   std::optional<base::Failure> failure_;
-  std::filesystem::path root_;  ///< The directory without links in its path.
-  std::string_view prefix_;     ///< Start of a target that root_ stands for.
+  std::string root_;         ///< The directory's path without links in it.
+  std::string_view prefix_;  ///< Start of a target that root_ stands for.
+  std::unordered_map<std::string, std::string> folders_;  ///< Real paths.
 };
 
 }  // namespace redfish
