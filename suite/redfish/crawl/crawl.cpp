@@ -158,10 +158,14 @@ void Crawl::follow(const Rule& rule, const Resource& resource) {
 }
 
 void Crawl::openRules(const std::string& document, Kind kind) {
+  const Resource* const resource = knowledge_.graph.find(document);
+  if (resource == nullptr) {
+    return;
+  }
   for (const Rule& rule : rulesFrom(kind)) {
     if ((rule.wants & policy_.bits()) != 0) {
       (isStructural(rule) ? structural_ : others_)
-          .fresh.push_back({document, &rule});
+          .fresh.push_back({resource, &rule});
     }
   }
 }
@@ -186,20 +190,19 @@ bool Crawl::evaluatePass(OpenLinks& open, bool all) {
   std::move(open.fresh.begin(), open.fresh.end(), std::back_inserter(work));
   open.fresh.clear();
   bool decided = false;
-  for (Open& one : work) {
+  for (const Open& one : work) {
     base::heedTime();
-    const Resource* resource = knowledge_.graph.find(one.document);
-    if (resource == nullptr || resource->state != ResourceState::kRead) {
+    if (one.resource->state != ResourceState::kRead) {
       continue;
     }
-    const Decision decision = policy_.decide(*one.rule, *resource);
+    const Decision decision = policy_.decide(*one.rule, *one.resource);
     if (decision == Decision::kWait) {
-      open.waiting.push_back(std::move(one));
+      open.waiting.push_back(one);
       continue;
     }
     decided = true;
     if (decision == Decision::kEnter) {
-      follow(*one.rule, *resource);
+      follow(*one.rule, *one.resource);
     }
   }
   return decided;

@@ -66,7 +66,7 @@ class Crawl {
 
   /// A link that was not decided yet.
   struct Open {
-    std::string document;
+    const Resource* resource;  ///< Of the graph, which keeps its place.
     const Rule* rule;
   };
 

@@ -90,7 +90,7 @@ void dropSelf(json::array& members, const std::string& document) {
 // followed; else 0.
 std::size_t refusedMembers(const json::object& page) {
   const json::value* members = page.if_contains("Members");
-  if (members == nullptr || !linksAt(page, "Members").empty()) {
+  if (members == nullptr || anyLinkAt(page, "Members", anyLink)) {
     return 0;
   }
   const json::array* all = members->if_array();

@@ -228,7 +228,7 @@ Decision LinkPolicy::noSystemDevices() {
   if (!systemsLink(kDevices) || knowledge_.expand.usable()) {
     return Decision::kEnter;
   }
-  return whenDrained(!systemDeviceExists());
+  return state_.drained ? enterIf(!systemDeviceExists()) : Decision::kWait;
 }
 
 Decision LinkPolicy::noChassisDevices() {
@@ -346,8 +346,11 @@ bool LinkPolicy::chassisComing() {
     const auto all = linkAt(root->body, "Chassis");
     chassisCollection_ = all ? all->document() : "";
   }
-  return !chassisCollection_->empty() &&
-         knowledge_.graph.find(*chassisCollection_) == nullptr;
+  if (!chassisCollection_->empty() &&
+      knowledge_.graph.find(*chassisCollection_) != nullptr) {
+    chassisCollection_->clear();
+  }
+  return !chassisCollection_->empty();
 }
 
 template <typename Test>
@@ -390,14 +393,14 @@ bool LinkPolicy::nodeHas(Question parts) {
 bool LinkPolicy::systemsLink(std::string_view path) {
   return anySystem(Question::kSystemsLink, path,
                    [path](const json::object& system) {
-                     return !linksAt(system, path).empty();
+                     return anyLinkAt(system, path, anyLink);
                    });
 }
 
 bool LinkPolicy::chassisLink(std::string_view path) {
   return anyChassis(Question::kChassisLink, path,
                     [path](const json::object& chassis) {
-                      return !linksAt(chassis, path).empty();
+                      return anyLinkAt(chassis, path, anyLink);
                     });
 }
 
@@ -417,14 +420,13 @@ bool LinkPolicy::chassisDeviceExists() {
 }
 
 bool LinkPolicy::chassisLinksUnasked(std::string_view path) {
-  return anyChassis(
-      Question::kChassisLinksUnasked, path,
-      [this, path](const json::object& chassis) {
-        const auto links = linksAt(chassis, path);
-        return std::any_of(links.begin(), links.end(), [this](const Uri& link) {
-          return knowledge_.graph.find(link.document()) == nullptr;
-        });
-      });
+  return anyChassis(Question::kChassisLinksUnasked, path,
+                    [this, path](const json::object& chassis) {
+                      return anyLinkAt(chassis, path, [this](const Uri& link) {
+                        return knowledge_.graph.find(link.document()) ==
+                               nullptr;
+                      });
+                    });
 }
 
 bool LinkPolicy::chassisMemberExists(std::string_view path) {

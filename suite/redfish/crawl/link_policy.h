@@ -111,8 +111,9 @@ class LinkPolicy {
   /// managers come it may lack the latest of them: whatever takes all of them
   /// waits until they are there.
   std::optional<Node> node_;
-  std::unordered_set<const Resource*> members_;   ///< Its systems and chassis.
-  std::optional<std::string> chassisCollection_;  ///< Its key, once known.
+  std::unordered_set<const Resource*> members_;  ///< Its systems and chassis.
+  /// Key of the chassis collection, once known; empty: none is to come.
+  std::optional<std::string> chassisCollection_;
   std::size_t changes_ = 0;           ///< Chassis and managers come since.
   std::optional<bool> partsUnclear_;  ///< Until a system or chassis changes.
   /// Answers to questions about all systems or chassis of the node, until it

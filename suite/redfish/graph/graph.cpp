@@ -136,8 +136,7 @@ std::vector<const Resource*> readLinks(const Graph& graph,
 
 bool linksTo(const Resource& holder, std::string_view path,
              const Resource& wanted) {
-  const std::vector<Uri> links = linksAt(holder.body, path);
-  return std::any_of(links.begin(), links.end(), [&wanted](const Uri& link) {
+  return anyLinkAt(holder.body, path, [&wanted](const Uri& link) {
     return link.document() == wanted.uri.document();
   });
 }

@@ -86,7 +86,7 @@ const json::string* linkTextOf(const json::object& object) {
 }
 
 bool isRefused(const json::string& link) {
-  return !Uri::parse({link.data(), link.size()});
+  return !Uri::isAllowed({link.data(), link.size()});
 }
 
 // What the rest of a path leads to from a value; the value itself where

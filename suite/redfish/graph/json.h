@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
 #include <optional>
@@ -7,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/base/time_limit.h"
 #include "suite/redfish/graph/reading_budget.h"
 #include "suite/redfish/graph/uri.h"
 
@@ -58,6 +61,28 @@ std::optional<Uri> linkAt(const json::object& object, std::string_view path);
 /// served, repeats kept.
 std::vector<Uri> linksAt(const json::object& object, std::string_view path,
                          std::size_t skipped = 0);
+
+/// Whether one of the links at a path passes a test, which takes a Uri. None is
+/// looked at after it.
+template <typename Test>
+bool anyLinkAt(const json::object& object, std::string_view path,
+               const Test& test) {
+  const auto passes = [&test](const json::value& entry) {
+    base::heedTime();
+    const std::optional<Uri> link = linkOf(entry);
+    return link && test(*link);
+  };
+  const json::value* value = memberAt(object, path);
+  if (value == nullptr) {
+    return false;
+  }
+  const json::array* array = value->if_array();
+  return array == nullptr ? passes(*value)
+                          : std::any_of(array->begin(), array->end(), passes);
+}
+
+/// The test that every link passes.
+inline bool anyLink(const Uri& /*link*/) { return true; }
 
 /// Most links of one array: a longer one makes its document unreadable.
 constexpr std::size_t kMaxLinks = 4096;

@@ -79,9 +79,8 @@ bool subsystemHasParts(const Graph& graph, const json::object& chassis,
   if (collection.object == nullptr) {
     return exists(graph, *link);
   }
-  const auto members = linksAt(*collection.object, "Members");
-  return std::any_of(members.begin(), members.end(),
-                     [&](const Uri& member) { return present(graph, member); });
+  return anyLinkAt(*collection.object, "Members",
+                   [&](const Uri& member) { return present(graph, member); });
 }
 
 bool hasFans(const Graph& graph, const Node& node) {
@@ -96,9 +95,8 @@ bool hasPowerSupplies(const Graph& graph, const Node& node) {
 
 bool anyExists(const Graph& graph, const json::object& holder,
                std::string_view path) {
-  const auto links = linksAt(holder, path);
-  return std::any_of(links.begin(), links.end(),
-                     [&](const Uri& link) { return exists(graph, link); });
+  return anyLinkAt(holder, path,
+                   [&](const Uri& link) { return exists(graph, link); });
 }
 
 bool anyMemberExists(const Graph& graph, const json::object& holder,

@@ -233,7 +233,10 @@ bool Topology::anyNodeLinksManagers() const {
     managersLinked_ = false;
     const auto& all = graph_.resources();
     const bool any = std::any_of(all.begin(), all.end(), [&](const auto& one) {
-      return !readLinks(graph_, one.second, "Links/ManagedBy").empty();
+      return anyLinkAt(one.second.body, "Links/ManagedBy",
+                       [&](const Uri& link) {
+                         return graph_.findRead(link.document()) != nullptr;
+                       });
     });
     for (std::size_t index = 0;
          any && index < nodes_.size() && !*managersLinked_; ++index) {

@@ -1,6 +1,7 @@
 #include "suite/redfish/graph/uri.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "suite/base/ascii.h"
@@ -116,17 +117,28 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
   return end == std::string_view::npos ? std::string_view() : link.substr(end);
 }
 
+// The bytes that need a second look nowhere in a path, but for a dot that
+// begins a segment.
+constexpr std::array<bool, 256> plainBytes() {
+  std::array<bool, 256> plain{};
+  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                       "abcdefghijklmnopqrstuvwxyz"
+                                       "0123456789/-_:.")) {
+    plain[static_cast<std::uint8_t>(c)] = true;
+  }
+  return plain;
+}
+
 // Whether a link is as nearly all are: a path of the service in which there is
 // nothing to decode, to escape or to refuse.
 bool isPlain(std::string_view link) {
+  static constexpr std::array<bool, 256> kPlain = plainBytes();
   if (!base::startsWith(link, kServicePrefix)) {
     return false;
   }
   char last = '/';
   for (const char c : link) {
-    const bool dot = c == '.' && last != '/';
-    if (!base::isAlphanumeric(c) && !dot && c != '/' && c != '-' && c != '_' &&
-        c != ':') {
+    if (!kPlain[static_cast<std::uint8_t>(c)] || (c == '.' && last == '/')) {
       return false;
     }
     last = c;
@@ -150,7 +162,9 @@ std::optional<Uri> Uri::parse(std::string_view link) {
   Uri uri;
   if (isPlain(link)) {
     uri.target_ = link;
-    uri.document_ = withoutEndingSlashes(uri.target_);
+    if (link.back() == '/') {
+      uri.document_ = withoutEndingSlashes(uri.target_);
+    }
     return uri;
   }
   if (hasForbidden(link)) {
@@ -184,14 +198,18 @@ std::optional<Uri> Uri::parse(std::string_view link) {
   return uri;
 }
 
+bool Uri::isAllowed(std::string_view link) {
+  return (link.size() <= kMaxLinkBytes && isPlain(link)) || parse(link);
+}
+
 std::string Uri::identity() const {
-  return fragment_.empty() ? document_ : document_ + '#' + fragment_;
+  return fragment_.empty() ? document() : document() + '#' + fragment_;
 }
 
 std::string_view Uri::lastSegment() const {
   std::string_view text = fragment_;
   if (text.empty()) {
-    text = document_;
+    text = document();
     text = text.substr(0, text.find('?'));
   }
   while (!text.empty() && text.back() == '/') {

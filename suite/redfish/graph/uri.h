@@ -19,6 +19,9 @@ class Uri {
   /// (encoded or not), too long.
   static std::optional<Uri> parse(std::string_view link);
 
+  /// Whether `parse` takes a link.
+  static bool isAllowed(std::string_view link);
+
   /// What is sent: path and query, without the fragment; characters that must
   /// not stand in a request line are percent-encoded.
   const std::string& target() const { return target_; }
@@ -26,7 +29,9 @@ class Uri {
   /// Key of the document: the path without trailing slash, unreserved
   /// percent-escapes decoded, query kept, fragment dropped. Two links to one
   /// document have equal keys.
-  const std::string& document() const { return document_; }
+  const std::string& document() const {
+    return document_.empty() ? target_ : document_;
+  }
 
   /// The fragment, a JSON pointer (RFC 6901) into the document, decoded from
   /// its percent-escapes; empty for the whole document.
@@ -41,7 +46,7 @@ class Uri {
 
  private:
   std::string target_;
-  std::string document_;
+  std::string document_;  ///< Empty: the same as the target.
   std::string fragment_;
 };
 

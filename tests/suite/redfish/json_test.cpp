@@ -234,5 +234,24 @@ TEST(LinksAt, MissingAndNullAreEmpty) {
   EXPECT_TRUE(linksAt(objectOf(R"({"Members": null})"), "Members").empty());
 }
 
+TEST(Links, LinkThatPassesEndsTheLook) {
+  const json::object object = objectOf(R"({"Members": [
+    {"@odata.id": "/other"}, {"@odata.id": "/redfish/v1/a"},
+    {"@odata.id": "/redfish/v1/b"}, {"@odata.id": "/redfish/v1/c"}]})");
+  std::string seen;
+  const auto endsIn = [&seen](char letter) {
+    return [&seen, letter](const Uri& link) {
+      seen += link.document().back();
+      return link.document().back() == letter;
+    };
+  };
+  EXPECT_TRUE(anyLinkAt(object, "Members", endsIn('b')));
+  EXPECT_EQ(seen, "ab");
+  EXPECT_FALSE(anyLinkAt(object, "Members", endsIn('d')));
+  EXPECT_FALSE(anyLinkAt(object, "Nothing", endsIn('b')));
+  EXPECT_TRUE(anyLinkAt(objectOf(R"({"One": {"@odata.id": "/redfish/v1/b"}})"),
+                        "One", endsIn('b')));
+}
+
 }  // namespace
 }  // namespace redfish

@@ -108,6 +108,24 @@ TEST(UriParse, CharactersOutsideUrisAreEscaped) {
             "/redfish/v1/DIMM%20%22A1%22/50%25/%C3%A9");
 }
 
+TEST(UriIsAllowed, SaysWhatParsingSays) {
+  const std::string longest = "/redfish/" + std::string(1015, 'a');
+  for (const std::string& link :
+       {std::string("/redfish/v1/Systems/1"), std::string("/redfish/v1/a b"),
+        std::string("https://other/redfish/v1"), longest}) {
+    EXPECT_TRUE(Uri::isAllowed(link)) << link;
+    EXPECT_TRUE(Uri::parse(link)) << link;
+  }
+  for (const std::string& link :
+       {std::string(), std::string("/other/v1"), std::string("ftp:/redfish/v1"),
+        std::string("/redfish/v1/../../etc"), std::string("/redfish/v1/%2e"),
+        std::string("/redfish/v1/."), std::string("/redfish/v1\\Systems"),
+        std::string("/redfish/v1/\n"), longest + 'a'}) {
+    EXPECT_FALSE(Uri::isAllowed(link)) << link;
+    EXPECT_FALSE(Uri::parse(link)) << link;
+  }
+}
+
 TEST(UriDocument, SpellingsOfOneDocumentAreEqual) {
   const std::string key = documentOf("/redfish/v1/Systems/a%20b~c");
   EXPECT_EQ(documentOf("/redfish/v1/Systems/a b~c"), key);
