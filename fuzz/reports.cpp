@@ -61,11 +61,11 @@ void fillList(std::optional<std::vector<Part>>& list, Lines& lines) {
 }
 
 report::ServerReport reportOf(std::string_view input) {
-  std::string error;
-  if (const auto read = report::fromJson(input, error)) {
+  const auto read = report::fromJson(input);
+  if (read) {
     return *read;
   }
-  require(!error.empty());
+  require(!read.error().cause.empty());
   Lines lines(input);
   report::ServerReport made;
   made.read.status = report::ReadStatus::kComplete;
@@ -88,8 +88,7 @@ void checkJson(const report::ServerReport& report) {
   boost::system::error_code failed;
   boost::json::parse(line, failed);
   require(!failed);
-  std::string error;
-  const auto again = report::fromJson(line, error);
+  const auto again = report::fromJson(line);
   require(again && report::toJson(*again) == line);
 }
 
@@ -165,14 +164,13 @@ void checkPrometheus(const report::ServerReport& report) {
 // before the performance data.
 void checkPlugin(const report::ServerReport& report) {
   check::Verdict verdict = check::judge(report);
-  std::string error;
-  if (const auto baseline =
-          check::Baseline::parse(report::toJson(report), error)) {
+  const auto baseline = check::Baseline::parse(report::toJson(report));
+  if (baseline) {
     baseline->judge(report, verdict);
     check::Verdict other = verdict;
     baseline->judge(report::ServerReport(), other);
   } else {
-    require(!error.empty());
+    require(!baseline.error().cause.empty());
   }
   check::ignore(check::IgnoreList(report.system.name), verdict);
   const std::string output = check::pluginOutput({verdict, verdict});

@@ -46,8 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                              "/home/fuzz");
   const connection::Settings settings = read ? *read : connection::Settings();
   for (const auto& [name, targets] : settings.groups) {
-    std::string error;
-    require(connection::findGroup(settings, name, error) != nullptr);
+    require(connection::findGroup(settings, name).has_value());
     const auto members = fleet::membersNamed(targets, {}, settings);
     require(members.size() == targets.size());
   }
