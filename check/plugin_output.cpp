@@ -16,8 +16,7 @@ namespace {
 
 constexpr std::size_t kMostText = 400;
 // Monitoring systems keep some kilobytes of an output.
-constexpr std::size_t kMostFans = 64;
-constexpr std::size_t kMostDetails = 100;
+constexpr std::size_t kMostDetails = kMostFindings;
 
 // A text fit for a line: "|" begins performance data, ";" separates fields
 // where the line is handed on.
@@ -31,12 +30,6 @@ std::string fit(const std::string& text) {
 std::string count(int number, const std::string& one,
                   const std::string& several) {
   return std::to_string(number) + " " + (number == 1 ? one : several);
-}
-
-int countIgnored(const Verdict& verdict) {
-  return static_cast<int>(
-      std::count_if(verdict.findings.begin(), verdict.findings.end(),
-                    [](const Finding& finding) { return finding.ignored; }));
 }
 
 std::string textOf(const Finding& finding) {
@@ -151,7 +144,10 @@ std::string detail(const char* mark, const std::string& text) {
 std::string details(const Verdict& verdict) {
   std::string lines;
   std::size_t left = kMostDetails;
-  std::size_t untold = 0;
+  std::size_t untold = static_cast<std::size_t>(verdict.droppedIgnored);
+  for (const int dropped : verdict.dropped) {
+    untold += static_cast<std::size_t>(dropped);
+  }
   const auto add = [&](const char* mark, const std::string& text) {
     if (left > 0) {
       --left;

@@ -67,6 +67,7 @@ std::vector<Verdict> judgeAll(const Options& options, const Baseline* baseline,
   const bool parts = baseline != nullptr || !options.saveBaseline.empty();
   report::Reports reports(parts ? report::kWantAll
                                 : report::kWantHealth | report::kWantFans);
+  const IgnoreList ignored(options.ignore);
   std::vector<Verdict> verdicts;
   report::ServerReport report;
   while (reports.next(report)) {
@@ -77,6 +78,9 @@ std::vector<Verdict> judgeAll(const Options& options, const Baseline* baseline,
     if (!options.saveBaseline.empty()) {
       saved.add(report);
     }
+    // Of a thousand servers, no more is kept than can be told.
+    ignore(ignored, verdicts.back());
+    shorten(verdicts.back());
   }
   if (!options.oneNode) {
     addMissingNodes(verdicts);
@@ -84,7 +88,6 @@ std::vector<Verdict> judgeAll(const Options& options, const Baseline* baseline,
       baseline->addMissingNodes(verdicts);
     }
   }
-  const IgnoreList ignored(options.ignore);
   for (Verdict& verdict : verdicts) {
     ignore(ignored, verdict);
   }

@@ -74,11 +74,19 @@ void judgeCategories(const report::HealthSummary& health, Verdict& verdict) {
 }  // namespace
 
 int countOf(const Verdict& verdict, Status status) {
-  return static_cast<int>(
-      std::count_if(verdict.findings.begin(), verdict.findings.end(),
-                    [&](const Finding& finding) {
-                      return !finding.ignored && finding.status == status;
-                    }));
+  return verdict.dropped[static_cast<std::size_t>(status)] +
+         static_cast<int>(std::count_if(
+             verdict.findings.begin(), verdict.findings.end(),
+             [&](const Finding& finding) {
+               return !finding.ignored && finding.status == status;
+             }));
+}
+
+int countIgnored(const Verdict& verdict) {
+  return verdict.droppedIgnored +
+         static_cast<int>(std::count_if(
+             verdict.findings.begin(), verdict.findings.end(),
+             [](const Finding& finding) { return finding.ignored; }));
 }
 
 bool isWhole(const Verdict& verdict) {
@@ -125,6 +133,30 @@ Verdict judge(const report::ServerReport& report) {
 void ignore(const IgnoreList& list, Verdict& verdict) {
   for (Finding& finding : verdict.findings) {
     finding.ignored = list.covers(finding);
+  }
+}
+
+void shorten(Verdict& verdict) {
+  std::map<std::pair<bool, Status>, std::size_t> kept;
+  const auto isBeyond = [&](const Finding& finding) {
+    if (++kept[{finding.ignored, finding.status}] <= kMostFindings) {
+      return false;
+    }
+    ++(finding.ignored
+           ? verdict.droppedIgnored
+           : verdict.dropped[static_cast<std::size_t>(finding.status)]);
+    return true;
+  };
+  std::vector<Finding> findings;
+  for (Finding& finding : verdict.findings) {
+    if (!isBeyond(finding)) {
+      findings.push_back(std::move(finding));
+    }
+  }
+  verdict.findings = std::move(findings);
+  if (verdict.fans.size() > kMostFans) {
+    verdict.fans.resize(kMostFans);
+    verdict.fans.shrink_to_fit();
   }
 }
 

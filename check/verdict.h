@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -11,17 +12,26 @@
 
 namespace check {
 
+/// How many findings of a kind, and how many fans, are kept of a node. No
+/// output tells of more.
+inline constexpr std::size_t kMostFindings = 100;
+inline constexpr std::size_t kMostFans = 64;
+
 /// What is to be said of one node of one target.
 struct Verdict {
   report::Target target;
   std::vector<Finding> findings;
+  /// Further findings, which are not kept: those that count, by `Status`, and
+  /// those that do not.
+  std::array<int, 4> dropped{};
+  int droppedIgnored = 0;
   std::vector<std::string> gaps;  ///< Why the reading is not whole.
   bool eventsRead = false;
   double seconds = 0;  ///< How long the reading took.
   std::vector<report::Fan> fans;
 };
 
-/// How many findings of a status count.
+/// How many findings of a status count, dropped ones included.
 int countOf(const Verdict& verdict, Status status);
 
 /// Whether all that counts could be read.
@@ -35,8 +45,15 @@ Status statusOf(const Verdict& verdict);
 /// everything that it does not tell.
 Verdict judge(const report::ServerReport& report);
 
+/// How many findings do not count, dropped ones included.
+int countIgnored(const Verdict& verdict);
+
 /// Marks the findings that do not count.
 void ignore(const IgnoreList& list, Verdict& verdict);
+
+/// Drops, and counts, what is more than `kMostFindings` of one status that
+/// count, or that do not; and the fans beyond `kMostFans`.
+void shorten(Verdict& verdict);
 
 /// Adds a gap for each node that a service has and that no verdict is about.
 void addMissingNodes(std::vector<Verdict>& verdicts);

@@ -19,6 +19,7 @@ std::unique_ptr<redfish::Service> openService(const Target& target,
   }
   options.gate = how.gate;
   options.progress = how.progress;
+  options.readingBytes = how.readingBytes;
   options.maxConnections = target.maxConnections;
   options.requestTimeout = target.timeout;
   options.callTimeout = target.deadline;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -23,6 +24,8 @@ struct OpenOptions {
   redfish::LoginGate* gate = nullptr;  ///< Asked before the password is sent.
   RunRecording* recording = nullptr;   ///< Takes in what is read.
   base::Progress* progress = nullptr;  ///< Observes the reading.
+  /// What may be kept of it; see `redfish::ReadingBudget`.
+  std::size_t readingBytes = redfish::kMaxReadingBytes;
 };
 
 /// The service of a target, which has contacted nothing yet. The time of the

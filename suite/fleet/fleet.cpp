@@ -37,7 +37,7 @@ void Fleet::begin() {
 }
 
 base::Result<std::unique_ptr<redfish::Service>> Fleet::open(
-    std::size_t member, std::uint32_t wants) const {
+    std::size_t member, std::uint32_t wants, std::size_t readingBytes) const {
   const Member& asked = members_[member];
   if (!asked.target) {
     return asked.target.error();
@@ -57,6 +57,7 @@ base::Result<std::unique_ptr<redfish::Service>> Fleet::open(
   if (!connection::needsPassword(target)) {
     connection::OpenOptions nobody;
     nobody.wants = wants;
+    nobody.readingBytes = readingBytes;
     return connection::openService(target, nobody);
   }
   const Credentials::Known& known = credentials_.of(target);
@@ -68,6 +69,7 @@ base::Result<std::unique_ptr<redfish::Service>> Fleet::open(
   connection::OpenOptions how;
   how.password = &known.credential->password;
   how.wants = wants;
+  how.readingBytes = readingBytes;
   how.gate = known.gate.get();
   return connection::openService(target, how);
 }

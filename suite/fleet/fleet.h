@@ -61,10 +61,11 @@ class Fleet : public run::Run {
   void begin();
 
   /// The service of a member, which has contacted nothing yet, or why there is
-  /// none. `wants` are the `redfish::Want` values that will be read. May be
-  /// called from several threads after `begin`.
+  /// none. `wants` are the `redfish::Want` values that will be read, and
+  /// `readingBytes` is what may be kept of it (`redfish::ReadingBudget`). May
+  /// be called from several threads after `begin`.
   base::Result<std::unique_ptr<redfish::Service>> open(
-      std::size_t member, std::uint32_t wants) const;
+      std::size_t member, std::uint32_t wants, std::size_t readingBytes) const;
 
   /// Adds up what a service has cost, after it was closed. Any thread.
   void addCost(const redfish::ServiceStats& stats);

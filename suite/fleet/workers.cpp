@@ -8,12 +8,12 @@ namespace fleet {
 
 Workers::Workers(std::size_t count, int fanout,
                  std::function<void(std::size_t)> job)
-    : count_(count), job_(std::move(job)) {
-  const std::size_t wanted =
-      std::min(count, static_cast<std::size_t>(std::max(fanout, 1)));
-  threads_.reserve(wanted);
+    : count_(count),
+      fanout_(std::min(count, static_cast<std::size_t>(std::max(fanout, 1)))),
+      job_(std::move(job)) {
+  threads_.reserve(fanout_);
   try {
-    while (threads_.size() < wanted) {
+    while (threads_.size() < fanout_) {
       threads_.emplace_back([this] { work(); });
     }
   } catch (const std::system_error&) {
@@ -44,6 +44,7 @@ std::optional<std::size_t> Workers::next(base::Clock::time_point until) {
   const std::size_t index = done_.front();
   done_.pop_front();
   ++told_;
+  changed_.notify_all();
   return index;
 }
 
@@ -60,7 +61,13 @@ void Workers::stop() {
 
 void Workers::work() {
   std::unique_lock lock(mutex_);
-  while (!stopped_ && begun_ < count_) {
+  while (true) {
+    changed_.wait(lock, [this] {
+      return stopped_ || begun_ == count_ || done_.size() < fanout_;
+    });
+    if (stopped_ || begun_ == count_) {
+      return;
+    }
     const std::size_t index = begun_++;
     lock.unlock();
     std::exception_ptr failure;

@@ -18,9 +18,10 @@ namespace fleet {
 class Workers {
  public:
   /// Starts jobs 0 to `count` - 1 in that order, `fanout` of them at a time,
-  /// with fewer threads where the system gives no more. `job` is called in any
-  /// of them; an exception that it lets escape ends all work, and is thrown by
-  /// `next`.
+  /// with fewer threads where the system gives no more. None is started while
+  /// as many are done of which `next` has not told, so that results cannot pile
+  /// up. `job` is called in any of the threads; an exception that it lets
+  /// escape ends all work, and is thrown by `next`.
   Workers(std::size_t count, int fanout, std::function<void(std::size_t)> job);
 
   /// Starts no more jobs, and waits for those that are under way.
@@ -43,6 +44,7 @@ class Workers {
   void work();
 
   const std::size_t count_;
+  const std::size_t fanout_;
   const std::function<void(std::size_t)> job_;
   mutable std::mutex mutex_;
   std::condition_variable changed_;

@@ -13,6 +13,10 @@ void overwrite(void* bytes, std::size_t size) noexcept;
 /// freed, so that the process takes no more memory than it holds.
 void returnLargeBlocks();
 
+/// Returns to the system what was freed, in blocks of any size, by any thread.
+/// Takes milliseconds.
+void returnFreed();
+
 /// From now on the process leaves no core dump when it crashes.
 void disableCoreDumps();
 

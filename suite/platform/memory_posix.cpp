@@ -38,6 +38,8 @@ void returnLargeBlocks() {
   static_cast<void>(mallopt(M_MMAP_THRESHOLD, kLarge));
 }
 
+void returnFreed() { static_cast<void>(malloc_trim(0)); }
+
 void disableCoreDumps() {
   forbidTracing();
   rlimit limit = {};

@@ -12,6 +12,10 @@ void returnLargeBlocks() {
   // They do so by themselves.
 }
 
+void returnFreed() {
+  // Blocks are returned by themselves.
+}
+
 void disableCoreDumps() {
   // Without its dialogue, error reporting makes no dump either.
   SetErrorMode(GetErrorMode() | SEM_NOGPFAULTERRORBOX);

@@ -52,6 +52,7 @@ Service::Service(ServiceOptions options,
                  std::unique_ptr<http::Transport> transport)
     : options_(std::move(options)),
       transport_(std::move(transport)),
+      knowledge_(options_.readingBytes),
       fetcher_(*transport_, options_.maxConnections),
       session_(fetcher_, transport_->address(),
                transport_->live() ? options_.user : std::string(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -16,6 +17,7 @@
 #include "suite/redfish/crawl/selection.h"
 #include "suite/redfish/generation.h"
 #include "suite/redfish/graph/graph.h"
+#include "suite/redfish/graph/reading_budget.h"
 #include "suite/redfish/session/fetcher.h"
 #include "suite/redfish/session/login_gate.h"
 #include "suite/redfish/session/session.h"
@@ -37,6 +39,7 @@ struct ServiceOptions {
   LoginGate* gate = nullptr;
   /// Observes the reading; must outlive the service. Null: nobody does.
   base::Progress* progress = nullptr;
+  std::size_t readingBytes = kMaxReadingBytes;  ///< See `ReadingBudget`.
   std::uint32_t prefetch = 0;  ///< Want values that will be asked for later
                                ///< in the run: read along with the first.
 };
@@ -82,6 +85,10 @@ class Service {
 
   /// Whether the health walk of this run enters every branch.
   bool thorough() const { return (options_.prefetch & kWantThorough) != 0; }
+
+  /// Whether something was not kept because all that was read takes more than
+  /// `ServiceOptions::readingBytes`.
+  bool isTooLarge() const { return knowledge_.budget.exceeded(); }
 
   /// When work on what was read has to be over: half a second after the end of
   /// the run, so that what came in time can still be told.

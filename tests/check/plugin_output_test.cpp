@@ -111,6 +111,27 @@ TEST(PluginOutput, StaysShortWhateverTheServerSays) {
   EXPECT_THAT(output, HasSubstr("... and 900 more\n"));
 }
 
+TEST(PluginOutput, IsTheSameOfAShortenedVerdict) {
+  ServerReport report = goodReport();
+  report.fans = {1000, report.fans->front()};
+  for (int i = 0; i < 1000; ++i) {
+    addEvent(event(i % 2 == 0 ? Category::kPower : Category::kMemory,
+                   i % 3 == 0 ? Health::kError : Health::kWarning,
+                   "event " + std::to_string(i)),
+             report);
+  }
+  Verdict verdict = judge(report);
+  ignore(IgnoreList("Memory"), verdict);
+  const std::string whole = pluginOutput({verdict});
+  EXPECT_THAT(whole, HasSubstr("500 ignored"));
+  shorten(verdict);
+  EXPECT_EQ(verdict.findings.size(), 4 * kMostFindings);
+  EXPECT_EQ(verdict.fans.size(), kMostFans);
+  EXPECT_EQ(pluginOutput({verdict}), whole);
+  shorten(verdict);
+  EXPECT_EQ(pluginOutput({verdict}), whole);
+}
+
 TEST(PluginOutput, OfSeveralServersHasOneLineForEachTheWorstFirst) {
   ServerReport bad = goodReport("n2");
   addEvent(event(Category::kPower, Health::kError, "It burns."), bad);

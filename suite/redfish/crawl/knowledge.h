@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -13,6 +14,9 @@ namespace redfish {
 
 /// What is known of a service from one crawl to the next.
 struct ServiceKnowledge {
+  explicit ServiceKnowledge(std::size_t readingBytes = kMaxReadingBytes)
+      : budget(readingBytes) {}
+
   Graph graph;
   ReadingBudget budget;                  ///< Of all that is kept here.
   std::map<std::string, KindSet> kinds;  ///< Parts played, by document key.

@@ -7,6 +7,7 @@ bool ReadingBudget::spend(std::size_t textBytes, std::size_t values,
   // Text and values of one document are limited: this cannot overflow.
   const std::size_t bytes = textBytes + values * kBytesPerValue;
   if (bytes > left_) {
+    exceeded_ = true;
     error = "with it, what was read of this service takes more than " +
             std::to_string(whole_ >> 20U) + " MiB";
     return false;

@@ -6,7 +6,7 @@
 namespace redfish {
 
 /// What the documents of one service may take, so that a run stays below
-/// 128 MiB whatever the service sends. Real servers with all their registries
+/// 256 MiB whatever the service sends. Real servers with all their registries
 /// take a fifth of it.
 constexpr std::size_t kMaxReadingBytes = std::size_t{48} << 20U;
 
@@ -26,9 +26,13 @@ class ReadingBudget {
   /// `error`.
   bool spend(std::size_t textBytes, std::size_t values, std::string& error);
 
+  /// Whether there was no room for a document.
+  bool exceeded() const { return exceeded_; }
+
  private:
   std::size_t whole_;
   std::size_t left_;
+  bool exceeded_ = false;
 };
 
 }  // namespace redfish

@@ -9,6 +9,7 @@
 #include "suite/connection/service_nodes.h"
 #include "suite/devhealth/redfish_inventory.h"
 #include "suite/platform/interrupt.h"
+#include "suite/platform/memory.h"
 #include "suite/report/reader/node_report.h"
 
 namespace report {
@@ -20,6 +21,10 @@ using base::FailureKind;
 // How often a wait tells how far the run is, and looks whether the user has
 // ended it.
 constexpr std::chrono::milliseconds kGlance{200};
+
+// What is kept of each of the services that are read side by side. The largest
+// servers that are known take 9 MiB.
+constexpr std::size_t kUsualReadingBytes = std::size_t{12} << 20U;
 
 std::vector<ServerReport> onlyFailed(const Failure& failure, Target target,
                                      base::Clock::time_point begun) {
@@ -54,7 +59,17 @@ FleetReading::FleetReading(fleet::Fleet& fleet, std::uint32_t wants)
           fleet.members().size(), fleet.fanout(),
           [this](std::size_t index) { read_[index] = readMember(index); }) {}
 
+FleetReading::~FleetReading() {
+  workers_.stop();
+  turn_.close();
+}
+
 bool FleetReading::next(ServerReport& report) {
+  if (ready_.empty() && hasTurn_) {
+    hasTurn_ = false;
+    platform::returnFreed();
+    turn_.give();
+  }
   while (ready_.empty()) {
     const auto index = workers_.next(base::Clock::now() + kGlance);
     if (platform::interrupted()) {
@@ -63,10 +78,12 @@ bool FleetReading::next(ServerReport& report) {
                               "interrupted by the user");
     }
     if (index) {
-      std::vector<ServerReport> reports = std::move(read_[*index]);
+      Reading read = std::move(read_[*index]);
       ++progress_.read;
-      progress_.failed += countFailed(reports);
-      std::move(reports.begin(), reports.end(), std::back_inserter(ready_));
+      progress_.failed += countFailed(read.reports);
+      std::move(read.reports.begin(), read.reports.end(),
+                std::back_inserter(ready_));
+      hasTurn_ = read.alone;
     } else if (workers_.finished()) {
       return false;
     }
@@ -77,9 +94,23 @@ bool FleetReading::next(ServerReport& report) {
   return true;
 }
 
+FleetReading::Reading FleetReading::readMember(std::size_t index) {
+  Reading reading = readOnce(index, kUsualReadingBytes);
+  if (reading.tooLarge && turn_.take()) {
+    reading = Reading();
+    reading = readOnce(index, redfish::kMaxReadingBytes);
+    reading.alone = true;
+    // Each thread would keep what it freed, and the next large one is
+    // another's.
+    platform::returnFreed();
+  }
+  return reading;
+}
+
 // No exception leaves a thread: what goes wrong with one target is told of that
 // target alone.
-std::vector<ServerReport> FleetReading::readMember(std::size_t index) const {
+FleetReading::Reading FleetReading::readOnce(std::size_t index,
+                                             std::size_t readingBytes) const {
   const auto begun = base::Clock::now();
   const fleet::Member& member = fleet_.members()[index];
   Target target;
@@ -88,19 +119,22 @@ std::vector<ServerReport> FleetReading::readMember(std::size_t index) const {
     target.address = connection::toString(member.target->address);
   }
   try {
-    const auto service = fleet_.open(index, wants_);
+    const auto service = fleet_.open(index, wants_, readingBytes);
     if (!service) {
-      return onlyFailed(service.error(), std::move(target), begun);
+      return {onlyFailed(service.error(), std::move(target), begun)};
     }
-    std::vector<ServerReport> reports = readNodes(**service, target, begun);
+    Reading reading;
+    reading.reports = readNodes(**service, target, begun);
+    reading.tooLarge = (*service)->isTooLarge();
     (*service)->close();
     fleet_.addCost((*service)->stats());
-    return reports;
+    return reading;
   } catch (const Failure& interrupted) {
-    return onlyFailed(interrupted, std::move(target), begun);
+    return {onlyFailed(interrupted, std::move(target), begun)};
   } catch (const std::exception& failure) {
-    return onlyFailed(base::makeFailure(FailureKind::kInternal, failure.what()),
-                      std::move(target), begun);
+    return {
+        onlyFailed(base::makeFailure(FailureKind::kInternal, failure.what()),
+                   std::move(target), begun)};
   }
 }
 

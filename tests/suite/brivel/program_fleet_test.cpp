@@ -80,6 +80,28 @@ class ProgramFleet : public ProgramFixture {
     return list;
   }
 
+  // A recorded server with so many active events.
+  std::string writeServer(const std::string& name, int events) const {
+    std::string conditions;
+    for (int i = 0; i < events; ++i) {
+      conditions += std::string(i == 0 ? "" : ",") +
+                    R"({"Severity":"Critical","Message":")" +
+                    std::to_string(i) + "\"}";
+    }
+    home.write(name + "/index.json",
+               R"({"@odata.id":"/redfish/v1/","RedfishVersion":"1.6.0",)"
+               R"("@odata.type":"#ServiceRoot.v1_5_0.ServiceRoot","Systems":)"
+               R"({"@odata.id":"/redfish/v1/Systems"}})");
+    home.write(name + "/Systems/index.json",
+               R"({"@odata.id":"/redfish/v1/Systems","Members":)"
+               R"([{"@odata.id":"/redfish/v1/Systems/1"}]})");
+    home.write(name + "/Systems/1/index.json",
+               R"({"@odata.id":"/redfish/v1/Systems/1",)"
+               R"("Status":{"Health":"Critical","Conditions":[)" +
+                   conditions + "]}}");
+    return "file:" + home.at(name);
+  }
+
   std::string writeList(const std::vector<std::string>& targets) const {
     std::string text;
     for (const std::string& target : targets) {
@@ -198,6 +220,36 @@ TEST_F(ProgramFleet, GroupsAndNodesAreChosen) {
             "brivel: --group: 'whol' is no group in " + home.at(".config") +
                 "/brivel/brivel.toml (none, whole); did you mean 'whole'?\n"
                 "Try 'brivel --help'.\n");
+}
+
+// Servers that are too large to be read side by side are read one by one, each
+// of them whole.
+TEST_F(ProgramFleet, LargeServersAreReadWholeInLittleMemory) {
+  constexpr int kServers = 5;
+  constexpr int kEvents = 50000;
+  std::vector<std::string> targets;
+  for (int i = 0; i < kServers; ++i) {
+    targets.push_back(writeServer("server" + std::to_string(i), kEvents));
+  }
+  support::ChildProcess child(started(
+      {"--targets", writeList(targets), "export", "--device", "health"}));
+  const support::ChildEnd end = child.wait();
+  EXPECT_EQ(end.status, 0) << child.errors();
+#ifndef SYSHEALTH_SANITIZED
+  EXPECT_LT(end.kibibytes, 128U * 1024U);
+#endif
+  const std::vector<std::string> lines = linesOf(child.output());
+  ASSERT_EQ(lines.size(), static_cast<std::size_t>(kServers));
+  for (const std::string& line : lines) {
+    int events = 0;
+    for (std::size_t at = line.find(R"("severity":"error")");
+         at != std::string::npos;
+         at = line.find(R"("severity":"error")", at + 1)) {
+      ++events;
+    }
+    EXPECT_EQ(events, kEvents);
+    EXPECT_NE(line.find(R"("status":"complete")"), std::string::npos);
+  }
 }
 
 // What is not read in the time of the run has a line all the same.

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <set>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -66,6 +67,29 @@ TEST(Workers, NeverDoMoreJobsAtATimeThanTold) {
   }
   EXPECT_GE(most.load(), 1);
   EXPECT_LE(most.load(), 3);
+}
+
+TEST(Workers, BeginNoMoreThanTheirResultsAreTaken) {
+  constexpr int kFanout = 3;
+  constexpr int kMostAhead = 2 * kFanout;  // Done, and under way.
+  std::atomic<int> taken{0};
+  std::atomic<int> mostAhead{0};
+  Workers workers(50, kFanout, [&](std::size_t index) {
+    const int ahead = static_cast<int>(index) + 1 - taken.load();
+    int seen = mostAhead.load();
+    while (ahead > seen && !mostAhead.compare_exchange_weak(seen, ahead)) {
+    }
+  });
+  for (int i = 0; i < 100000; ++i) {
+    std::this_thread::yield();  // Lets them do all that they would.
+  }
+  ++taken;
+  while (workers.next(kForever)) {
+    ++taken;
+  }
+  EXPECT_TRUE(workers.finished());
+  EXPECT_EQ(taken.load(), 51);
+  EXPECT_LE(mostAhead.load(), kMostAhead);
 }
 
 TEST(Workers, ThatAreStoppedBeginNothingMore) {
