@@ -135,6 +135,8 @@ std::optional<Unread> LocalTarget::events(
               "name one by --bmc");
 }
 
-std::optional<std::size_t> LocalTarget::memoryPlaces() { return std::nullopt; }
+std::optional<std::size_t> LocalTarget::memoryPlaces() {
+  return machine_ == nullptr ? std::nullopt : machine_->memoryPlaces();
+}
 
 }  // namespace devhealth

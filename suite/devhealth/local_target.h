@@ -31,7 +31,6 @@ class LocalTarget : public Inventory {
   /// A machine keeps no list of its active events: not supported.
   std::optional<Unread> events(std::vector<report::Event>& events) override;
 
-  /// Not known.
   std::optional<std::size_t> memoryPlaces() override;
 
  private:

@@ -94,6 +94,9 @@ std::vector<ProcessorFacts> Machine::processors() {
 }
 
 std::vector<MemoryFacts> Machine::memory() { return memoryFacts(smbios()); }
+std::optional<std::size_t> Machine::memoryPlaces() {
+  return local::memoryPlaces(smbios());
+}
 
 std::vector<SupplyFacts> Machine::supplies() { return supplyFacts(smbios()); }
 

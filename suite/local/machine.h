@@ -52,6 +52,7 @@ class Machine {
   BoardFacts board();
   std::vector<ProcessorFacts> processors();
   std::vector<MemoryFacts> memory();
+  std::optional<std::size_t> memoryPlaces();
   std::vector<SupplyFacts> supplies();
   std::vector<FanFacts> fans();
 

@@ -157,6 +157,13 @@ std::set<std::uint16_t> otherArrays(const SmbiosTables& tables) {
   return handles;
 }
 
+// Whether a memory device (type 17) belongs to one of these arrays.
+bool isIn(const std::set<std::uint16_t>& arrays,
+          const SmbiosStructure& device) {
+  const auto array = device.formatted.word(0x04);
+  return array && arrays.count(*array) != 0;
+}
+
 // The rated output; nullopt when it is not stated.
 std::optional<unsigned> capacityOf(const SmbiosStructure& supply) {
   const auto capacity = supply.formatted.word(0x0C);
@@ -213,8 +220,7 @@ std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables) {
   for (const SmbiosStructure* structure : tables.ofType(kSmbiosMemoryDevice)) {
     const base::ByteView formatted = structure->formatted;
     const auto size = formatted.word(0x0C);
-    const auto array = formatted.word(0x04);
-    if (!size || *size == 0 || (array && others.count(*array) != 0)) {
+    if (!size || *size == 0 || isIn(others, *structure)) {
       continue;
     }
     MemoryFacts facts;
@@ -229,6 +235,22 @@ std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables) {
     modules.push_back(std::move(facts));
   }
   return modules;
+}
+
+std::optional<std::size_t> memoryPlaces(const SmbiosTables& tables) {
+  const std::set<std::uint16_t> others = otherArrays(tables);
+  std::size_t stated = 0;
+  for (const SmbiosStructure* array : tables.ofType(kSmbiosMemoryArray)) {
+    if (others.count(array->handle) == 0) {
+      stated += array->formatted.word(0x0D).value_or(0);
+    }
+  }
+  const auto devices = tables.ofType(kSmbiosMemoryDevice);
+  const auto listed = static_cast<std::size_t>(std::count_if(
+      devices.begin(), devices.end(),
+      [&](const SmbiosStructure* device) { return !isIn(others, *device); }));
+  const std::size_t places = std::max(stated, listed);
+  return places == 0 ? std::nullopt : std::optional(places);
 }
 
 std::vector<SupplyFacts> supplyFacts(const SmbiosTables& tables) {

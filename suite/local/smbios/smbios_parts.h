@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "suite/local/facts/facts.h"
@@ -18,6 +20,11 @@ std::vector<ProcessorFacts> processorFacts(const SmbiosTables& tables);
 /// Memory devices that hold a module (type 17), but not those of an array
 /// (type 16) with another use than system memory, such as firmware flash.
 std::vector<MemoryFacts> memoryFacts(const SmbiosTables& tables);
+
+/// How many places for memory modules there are, empty ones included: as many
+/// as the arrays of system memory state (type 16), or as memory devices are
+/// listed (type 17) where those are more. nullopt if the table tells of none.
+std::optional<std::size_t> memoryPlaces(const SmbiosTables& tables);
 
 /// Power supplies that are present (type 39). A structure that firmware left
 /// as a template, without name, location, manufacturer, part number and

@@ -87,6 +87,13 @@ TEST_F(LocalTargetTest, ReadsEveryTable) {
   EXPECT_EQ(cause(), "");
 }
 
+TEST_F(LocalTargetTest, PlacesForModulesAreCounted) {
+  addTable({Structure(17, 0x28).word(0x0C, 1024), Structure(17, 0x28)});
+  local::Machine machine(folder_.root());
+  EXPECT_EQ(LocalTarget(&machine).memoryPlaces(), 2U);
+  EXPECT_EQ(LocalTarget(nullptr).memoryPlaces(), std::nullopt);
+}
+
 TEST_F(LocalTargetTest, HealthIsNotSupported) {
   std::vector<Tarvex::DeviceHealth::Alert> alerts;
   EXPECT_EQ(client().getHealthSum(alerts), -4);

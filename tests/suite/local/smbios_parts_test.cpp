@@ -202,6 +202,36 @@ TEST(MemoryFacts, ArrayCutBeforeItsUseLeavesNothingOut) {
   EXPECT_THAT(memoryFacts(table.tables), SizeIs(1));
 }
 
+Structure emptyPlace() { return memoryDevice().word(0x0C, 0); }
+
+TEST(MemoryPlaces, AreThoseThatTheArraysState) {
+  const Structure array = Structure(16, 0x17).byte(0x05, 0x03).word(0x0D, 12);
+  const ParsedTable two({array, array, memoryDevice()}, 3, 0);
+  EXPECT_EQ(memoryPlaces(two.tables), 24U);
+  const ParsedTable other({array, memoryDevice().word(0x04, 2),
+                           Structure(16, 0x17).byte(0x05, 0x05).word(0x0D, 4),
+                           memoryDevice().word(0x04, 2)},
+                          3, 0);
+  EXPECT_EQ(memoryPlaces(other.tables), 12U) << "flash beside it";
+}
+
+TEST(MemoryPlaces, AreListedWhereNoArrayStatesAsMany) {
+  const ParsedTable none({memoryDevice(), emptyPlace(), emptyPlace()}, 3, 0);
+  EXPECT_EQ(memoryPlaces(none.tables), 3U);
+  const ParsedTable fewer({Structure(16, 0x17).byte(0x05, 0x03).word(0x0D, 1),
+                           memoryDevice(), emptyPlace()},
+                          3, 0);
+  EXPECT_EQ(memoryPlaces(fewer.tables), 2U);
+  const ParsedTable cut({Structure(16, 0x05), emptyPlace()}, 2, 0);
+  EXPECT_EQ(memoryPlaces(cut.tables), 1U);
+}
+
+TEST(MemoryPlaces, AreUnknownWithoutAny) {
+  const ParsedTable table({processor(), Structure(16, 0x17).byte(0x05, 3)}, 3,
+                          0);
+  EXPECT_EQ(memoryPlaces(table.tables), std::nullopt);
+}
+
 TEST(MemoryFacts, SpeedFfffIsInTheExtendedField) {
   const ParsedTable table(
       {memoryDevice().word(0x15, 0xFFFF).dword(0x54, 0x80011170)}, 3, 3);
