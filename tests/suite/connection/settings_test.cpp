@@ -374,7 +374,8 @@ TEST(SettingsErrors, NameWhatIsMostLikeAnUnknownKey) {
 
 TEST(SettingsErrors, ATableWithoutANameIsToldAndEndsNothing) {
   for (const char* text : {"[=a]\n", "[[=a]]\n", "[ ]\n", "a.=1\n"}) {
-    const auto settings = readSettings(text, "file.toml", "/home/ada");
+    const auto settings =
+        connection::readSettings(text, "file.toml", "/home/ada");
     ASSERT_FALSE(settings) << text;
     EXPECT_NE(settings.error().cause.find("file.toml:1"), std::string::npos)
         << settings.error().cause;
