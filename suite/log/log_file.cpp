@@ -18,6 +18,7 @@
 
 #include "suite/base/text.h"
 #include "suite/platform/files/owned_file.h"
+#include "suite/platform/last_resort.h"
 
 namespace logging {
 namespace {
@@ -55,7 +56,14 @@ void warn(const std::string& path, const std::string& reason) {
 // by then.
 class OwnedFileSink : public spdlog::sinks::base_sink<std::mutex> {
  public:
-  explicit OwnedFileSink(platform::OwnedFile file) : file_(std::move(file)) {}
+  explicit OwnedFileSink(platform::OwnedFile file) : file_(std::move(file)) {
+    platform::setLastWordsFile(file_.handle());
+  }
+
+  ~OwnedFileSink() override { platform::setLastWordsFile(-1); }
+
+  OwnedFileSink(const OwnedFileSink&) = delete;
+  OwnedFileSink& operator=(const OwnedFileSink&) = delete;
 
  protected:
   void sink_it_(const spdlog::details::log_msg& message) override {

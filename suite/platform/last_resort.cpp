@@ -1,6 +1,7 @@
 #include "suite/platform/last_resort.h"
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <set>
 
@@ -8,6 +9,10 @@ namespace platform {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// Read by a handler of a signal.
+std::atomic<std::intptr_t> wordsFile{-1};
+static_assert(std::atomic<std::intptr_t>::is_always_lock_free);
 
 // What is watched at present, by its ends. Never destroyed: a thread may
 // outlive the end of main.
@@ -34,6 +39,10 @@ std::optional<Clock::duration> timeLeft(
 }
 
 }  // namespace
+
+void setLastWordsFile(std::intptr_t file) noexcept { wordsFile.store(file); }
+
+std::intptr_t lastWordsFile() noexcept { return wordsFile.load(); }
 
 LastResort::LastResort(Clock::time_point until) : until_(until) {
   Watched& all = watched();

@@ -23,7 +23,9 @@ void onAlarm(int /*signal*/) {
   constexpr char kText[] =
       "brivel: the run did not end in time and is ended here; a session that "
       "it opened stays open until it times out on the controller\n";
-  static_cast<void>(write(STDERR_FILENO, kText, sizeof(kText) - 1) < 0);
+  for (const int file : {STDERR_FILENO, static_cast<int>(lastWordsFile())}) {
+    static_cast<void>(write(file, kText, sizeof(kText) - 1) < 0);
+  }
   _exit(kLastResortStatus);
 }
 

@@ -16,9 +16,12 @@ void CALLBACK onTimer(PTP_CALLBACK_INSTANCE /*instance*/, void* /*context*/,
   constexpr std::string_view kText =
       "brivel: the run did not end in time and is ended here; a session that "
       "it opened stays open until it times out on the controller\r\n";
-  DWORD written = 0;
-  WriteFile(GetStdHandle(STD_ERROR_HANDLE), kText.data(),
-            static_cast<DWORD>(kText.size()), &written, nullptr);
+  for (const HANDLE file : {GetStdHandle(STD_ERROR_HANDLE),
+                            reinterpret_cast<HANDLE>(lastWordsFile())}) {
+    DWORD written = 0;
+    WriteFile(file, kText.data(), static_cast<DWORD>(kText.size()), &written,
+              nullptr);
+  }
   TerminateProcess(GetCurrentProcess(), kLastResortStatus);
 }
 

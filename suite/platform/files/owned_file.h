@@ -40,6 +40,9 @@ class OwnedFile {
   /// and sets `reason` if they cannot be written.
   bool append(std::string_view bytes, std::string& reason) const;
 
+  /// The open file: a descriptor, on Windows a HANDLE. It stays this object's.
+  std::intptr_t handle() const { return handle_; }
+
  private:
   explicit OwnedFile(std::intptr_t handle) : handle_(handle) {}
 

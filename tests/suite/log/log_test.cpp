@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +12,7 @@
 #include <string>
 
 #include "suite/log/log_file.h"
+#include "suite/platform/last_resort.h"
 #include "tests/support/file_text.h"
 #include "tests/support/temp_folder.h"
 
@@ -322,6 +324,27 @@ TEST_F(LogFileOfOthers, NoFolderIsMadeInTheirs) {
                     "the folder state is missing, and the one above it "
                     "belongs to another user"));
   EXPECT_FALSE(fs::exists(path("theirs/state")));
+}
+
+TEST_F(LogFile, LastResortWritesIntoIt) {
+  const std::string file = path("brivel.log");
+  EXPECT_EXIT(
+      {
+        logging::openLog({file, 3});
+        const platform::LastResort watch(std::chrono::steady_clock::now() -
+                                         platform::kLastResort);
+        pause();
+      },
+      testing::ExitedWithCode(platform::kLastResortStatus), "");
+  EXPECT_NE(contents(file).find("a session that it opened stays open"),
+            std::string::npos);
+}
+
+TEST_F(LogFile, LastResortKnowsNoLogAfterItsEnd) {
+  logging::openLog({path("brivel.log"), 3});
+  EXPECT_GE(platform::lastWordsFile(), 0);
+  logging::closeLog();
+  EXPECT_EQ(platform::lastWordsFile(), -1);
 }
 
 TEST_F(LogFile, PathIsKnownWhileOpen) {
