@@ -71,11 +71,24 @@ base::Secret basicLogin(const Request& request) {
 constexpr long kReadBytes = 4L << 10U;
 constexpr long kWrittenBytes = 16L << 10U;  // The least that it takes.
 
+// libcurl refuses while it has them allocated, as after a request that failed
+// before it had a connection.
+bool chooseBuffers(CURL* easy) noexcept {
+  return curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReadBytes) == CURLE_OK &&
+         curl_easy_setopt(easy, CURLOPT_UPLOAD_BUFFERSIZE, kWrittenBytes) ==
+             CURLE_OK;
+}
+
 bool hasCome(CURL* easy, CURLINFO time) {
   return infoOf<curl_off_t>(easy, time) > 0;
 }
 
 }  // namespace
+
+CurlTransfer::CurlTransfer(std::size_t& held)
+    : easy_(makeCurlEasy()), held_(held) {
+  chooseBuffers(easy_.get());
+}
 
 void CurlTransfer::prepare(std::uint64_t id, Request request,
                            const std::string& url, bool identity) {
@@ -121,8 +134,6 @@ void CurlTransfer::begin(const std::string& url,
   CURL* easy = easy_.get();
   setOption(easy, CURLOPT_PRIVATE, static_cast<void*>(this));
   setOption(easy, CURLOPT_URL, url.c_str());
-  setOption(easy, CURLOPT_BUFFERSIZE, kReadBytes);
-  setOption(easy, CURLOPT_UPLOAD_BUFFERSIZE, kWrittenBytes);
   // 0 would mean without end.
   setOption(easy, CURLOPT_TIMEOUT_MS,
             std::max(static_cast<long>(timeout.count()), 1L));
@@ -312,7 +323,7 @@ CurlOutcome CurlTransfer::outcome(
   return outcome;
 }
 
-void CurlTransfer::reset() noexcept {
+bool CurlTransfer::reset() noexcept {
   curl_easy_reset(easy_.get());
   request_ = Request();
   headerLines_ = CurlHeaders();
@@ -331,6 +342,7 @@ void CurlTransfer::reset() noexcept {
   bodiesTooLarge_ = false;
   exception_ = nullptr;
   errorText_.fill('\0');
+  return chooseBuffers(easy_.get());
 }
 
 bool CurlTransfer::keepsSession() const {

@@ -22,8 +22,7 @@ namespace http {
 class CurlTransfer {
  public:
   /// `held` counts the bytes of all bodies of the transport and outlives this.
-  explicit CurlTransfer(std::size_t& held)
-      : easy_(makeCurlEasy()), held_(held) {}
+  explicit CurlTransfer(std::size_t& held);
 
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -54,8 +53,9 @@ class CurlTransfer {
                 std::chrono::milliseconds connectTimeout,
                 const std::string& presentedPin, const std::string& caFile);
 
-  /// Forgets the request, with its secrets.
-  void reset() noexcept;
+  /// Forgets the request, with its secrets. Returns false if libcurl has not
+  /// given up its buffers, so that this must not make another request.
+  bool reset() noexcept;
 
   /// Whether a connection has to be opened for it, as far as is known
   /// beforehand.

@@ -473,8 +473,8 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
 }
 
 void CurlTransport::release(TransferPtr transfer) noexcept {
-  transfer->reset();
-  if (idle_.size() < static_cast<std::size_t>(options_.maxConnections)) {
+  if (transfer->reset() &&
+      idle_.size() < static_cast<std::size_t>(options_.maxConnections)) {
     idle_.push_back(std::move(transfer));
   }
 }
