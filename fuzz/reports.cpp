@@ -127,7 +127,7 @@ void checkCsv(const report::ServerReport& report) {
 // The name of a sample with its labels: what stands before the last blank.
 std::string_view seriesOf(std::string_view line) {
   const std::size_t blank = line.rfind(' ');
-  require(blank != line.npos && blank + 1 < line.size());
+  require(blank != std::string_view::npos && blank + 1 < line.size());
   const std::string_view series = line.substr(0, blank);
   require(series.substr(0, 7) == "brivel_" && series.back() == '}');
   bool quoted = false;

@@ -19,7 +19,7 @@ enum class Extent {
 /// Why something of a target could not be read.
 struct Unread {
   base::Failure failure;
-  int status;  ///< What `DevHealth` answers for it; never 0.
+  int status = -1;  ///< What `DevHealth` answers for it; never 0.
   Extent extent = Extent::kItem;
 };
 

@@ -79,7 +79,7 @@ std::optional<base::Failure> Service::open() {
   return lost_;
 }
 
-void Service::readingEnded() {
+void Service::readingEnded() const {
   if (options_.progress != nullptr) {
     options_.progress->done();
   }

@@ -126,7 +126,7 @@ class Service {
   std::optional<http::Answer> readPlainly(const std::string& target,
                                           base::Clock::time_point until);
   base::Clock::time_point callEnd() const;
-  void readingEnded();  ///< Tells the observer.
+  void readingEnded() const;  ///< Tells the observer.
 
   ServiceOptions options_;
   std::unique_ptr<http::Transport> transport_;

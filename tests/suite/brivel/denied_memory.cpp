@@ -12,7 +12,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-// The C library's own functions, and its start of a program.
+// The C library's own functions, and its start of a program, by its names.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -22,6 +23,7 @@ int __libc_start_main(int (*program)(int, char**, char**), int argc,
                       char** argv, void (*init)(), void (*fini)(),
                       void (*loaderFini)(), void* stackEnd);
 }
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 
 namespace {
 

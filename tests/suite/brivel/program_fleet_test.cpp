@@ -72,6 +72,7 @@ class ProgramFleet : public ProgramFixture {
   static std::vector<std::string> addresses(const bmc::Controller& controller,
                                             int count) {
     std::vector<std::string> list;
+    list.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
       list.push_back("127.4." + std::to_string(i / 200) + "." +
                      std::to_string(i % 200 + 1) + ":" +
@@ -228,6 +229,7 @@ TEST_F(ProgramFleet, LargeServersAreReadWholeInLittleMemory) {
   constexpr int kServers = 5;
   constexpr int kEvents = 50000;
   std::vector<std::string> targets;
+  targets.reserve(kServers);
   for (int i = 0; i < kServers; ++i) {
     targets.push_back(writeServer("server" + std::to_string(i), kEvents));
   }

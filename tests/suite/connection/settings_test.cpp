@@ -19,7 +19,6 @@
 
 namespace {
 
-using connection::Address;
 using connection::loadSettings;
 using connection::NamedTarget;
 using connection::overlay;

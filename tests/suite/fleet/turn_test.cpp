@@ -15,8 +15,10 @@ TEST(Turn, IsHadByOneAtATime) {
   Turn turn;
   std::atomic<int> holders{0};
   std::atomic<int> most{0};
+  constexpr int kThreads = 4;
   std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
+  threads.reserve(kThreads);
+  for (int i = 0; i < kThreads; ++i) {
     threads.emplace_back([&] {
       for (int times = 0; times < 200; ++times) {
         ASSERT_TRUE(turn.take());
