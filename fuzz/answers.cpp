@@ -25,7 +25,8 @@ void forEachPart(std::string_view input,
   while (!input.empty()) {
     const std::size_t next = input.find("\n@");
     const std::string_view part = input.substr(0, next);
-    input = next == input.npos ? std::string_view() : input.substr(next + 1);
+    input = next == std::string_view::npos ? std::string_view()
+                                           : input.substr(next + 1);
     const std::size_t lineEnd = std::min(part.find('\n'), part.size());
     if (part.front() == '@') {
       use(part.substr(1, lineEnd - 1),
@@ -76,7 +77,7 @@ std::optional<Answer> AnsweringTransport::next(
 
 void AnsweringTransport::add(std::string_view head, std::string_view body) {
   const std::size_t blank = head.find(' ');
-  if (blank == head.npos) {
+  if (blank == std::string_view::npos) {
     return;
   }
   Answer answer;

@@ -65,7 +65,8 @@ class Peer {
     }
     const std::size_t end = rest_.find(kMark);
     part = rest_.substr(0, end);
-    rest_.erase(0, end == rest_.npos ? rest_.size() : end + kMark.size());
+    rest_.erase(0,
+                end == std::string::npos ? rest_.size() : end + kMark.size());
     return true;
   }
 
@@ -93,7 +94,7 @@ class Peer {
       while (connection >= 0 && readRequest(connection) && take(part)) {
         const bool last = !part.empty() && part.front() == '!';
         const std::string_view bytes =
-            std::string_view(part).substr(last ? 1 : 0);
+            std::string_view{part}.substr(last ? 1 : 0);
         if (::send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL) < 0 ||
             last) {
           break;

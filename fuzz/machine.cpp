@@ -51,7 +51,7 @@ void lay(std::string_view input, const fs::path& folder) {
     const fs::path path(head.substr(link ? kLink.size() : 0));
     std::error_code error;
     if (head.size() > kLongestPath || ++files > kMostFiles || !isSafe(path) ||
-        head.find('\0') != head.npos) {
+        head.find('\0') != std::string_view::npos) {
       return;
     }
     const fs::path file = folder / path;

@@ -96,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   std::vector<std::string_view> bodies;
   forEachPart(input, [&](std::string_view head, std::string_view body) {
     const std::size_t blank = head.find(' ');
-    if (blank == head.npos) {
+    if (blank == std::string_view::npos) {
       return;
     }
     http::Answer answer;

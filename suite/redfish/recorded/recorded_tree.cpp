@@ -108,7 +108,7 @@ RecordedTree::Stored RecordedTree::readAnswer(const std::string& folder,
   if (stored.failure) {
     return stored;
   }
-  const Stored beside = readFile(folder, answerFileName(query));
+  Stored beside = readFile(folder, answerFileName(query));
   if (beside.failure) {
     return beside;
   }

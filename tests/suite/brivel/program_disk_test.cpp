@@ -51,7 +51,7 @@ class ProgramFullDisk : public ProgramDenied {
   // file behind what the program wrote.
   ProgramEnd runOnDisk(const std::string& first,
                        const std::vector<std::string>& arguments) {
-    const ProgramEnd end =
+    ProgramEnd end =
         runBy("/usr/bin/env",
               {"unshare", "--mount", "/bin/sh", "-c",
                "mount -t tmpfs -o size=16k none \"$0\" || exit 99\n"
