@@ -112,14 +112,14 @@ void readAll(local::Machine& machine) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
   const std::string_view input(reinterpret_cast<const char*>(data), size);
-  static const fs::path folder = workFolder();
+  static const fs::path kFolder = workFolder();
   std::error_code error;
-  fs::create_directory(folder, error);
-  lay(input, folder);
+  fs::create_directory(kFolder, error);
+  lay(input, kFolder);
   {
-    local::Machine machine{local::Root(folder.string())};
+    local::Machine machine{local::Root(kFolder.string())};
     readAll(machine);
   }
-  fs::remove_all(folder, error);
+  fs::remove_all(kFolder, error);
   return 0;
 }
