@@ -93,6 +93,7 @@ class CurlTransport final : public Transport {
   std::string address_;
   std::string url_;  // Empty: the host is none.
   CurlTrust trust_;
+  bool sound_ = false;  // There is no optionFault().
   bool identity_ = false;
   bool http2Allowed_ = true;
   bool http2Known_ = false;
@@ -150,10 +151,12 @@ std::optional<base::Failure> CurlTransport::optionFault() const {
 
 std::uint64_t CurlTransport::start(Request request) {
   const std::uint64_t id = ++lastId_;
-  if (std::optional<base::Failure> fault = optionFault()) {
+  if (std::optional<base::Failure> fault =
+          sound_ ? std::nullopt : optionFault()) {
     fail(id, request, std::move(*fault));
     return id;
   }
+  sound_ = true;
   // What is no read is a login or a logout, which others wait for.
   if (request.method == Method::kGet) {
     const int priority = request.priority;

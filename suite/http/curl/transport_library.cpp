@@ -1,8 +1,10 @@
 #include "suite/http/curl/transport_library.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "suite/base/text.h"
@@ -18,14 +20,47 @@ struct Library {
   std::string error;
 };
 
-// Absolute path of a file beside libbrivel.so.
-std::string besideUs(const char* file) {
+// Where the loader has put libbrivel.so, and by what name.
+Dl_info ourselves() {
   // Any address within libbrivel.so serves.
   static const char kHere = 0;
   Dl_info own{};
-  const bool known = dladdr(&kHere, &own) != 0;
-  const std::string path = known ? own.dli_fname : "/";
+  if (dladdr(&kHere, &own) == 0) {
+    own.dli_fname = "/";
+  }
+  return own;
+}
+
+// Absolute path of a file beside libbrivel.so.
+std::string besideUs(const char* file) {
+  const std::string path = ourselves().dli_fname;
   return path.substr(0, path.rfind('/') + 1) + file;
+}
+
+// Looks at what the loader has loaded, in its order: the program, the kernel's
+// own object, preloaded libraries, then what the program is linked with.
+int stopAtFirstLibrary(dl_phdr_info* info, std::size_t /*size*/, void* first) {
+  const std::string_view name = info->dlpi_name;
+  if (name.empty() || name == "linux-vdso.so.1") {
+    return 0;
+  }
+  *static_cast<ElfW(Addr)*>(first) = info->dlpi_addr;
+  return 1;
+}
+
+// Whether libbrivel.so is the program's first library, so none was preloaded.
+bool comeFirst() {
+  ElfW(Addr) first = 0;
+  dl_iterate_phdr(&stopAtFirstLibrary, &first);
+  return first == reinterpret_cast<ElfW(Addr)>(ourselves().dli_fbase);
+}
+
+// The library and those that come with it shall look for symbols among each
+// other before they look in the program's own libraries, which spares half a
+// millisecond. Not where a library was preloaded, whose functions (malloc,
+// connect) they would miss, nor where a sanitizer's are in the program.
+int lookUpOrder() {
+  return BRIVEL_IS_SANITIZED == 0 && comeFirst() ? RTLD_DEEPBIND : 0;
 }
 
 // Why the library at a path was not loaded, without the path if it comes first.
@@ -43,7 +78,8 @@ std::string loadError(const std::string& path) {
 Library load() {
   Library library;
   const std::string path = besideUs(kTransportLibrary);
-  void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
+  void* const handle =
+      dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL | lookUpOrder());
   if (handle != nullptr) {
     library.makeTransport =
         reinterpret_cast<MakeTransport*>(dlsym(handle, kMakeTransport));

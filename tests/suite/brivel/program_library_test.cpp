@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,6 +25,18 @@ class ProgramLibrary : public ProgramFixture {
   std::string loaded(const std::string& target) {
     options.environment.push_back("LD_DEBUG=libs");
     return run({"--bmc", target, "sample", kReach}).errors;
+  }
+
+  // Where libcurl looks for a symbol first, in a run over the network: a list
+  // of libraries.
+  std::string firstPlaces() {
+    options.environment.emplace_back("LD_DEBUG=scopes");
+    const std::string told = run({"--bmc", kNobody, "sample", kReach}).errors;
+    const std::size_t begin =
+        told.find("scope 0:", told.find("/libcurl.so.4 [0]"));
+    return begin == std::string::npos
+               ? ""
+               : told.substr(begin, told.find('\n', begin) - begin);
   }
 
   // Copies the program into a tree of its own, without the library.
@@ -52,6 +65,21 @@ TEST_F(ProgramLibrary, IsNotLoadedForARecordedServer) {
   EXPECT_EQ(libraries.find("libcurl.so"), std::string::npos);
   EXPECT_EQ(libraries.find("libssl.so"), std::string::npos);
 }
+
+#ifndef SYSHEALTH_SANITIZED  // A sanitizer's functions come first.
+
+TEST_F(ProgramLibrary, FindsSymbolsAmongItsOwnLibrariesFirst) {
+  EXPECT_NE(firstPlaces().find("libbrivel-http.so"), std::string::npos);
+}
+
+TEST_F(ProgramLibrary, FindsWhatWasPreloadedFirst) {
+  options.environment.emplace_back("LD_PRELOAD=" DENIED_MEMORY);
+  const std::string places = firstPlaces();
+  EXPECT_NE(places.find(DENIED_MEMORY), std::string::npos);
+  EXPECT_EQ(places.find("libbrivel-http.so"), std::string::npos);
+}
+
+#endif
 
 TEST_F(ProgramLibrary, IsNamedWhereItIsMissing) {
   copyWithoutLibrary();
