@@ -1,5 +1,6 @@
 #include "suite/brivel/finish_run.h"
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +22,10 @@ namespace {
 
 constexpr int kStandardError = 2;
 constexpr std::int32_t kMostPlugInStatus = 3;
+
+// Whether an allocation has failed. What leaves a destructor may reach
+// std::terminate before it counts as caught, and has no name there.
+std::atomic<bool> memoryWasDenied{false};
 
 int finishPlugIn(const RunResult& result) {
   if (platform::interrupted()) {
@@ -57,11 +62,18 @@ int runGuarded(const std::function<int()>& run, bool plugIn) {
 }
 
 void endWithoutMemory() {
+  std::set_new_handler([] {
+    memoryWasDenied = true;
+    throw std::bad_alloc();
+  });
   std::set_terminate([] {
     const std::exception_ptr failure = std::current_exception();
     try {
       if (failure != nullptr) {
         std::rethrow_exception(failure);
+      }
+      if (memoryWasDenied && std::uncaught_exceptions() > 0) {
+        throw std::bad_alloc();
       }
     } catch (const std::bad_alloc&) {
       std::fputs(

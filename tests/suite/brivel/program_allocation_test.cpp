@@ -34,26 +34,38 @@ class ProgramAllocation : public ProgramFixture {
     return run(arguments);
   }
 
+  // How many allocations a run makes; fails the test where it does not end
+  // well.
+  long countOf(const std::vector<std::string>& arguments) {
+    EXPECT_EQ(runDenied(0, arguments).status, 0);
+    return std::strtol(support::fileText(home.at("count")).c_str(), nullptr,
+                       10);
+  }
+
+  // Runs it with one allocation denied, and looks at its end.
+  ProgramEnd endInOrder(long denied,
+                        const std::vector<std::string>& arguments) {
+    SCOPED_TRACE("allocation " + std::to_string(denied));
+    std::filesystem::remove(logPath());
+    ProgramEnd end = runDenied(denied, arguments);
+    EXPECT_LT(end.status, kSignalled) << end.errors;
+    EXPECT_NE(end.status, kUsage) << end.errors;
+    EXPECT_TRUE(end.status == 0 || !end.errors.empty());
+    return end;
+  }
+
   // Runs it with one allocation after another denied, some steps apart, and
   // looks at each end.
   template <typename Look>
   void denyInTurn(const std::vector<std::string>& arguments, Look look) {
-    ASSERT_EQ(runDenied(0, arguments).status, 0);
-    const long count =
-        std::strtol(support::fileText(home.at("count")).c_str(), nullptr, 10);
+    const long count = countOf(arguments);
     ASSERT_GT(count, kTried);
     const char* const wanted = std::getenv("BRIVEL_DENY_STEP");
     const long step = wanted == nullptr
                           ? count / kTried
                           : std::max(std::strtol(wanted, nullptr, 10), 1L);
     for (long at = 1; at <= count; at += step) {
-      SCOPED_TRACE("allocation " + std::to_string(at));
-      std::filesystem::remove(logPath());
-      const ProgramEnd end = runDenied(at, arguments);
-      EXPECT_LT(end.status, kSignalled) << end.errors;
-      EXPECT_NE(end.status, kUsage) << end.errors;
-      EXPECT_TRUE(end.status == 0 || !end.errors.empty());
-      look(end);
+      look(endInOrder(at, arguments));
     }
   }
 };
@@ -62,6 +74,19 @@ TEST_F(ProgramAllocation, DeniedToARecordedServerEndsInOrder) {
   denyInTurn(
       {"--bmc", "file:" SAMPLES "/rack-server", "syshealth", "--device", "all"},
       [](const ProgramEnd&) {});
+}
+
+// A destructor writes the line, and may throw nothing.
+TEST_F(ProgramAllocation, DeniedWhileALineIsPrintedEndsInOrder) {
+  const std::vector<std::string> arguments = {
+      "--bmc", "file:" SAMPLES "/rack-server", "syshealth", "--device", "dimm"};
+  const long count = countOf(arguments);
+  constexpr long kBeforeTheEnd = 100;
+  constexpr long kOfTwoLines = 16;
+  for (long at = count - kBeforeTheEnd;
+       at < count - kBeforeTheEnd + kOfTwoLines; ++at) {
+    endInOrder(at, arguments);
+  }
 }
 
 TEST_F(ProgramAllocation, DeniedToALiveRunLeavesNoSessionUntold) {
