@@ -16,7 +16,7 @@ namespace {
 template <auto Map>
 void graphToRecords(benchmark::State& state) {
   const redfish::Graph& graph = bench::sampleGraph();
-  const redfish::Node node = redfish::nodeAt(graph, 0);
+  const redfish::Node node = redfish::Topology(graph).node(0);
   for (auto _ : state) {
     const auto mapped = Map(graph, node);
     if (mapped.failure || mapped.records.empty()) {
@@ -35,7 +35,7 @@ BENCHMARK(graphToRecords<devhealth::mapPciAdapters>);
 void nodeOfGraph(benchmark::State& state) {
   const redfish::Graph& graph = bench::sampleGraph();
   for (auto _ : state) {
-    benchmark::DoNotOptimize(redfish::nodeAt(graph, 0));
+    benchmark::DoNotOptimize(redfish::Topology(graph).node(0));
   }
 }
 BENCHMARK(nodeOfGraph);

@@ -74,8 +74,8 @@ std::optional<Unread> TargetReader::work(
   }
 }
 
-redfish::Node TargetReader::node() const {
-  return redfish::nodeAt(service_->graph(), nodeIndex_);
+const redfish::Node& TargetReader::node() const {
+  return service_->node(nodeIndex_);
 }
 
 Unread TargetReader::fail(Failure failure, Extent extent) const {

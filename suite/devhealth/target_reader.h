@@ -33,7 +33,7 @@ class TargetReader {
   const redfish::Graph& graph() const { return service_->graph(); }
 
   /// The node; its system is not null after a reading that succeeded.
-  redfish::Node node() const;
+  const redfish::Node& node() const;
 
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }

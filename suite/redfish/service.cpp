@@ -8,7 +8,6 @@
 #include "suite/platform/interrupt.h"
 #include "suite/platform/last_resort.h"
 #include "suite/redfish/crawl/crawl.h"
-#include "suite/redfish/graph/topology.h"
 #include "suite/redfish/session/answer.h"
 
 namespace redfish {
@@ -128,7 +127,7 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   }
   BRIVEL_LOG(base::kLogInformation)
       << address() << ": read "
-      << nodeAt(knowledge_.graph, selection.nodeIndex).system->uri.target();
+      << node(selection.nodeIndex).system->uri.target();
   return std::nullopt;
 }
 

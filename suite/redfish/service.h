@@ -18,6 +18,7 @@
 #include "suite/redfish/generation.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/reading_budget.h"
+#include "suite/redfish/graph/topology.h"
 #include "suite/redfish/session/fetcher.h"
 #include "suite/redfish/session/login_gate.h"
 #include "suite/redfish/session/session.h"
@@ -82,6 +83,12 @@ class Service {
   std::optional<base::Failure> read(const Selection& selection);
 
   const Graph& graph() const { return knowledge_.graph; }
+
+  /// The node at a 0-based index, as far as it was read. Valid until the next
+  /// call of `read`.
+  const Node& node(std::uint16_t nodeIndex) const {
+    return knowledge_.nodes.at(nodeIndex);
+  }
 
   /// Whether the health walk of this run enters every branch.
   bool thorough() const { return (options_.prefetch & kWantThorough) != 0; }

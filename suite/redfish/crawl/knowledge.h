@@ -9,6 +9,7 @@
 #include "suite/redfish/crawl/plan.h"
 #include "suite/redfish/graph/graph.h"
 #include "suite/redfish/graph/reading_budget.h"
+#include "suite/redfish/graph/topology.h"
 
 namespace redfish {
 
@@ -17,7 +18,11 @@ struct ServiceKnowledge {
   explicit ServiceKnowledge(std::size_t readingBytes = kMaxReadingBytes)
       : budget(readingBytes) {}
 
+  ServiceKnowledge(const ServiceKnowledge&) = delete;
+  ServiceKnowledge& operator=(const ServiceKnowledge&) = delete;
+
   Graph graph;
+  KnownNodes nodes{graph};
   ReadingBudget budget;                  ///< Of all that is kept here.
   std::map<std::string, KindSet> kinds;  ///< Parts played, by document key.
   /// Resources that came inside others, by document key, until a crawl asks

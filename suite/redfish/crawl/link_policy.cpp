@@ -310,7 +310,7 @@ const Node& LinkPolicy::node() {
   const bool late = known < kFew || changes_ > known / 4 || state_.drained ||
                     !structureComing();
   if (!node_ || (changes_ > 0 && late)) {
-    node_ = nodeAt(knowledge_.graph, selection_.nodeIndex);
+    node_ = knowledge_.nodes.at(selection_.nodeIndex);
     members_.clear();
     members_.insert(node_->systems.begin(), node_->systems.end());
     members_.insert(node_->chassis.begin(), node_->chassis.end());

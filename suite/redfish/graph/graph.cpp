@@ -85,12 +85,14 @@ const json::object* pointAt(const json::object& document,
 }  // namespace
 
 Resource& Graph::insert(Resource resource) {
+  ++changes_;
   std::string key = resource.uri.document();
   return resources_.insert_or_assign(std::move(key), std::move(resource))
       .first->second;
 }
 
 Resource* Graph::edit(std::string_view document) {
+  ++changes_;
   const auto found = resources_.find(document);
   return found == resources_.end() ? nullptr : &found->second;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/json/object.hpp>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -54,7 +55,8 @@ class Graph {
   /// Adds a resource, or replaces the one of the same document.
   Resource& insert(Resource resource);
 
-  /// The resource of a document key, to be changed; null: never asked for.
+  /// The resource of a document key, to be changed at once; null: never asked
+  /// for.
   Resource* edit(std::string_view document);
 
   /// The resource of a document key (`Uri::document`); null: never asked for.
@@ -62,6 +64,10 @@ class Graph {
 
   /// The resource of a document key if it was read; null otherwise.
   const Resource* findRead(std::string_view document) const;
+
+  /// How often resources were added, replaced or given out to be changed: where
+  /// it is the same as before, so is the graph.
+  std::uint64_t changes() const { return changes_; }
 
   /// What a link leads to.
   LinkTarget resolve(const Uri& link) const;
@@ -76,6 +82,7 @@ class Graph {
 
  private:
   std::map<std::string, Resource, std::less<>> resources_;
+  std::uint64_t changes_ = 0;
 };
 
 /// The resources that the links at a path of a resource lead to, as far as they

@@ -248,8 +248,17 @@ bool Topology::anyNodeLinksManagers() const {
   return *managersLinked_;
 }
 
-Node nodeAt(const Graph& graph, std::uint16_t nodeIndex) {
-  return Topology(graph).node(nodeIndex);
+const Node& KnownNodes::at(std::uint16_t nodeIndex) const {
+  if (!topology_ || changes_ != graph_.changes()) {
+    changes_ = graph_.changes();
+    nodes_.clear();
+    topology_.emplace(graph_);
+  }
+  const auto known = nodes_.find(nodeIndex);
+  return known != nodes_.end()
+             ? known->second
+             : nodes_.emplace(nodeIndex, topology_->node(nodeIndex))
+                   .first->second;
 }
 
 std::vector<Uri> coolingSources(const Node& node) {

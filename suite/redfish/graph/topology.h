@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -85,8 +86,23 @@ class Topology {
   mutable std::optional<bool> managersLinked_;  ///< Once it was asked for.
 };
 
-/// The node at a 0-based index of `nodesOf`.
-Node nodeAt(const Graph& graph, std::uint16_t nodeIndex);
+/// The nodes of a graph, each found once until the graph changes. Not for
+/// several threads at once.
+class KnownNodes {
+ public:
+  /// `graph` must outlive this object.
+  explicit KnownNodes(const Graph& graph) : graph_(graph) {}
+
+  /// What `Topology::node` gives for the graph as it is. Valid until it
+  /// changes.
+  const Node& at(std::uint16_t nodeIndex) const;
+
+ private:
+  const Graph& graph_;
+  mutable std::uint64_t changes_ = 0;  ///< Of the graph, as of `topology_`.
+  mutable std::optional<Topology> topology_;
+  mutable std::map<std::uint16_t, Node> nodes_;
+};
 
 /// Where a node's fans, or its power supplies, are to be looked for: its
 /// chassis first, then what the CooledBy (PoweredBy) links of its systems and

@@ -1,6 +1,7 @@
 #include "suite/redfish/recorded/recorded_tree.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <fstream>
 #include <utility>
 
@@ -180,16 +181,23 @@ std::string RecordedTree::realFolder(const std::string& folder,
   if (known != folders_.end()) {
     return known->second;
   }
-  // The folder above has nearly always been read before.
+  // Step by step from the root, so that each folder is looked at once; paths
+  // that no server has are left to the system as a whole.
+  constexpr std::ptrdiff_t kMaxSteps = 32;
   const std::size_t slash = folder.rfind('/');
-  const auto above = folders_.find(
-      slash == std::string::npos ? std::string() : folder.substr(0, slash));
   const std::string name = folder.substr(slash + 1);
   std::string real;
-  if (above == folders_.end() || leadsElsewhere(name)) {
+  if (leadsElsewhere(name) ||
+      std::count(folder.begin(), folder.end(), '/') > kMaxSteps) {
     real = realPath(root_ + '/' + folder, error);
   } else {
-    real = above->second + '/' + name;
+    real = realFolder(
+        slash == std::string::npos ? std::string() : folder.substr(0, slash),
+        error);
+    if (error) {
+      return real;
+    }
+    real += '/' + name;
     const fs::file_status status = fs::symlink_status(fs::u8path(real), error);
     if (isMissing(error)) {
       error.clear();
@@ -238,20 +246,20 @@ RecordedTree::Stored RecordedTree::readFile(const std::string& folder,
     stored.failure = unreadable("index.json is no regular file");
     return stored;
   }
-  const std::uintmax_t size = fs::file_size(file, error);
-  if (error || size > http::kMaxBodyBytes) {
+  std::ifstream stream(file, std::ios::binary | std::ios::ate);
+  const std::streamoff size = stream.tellg();  // -1: it was not opened.
+  if (size > static_cast<std::streamoff>(http::kMaxBodyBytes)) {
     stored.failure =
-        error
-            ? unreadable(error.message())
-            : failureOf(base::FailureKind::kBadContent,
-                        "the file is larger than " +
-                            std::to_string(http::kMaxBodyBytes >> 20U) + " MiB",
-                        "");
+        failureOf(base::FailureKind::kBadContent,
+                  "the file is larger than " +
+                      std::to_string(http::kMaxBodyBytes >> 20U) + " MiB",
+                  "");
     return stored;
   }
-  std::ifstream stream(file, std::ios::binary);
-  stored.body.resize(static_cast<std::size_t>(size));
-  stream.read(stored.body.data(), static_cast<std::streamsize>(size));
+  stored.body.resize(
+      static_cast<std::size_t>(std::max<std::streamoff>(size, 0)));
+  stream.seekg(0);
+  stream.read(stored.body.data(), size);
   if (!stream) {
     stored.body.clear();
     stored.failure = unreadable("the file cannot be read");

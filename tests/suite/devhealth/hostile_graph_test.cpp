@@ -71,7 +71,7 @@ void expectEventsHold(const Graph& graph, const redfish::Node& node) {
 
 void expectAllHolds(const Graph& graph) {
   for (const std::uint16_t index : {std::uint16_t{0}, std::uint16_t{1}}) {
-    const redfish::Node node = redfish::nodeAt(graph, index);
+    const redfish::Node node = redfish::Topology(graph).node(index);
     if (node.system == nullptr) {
       continue;
     }

@@ -72,5 +72,5 @@ void Server::addNode(const std::string& name) {
 }
 
 redfish::Node Server::node(std::uint16_t index) const {
-  return redfish::nodeAt(graph_, index);
+  return redfish::Topology(graph_).node(index);
 }

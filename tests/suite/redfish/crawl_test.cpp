@@ -324,7 +324,7 @@ TEST_F(CrawlScript, ChassisThatContainEachOtherEnd) {
   on("/Chassis/B", R"({"Links": {"Contains": [
       {"@odata.id": "/redfish/v1/Chassis/A"}]}})");
   EXPECT_FALSE(start().read(wanting(redfish::kWantFans)));
-  EXPECT_EQ(redfish::nodeAt(service->graph(), 0).chassis.size(), 2U);
+  EXPECT_EQ(redfish::Topology(service->graph()).node(0).chassis.size(), 2U);
 }
 
 TEST_F(CrawlScript, OldFansWhenTheNewModelHasNone) {

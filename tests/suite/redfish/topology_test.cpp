@@ -67,10 +67,10 @@ class TopologyOf : public testing::Test {
   }
 
   Names chassis(std::uint16_t node = 0) const {
-    return names(nodeAt(graph_, node).chassis);
+    return names(Topology(graph_).node(node).chassis);
   }
   Names managers(std::uint16_t node = 0) const {
-    return names(nodeAt(graph_, node).managers);
+    return names(Topology(graph_).node(node).managers);
   }
 
   Graph graph_;
@@ -84,14 +84,28 @@ TEST_F(TopologyOf, LinksOfBothDirectionsCount) {
   add("Chassis/Board");
   add("Chassis/Stranger");
   EXPECT_EQ(chassis(), (Names{"Board", "Box"}));
-  EXPECT_TRUE(nodeAt(graph_, 0).chassisLinked);
+  EXPECT_TRUE(Topology(graph_).node(0).chassisLinked);
+}
+
+TEST_F(TopologyOf, KnownNodeIsThatOfTheGraphAsItIs) {
+  const KnownNodes nodes(graph_);
+  EXPECT_EQ(nodes.at(0).system, nullptr);
+  add("Systems/S");
+  add("Chassis/A");
+  EXPECT_NE(nodes.at(0).system, nullptr);
+  EXPECT_EQ(nodes.at(1).system, nullptr);
+  EXPECT_EQ(names(nodes.at(0).chassis), Names{"A"});
+  const std::string box = graph_.resources().rbegin()->first;
+  ASSERT_NE(box.find("Systems/S"), std::string::npos);
+  graph_.edit(box)->state = ResourceState::kAbsent;
+  EXPECT_EQ(nodes.at(0).system, nullptr);
 }
 
 TEST_F(TopologyOf, LinksThatLeadNowhereDoNotCount) {
   add("Systems/S", links("Chassis", {"Chassis/Lost"}));
   add("Chassis/Box");
   EXPECT_EQ(chassis(), Names{"Box"});
-  EXPECT_FALSE(nodeAt(graph_, 0).chassisLinked);
+  EXPECT_FALSE(Topology(graph_).node(0).chassisLinked);
 }
 
 TEST_F(TopologyOf, OnlyNodeWithoutLinksHasAllChassis) {
@@ -171,7 +185,7 @@ TEST_F(TopologyOf, PartBringsItsChassisManagersAndLinks) {
   add("Chassis/Host", links("ManagedBy", {"Managers/H"}));
   add("Managers/H");
   add("Managers/B");
-  const Node node = nodeAt(graph_, 0);
+  const Node node = Topology(graph_).node(0);
   EXPECT_TRUE(node.alone);
   EXPECT_EQ(node.system->uri.lastSegment(), "Host");
   EXPECT_EQ(names(node.systems), (Names{"Host", "Board"}));
@@ -233,7 +247,7 @@ TEST_F(TopologyOf, EnclosingChassisComeNearestFirst) {
   add("Chassis/Rack",
       R"("Links": {"ContainedBy": )" + link("Chassis/Room") + "}");
   Names around;
-  for (const Uri& place : enclosingChassis(graph_, nodeAt(graph_, 0))) {
+  for (const Uri& place : enclosingChassis(graph_, Topology(graph_).node(0))) {
     around.emplace_back(place.lastSegment());
   }
   EXPECT_EQ(around, (Names{"Sled", "Rack", "Room"}));
@@ -249,10 +263,10 @@ TEST_F(TopologyOf, ChassisAroundEachOtherEnd) {
 TEST_F(TopologyOf, NodeWhoseSystemCannotBeReadHasNothing) {
   add("Systems/A");
   put(graph_, "/redfish/v1/Systems/A", kBroken);
-  const Node node = nodeAt(graph_, 0);
+  const Node node = Topology(graph_).node(0);
   EXPECT_EQ(node.system, nullptr);
   EXPECT_TRUE(node.systems.empty());
-  EXPECT_EQ(nodeAt(graph_, 1).system, nullptr);
+  EXPECT_EQ(Topology(graph_).node(1).system, nullptr);
 }
 
 }  // namespace
