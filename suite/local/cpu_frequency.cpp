@@ -5,6 +5,7 @@
 #include <string>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 
 namespace local {
 
@@ -13,6 +14,7 @@ std::vector<unsigned> packageMaxMhz(const Root& root) {
   const std::string cpus = "/sys/devices/system/cpu";
   std::map<long, unsigned> packages;
   for (const auto& cpu : base::numbered(root.list(cpus), "cpu")) {
+    base::heedTime();
     const std::string folder = cpus + "/" + cpu.second;
     const auto package = base::parseNumber<long>(
         root.line(folder + "/topology/physical_package_id"));

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 
 namespace local {
 namespace {
@@ -13,6 +14,7 @@ namespace {
 std::set<unsigned> fanNumbers(const std::vector<std::string>& names) {
   std::set<unsigned> numbers;
   for (const std::string_view name : names) {
+    base::heedTime();
     for (const std::string_view suffix : {"_input", "_target"}) {
       if (name.size() <= suffix.size() ||
           name.substr(name.size() - suffix.size()) != suffix) {
@@ -52,6 +54,7 @@ std::vector<FanFacts> fanFacts(const Root& root) {
       folder += "/device";
     }
     for (const unsigned number : fanNumbers(root.list(folder))) {
+      base::heedTime();
       FanFacts fan;
       fan.chip = root.line(folder + "/name");
       fan.input = "fan" + std::to_string(number);

@@ -8,6 +8,7 @@
 
 #include "suite/base/ascii.h"
 #include "suite/base/host_name.h"
+#include "suite/base/time_limit.h"
 
 namespace local {
 namespace {
@@ -90,9 +91,11 @@ bool sameDevice(const HostInterface& a, const HostInterface& b) {
 
 // Whether two host interfaces lead to the same controller.
 bool sameController(const HostInterface& a, const HostInterface& b) {
+  base::heedTime();
   const bool device = sameDevice(a, b);
   for (const RedfishOverIp& one : a.services) {
     for (const RedfishOverIp& other : b.services) {
+      base::heedTime();
       const bool sameUuid =
           !one.serviceUuid.empty() && one.serviceUuid == other.serviceUuid;
       const bool sameName =

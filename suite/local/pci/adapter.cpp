@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 #include "suite/local/facts/root.h"
 
 namespace local {
@@ -50,9 +51,11 @@ std::set<Maker> displaysOf(const std::vector<PciFunction>& functions) {
 
 std::string designationAt(const std::vector<SlotFacts>& places,
                           const PciAddress& address) {
-  const auto place = std::find_if(
-      places.begin(), places.end(),
-      [&](const SlotFacts& slot) { return slot.address == address; });
+  const auto place =
+      std::find_if(places.begin(), places.end(), [&](const SlotFacts& slot) {
+        base::heedTime();
+        return slot.address == address;
+      });
   return place == places.end() ? std::string() : place->designation;
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "suite/base/numbers.h"
+#include "suite/base/time_limit.h"
 #include "suite/local/pci/pci_vpd.h"
 
 namespace local {
@@ -46,6 +47,7 @@ struct Listed {
 std::vector<Listed> candidates(const Root& root) {
   std::vector<Listed> found;
   for (const std::string& name : root.list(kPciBus)) {
+    base::heedTime();
     const auto address = parsePciAddress(name);
     if (!address) {
       continue;

@@ -8,6 +8,8 @@
 #include <mutex>
 #include <thread>
 
+#include "suite/base/time_limit.h"
+
 namespace local {
 namespace {
 
@@ -28,6 +30,7 @@ std::string fieldText(base::ByteView field) {
 void readFields(base::ByteView resource, VitalProductData& data) {
   std::size_t offset = 0;
   while (const auto keyword = resource.slice(offset, 2)) {
+    base::heedTime();
     const auto length = resource.byte(offset + 2);
     if (!length) {
       return;
@@ -88,6 +91,7 @@ VitalProductData parseVpd(base::ByteView bytes) {
   VitalProductData data;
   std::size_t offset = 0;
   while (const auto tag = bytes.byte(offset)) {
+    base::heedTime();
     if (*tag == kEndTag) {
       data.complete = true;
       break;

@@ -14,6 +14,8 @@ constexpr std::uint8_t kNetworkInterface = 0x40;
 constexpr std::uint8_t kRedfishOverIp = 0x04;
 constexpr std::size_t kShortestStructure = 0x0B;
 constexpr std::size_t kShortestService = 91;
+// A machine has one or two; each is compared with all others.
+constexpr std::size_t kMostInterfaces = 64;
 constexpr std::uint8_t kIpv4 = 1;
 constexpr std::uint8_t kIpv6 = 2;
 constexpr std::uint16_t kDefaultPort = 443;
@@ -166,6 +168,9 @@ std::vector<HostInterface> hostInterfaces(const SmbiosTables& tables) {
       found.services = readServices(formatted.from(0x06 + length));
     }
     interfaces.push_back(std::move(found));
+    if (interfaces.size() == kMostInterfaces) {
+      break;
+    }
   }
   return interfaces;
 }

@@ -55,8 +55,8 @@ struct HostInterface {
 };
 
 /// The network host interfaces of a machine in table order, one for each
-/// controller. Every length is checked against what holds it: a structure
-/// that lies gives what stands before the lie.
+/// controller, at most 64. Every length is checked against what holds it: a
+/// structure that lies gives what stands before the lie.
 std::vector<HostInterface> hostInterfaces(const SmbiosTables& tables);
 
 /// A MAC address as the kernel writes it: "52:54:00:12:34:56".

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "suite/base/time_limit.h"
+
 namespace local {
 namespace {
 
@@ -41,6 +43,7 @@ std::string_view SmbiosStructure::string(std::size_t offset) const {
   const std::uint8_t number = formatted.byte(offset).value_or(0);
   std::string_view rest = strings;
   for (unsigned i = 1; i <= number && !rest.empty(); ++i) {
+    base::heedTime();
     const std::size_t end = std::min(rest.find('\0'), rest.size());
     if (i == number) {
       return rest.substr(0, end);
@@ -54,6 +57,7 @@ std::vector<const SmbiosStructure*> SmbiosTables::ofType(
     SmbiosType type) const {
   std::vector<const SmbiosStructure*> found;
   for (const SmbiosStructure& structure : structures) {
+    base::heedTime();
     if (structure.type == type) {
       found.push_back(&structure);
     }
@@ -80,6 +84,7 @@ SmbiosTables parseSmbios(const std::optional<SmbiosEntry>& entry,
   bool ended = false;
   std::size_t offset = 0;
   while (offset < table.size() && !ended) {
+    base::heedTime();
     if (tables.structures.size() == kMaxStructures) {
       tables.defects.emplace_back("more structures than there are handles");
       break;

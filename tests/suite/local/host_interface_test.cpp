@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/suite/local/host_interface_builder.h"
 
@@ -93,6 +94,15 @@ TEST(HostInterfaces, SeveralControllersKeepTableOrder) {
   EXPECT_EQ(found[0].handle, 0);
   EXPECT_EQ(found[1].handle, 2);
   EXPECT_EQ(found[1].vendorId, 3);
+}
+
+// Each is compared with all others, and a table has room for 65,536.
+TEST(HostInterfaces, AreNoMoreThanAMachineHas) {
+  const ParsedTable table(
+      std::vector<Structure>(100,
+                             hostInterface(usbDevice(1, 2), {serviceRecord()})),
+      3, 7);
+  EXPECT_THAT(hostInterfaces(table.tables), SizeIs(64));
 }
 
 TEST(HostInterfaces, OtherInterfaceTypesAreLeftOut) {
