@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 #include "suite/ipmi/ipmi_message.h"
 #include "suite/local/controller/discovery.h"
@@ -32,6 +33,7 @@ void readIpmi(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(2000, 50, size);
   if (size == 0) {
     return 0;
   }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 #include "suite/http/response_headers.h"
 #include "suite/http/transport.h"
@@ -29,6 +30,7 @@ void checkDelay(std::string_view retryAfter) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(2000, 50, size);
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   http::ResponseHeaders headers;
   std::string_view rest = input;

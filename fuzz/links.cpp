@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 #include "suite/connection/settings/address.h"
 #include "suite/redfish/graph/json.h"
@@ -23,6 +24,7 @@ bool isClean(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(2000, 50, size);
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   if (const auto uri = redfish::Uri::parse(text)) {
     require(uri->target().compare(0, 9, "/redfish/") == 0 ||

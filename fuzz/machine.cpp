@@ -15,6 +15,7 @@
 #include <system_error>
 
 #include "fuzz/answers.h"
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 #include "suite/base/ascii.h"
 #include "suite/base/text.h"
@@ -111,6 +112,7 @@ void readAll(local::Machine& machine) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(5000, 100, size);
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   static const fs::path kFolder = workFolder();
   std::error_code error;

@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(2000, 100, size);
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   const auto settings =
       connection::readSettings(text, "fuzz.toml", "/home/fuzz");

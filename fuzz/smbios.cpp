@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "fuzz/budget.h"
 #include "fuzz/require.h"
 #include "suite/devhealth/inventory/local_inventory.h"
 #include "suite/local/controller/controller_path.h"
@@ -47,6 +48,7 @@ void checkReport(const local::SmbiosTables& tables) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
+  const StepBudget budget(5000, 50, size);
   if (size == 0) {
     return 0;
   }
