@@ -61,8 +61,9 @@ char* duplicate(const char* text) {
 
 CURLcode startCurl() {
   // libcurl goes on with an OpenSSL that found no memory to start, which then
-  // fails at its first lock.
-  if (OPENSSL_init_ssl(0, nullptr) != 1 ||
+  // fails at its first lock. What OpenSSL would take apart when the process
+  // exits, the system takes back as a whole.
+  if (OPENSSL_init_ssl(OPENSSL_INIT_NO_ATEXIT, nullptr) != 1 ||
       OSSL_LIB_CTX_get0_global_default() == nullptr || RAND_status() != 1) {
     return CURLE_FAILED_INIT;
   }
