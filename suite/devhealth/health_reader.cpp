@@ -46,6 +46,7 @@ std::optional<Unread> readHealth(TargetReader& reader,
       return unread;
     }
     options.thorough = reader.thorough();
+    options.unexplained = selection.unexplained;
     auto late = reader.work([&]() -> std::optional<Unread> {
       reading = readEvents(reader.graph(), reader.node(), options);
       return std::nullopt;

@@ -174,7 +174,8 @@ HealthReading readEvents(const Graph& graph, const redfish::Node& node,
   Told told = toldOf(conditions, scope, registries);
   const bool walked = !reading.serviceConditionsSuffice;
   if (walked) {
-    WalkFailures walk = walkFailures(graph, node);
+    WalkFailures walk =
+        walkFailures(graph, node, {options.thorough, options.unexplained});
     reading.failure = std::move(walk.failure);
     reading.gap = std::move(walk.gap);
   }

@@ -16,6 +16,9 @@ struct AlertOptions {
   /// The components are to tell for themselves, even where the service's list
   /// of conditions would do.
   bool thorough = false;
+  /// The resources whose branches were to be read because a reading before
+  /// told of them.
+  std::set<std::string> unexplained;
 };
 
 /// What the graph tells of a node's active events, and what would have to be

@@ -26,7 +26,16 @@ struct WalkFailures {
   std::optional<base::Failure> gap;
 };
 
+/// Which branches the walk was to enter although their roll-up is OK.
+struct WalkExtent {
+  bool thorough = false;  ///< All of them.
+  /// Those below the resources of these document keys.
+  const std::set<std::string>& unexplained;
+};
+
+/// A list whose link is refused could not be read; an array of links, or a
+/// collection, lacks what is behind the refused ones.
 WalkFailures walkFailures(const redfish::Graph& graph,
-                          const redfish::Node& node);
+                          const redfish::Node& node, const WalkExtent& extent);
 
 }  // namespace devhealth

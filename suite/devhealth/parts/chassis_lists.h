@@ -17,12 +17,13 @@ class ChassisLists {
 
   const std::vector<Part>& parts() const { return all_.parts(); }
 
-  /// Tells the tally which of the collections could not be read.
+  /// Tells the tally which of the collections could not be read, or lack
+  /// members.
   void reportFailures(ReadTally& tally) const;
 
  private:
   PartList all_;
-  std::vector<base::Failure> failures_;
+  std::vector<LinkedList> lists_;
 };
 
 }  // namespace devhealth

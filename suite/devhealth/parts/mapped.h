@@ -52,6 +52,22 @@ class ReadTally {
     }
   }
 
+  /// Links of parts are refused. The parts have no rows.
+  void refused(const RefusedLinks& links) {
+    if (links.count > 0 && unreadable_ == 0) {
+      first_ = links.first;
+    }
+    unreadable_ += links.count;
+  }
+
+  /// A list could not be read, or lacks members.
+  void count(const LinkedList& list) {
+    if (list.failure) {
+      fail(*list.failure);
+    }
+    refused(list.refused);
+  }
+
   /// Why the table cannot be had; nullopt if it can.
   std::optional<base::Failure> verdict() const;
 

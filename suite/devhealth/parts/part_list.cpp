@@ -1,7 +1,10 @@
 #include "suite/devhealth/parts/part_list.h"
 
+#include <algorithm>
 #include <boost/json/array.hpp>
 #include <utility>
+
+#include "suite/base/time_limit.h"
 
 namespace devhealth {
 
@@ -10,6 +13,27 @@ using redfish::Graph;
 using redfish::Resource;
 using redfish::ResourceState;
 using redfish::Uri;
+
+namespace {
+
+// Whether a value is a link that is refused; an empty text is none at all.
+bool isRefused(const json::value& value) {
+  const json::object* reference = value.if_object();
+  return reference != nullptr && redfish::isRefusedLink(value) &&
+         !redfish::stringAt(*reference, "@odata.id").empty();
+}
+
+base::Failure refusal(const json::object& holder, const std::string& what) {
+  base::Failure failure;
+  failure.kind = base::FailureKind::kRefusedLink;
+  if (const auto own = Uri::parse(redfish::stringAt(holder, "@odata.id"))) {
+    failure.uri = own->target();
+  }
+  failure.cause = what + " does not stay below /redfish/";
+  return failure;
+}
+
+}  // namespace
 
 void PartList::addLinked(const Graph& graph, const Uri& link) {
   const redfish::LinkTarget found = graph.resolve(link);
@@ -50,25 +74,37 @@ LinkedList membersAt(const Graph& graph, const json::object& holder,
     for (const Uri& member : redfish::linksAt(collection->body, "Members")) {
       result.list.addLinked(graph, member);
     }
+    result.refused = refusedLinksAt(collection->body, "Members");
   }
   return result;
 }
 
 std::optional<base::Failure> refusedLinkAt(const json::object& holder,
                                            std::string_view path) {
-  const json::object* reference = redfish::objectAt(holder, path);
-  const std::string_view link =
-      reference == nullptr ? "" : redfish::stringAt(*reference, "@odata.id");
-  if (link.empty() || Uri::parse(link)) {
+  const json::value* reference = redfish::memberAt(holder, path);
+  if (reference == nullptr || !isRefused(*reference)) {
     return std::nullopt;
   }
-  base::Failure refused;
-  refused.kind = base::FailureKind::kRefusedLink;
-  if (const auto own = Uri::parse(redfish::stringAt(holder, "@odata.id"))) {
-    refused.uri = own->target();
+  return refusal(holder, "its link to " + std::string(path));
+}
+
+RefusedLinks refusedLinksAt(const json::object& holder, std::string_view path) {
+  RefusedLinks refused;
+  const auto count = [&](const json::value& entry) {
+    base::heedTime();
+    if (isRefused(entry) && refused.count++ == 0) {
+      refused.first = refusal(holder, "a link in " + std::string(path));
+    }
+  };
+  const json::value* value = redfish::memberAt(holder, path);
+  if (value == nullptr) {
+    return refused;
   }
-  refused.cause =
-      "its link to " + std::string(path) + " does not stay below /redfish/";
+  if (const json::array* entries = value->if_array()) {
+    std::for_each(entries->begin(), entries->end(), count);
+  } else {
+    count(*value);
+  }
   return refused;
 }
 

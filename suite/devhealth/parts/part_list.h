@@ -39,10 +39,18 @@ class PartList {
   std::unordered_set<std::string> seen_;
 };
 
+/// Links that do not stay below /redfish/, so that nobody knows what is behind
+/// them.
+struct RefusedLinks {
+  std::size_t count = 0;
+  base::Failure first;  ///< Where the first of them stands, if there is one.
+};
+
 /// A list, and why it could not be had although the service links it.
 struct LinkedList {
   PartList list;
   std::optional<base::Failure> failure;
+  RefusedLinks refused;  ///< Of its members, which the list lacks.
 };
 
 /// The members of the collection that an object links at a path. Empty, and
@@ -56,6 +64,11 @@ LinkedList membersAt(const redfish::Graph& graph,
 /// /redfish/; nothing where there is a good one or none.
 std::optional<base::Failure> refusedLinkAt(const redfish::json::object& holder,
                                            std::string_view path);
+
+/// The refused ones among the links at a path of an object: the entries of an
+/// array, or a single link. Empty texts are no links.
+RefusedLinks refusedLinksAt(const redfish::json::object& holder,
+                            std::string_view path);
 
 /// The entries of an array of a document that was read: their links are the
 /// document's with the place as fragment.

@@ -16,13 +16,18 @@ struct PartSchema {
   std::string_view document;    ///< Link of a chassis, older; also the type.
   std::string_view array;       ///< Array in the document.
   std::string_view locator;     ///< Locator of an entry, for its name.
+  std::string_view suppliers;   ///< Links of a system or chassis to chassis or
+                                ///< parts elsewhere.
+  std::string_view parts;       ///< Links of a chassis to parts.
 };
 
 inline constexpr PartSchema kFanSchema = {
-    "ThermalSubsystem", "Fans", "Fan", "Thermal", "Fans", "FanName"};
+    "ThermalSubsystem", "Fans",           "Fan",       "Thermal", "Fans",
+    "FanName",          "Links/CooledBy", "Links/Fans"};
 inline constexpr PartSchema kPowerSupplySchema = {
-    "PowerSubsystem", "PowerSupplies", "PowerSupply",
-    "Power",          "PowerSupplies", ""};
+    "PowerSubsystem",  "PowerSupplies",      "PowerSupply",
+    "Power",           "PowerSupplies",      "",
+    "Links/PoweredBy", "Links/PowerSupplies"};
 
 // Whether the better of two models has brought anything: what decides the
 // fall-backs of the plan. Pure functions of the graph. What cannot be read

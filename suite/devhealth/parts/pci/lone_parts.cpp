@@ -26,9 +26,7 @@ constexpr std::array<std::string_view, 4> kNoAccelerators = {
 std::vector<Part> systemMembers(const Graph& graph, const Resource& system,
                                 std::string_view path, ReadTally& tally) {
   const LinkedList list = membersAt(graph, system.body, path);
-  if (list.failure) {
-    tally.fail(*list.failure);
-  }
+  tally.count(list);
   return list.list.parts();
 }
 
@@ -87,6 +85,7 @@ class LoneParts {
         if (link && graph_.find(link->document()) != nullptr) {
           adapters.addLinked(graph_, *link);
         }
+        tally_.refused(refusedLinksAt(*part.object, path));
       }
     }
     for (const Part& part : adapters.parts()) {
@@ -138,14 +137,12 @@ class LoneParts {
     std::vector<Part> controllers = entries.parts();
     if (controllers.empty()) {
       const auto link = redfish::linkAt(*storage.object, "Controllers");
-      if (!link || graph_.find(link->document()) == nullptr) {
+      if (link && graph_.find(link->document()) == nullptr) {
         return;
       }
       const LinkedList members =
           membersAt(graph_, *storage.object, "Controllers");
-      if (members.failure) {
-        tally_.fail(*members.failure);
-      }
+      tally_.count(members);
       controllers = members.list.parts();
     }
     for (const Part& part : controllers) {

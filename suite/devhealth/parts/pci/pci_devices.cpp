@@ -48,12 +48,13 @@ bool isNoAdapter(const PciPart& part) {
 
 PartList linkedBy(const Graph& graph,
                   const std::vector<const Resource*>& holders,
-                  std::string_view path) {
+                  std::string_view path, ReadTally& tally) {
   PartList list;
   for (const Resource* holder : holders) {
     for (const Uri& link : redfish::linksAt(holder->body, path)) {
       list.addLinked(graph, link);
     }
+    tally.refused(refusedLinksAt(holder->body, path));
   }
   return list;
 }
@@ -70,13 +71,11 @@ std::vector<Part> listedByMakers(const Graph& graph, const Node& node,
   for (const Resource* chassis : node.chassis) {
     for (const json::object* own : makersObjects(chassis->body)) {
       const auto link = redfish::linkAt(*own, "Links/Devices");
-      if (!link || graph.find(link->document()) == nullptr) {
+      if (link && graph.find(link->document()) == nullptr) {
         continue;
       }
       const LinkedList list = membersAt(graph, *own, "Links/Devices");
-      if (list.failure) {
-        tally.fail(*list.failure);
-      }
+      tally.count(list);
       for (const Part& part : list.list.parts()) {
         all.add(part);
       }
@@ -92,7 +91,7 @@ std::vector<Part> listedByChassis(const Graph& graph, const Node& node,
   const std::vector<Part>& own = lists.parts();
   std::vector<Part> parts = own;
   if (parts.empty()) {
-    parts = linkedBy(graph, node.chassis, "Links/PCIeDevices").parts();
+    parts = linkedBy(graph, node.chassis, "Links/PCIeDevices", tally).parts();
   }
   if (!anyRead(parts)) {
     std::vector<Part> others = listedByMakers(graph, node, tally);
@@ -121,7 +120,7 @@ std::vector<PciPart> pciDevices(const Graph& graph, const Node& node,
                                 ReadTally& tally) {
   bool listed = false;
   std::vector<Part> parts =
-      linkedBy(graph, node.systems, "PCIeDevices").parts();
+      linkedBy(graph, node.systems, "PCIeDevices", tally).parts();
   if (parts.empty()) {
     parts = listedByChassis(graph, node, tally, listed);
   }

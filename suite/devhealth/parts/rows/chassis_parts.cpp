@@ -200,9 +200,7 @@ bool Collector::allows(std::string_view chassis, Model model) {
 }
 
 void Collector::commit(const LinkedList& list, Model model) {
-  if (list.failure) {
-    tally_.fail(*list.failure);
-  }
+  tally_.count(list);
   for (const Part& part : list.list.parts()) {
     addRow(part, model);
   }
@@ -255,6 +253,8 @@ std::vector<ChassisPart> chassisParts(const Graph& graph,
   if (const auto failure = chassisFailure(graph, node)) {
     tally.fail(*failure);
   }
+  countChassis(graph, node, tally);
+  countSources(node, schema, tally);
   Collector collector(graph, node, schema, tally);
   for (const Uri& place : places) {
     collector.ask(place);
@@ -282,8 +282,16 @@ std::optional<base::Failure> chassisFailure(const Graph& graph,
       return failure;
     }
   }
+  if (!node.chassis.empty()) {
+    return std::nullopt;
+  }
+  const RefusedLinks refused =
+      refusedLinksAt(node.system->body, "Links/Chassis");
+  if (refused.count > 0) {
+    return refused.first;
+  }
   const Resource* root = redfish::serviceRoot(graph);
-  if (!node.chassis.empty() || root == nullptr) {
+  if (root == nullptr) {
     return std::nullopt;
   }
   const LinkedList all = membersAt(graph, root->body, "Chassis");
@@ -295,7 +303,37 @@ std::optional<base::Failure> chassisFailure(const Graph& graph,
       return failureOf(part.uri, part.failure);
     }
   }
-  return std::nullopt;
+  return all.refused.count > 0 ? std::optional(all.refused.first)
+                               : std::nullopt;
+}
+
+void countChassis(const Graph& graph, const redfish::Node& node,
+                  ReadTally& tally) {
+  for (const Resource* system : node.systems) {
+    tally.refused(refusedLinksAt(system->body, "Links/Chassis"));
+  }
+  const Resource* root = redfish::serviceRoot(graph);
+  if (root == nullptr || !node.alone || node.chassisLinked) {
+    return;
+  }
+  const LinkedList all = membersAt(graph, root->body, "Chassis");
+  tally.refused(all.refused);
+  for (const Part& part : all.list.parts()) {
+    if (part.object == nullptr) {
+      tally.unreadable(part);
+    }
+  }
+}
+
+void countSources(const redfish::Node& node, const PartSchema& schema,
+                  ReadTally& tally) {
+  for (const Resource* system : node.systems) {
+    tally.refused(refusedLinksAt(system->body, schema.suppliers));
+  }
+  for (const Resource* chassis : node.chassis) {
+    tally.refused(refusedLinksAt(chassis->body, schema.suppliers));
+    tally.refused(refusedLinksAt(chassis->body, schema.parts));
+  }
 }
 
 }  // namespace devhealth

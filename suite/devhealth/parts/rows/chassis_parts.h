@@ -35,4 +35,15 @@ std::vector<ChassisPart> chassisParts(const redfish::Graph& graph,
 std::optional<base::Failure> chassisFailure(const redfish::Graph& graph,
                                             const redfish::Node& node);
 
+/// Counts the chassis of the node that nobody knows: links of its systems that
+/// are refused; where all chassis of the service are its own, members of the
+/// collection that cannot be read.
+void countChassis(const redfish::Graph& graph, const redfish::Node& node,
+                  ReadTally& tally);
+
+/// Counts the refused links to parts of one kind elsewhere, or to chassis that
+/// have them.
+void countSources(const redfish::Node& node, const redfish::PartSchema& schema,
+                  ReadTally& tally);
+
 }  // namespace devhealth

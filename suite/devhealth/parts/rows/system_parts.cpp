@@ -46,9 +46,7 @@ std::vector<NamedPart> membersOf(const Graph& graph, const Node& node,
   std::vector<Candidate> candidates;
   for (const redfish::Resource* system : node.systems) {
     const LinkedList list = membersAt(graph, system->body, collection);
-    if (list.failure) {
-      tally.fail(*list.failure);
-    }
+    tally.count(list);
     for (const Part& part : list.list.parts()) {
       if (part.object == nullptr) {
         tally.unreadable(part);
