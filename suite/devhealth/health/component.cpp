@@ -80,11 +80,13 @@ Statement statementOf(const Uri& uri, const json::object& part) {
   return {predicted || degraded ? Health::kWarning : health, health, predicted};
 }
 
-bool belongsTo(const Node& node, const Resource& holder) {
-  const auto isIt = [&holder](const Resource* own) { return own == &holder; };
-  return std::any_of(node.systems.begin(), node.systems.end(), isIt) ||
-         std::any_of(node.chassis.begin(), node.chassis.end(), isIt) ||
-         std::any_of(node.managers.begin(), node.managers.end(), isIt);
+// The systems, chassis and managers of a node.
+std::unordered_set<const Resource*> holdersOf(const Node& node) {
+  std::unordered_set<const Resource*> own(node.systems.begin(),
+                                          node.systems.end());
+  own.insert(node.chassis.begin(), node.chassis.end());
+  own.insert(node.managers.begin(), node.managers.end());
+  return own;
 }
 
 // The link of the resource that a part says to be; of its place otherwise.
@@ -99,6 +101,17 @@ bool anyTroubled(const json::array& groups) {
         const json::object* group = value.if_object();
         return group != nullptr &&
                redfish::rollup(*group, "Status") >= Health::kWarning;
+      });
+}
+
+// Whether a redundancy group in one of the lists of a document is in trouble.
+bool hasLostGroup(const json::object& document) {
+  return std::any_of(
+      document.begin(), document.end(), [](const json::key_value_pair& member) {
+        const std::string_view name(member.key().data(), member.key().size());
+        const json::array* groups = member.value().if_array();
+        return groups != nullptr && endsWith(name, "Redundancy") &&
+               anyTroubled(*groups);
       });
 }
 
@@ -137,6 +150,7 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
                                           const NodeScope& scope) {
   std::vector<Component> components;
   std::unordered_set<std::string> seen;
+  const std::unordered_set<const Resource*> own = holdersOf(node);
   for (const auto& entry : graph.resources()) {
     const std::string& key = entry.first;
     const Resource& resource = entry.second;
@@ -146,7 +160,7 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
     const bool holder = isSystemChassisOrManager(resource);
     // Other systems of the service, such as one inside a card, and the chassis
     // around this node's do not speak for the node.
-    if (holder && !belongsTo(node, resource)) {
+    if (holder && own.count(&resource) == 0) {
       continue;
     }
     forEachNeedingAttention(
@@ -158,14 +172,14 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
           if (statement.severity < Health::kWarning) {
             return;
           }
-          const Uri own = ownLink(uri, part);
+          const Uri link = ownLink(uri, part);
           // What was read as a resource of its own speaks for itself.
-          if (own.document() != key && graph.resolve(own).object != nullptr) {
+          if (link.document() != key && graph.resolve(link).object != nullptr) {
             return;
           }
-          if (seen.insert(own.identity()).second) {
+          if (seen.insert(link.identity()).second) {
             components.push_back({uri,
-                                  own,
+                                  link,
                                   &part,
                                   statement,
                                   isAggregate(uri, part),
@@ -185,23 +199,17 @@ std::vector<Component> troubledComponents(const Graph& graph, const Node& node,
   return components;
 }
 
-bool isRedundancyLost(const Graph& graph, const Uri& uri) {
-  std::string_view key = uri.document();
-  if (uri.fragment().empty()) {
+bool LostRedundancy::isBeside(const Uri& part) {
+  std::string_view key = part.document();
+  if (part.fragment().empty()) {
     key = redfish::parentOf(redfish::parentOf(key));
   }
-  const Resource* document = graph.find(key);
-  if (document == nullptr) {
-    return false;
+  const auto [known, isNew] = lost_.try_emplace(std::string(key), false);
+  if (isNew) {
+    const Resource* document = graph_.find(key);
+    known->second = document != nullptr && hasLostGroup(document->body);
   }
-  return std::any_of(
-      document->body.begin(), document->body.end(),
-      [](const json::key_value_pair& member) {
-        const std::string_view name(member.key().data(), member.key().size());
-        const json::array* groups = member.value().if_array();
-        return groups != nullptr && endsWith(name, "Redundancy") &&
-               anyTroubled(*groups);
-      });
+  return known->second;
 }
 
 std::vector<Uri> partsElsewhere(const Graph& graph,

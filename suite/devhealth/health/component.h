@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "suite/devhealth/health/event.h"
@@ -42,9 +43,19 @@ std::vector<Component> troubledComponents(const redfish::Graph& graph,
                                           const redfish::Node& node,
                                           const NodeScope& scope);
 
-/// Whether a redundancy group of the list that a part is in, or of its
-/// subsystem, is in trouble.
-bool isRedundancyLost(const redfish::Graph& graph, const redfish::Uri& uri);
+/// Which redundancy groups of a service are in trouble. Each document is looked
+/// at once. The graph has to outlive it.
+class LostRedundancy {
+ public:
+  explicit LostRedundancy(const redfish::Graph& graph) : graph_(graph) {}
+
+  /// Whether a group of the list that a part is in, or of its subsystem, is.
+  bool isBeside(const redfish::Uri& part);
+
+ private:
+  const redfish::Graph& graph_;
+  std::unordered_map<std::string, bool> lost_;  ///< By document.
+};
 
 /// The links of an aggregate to parts that lie elsewhere: the drives of a
 /// storage, the parts that a summary of a system stands for.

@@ -210,14 +210,8 @@ class Walk {
   // Whether a branch of a resource was to be entered, whatever its roll-up
   // says.
   bool isWanted(const Uri& resource) const {
-    std::string_view document = resource.document();
-    while (!extent_.thorough && !document.empty()) {
-      if (extent_.unexplained.count(std::string(document)) > 0) {
-        return true;
-      }
-      document = redfish::parentOf(document);
-    }
-    return extent_.thorough;
+    return extent_.thorough ||
+           redfish::liesWithinAny(resource.document(), extent_.unexplained);
   }
 
   // The same for a branch with a roll-up, which keeps the walk out when it is

@@ -86,16 +86,8 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
 }
 
 bool NodeScope::holds(std::string_view document) const {
-  if (otherHolders_.empty()) {
-    return true;
-  }
-  while (!document.empty()) {
-    if (otherHolders_.count(std::string(document)) > 0) {
-      return false;
-    }
-    document = redfish::parentOf(document);
-  }
-  return true;
+  return otherHolders_.empty() ||
+         !redfish::liesWithinAny(document, otherHolders_);
 }
 
 }  // namespace devhealth

@@ -1,6 +1,7 @@
 #include "suite/devhealth/health/part_events.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -77,15 +78,17 @@ class Teller {
         node_(node),
         found_(found),
         worst_(worst),
-        names_(graph, node) {}
+        names_(graph, node),
+        lost_(graph) {}
 
   void tellComponents(const std::vector<Component>& components) {
     for (const Component& component : components) {
       if (isExplained(component)) {
         continue;
       }
-      if (component.quiet && !isRedundancyLost(graph_, component.uri)) {
-        quiet_.push_back(component);
+      if (component.quiet && !lost_.isBeside(component.uri)) {
+        quiet_[component.statement.severity].emplace(component.uri.document(),
+                                                     component);
         quietFound_.add(component.uri, component.statement.severity);
       } else {
         tell(component);
@@ -124,6 +127,8 @@ class Teller {
   PartEvents take() { return std::move(result_); }
 
  private:
+  using QuietParts = std::multimap<std::string, Component>;  // By document.
+
   bool isExplained(const Component& component) {
     const Health severity = component.statement.severity;
     if (found_.worstWithin(component.uri.identity()) >= severity ||
@@ -164,21 +169,36 @@ class Teller {
 
   // Tells of the quiet parts that explain a severity; false if there are none.
   bool tellQuiet(const std::string& holder, Health severity) {
-    std::vector<Component> rest;
     bool told = false;
-    for (Component& component : quiet_) {
-      base::heedTime();
-      const bool inside = holder.empty() ||
-                          redfish::liesWithin(component.uri.document(), holder);
-      if (inside && component.statement.severity >= severity) {
-        tell(component);
-        told = true;
-      } else {
-        rest.push_back(std::move(component));
+    for (auto parts = quiet_.lower_bound(severity); parts != quiet_.end();
+         ++parts) {
+      QuietParts& all = parts->second;
+      if (holder.empty()) {
+        told = tellAll(all, all.begin(), all.end()) || told;
+        continue;
       }
+      const auto own = all.equal_range(holder);
+      told = tellAll(all, own.first, own.second) || told;
+      // Below its path, whose slash is followed by '0'.
+      told = tellAll(all, all.lower_bound(holder + '/'),
+                     all.lower_bound(holder + '0')) ||
+             told;
     }
-    quiet_ = std::move(rest);
     return told;
+  }
+
+  // Tells of some quiet parts and takes them out; false if there are none.
+  bool tellAll(QuietParts& all, QuietParts::iterator from,
+               QuietParts::iterator to) {
+    if (from == to) {
+      return false;
+    }
+    for (auto component = from; component != to; ++component) {
+      base::heedTime();
+      tell(component->second);
+    }
+    all.erase(from, to);
+    return true;
   }
 
   void tell(const Component& component) {
@@ -201,7 +221,8 @@ class Teller {
   FoundSeverities& found_;
   Health worst_;
   PartNames names_;
-  std::vector<Component> quiet_;
+  LostRedundancy lost_;
+  std::map<Health, QuietParts> quiet_;  // By severity.
   FoundSeverities quietFound_;
   bool skippedAdded_ = false;
   PartEvents result_;

@@ -137,10 +137,7 @@ Decision LinkPolicy::walk() {
 }
 
 bool LinkPolicy::isUnexplained(const Resource& resource) const {
-  const std::string& document = resource.uri.document();
-  return std::any_of(
-      selection_.unexplained.begin(), selection_.unexplained.end(),
-      [&](const std::string& holder) { return liesWithin(document, holder); });
+  return liesWithinAny(resource.uri.document(), selection_.unexplained);
 }
 
 Decision LinkPolicy::meets(Condition condition, const Resource& resource) {

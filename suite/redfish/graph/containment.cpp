@@ -1,5 +1,6 @@
 #include "suite/redfish/graph/containment.h"
 
+#include <optional>
 #include <utility>
 
 namespace redfish {
@@ -8,12 +9,16 @@ std::vector<Uri> chassisAround(const Graph& graph, const Resource& chassis) {
   std::vector<Uri> around;
   const Resource* inner = &chassis;
   for (int depth = 0; depth < kMaxContainment && inner != nullptr; ++depth) {
-    auto outer = linksAt(inner->body, "Links/ContainedBy");
-    if (outer.empty()) {
+    std::optional<Uri> outer;
+    anyLinkAt(inner->body, "Links/ContainedBy", [&outer](const Uri& first) {
+      outer = first;
+      return true;
+    });
+    if (!outer) {
       break;
     }
-    inner = graph.findRead(outer.front().document());
-    around.push_back(std::move(outer.front()));
+    inner = graph.findRead(outer->document());
+    around.push_back(std::move(*outer));
   }
   return around;
 }

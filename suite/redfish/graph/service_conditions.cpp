@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <boost/json/array.hpp>
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "suite/redfish/graph/document_path.h"
@@ -16,18 +18,15 @@ std::vector<const Resource*> holdersOf(const Node& node) {
   return holders;
 }
 
-// Whether a condition can stand for something in the node.
+// Whether a condition can stand for something in the node, whose holders have
+// these keys.
 bool concerns(const json::object& condition, const Node& node,
-              const std::vector<const Resource*>& holders) {
+              const std::unordered_set<std::string>& keys) {
   if (node.alone) {
     return true;
   }
   const std::optional<Uri> origin = linkAt(condition, "OriginOfCondition");
-  return origin &&
-         std::any_of(
-             holders.begin(), holders.end(), [&origin](const Resource* holder) {
-               return liesWithin(origin->document(), holder->uri.document());
-             });
+  return origin && liesWithinAny(origin->document(), keys);
 }
 
 }  // namespace
@@ -59,6 +58,10 @@ bool serviceConditionsSuffice(const Graph& graph, const Node& node) {
   }
 
   const std::vector<const Resource*> holders = holdersOf(node);
+  std::unordered_set<std::string> keys;
+  for (const Resource* holder : holders) {
+    keys.insert(holder->uri.document());
+  }
   Health listed = Health::kOk;
   Health explained = Health::kOk;
   for (const json::value& entry : *conditions) {
@@ -68,7 +71,7 @@ bool serviceConditionsSuffice(const Graph& graph, const Node& node) {
     }
     const Health severity = healthFromText(stringAt(*condition, "Severity"));
     listed = std::max(listed, severity);
-    if (severity > explained && concerns(*condition, node, holders)) {
+    if (severity > explained && concerns(*condition, node, keys)) {
       explained = severity;
     }
   }
