@@ -7,7 +7,7 @@ namespace {
 
 // By the number of the status.
 constexpr int kRanks[] = {0, 1, 3, 2};
-constexpr const char* kNames[] = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
+constexpr const char* kStatusNames[] = {"OK", "WARNING", "CRITICAL", "UNKNOWN"};
 
 }  // namespace
 
@@ -19,7 +19,7 @@ Status worse(Status left, Status right) {
 }
 
 const char* nameOf(Status status) {
-  return kNames[static_cast<std::size_t>(status)];
+  return kStatusNames[static_cast<std::size_t>(status)];
 }
 
 }  // namespace check

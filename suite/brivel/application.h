@@ -13,6 +13,9 @@
 
 namespace brivel {
 
+/// The command that shows something: the one of completion and lists.
+inline constexpr std::int32_t kShowCommand = 1;
+
 /// A loaded application. The host loads it before it understands the whole
 /// command line, because the application says which options it takes. The
 /// destructor unloads it.
@@ -27,10 +30,10 @@ class Application {
   static base::Result<Application> loadFor(std::int32_t command,
                                            const std::string& name);
 
-  /// Lets it register its options for a command (1: show). If it refuses the
-  /// command, `run` returns that result and runs nothing. Returns what is wrong
-  /// if what it registers is not understood, or takes a name of the host's
-  /// options; else an empty text.
+  /// Lets it register its options for a command (`kShowCommand`). If it refuses
+  /// the command, `run` returns that result and runs nothing. Returns what is
+  /// wrong if what it registers is not understood, or takes a name of the
+  /// host's options; else an empty text.
   std::string registerOptions(std::int32_t command);
 
   /// What it says about itself.

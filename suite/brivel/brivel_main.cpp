@@ -38,9 +38,6 @@
 namespace brivel {
 namespace {
 
-constexpr int kStandardOutput = 1;
-constexpr int kStandardError = 2;
-
 // The width of the help on one of the standard streams.
 std::size_t widthOf(int descriptor) {
   return platform::terminalWidth(descriptor, kHelpWidth);
@@ -72,10 +69,12 @@ int runNothing(const CommandLineStart& start) {
     return show(versionText());
   }
   if (start.help) {
-    return show(shortHelp(applicationNames(), widthOf(kStandardOutput)));
+    return show(
+        shortHelp(applicationNames(), widthOf(platform::kStandardOutput)));
   }
   if (start.empty) {
-    std::cerr << shortHelp(applicationNames(), widthOf(kStandardError))
+    std::cerr << shortHelp(applicationNames(),
+                           widthOf(platform::kStandardError))
               << std::flush;
     return kExitUsage;
   }
@@ -125,7 +124,7 @@ int runApplication(int argc, char** argv, const CommandLineStart& start,
   }
   if (line->action == CommandLine::Action::kShowHelp) {
     return show(applicationHelp(line->application, application->specification(),
-                                options, widthOf(kStandardOutput)));
+                                options, widthOf(platform::kStandardOutput)));
   }
   // A command that stands further back was not known when it was asked first.
   if (line->command != start.command) {

@@ -12,8 +12,6 @@
 namespace brivel {
 namespace {
 
-constexpr std::int32_t kShowCommand = 1;
-
 // The names that a part of the settings holds, a map by names.
 template <typename Part>
 std::vector<std::string> settingsNames(const std::string& file, Part part) {

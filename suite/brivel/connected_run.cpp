@@ -22,8 +22,6 @@
 namespace brivel {
 namespace {
 
-constexpr int kStandardError = 2;
-
 void warnOfInsecurity(const connection::Target& target,
                       const std::string& name) {
   if (!target.insecure ||
@@ -168,8 +166,9 @@ int runConnected(const CommandLine& line, Application& application,
     return usageError(unrecorded.error().cause, plugIn);
   }
   std::optional<ProgressLine> progress;
-  if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
-    progress.emplace(kStandardError, name);
+  if (platform::isTerminal(platform::kStandardError) &&
+      !platform::outputIsPipe()) {
+    progress.emplace(platform::kStandardError, name);
   }
   connection::Connections connections(
       line.mode, std::move(target), std::move(environmentPassword),

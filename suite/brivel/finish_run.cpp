@@ -20,7 +20,6 @@
 namespace brivel {
 namespace {
 
-constexpr int kStandardError = 2;
 constexpr std::int32_t kMostPlugInStatus = 3;
 
 // Whether an allocation has failed. What leaves a destructor may reach
@@ -111,10 +110,10 @@ int finishRun(RunResult result, const std::vector<std::string>& notices,
       printError("note: " + notice);
     }
   } else if (!abandoned) {
-    std::cerr << (platform::isTerminal(kStandardError)
-                      ? resultLines(
-                            result, logging::logPath(),
-                            platform::terminalWidth(kStandardError, kHelpWidth))
+    std::cerr << (platform::isTerminal(platform::kStandardError)
+                      ? resultLines(result, logging::logPath(),
+                                    platform::terminalWidth(
+                                        platform::kStandardError, kHelpWidth))
                       : resultLine(result, logging::logPath()) + "\n")
               << std::flush;
   }

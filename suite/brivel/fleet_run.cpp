@@ -17,8 +17,6 @@
 namespace brivel {
 namespace {
 
-constexpr int kStandardError = 2;
-
 // One warning for all that are read without trust.
 void warnOfInsecurity(const std::vector<fleet::Member>& members) {
   const auto insecure = std::count_if(
@@ -68,8 +66,9 @@ int runOnFleet(const CommandLine& line, Application& application,
                std::chrono::steady_clock::time_point begun) {
   warnOfInsecurity(members);
   std::optional<FleetLine> drawn;
-  if (platform::isTerminal(kStandardError) && !platform::outputIsPipe()) {
-    drawn.emplace(kStandardError);
+  if (platform::isTerminal(platform::kStandardError) &&
+      !platform::outputIsPipe()) {
+    drawn.emplace(platform::kStandardError);
   }
   fleet::FleetOptions options;
   options.fanout = line.fleet.fanout;

@@ -22,11 +22,8 @@
 namespace brivel {
 namespace {
 
-constexpr std::int32_t kShowCommand = 1;
-constexpr int kStandardOutput = 1;
-
 std::size_t outputWidth() {
-  return platform::terminalWidth(kStandardOutput, kHelpWidth);
+  return platform::terminalWidth(platform::kStandardOutput, kHelpWidth);
 }
 
 int showApplications() {

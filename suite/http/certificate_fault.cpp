@@ -21,38 +21,38 @@ constexpr char kTrustIt[] =
 constexpr char kCheckClock[] =
     "renew the certificate at the controller, and check this machine's clock";
 
-struct Message {
+struct CertificateMessage {
   CertificateFault fault;
   const char* cause;
   const char* remedy;
   bool withDetail;
 };
 
-using Fault = CertificateFault;
-
 // One row a fault, in the order of the enumeration.
 // clang-format off
-constexpr Message kMessages[] = {
-    {Fault::kSelfSigned, "the certificate is self-signed", kTrustIt, false},
-    {Fault::kUnknownAuthority, "the certificate comes from an authority that is not trusted", kTrustIt, false},
-    {Fault::kNotVouchedFor, "no certificate in the file of trusted authorities vouches for the server's", "make sure that this is the right server, and name its authority with --cacert, or trust its key with --pin%1", true},
-    {Fault::kExpired, "the certificate has expired", kCheckClock, false},
-    {Fault::kNotYetValid, "the certificate is not valid yet", "check the clocks of the controller and of this machine", false},
-    {Fault::kOtherName, "the certificate is for another name", "use a name that stands in it, or trust its key with --pin%1", false},
-    {Fault::kWrongPin, "the server's key is not the pinned one%1", "make sure that this is the right server before the pin is changed", false},
-    {Fault::kFingerprintMismatch, "the certificate is not the one that the controller names over IPMI", "make sure that this is the right controller, and trust its key with --pin%1", false},
-    {Fault::kRevoked, "the certificate was revoked", "renew the certificate at the controller", false},
-    {Fault::kWeak, "the certificate's key or signature is too weak", "renew the certificate at the controller, or trust its key with --pin%1", true},
-    {Fault::kAuthorityFile, "the trusted authorities cannot be read", "check the file given with --cacert", true},
-    {Fault::kBadPin, "the pin is not of the form sha256//BASE64", "check --pin", false},
-    {Fault::kOther, "the certificate was refused", kTrustIt, true},
+constexpr CertificateMessage kCertificateMessages[] = {
+    {CertificateFault::kSelfSigned, "the certificate is self-signed", kTrustIt, false},
+    {CertificateFault::kUnknownAuthority, "the certificate comes from an authority that is not trusted", kTrustIt, false},
+    {CertificateFault::kNotVouchedFor, "no certificate in the file of trusted authorities vouches for the server's", "make sure that this is the right server, and name its authority with --cacert, or trust its key with --pin%1", true},
+    {CertificateFault::kExpired, "the certificate has expired", kCheckClock, false},
+    {CertificateFault::kNotYetValid, "the certificate is not valid yet", "check the clocks of the controller and of this machine", false},
+    {CertificateFault::kOtherName, "the certificate is for another name", "use a name that stands in it, or trust its key with --pin%1", false},
+    {CertificateFault::kWrongPin, "the server's key is not the pinned one%1", "make sure that this is the right server before the pin is changed", false},
+    {CertificateFault::kFingerprintMismatch, "the certificate is not the one that the controller names over IPMI", "make sure that this is the right controller, and trust its key with --pin%1", false},
+    {CertificateFault::kRevoked, "the certificate was revoked", "renew the certificate at the controller", false},
+    {CertificateFault::kWeak, "the certificate's key or signature is too weak", "renew the certificate at the controller, or trust its key with --pin%1", true},
+    {CertificateFault::kAuthorityFile, "the trusted authorities cannot be read", "check the file given with --cacert", true},
+    {CertificateFault::kBadPin, "the pin is not of the form sha256//BASE64", "check --pin", false},
+    {CertificateFault::kOther, "the certificate was refused", kTrustIt, true},
 };
 // clang-format on
 
-static_assert(base::hasRowForEach(kMessages, &Message::fault, Fault::kOther));
+static_assert(base::hasRowForEach(kCertificateMessages,
+                                  &CertificateMessage::fault,
+                                  CertificateFault::kOther));
 
-const Message& messageFor(CertificateFault fault) {
-  return kMessages[static_cast<std::size_t>(fault)];
+const CertificateMessage& messageFor(CertificateFault fault) {
+  return kCertificateMessages[static_cast<std::size_t>(fault)];
 }
 
 // A text with the argument in its place, or as it is if it has none.
@@ -74,7 +74,7 @@ CertificateFault withAuthorityFile(CertificateFault fault,
 
 base::Failure failureOf(CertificateFault fault, const std::string& detail,
                         const std::string& pin) {
-  const Message& message = messageFor(fault);
+  const CertificateMessage& message = messageFor(fault);
   std::string cause = filled(message.cause, pin.empty() ? "" : " but " + pin);
   if (message.withDetail && !detail.empty()) {
     cause += " (" + base::excerpt(detail, kDetailBytes) + ')';

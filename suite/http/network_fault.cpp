@@ -21,7 +21,7 @@ enum class Tail {
   kHeldLimit
 };
 
-struct Message {
+struct NetworkMessage {
   NetworkFault fault;
   base::FailureKind kind;
   const char* cause;
@@ -40,7 +40,7 @@ using Kind = base::FailureKind;
 
 // One row a fault, in the order of the enumeration.
 // clang-format off
-constexpr Message kMessages[] = {
+constexpr NetworkMessage kNetworkMessages[] = {
     {Fault::kNoHostName, Kind::kNameNotResolved, "this is neither a host name nor an address", Tail::kNone, "check its spelling"},
     {Fault::kHostNotFound, Kind::kNameNotResolved, "the host name cannot be resolved", Tail::kNone, "check its spelling and the name server"},
     {Fault::kRefused, Kind::kUnreachable, "the connection was refused", Tail::kNone, "check the port, and that the Redfish service is switched on"},
@@ -69,11 +69,11 @@ constexpr Message kMessages[] = {
 };
 // clang-format on
 
-static_assert(base::hasRowForEach(kMessages, &Message::fault,
+static_assert(base::hasRowForEach(kNetworkMessages, &NetworkMessage::fault,
                                   Fault::kInternal));
 
-const Message& messageFor(NetworkFault fault) {
-  return kMessages[static_cast<std::size_t>(fault)];
+const NetworkMessage& messageFor(NetworkFault fault) {
+  return kNetworkMessages[static_cast<std::size_t>(fault)];
 }
 
 std::string seconds(std::chrono::milliseconds time) {
@@ -89,7 +89,7 @@ std::string seconds(std::chrono::milliseconds time) {
 
 base::Failure failureOf(NetworkFault fault, const std::string& detail,
                         const NetworkTimes& times) {
-  const Message& message = messageFor(fault);
+  const NetworkMessage& message = messageFor(fault);
   std::string cause = message.cause;
   switch (message.tail) {
     case Tail::kNone:

@@ -5,6 +5,10 @@
 
 namespace platform {
 
+/// The descriptors of the standard streams that are written.
+inline constexpr int kStandardOutput = 1;
+inline constexpr int kStandardError = 2;
+
 /// Whether a descriptor is a terminal on which lines can be redrawn.
 bool isTerminal(int descriptor);
 

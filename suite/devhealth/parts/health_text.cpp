@@ -2,25 +2,23 @@
 
 namespace devhealth {
 
-using redfish::Health;
-
-Health partHealth(const redfish::json::object& part) {
-  const Health own = redfish::ownHealth(part, "Status");
-  if (own != Health::kUnknown) {
+redfish::Health partHealth(const redfish::json::object& part) {
+  const redfish::Health own = redfish::ownHealth(part, "Status");
+  if (own != redfish::Health::kUnknown) {
     return own;
   }
   return redfish::statedRollup(part, "Status");
 }
 
-std::string_view healthWord(Health health) {
+std::string_view healthWord(redfish::Health health) {
   switch (health) {
-    case Health::kOk:
+    case redfish::Health::kOk:
       return "OK";
-    case Health::kWarning:
+    case redfish::Health::kWarning:
       return "Warning";
-    case Health::kCritical:
+    case redfish::Health::kCritical:
       return "Critical";
-    case Health::kUnknown:
+    case redfish::Health::kUnknown:
       break;
   }
   return "Unknown";

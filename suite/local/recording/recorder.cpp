@@ -9,6 +9,7 @@
 #include "suite/local/pci/pci.h"
 #include "suite/local/recording/pci_names.h"
 #include "suite/local/recording/table_masking.h"
+#include "suite/local/smbios/firmware_table.h"
 
 namespace local {
 namespace {
@@ -16,8 +17,6 @@ namespace {
 using base::ByteView;
 
 constexpr std::size_t kLimit = 16U * 1024 * 1024;
-constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
-constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
 constexpr char kTexts[] = "/sys/class/dmi/id/";
 constexpr char kNetwork[] = "/sys/class/net/";
 
@@ -58,8 +57,8 @@ void Recorder::record() {
 
 // Tells the masker all that identifies, before any of it is written.
 void Recorder::note() {
-  const Content table = from_.read(kTable, kLimit);
-  noteTable(parsed(table, from_.read(kEntryPoint, kLimit)), *masker_);
+  const Content table = from_.read(kTablePath, kLimit);
+  noteTable(parsed(table, from_.read(kEntryPointPath, kLimit)), *masker_);
   for (const std::string name : kIdentifying) {
     masker_->note(from_.line(kTexts + name));
   }
@@ -113,22 +112,22 @@ void Recorder::copyLink(const std::string& path) {
 
 void Recorder::recordTable() {
   if (masker_ == nullptr) {
-    copy(kTable);
-    copy(kEntryPoint);
+    copy(kTablePath);
+    copy(kEntryPointPath);
     return;
   }
-  const Content table = from_.read(kTable, kLimit);
-  const Content entry = from_.read(kEntryPoint, kLimit);
+  const Content table = from_.read(kTablePath, kLimit);
+  const Content entry = from_.read(kEntryPointPath, kLimit);
   if (table.access == Access::kDenied) {
-    problems_.push_back(std::string(kTable) + ": may be read by root only");
+    problems_.push_back(std::string(kTablePath) + ": may be read by root only");
   }
   if (table.access != Access::kRead) {
     return;
   }
   const SmbiosTables tables = parsed(table, entry);
   const std::string bytes = maskTable(tables, *masker_);
-  write(kTable, bytes);
-  write(kEntryPoint, entryPointOf(tables.version, bytes.size()));
+  write(kTablePath, bytes);
+  write(kEntryPointPath, entryPointOf(tables.version, bytes.size()));
 }
 
 void Recorder::recordTexts() {

@@ -6,9 +6,6 @@
 namespace local {
 namespace {
 
-constexpr char kTable[] = "/sys/firmware/dmi/tables/DMI";
-constexpr char kEntryPoint[] = "/sys/firmware/dmi/tables/smbios_entry_point";
-
 // Tables of large servers have some hundred kilobytes.
 constexpr std::size_t kTableLimit = 4U * 1024 * 1024;
 constexpr std::size_t kEntryLimit = 4096;
@@ -17,12 +14,12 @@ constexpr std::size_t kEntryLimit = 4096;
 
 FirmwareTable tableInFolders(const Root& root) {
   FirmwareTable table;
-  table.name = kTable;
-  Content content = root.read(kTable, kTableLimit);
+  table.name = kTablePath;
+  Content content = root.read(kTablePath, kTableLimit);
   table.access = content.access;
   table.bytes = std::move(content.bytes);
   if (table.access == Access::kRead) {
-    const Content entry = root.read(kEntryPoint, kEntryLimit);
+    const Content entry = root.read(kEntryPointPath, kEntryLimit);
     table.entry = parseSmbiosEntry(base::ByteView(entry.bytes));
   }
   return table;

@@ -8,6 +8,11 @@
 
 namespace local {
 
+/// Where Linux shows the SMBIOS structure table, and its entry point.
+inline constexpr char kTablePath[] = "/sys/firmware/dmi/tables/DMI";
+inline constexpr char kEntryPointPath[] =
+    "/sys/firmware/dmi/tables/smbios_entry_point";
+
 /// The firmware's structure table as the system shows it.
 struct FirmwareTable {
   Access access = Access::kMissing;

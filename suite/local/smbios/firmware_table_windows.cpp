@@ -11,7 +11,7 @@ constexpr DWORD kRawSmbios = 0x52534D42;  // "RSMB"
 
 // What the system puts before the table: calling method, version, revision,
 // length of the table.
-constexpr std::size_t kHeaderLength = 8;
+constexpr std::size_t kRawDataHeaderLength = 8;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ FirmwareTable runningTable() {
   }
   table.access = Access::kRead;
   table.entry = SmbiosEntry{{*major, *minor}, *length, 0, true};
-  table.bytes = view.from(kHeaderLength).text();
+  table.bytes = view.from(kRawDataHeaderLength).text();
   return table;
 }
 

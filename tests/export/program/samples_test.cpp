@@ -197,7 +197,7 @@ TEST_P(Samples, AreReadByJq) {
   }
 }
 
-std::string nameOf(const testing::TestParamInfo<Texts>& info) {
+std::string sampleName(const testing::TestParamInfo<Texts>& info) {
   std::string name = info.param.back();
   name = name.substr(name.rfind('/') + 1);
   std::replace(name.begin(), name.end(), '-', '_');
@@ -205,7 +205,7 @@ std::string nameOf(const testing::TestParamInfo<Texts>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Recorded, Samples,
-                         testing::ValuesIn(recordedServers()), nameOf);
+                         testing::ValuesIn(recordedServers()), sampleName);
 
 }  // namespace
 }  // namespace exporting

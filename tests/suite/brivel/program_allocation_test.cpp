@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int kSignalled = 128;
 constexpr int kUsage = 2;
 constexpr long kTried = 60;  // Of one kind of run.
 

@@ -8,6 +8,9 @@
 #include "tests/support/child_process.h"
 #include "tests/support/temp_folder.h"
 
+/// The first status of a run that a signal ended.
+inline constexpr int kSignalled = 128;
+
 /// How a run of the program ended.
 struct ProgramEnd {
   int status = -1;

@@ -15,7 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kRecorded = "file:" SAMPLES "/rack-server";
-constexpr const char* kNobody = "https://127.0.0.1:1";  // Refused at once.
+constexpr const char* kRefusedAddress =
+    "https://127.0.0.1:1";  // Refused at once.
 // Reaches for the service, and prints what came of it.
 constexpr const char* kReach = "301";
 
@@ -31,7 +32,8 @@ class ProgramLibrary : public ProgramFixture {
   // of libraries.
   std::string firstPlaces() {
     options.environment.emplace_back("LD_DEBUG=scopes");
-    const std::string told = run({"--bmc", kNobody, "sample", kReach}).errors;
+    const std::string told =
+        run({"--bmc", kRefusedAddress, "sample", kReach}).errors;
     const std::size_t begin =
         told.find("scope 0:", told.find("/libcurl.so.4 [0]"));
     return begin == std::string::npos
@@ -53,7 +55,7 @@ class ProgramLibrary : public ProgramFixture {
 };
 
 TEST_F(ProgramLibrary, IsLoadedForTheNetwork) {
-  const std::string libraries = loaded(kNobody);
+  const std::string libraries = loaded(kRefusedAddress);
   EXPECT_NE(libraries.find("libbrivel-http.so"), std::string::npos);
   EXPECT_NE(libraries.find("libcurl.so"), std::string::npos);
 }
@@ -83,7 +85,7 @@ TEST_F(ProgramLibrary, FindsWhatWasPreloadedFirst) {
 
 TEST_F(ProgramLibrary, IsNamedWhereItIsMissing) {
   copyWithoutLibrary();
-  const ProgramEnd end = run({"--bmc", kNobody, "sample", kReach});
+  const ProgramEnd end = run({"--bmc", kRefusedAddress, "sample", kReach});
   EXPECT_EQ(end.status, 17);
   EXPECT_NE(end.errors.find("/lib/libbrivel-http.so cannot be loaded: cannot "
                             "open shared object file: No such file or "

@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int kSignalled = 128;
-
 class ProgramLimits : public ProgramFixture {
  protected:
   void SetUp() override { useModules(HEALTH_MODULES); }

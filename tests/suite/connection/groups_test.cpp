@@ -23,7 +23,7 @@ base::Result<connection::Settings> withGroups(const std::string& lines) {
                                   "/home/ada");
 }
 
-std::string errorOf(const std::string& lines) {
+std::string groupError(const std::string& lines) {
   const auto settings = withGroups(lines);
   EXPECT_FALSE(settings) << lines;
   return settings.error().cause;
@@ -52,22 +52,22 @@ TEST(Groups, HoldTheTargetsOfNamesAndPatternsOnceAndInOrder) {
 }
 
 TEST(Groups, NameThatIsNoTargetIsRefusedWithTheMostSimilar) {
-  EXPECT_EQ(errorOf("rack1 = ['rack1-*',\n'spare-8']\n"),
+  EXPECT_EQ(groupError("rack1 = ['rack1-*',\n'spare-8']\n"),
             "s.toml:3: 'rack1' in [groups] names 'spare-8', which is no "
             "target; did you mean 'spare-7'?");
-  EXPECT_EQ(errorOf("rack1 = ['rack2-*']\n"),
+  EXPECT_EQ(groupError("rack1 = ['rack2-*']\n"),
             "s.toml:2: 'rack1' in [groups] has a pattern that stands for no "
             "target: 'rack2-*'");
 }
 
 TEST(Groups, OtherValuesAndNamesAreRefused) {
-  EXPECT_EQ(errorOf("rack1 = 'rack1-*'\n"),
+  EXPECT_EQ(groupError("rack1 = 'rack1-*'\n"),
             "s.toml:2: 'rack1' in [groups] must be a list of targets: "
             "[\"rack1-*\", \"spare-7\"]");
-  EXPECT_EQ(errorOf("rack1 = [7]\n"),
+  EXPECT_EQ(groupError("rack1 = [7]\n"),
             "s.toml:2: 'rack1' in [groups] must hold texts in quotation marks "
             "alone");
-  EXPECT_EQ(errorOf("'rack 1' = []\n"),
+  EXPECT_EQ(groupError("'rack 1' = []\n"),
             "s.toml:2: 'rack 1' in [groups] is no name for a group: letters, "
             "digits, '-', '_' and '.'");
 }

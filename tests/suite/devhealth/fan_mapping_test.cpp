@@ -11,7 +11,7 @@ namespace {
 
 using Tarvex::DeviceHealth::Fan;
 
-std::vector<std::string> names(const Mapped<Fan>& result) {
+std::vector<std::string> fanNames(const Mapped<Fan>& result) {
   EXPECT_FALSE(result.failure.has_value());
   std::vector<std::string> found;
   for (const Fan& fan : result.records) {
@@ -90,21 +90,21 @@ TEST(MapFans, EntriesAreNamedByTheirOldLocator) {
   server.linked("Chassis/1", "Thermal",
                 R"({"Fans": [{"Name": "Fan", "FanName": "Front", "MemberId": 1},
                              {"MemberId": "2"}, 7, null]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Fan 2", "Front"}));
 }
 
 TEST(MapFans, SubsystemWinsOverTheOlderDocument) {
   Server server = modernServer({{"1", R"({"Name": "New"})"}});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"New"}));
 }
 
 TEST(MapFans, OlderDocumentStandsInForAnEmptySubsystem) {
   Server server = modernServer({});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Old"}));
 }
 
@@ -112,14 +112,14 @@ TEST(MapFans, OlderDocumentStandsInForAnUnreadableSubsystem) {
   Server server;
   server.linked("Chassis/1", "ThermalSubsystem", kBroken);
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Old"}));
 }
 
 TEST(MapFans, OlderDocumentStandsInForUnreadableFans) {
   Server server = modernServer({{"1", std::string(kBroken)}});
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Old"}]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Old"}));
 }
 
@@ -155,7 +155,7 @@ TEST(MapFans, UnreadableFanHasARow) {
   const Server server = modernServer(
       {{"1", R"({"Name": "First"})"}, {"2", std::string(kBroken)}});
   const auto result = printed(mapFans(server.graph(), server.node()));
-  EXPECT_EQ(names(result), (Names{"2", "First"}));
+  EXPECT_EQ(fanNames(result), (Names{"2", "First"}));
   EXPECT_EQ(result.records[0].healthState, "Unknown");
   ASSERT_TRUE(result.gap.has_value());
   EXPECT_EQ(result.gap->kind, base::FailureKind::kServerError);
@@ -170,13 +170,13 @@ TEST(MapFans, AbsentFansHaveNoRows) {
   const Server server =
       modernServer({{"1", R"({"Name": "First"})"},
                     {"2", R"({"Status": {"State": "Absent"}})"}});
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"First"}));
 }
 
 TEST(MapFans, ServerWithoutFansHasAnEmptyTable) {
   const Server server;
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))), Names{});
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))), Names{});
 }
 
 TEST(MapFans, RowsAreInNaturalOrder) {
@@ -187,7 +187,7 @@ TEST(MapFans, RowsAreInNaturalOrder) {
     server.linked("Chassis/" + chassis, "Thermal",
                   R"({"Fans": [{"Name": "Fan of )" + chassis + R"("}]})");
   }
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Fan of A", "Fan of B"}));
 }
 
@@ -201,7 +201,7 @@ TEST(MapFans, CoolingLinksLeadIntoTheOlderDocument) {
       {"@odata.id": "/redfish/v1/Chassis/E/Thermal#/Temperatures/0"},
       {"@odata.id": "/redfish/v1/Chassis/E/Thermal#/Fans/9"}]}})");
   server.put("Chassis/E/Thermal", kTwoFans);
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Two"}));
 }
 
@@ -214,7 +214,7 @@ TEST(MapFans, CoolingLinksLeadToFansAndNotToPumps) {
   server.put("Chassis/E/ThermalSubsystem/Pumps/1", R"({"Name": "Pump"})");
   server.put("Elsewhere/7",
              R"({"@odata.type": "#Fan.v1_5_0.Fan", "Name": "Far"})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Far", "Shared"}));
 }
 
@@ -222,7 +222,7 @@ TEST(MapFans, CoolingLinksLeadToAChassis) {
   Server server(R"({"Links": {"CooledBy": [)" + linkTo("Chassis/E") + "]}}");
   server.put("Chassis/E", R"({"@odata.type": "#Chassis.v1_25_0.Chassis"})");
   server.linked("Chassis/E", "Thermal", kTwoFans);
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"One", "Two"}));
 }
 
@@ -231,7 +231,7 @@ TEST(MapFans, OneChassisIsNeverListedInBothModels) {
   server.put("Systems/1", R"({"Links": {"CooledBy": [
       {"@odata.id": "/redfish/v1/Chassis/1/Thermal#/Fans/0"}]}})");
   server.linked("Chassis/1", "Thermal", kTwoFans);
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"New"}));
 }
 
@@ -245,7 +245,7 @@ TEST(MapFans, NearestEnclosureWithFansIsAsked) {
   server.put("Chassis/Row", "{}");
   server.linked("Chassis/Rack", "Thermal", kTwoFans);
   server.linked("Chassis/Row", "Thermal", R"({"Fans": [{"Name": "Far"}]})");
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"One", "Two"}));
 }
 
@@ -255,7 +255,7 @@ TEST(MapFans, EnclosureIsNotAskedWhenTheNodeHasFans) {
   server.linked("Chassis/1", "Thermal", R"({"Fans": [{"Name": "Own"}]})");
   server.put("Chassis/Shelf", "{}");
   server.linked("Chassis/Shelf", "Thermal", kTwoFans);
-  EXPECT_EQ(names(printed(mapFans(server.graph(), server.node()))),
+  EXPECT_EQ(fanNames(printed(mapFans(server.graph(), server.node()))),
             (Names{"Own"}));
 }
 

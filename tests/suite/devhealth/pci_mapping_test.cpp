@@ -19,7 +19,7 @@ std::vector<PCIAdapter> rowsOf(const Server& server) {
   return result.records;
 }
 
-Texts names(const Server& server) {
+Texts adapterNames(const Server& server) {
   Texts found;
   for (const PCIAdapter& row : rowsOf(server)) {
     found.push_back(row.description);
@@ -41,12 +41,12 @@ Server withDevices(const Members& devices) {
   return server;
 }
 
-PCIAdapter only(const std::string& device) {
+PCIAdapter onlyAdapter(const std::string& device) {
   return rowsOf(withDevices({{"Slot1", device}})).at(0);
 }
 
 TEST(MapPciAdapters, FieldsComeFromTheirProperties) {
-  const PCIAdapter row = only(R"({"Id": "S1", "Name": "Raid Card",
+  const PCIAdapter row = onlyAdapter(R"({"Id": "S1", "Name": "Raid Card",
       "Manufacturer": "Kestwyn", "Model": "KR8", "SerialNumber": "K1",
       "PartNumber": "KR8-2", "SKU": "F900", "SparePartNumber": "X",
       "Status": {"State": "StandbyOffline", "Health": "Warning",
@@ -64,13 +64,13 @@ TEST(MapPciAdapters, FieldsComeFromTheirProperties) {
 }
 
 TEST(MapPciAdapters, SparePartNumberStandsInForTheSku) {
-  EXPECT_EQ(only(R"({"SKU": "NA", "SparePartNumber": "F1"})").sku, "F1");
+  EXPECT_EQ(onlyAdapter(R"({"SKU": "NA", "SparePartNumber": "F1"})").sku, "F1");
 }
 
 TEST(MapPciAdapters, MissingStateIsUnknown) {
-  EXPECT_EQ(only(R"({"Status": {"State": null}})").operationalStatus,
+  EXPECT_EQ(onlyAdapter(R"({"Status": {"State": null}})").operationalStatus,
             "Unknown");
-  EXPECT_EQ(only("{}").operationalStatus, "Unknown");
+  EXPECT_EQ(onlyAdapter("{}").operationalStatus, "Unknown");
 }
 
 TEST(MapPciAdapters, DevicesOfTheSystemComeBeforeThoseOfTheChassis) {
@@ -78,7 +78,7 @@ TEST(MapPciAdapters, DevicesOfTheSystemComeBeforeThoseOfTheChassis) {
       withDevices({{"1", R"({"Name": "One"})"}, {"2", R"({"Name": "Two"})"}});
   server.put("Systems/1",
              R"({"PCIeDevices": [)" + linkTo("Chassis/1/PCIeDevices/2") + "]}");
-  EXPECT_EQ(names(server), (Texts{"Two"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Two"}));
 }
 
 TEST(MapPciAdapters, DevicesOfTheSystemThatAreGoneLeaveThoseOfTheChassis) {
@@ -86,14 +86,14 @@ TEST(MapPciAdapters, DevicesOfTheSystemThatAreGoneLeaveThoseOfTheChassis) {
   server.put("Systems/1",
              R"({"PCIeDevices": [)" + linkTo("Chassis/1/PCIeDevices/9") + "]}");
   server.put("Chassis/1/PCIeDevices/9", kMissing);
-  EXPECT_EQ(names(server), (Texts{"One"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"One"}));
 }
 
 TEST(MapPciAdapters, OldLinksOfTheChassisAreTheLastResort) {
   Server server("{}", R"({"Links": {"PCIeDevices": [)" +
                           linkTo("Systems/1/PCIeDevices/1") + "]}}");
   server.put("Systems/1/PCIeDevices/1", R"({"Name": "Old"})");
-  EXPECT_EQ(names(server), (Texts{"Old"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Old"}));
 }
 
 TEST(MapPciAdapters, UnreadableListIsAFailure) {
@@ -108,7 +108,7 @@ TEST(MapPciAdapters, OldLinksMakeUpForAnUnreadableList) {
                           linkTo("Systems/1/PCIeDevices/1") + "]}}");
   server.put("Systems/1/PCIeDevices/1", R"({"Name": "Old"})");
   server.linked("Chassis/1", "PCIeDevices", kBroken);
-  EXPECT_EQ(names(server), (Texts{"Old"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Old"}));
 }
 
 TEST(MapPciAdapters, HalfOfTheListsIsAFailure) {
@@ -122,11 +122,12 @@ TEST(MapPciAdapters, HalfOfTheListsIsAFailure) {
 }
 
 TEST(MapPciAdapters, AbsentAndAuxiliaryDevicesMakeNoRows) {
-  EXPECT_EQ(names(withDevices({{"1", R"({"Status": {"State": "Absent"}})"},
-                               {"2", R"({"DeviceType": "Retimer"})"},
-                               {"3", R"({"DeviceType": "Simulated"})"},
-                               {"4", R"({"DeviceType": "Hologram"})"}})),
-            (Texts{"PCIe Device 4"}));
+  EXPECT_EQ(
+      adapterNames(withDevices({{"1", R"({"Status": {"State": "Absent"}})"},
+                                {"2", R"({"DeviceType": "Retimer"})"},
+                                {"3", R"({"DeviceType": "Simulated"})"},
+                                {"4", R"({"DeviceType": "Hologram"})"}})),
+      (Texts{"PCIe Device 4"}));
 }
 
 TEST(MapPciAdapters, UnreadableDeviceHasARow) {
@@ -151,7 +152,7 @@ std::string slot(const std::string& label, const std::string& device) {
 TEST(MapPciAdapters, SlotsThatCannotBeReadCostOnlyTheirLabels) {
   Server server = withDevices({{"A", R"({"Name": "First"})"}});
   server.linked("Chassis/1", "PCIeSlots", kBroken);
-  EXPECT_EQ(names(server), (Texts{"First"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"First"}));
 }
 
 TEST(MapPciAdapters, DeviceCalledByItsSlotIsFollowedByItsModel) {
@@ -162,7 +163,7 @@ TEST(MapPciAdapters, DeviceCalledByItsSlotIsFollowedByItsModel) {
                 R"({"Slots": [)" + slot("Slot 1", "Chassis/1/PCIeDevices/A") +
                     "," + slot("Slot 2", "Chassis/1/PCIeDevices/B") + "," +
                     slot("Slot 3", "Chassis/1/PCIeDevices/C") + "]}");
-  EXPECT_EQ(names(server), (Texts{"Raid", "Slot 1 KR8", "Slot 2"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Raid", "Slot 1 KR8", "Slot 2"}));
 }
 
 Server withAdapter(const std::string& device, const std::string& adapter) {
@@ -245,7 +246,7 @@ TEST(MapPciAdapters, DevicesOfAnotherNodeAreNotOurs) {
                   {"B", R"({"Name": "Other", "Links": {"Chassis": [)" +
                             linkTo("Chassis/2") + "]}}"},
                   {"C", R"({"Name": "Nobody's"})"}});
-  EXPECT_EQ(names(server), (Texts{"Nobody's", "Own"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Nobody's", "Own"}));
 }
 
 TEST(MapPciAdapters, NamedDevicesAreOursWhereverTheySit) {
@@ -256,7 +257,7 @@ TEST(MapPciAdapters, NamedDevicesAreOursWhereverTheySit) {
   server.put("Chassis/2/PCIeDevices/B",
              R"({"Name": "Lent", "Links": {"Chassis": [)" +
                  linkTo("Chassis/2") + "]}}");
-  EXPECT_EQ(names(server), (Texts{"Lent"}));
+  EXPECT_EQ(adapterNames(server), (Texts{"Lent"}));
 }
 
 }  // namespace

@@ -11,14 +11,15 @@ namespace {
 
 using Processors = std::vector<std::pair<std::string, std::string>>;
 
-Mapped<Tarvex::DeviceHealth::Processor> mapped(const Processors& processors) {
+Mapped<Tarvex::DeviceHealth::Processor> mappedProcessors(
+    const Processors& processors) {
   Server server;
   server.members("Systems/1", "Processors", processors);
   return printed(mapProcessors(server.graph(), server.node()));
 }
 
-Tarvex::DeviceHealth::Processor only(const std::string& processor) {
-  const auto result = mapped({{"CPU0", processor}});
+Tarvex::DeviceHealth::Processor onlyProcessor(const std::string& processor) {
+  const auto result = mappedProcessors({{"CPU0", processor}});
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_EQ(result.records.size(), 1U);
   return result.records.empty() ? Tarvex::DeviceHealth::Processor{}
@@ -26,7 +27,7 @@ Tarvex::DeviceHealth::Processor only(const std::string& processor) {
 }
 
 TEST(MapProcessors, FieldsComeFromTheirProperties) {
-  const auto row = only(R"({"Name": "CPU 1", "Family": "Orlen Nine",
+  const auto row = onlyProcessor(R"({"Name": "CPU 1", "Family": "Orlen Nine",
       "OperatingSpeedMHz": 2400, "MaxSpeedMHz": 4100.0,
       "Status": {"Health": "OK"}})");
   EXPECT_EQ(row.name, "CPU 1");
@@ -37,65 +38,69 @@ TEST(MapProcessors, FieldsComeFromTheirProperties) {
 }
 
 TEST(MapProcessors, SocketNamesProcessorsOfOneName) {
-  EXPECT_EQ(only(R"({"Name": "Processor", "Socket": 2})").name, "Processor 2");
+  EXPECT_EQ(onlyProcessor(R"({"Name": "Processor", "Socket": 2})").name,
+            "Processor 2");
 }
 
 TEST(MapProcessors, FamilyFallsBackInOrder) {
-  EXPECT_EQ(only(R"({"Family": null, "Model": "Nine 9400"})").family,
+  EXPECT_EQ(onlyProcessor(R"({"Family": null, "Model": "Nine 9400"})").family,
             "Nine 9400");
-  EXPECT_EQ(only(R"({"Manufacturer": "Orlen", "ProcessorArchitecture": "x86",
+  EXPECT_EQ(
+      onlyProcessor(R"({"Manufacturer": "Orlen", "ProcessorArchitecture": "x86",
                      "ProcessorId": {"EffectiveFamily": "6"}})")
-                .family,
-            "Orlen family 6");
-  EXPECT_EQ(only(R"({"Manufacturer": "Orlen", "ProcessorArchitecture": "ARM"})")
+          .family,
+      "Orlen family 6");
+  EXPECT_EQ(onlyProcessor(
+                R"({"Manufacturer": "Orlen", "ProcessorArchitecture": "ARM"})")
                 .family,
             "ARM");
 }
 
 TEST(MapProcessors, ModelComesBeforeAGenericFamily) {
-  EXPECT_EQ(only(R"({"Family": "Orlen(R) Nine(R) processor",
+  EXPECT_EQ(onlyProcessor(R"({"Family": "Orlen(R) Nine(R) processor",
                      "Model": "Nine 9400"})")
                 .family,
             "Nine 9400");
-  EXPECT_EQ(only(R"({"Family": "Nine 9400 Family", "Model": "M"})").family,
-            "Nine 9400 Family");
+  EXPECT_EQ(
+      onlyProcessor(R"({"Family": "Nine 9400 Family", "Model": "M"})").family,
+      "Nine 9400 Family");
 }
 
 TEST(MapProcessors, GenericFamilyIsBetterThanNone) {
-  EXPECT_EQ(only(R"({"Family": "Orlen(R) Nine(R) processor",
+  EXPECT_EQ(onlyProcessor(R"({"Family": "Orlen(R) Nine(R) processor",
                      "Model": "Not Specified"})")
                 .family,
             "Orlen(R) Nine(R) processor");
-  EXPECT_EQ(only(R"({"Manufacturer": "Orlen",
+  EXPECT_EQ(onlyProcessor(R"({"Manufacturer": "Orlen",
                      "ProcessorId": {"EffectiveFamily": "Nine Family"}})")
                 .family,
             "Nine Family");
 }
 
 TEST(MapProcessors, SpeedInMakersFormatStandsIn) {
-  EXPECT_EQ(only(R"({"Oem": {"A": 7, "B": {}, "Kestwyn":
+  EXPECT_EQ(onlyProcessor(R"({"Oem": {"A": 7, "B": {}, "Kestwyn":
                      {"CurrentClockSpeedMHz": 2400}}})")
                 .currentClockSpeed,
             "2400");
-  EXPECT_EQ(only(R"({"OperatingSpeedMHz": 3100, "Oem": {"Kestwyn":
+  EXPECT_EQ(onlyProcessor(R"({"OperatingSpeedMHz": 3100, "Oem": {"Kestwyn":
                      {"CurrentClockSpeedMHz": 2400}}})")
                 .currentClockSpeed,
             "3100");
 }
 
 TEST(MapProcessors, RowsAreInNaturalOrder) {
-  const auto rows =
-      mapped({{"A", R"({"Name": "CPU 10"})"}, {"B", R"({"Name": "CPU 2"})"}})
-          .records;
+  const auto rows = mappedProcessors({{"A", R"({"Name": "CPU 10"})"},
+                                      {"B", R"({"Name": "CPU 2"})"}})
+                        .records;
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].name, "CPU 2");
   EXPECT_EQ(rows[1].name, "CPU 10");
 }
 
 TEST(MapProcessors, BaseSpeedIsNotTheCurrentOne) {
-  EXPECT_EQ(
-      only(R"({"BaseSpeedMHz": 2000, "MaxSpeedMHz": 4000})").currentClockSpeed,
-      "");
+  EXPECT_EQ(onlyProcessor(R"({"BaseSpeedMHz": 2000, "MaxSpeedMHz": 4000})")
+                .currentClockSpeed,
+            "");
 }
 
 TEST(MapProcessors, CurrentSpeedFallsBackToTheMetrics) {
@@ -110,20 +115,20 @@ TEST(MapProcessors, CurrentSpeedFallsBackToTheMetrics) {
 }
 
 TEST(MapProcessors, MaximumFallsBackInOrder) {
-  EXPECT_EQ(only(R"({"MaxSpeedMHz": null, "SpeedLimitMHz": 3000,
+  EXPECT_EQ(onlyProcessor(R"({"MaxSpeedMHz": null, "SpeedLimitMHz": 3000,
                      "OperatingSpeedRangeMHz": {"AllowableMax": "3500"}})")
                 .maxClockSpeed,
             "3500");
-  EXPECT_EQ(only(R"({"SpeedLimitMHz": 3000})").maxClockSpeed, "3000");
-  EXPECT_EQ(only(R"({"MaxSpeedMHz": 0})").maxClockSpeed, "");
+  EXPECT_EQ(onlyProcessor(R"({"SpeedLimitMHz": 3000})").maxClockSpeed, "3000");
+  EXPECT_EQ(onlyProcessor(R"({"MaxSpeedMHz": 0})").maxClockSpeed, "");
 }
 
 TEST(MapProcessors, OnlyCpusMakeRows) {
-  const auto rows = mapped({{"A", R"({"ProcessorType": "CPU"})"},
-                            {"B", R"({"ProcessorType": null})"},
-                            {"C", R"({"ProcessorType": "GPU"})"},
-                            {"D", R"({"ProcessorType": "Thread"})"},
-                            {"E", "{}"}})
+  const auto rows = mappedProcessors({{"A", R"({"ProcessorType": "CPU"})"},
+                                      {"B", R"({"ProcessorType": null})"},
+                                      {"C", R"({"ProcessorType": "GPU"})"},
+                                      {"D", R"({"ProcessorType": "Thread"})"},
+                                      {"E", "{}"}})
                         .records;
   ASSERT_EQ(rows.size(), 3U);
   EXPECT_EQ(rows[0].name, "Processor A");
@@ -132,21 +137,22 @@ TEST(MapProcessors, OnlyCpusMakeRows) {
 }
 
 TEST(MapProcessors, EmptySocketsMakeNoRows) {
-  EXPECT_TRUE(
-      mapped({{"A", R"({"Status": {"State": "Absent"}})"}}).records.empty());
+  EXPECT_TRUE(mappedProcessors({{"A", R"({"Status": {"State": "Absent"}})"}})
+                  .records.empty());
 }
 
 TEST(MapProcessors, PartsInOtherStatesStay) {
-  const auto rows = mapped({{"A", R"({"Status": {"State": "Disabled"}})"},
-                            {"B", R"({"Status": {"State": null}})"},
-                            {"C", R"({"Status": {"State": "Unheard"}})"}})
-                        .records;
+  const auto rows =
+      mappedProcessors({{"A", R"({"Status": {"State": "Disabled"}})"},
+                        {"B", R"({"Status": {"State": null}})"},
+                        {"C", R"({"Status": {"State": "Unheard"}})"}})
+          .records;
   EXPECT_EQ(rows.size(), 3U);
 }
 
 TEST(MapProcessors, UnreadableMemberHasARow) {
-  const auto result =
-      mapped({{"A", R"({"Name": "First"})"}, {"B", std::string(kBroken)}});
+  const auto result = mappedProcessors(
+      {{"A", R"({"Name": "First"})"}, {"B", std::string(kBroken)}});
   EXPECT_FALSE(result.failure.has_value());
   ASSERT_EQ(result.records.size(), 2U);
   EXPECT_EQ(result.records[0].name, "B");
@@ -167,14 +173,15 @@ TEST(MapProcessors, MemberThatWasNeverReadCountsAsUnreadable) {
 }
 
 TEST(MapProcessors, MissingMemberHasNone) {
-  const auto result = mapped({{"A", "{}"}, {"B", std::string(kMissing)}});
+  const auto result =
+      mappedProcessors({{"A", "{}"}, {"B", std::string(kMissing)}});
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_EQ(result.records.size(), 1U);
 }
 
 TEST(MapProcessors, AllMembersUnreadableIsAFailure) {
-  const auto result =
-      mapped({{"A", std::string(kBroken)}, {"B", std::string(kBroken)}});
+  const auto result = mappedProcessors(
+      {{"A", std::string(kBroken)}, {"B", std::string(kBroken)}});
   ASSERT_TRUE(result.failure.has_value());
   EXPECT_EQ(result.failure->kind, base::FailureKind::kBadContent);
   EXPECT_EQ(result.failure->cause,
@@ -182,7 +189,7 @@ TEST(MapProcessors, AllMembersUnreadableIsAFailure) {
 }
 
 TEST(MapProcessors, AllMembersMissingIsAnEmptyTable) {
-  const auto result = mapped({{"A", std::string(kMissing)}});
+  const auto result = mappedProcessors({{"A", std::string(kMissing)}});
   EXPECT_FALSE(result.failure.has_value());
   EXPECT_TRUE(result.records.empty());
 }
@@ -239,7 +246,8 @@ TEST(MapProcessors, SingleObjectInPlaceOfTheListIsOneMember) {
 }
 
 TEST(MapProcessors, WrongTypesCostOnlyTheirOwnValues) {
-  const auto row = only(R"({"Name": [], "Id": "7", "Family": {}, "Model": true,
+  const auto row =
+      onlyProcessor(R"({"Name": [], "Id": "7", "Family": {}, "Model": true,
       "OperatingSpeedMHz": "fast", "MaxSpeedMHz": "3900",
       "OperatingSpeedRangeMHz": [], "Metrics": [], "ProcessorId": 3,
       "Status": "OK"})");

@@ -14,13 +14,13 @@ namespace {
 using base::Clock;
 using fleet::Workers;
 
-constexpr Clock::time_point kForever = Clock::time_point::max();
+constexpr Clock::time_point kNoDeadline = Clock::time_point::max();
 
 TEST(Workers, DoEveryJobOnceAndTellOfEach) {
   std::vector<std::atomic<int>> done(1000);
   Workers workers(done.size(), 8, [&](std::size_t index) { ++done[index]; });
   std::set<std::size_t> told;
-  while (const auto index = workers.next(kForever)) {
+  while (const auto index = workers.next(kNoDeadline)) {
     EXPECT_TRUE(told.insert(*index).second);
   }
   EXPECT_TRUE(workers.finished());
@@ -40,15 +40,15 @@ TEST(Workers, TellInTheOrderOfCompletion) {
       changed.wait(lock, [&] { return secondIsDone; });
     }
   });
-  EXPECT_EQ(workers.next(kForever), 1U);
+  EXPECT_EQ(workers.next(kNoDeadline), 1U);
   EXPECT_FALSE(workers.finished());
   {
     const std::lock_guard lock(mutex);
     secondIsDone = true;
     changed.notify_all();
   }
-  EXPECT_EQ(workers.next(kForever), 0U);
-  EXPECT_FALSE(workers.next(kForever));
+  EXPECT_EQ(workers.next(kNoDeadline), 0U);
+  EXPECT_FALSE(workers.next(kNoDeadline));
 }
 
 TEST(Workers, NeverDoMoreJobsAtATimeThanTold) {
@@ -62,7 +62,7 @@ TEST(Workers, NeverDoMoreJobsAtATimeThanTold) {
       }
       --underWay;
     });
-    while (workers.next(kForever)) {
+    while (workers.next(kNoDeadline)) {
     }
   }
   EXPECT_GE(most.load(), 1);
@@ -84,7 +84,7 @@ TEST(Workers, BeginNoMoreThanTheirResultsAreTaken) {
     std::this_thread::yield();  // Lets them do all that they would.
   }
   ++taken;
-  while (workers.next(kForever)) {
+  while (workers.next(kNoDeadline)) {
     ++taken;
   }
   EXPECT_TRUE(workers.finished());
@@ -105,15 +105,15 @@ TEST(Workers, ThatAreStoppedBeginNothingMore) {
   }
   workers.stop();
   gate.unlock();
-  EXPECT_EQ(workers.next(kForever), 0U);
-  EXPECT_FALSE(workers.next(kForever));
+  EXPECT_EQ(workers.next(kNoDeadline), 0U);
+  EXPECT_FALSE(workers.next(kNoDeadline));
   EXPECT_TRUE(workers.finished());
   EXPECT_EQ(begun.load(), 1);
 }
 
 TEST(Workers, ExceptionOfAJobIsThrownToTheCaller) {
   Workers workers(10, 1, [](std::size_t) { throw std::runtime_error("job"); });
-  EXPECT_THROW(workers.next(kForever), std::runtime_error);
+  EXPECT_THROW(workers.next(kNoDeadline), std::runtime_error);
 }
 
 TEST(Workers, WaitNoLongerThanTold) {
@@ -123,7 +123,7 @@ TEST(Workers, WaitNoLongerThanTold) {
   EXPECT_FALSE(workers.next(Clock::now()));
   EXPECT_FALSE(workers.finished());
   gate.unlock();
-  EXPECT_EQ(workers.next(kForever), 0U);
+  EXPECT_EQ(workers.next(kNoDeadline), 0U);
 }
 
 }  // namespace

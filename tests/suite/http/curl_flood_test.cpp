@@ -63,7 +63,7 @@ ScriptedServer::Script answerWith(const Frame& frame) {
   };
 }
 
-NetworkTransportOptions optionsFor(const ScriptedServer& server) {
+NetworkTransportOptions floodOptions(const ScriptedServer& server) {
   NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
   return options;
@@ -80,7 +80,7 @@ class CurlTransportFlood : public testing::TestWithParam<Frame> {};
 
 TEST_P(CurlTransportFlood, EndsWithTheTimeOfTheRequest) {
   ScriptedServer server(answerWith(GetParam()), tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(floodOptions(server));
   const base::Clock::time_point begin = base::Clock::now();
   const Answer answer = ask(*transport, briefly());
   EXPECT_LT(base::Clock::now() - begin, kMuchLess);
@@ -89,13 +89,13 @@ TEST_P(CurlTransportFlood, EndsWithTheTimeOfTheRequest) {
 
 TEST_F(CurlTransportFloods, OfFramesAreATimeout) {
   ScriptedServer server(answerWith(kWindowUpdate), tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(floodOptions(server));
   EXPECT_EQ(kindOf(ask(*transport, briefly())), "read timeout");
 }
 
 TEST_F(CurlTransportFloods, OfFramesEndWithTheWait) {
   ScriptedServer server(answerWith(kWindowUpdate), tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(floodOptions(server));
   transport->start(get());
   const base::Clock::time_point begin = base::Clock::now();
   transport->next(begin + kTimeout);
@@ -115,7 +115,7 @@ TEST_F(CurlTransportFloods, OfFramesHoldNoOtherConnection) {
         peer.hang();
       },
       tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(floodOptions(server));
   ask(*transport, briefly());
   EXPECT_EQ(told(ask(*transport, get())), "no failure");
 }
@@ -132,7 +132,7 @@ bool endsWithTheInterrupt() {
         flood(http2, kWindowUpdate, stream);
       },
       tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(floodOptions(server));
   transport->start(get());
   const base::Clock::time_point begin = base::Clock::now();
   transport->next(begin + seconds(30));

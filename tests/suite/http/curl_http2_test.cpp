@@ -13,7 +13,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-NetworkTransportOptions optionsFor(const ScriptedServer& server) {
+NetworkTransportOptions http2Options(const ScriptedServer& server) {
   NetworkTransportOptions options = tlsOptions(server.port());
   options.insecure = true;
   return options;
@@ -41,7 +41,7 @@ void serveBroken(Peer& peer) {
 
 TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
   ScriptedServer server(serve, tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   const Answer answer = ask(*transport, get());
   EXPECT_EQ(told(answer), "no failure");
   EXPECT_EQ(answer.status, 200);
@@ -50,7 +50,7 @@ TEST(CurlTransportHttp2, IsSpokenWhereItIsOffered) {
 
 TEST(CurlTransportHttp2, RequestsShareTheConnectionOnceItIsKnown) {
   ScriptedServer server(serve, tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   ask(*transport, get());
   for (int index = 0; index < 8; ++index) {
     transport->start(get());
@@ -75,7 +75,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
         peer.hang();
       },
       tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   ask(*transport, get());
   const std::uint64_t first = transport->start(get());
   const std::uint64_t second = transport->start(get());
@@ -86,7 +86,7 @@ TEST(CurlTransportHttp2, AnswersMayOvertakeEachOther) {
 
 TEST(CurlTransportHttp2, BrokenFramingIsTold) {
   ScriptedServer server(serveBroken, tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   const Answer answer = ask(*transport, get());
   EXPECT_TRUE(answer.http2Error);
   EXPECT_EQ(kindOf(answer), "unreachable");
@@ -94,7 +94,7 @@ TEST(CurlTransportHttp2, BrokenFramingIsTold) {
 
 TEST(CurlTransportHttp2, CanBeGivenUpAfterAFailure) {
   ScriptedServer server(serveBroken, tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   EXPECT_TRUE(ask(*transport, get()).http2Error);
   transport->disableHttp2();
   EXPECT_EQ(told(ask(*transport, get())), "no failure");
@@ -108,7 +108,7 @@ TEST(CurlTransportHttp2, IsNotSpokenOnAKeptConnectionOnceGivenUp) {
         protocol.empty() ? serveBroken(peer) : serve(peer);
       },
       tlsForHttp2());
-  const auto transport = makeNetworkTransport(optionsFor(server));
+  const auto transport = makeNetworkTransport(http2Options(server));
   ask(*transport, get());
   EXPECT_EQ(protocol, "h2");
   transport->disableHttp2();

@@ -11,8 +11,6 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
-
 TEST(NetworkTransportAnswer, CarriesStatusHeadersAndBody) {
   const Answer answer =
       answerTo(httpAnswer(201, kBody,

@@ -14,8 +14,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
-
 TEST(NetworkTransportConnections, AreKeptAndCounted) {
   ScriptedServer server(
       answering([](const std::string&) { return httpAnswer(200, "{}"); }));

@@ -8,6 +8,9 @@
 #include "suite/http/network_transport.h"
 #include "suite/http/transport.h"
 
+/// What a server answers, where it does not matter.
+inline constexpr char kBody[] = R"({"@odata.id": "/redfish/v1/Systems"})";
+
 /// The far end's options for a server on the loopback interface: plain HTTP.
 http::NetworkTransportOptions plainOptions(std::uint16_t port);
 

@@ -14,7 +14,7 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-const std::string kMac = "\x52\x54\x01\x12\x34\x56";
+const std::string kMacBytes = "\x52\x54\x01\x12\x34\x56";
 
 std::vector<HostInterface> interfacesOf(const Structure& structure) {
   const ParsedTable table({structure}, 3, 7);
@@ -52,8 +52,8 @@ TEST(HostInterfaces, ReadsPciDevice) {
 }
 
 TEST(HostInterfaces, ReadsSecondVersionOfUsb) {
-  const auto found = interfacesOf(
-      hostInterface(usbV2Device(0x1d6b, 0x0104, kMac, 1), {serviceRecord()}));
+  const auto found = interfacesOf(hostInterface(
+      usbV2Device(0x1d6b, 0x0104, kMacBytes, 1), {serviceRecord()}));
   ASSERT_THAT(found, SizeIs(1));
   EXPECT_EQ(found[0].device, InterfaceDevice::kUsbV2);
   EXPECT_EQ(found[0].vendorId, 0x1d6b);
@@ -65,8 +65,8 @@ TEST(HostInterfaces, ReadsSecondVersionOfUsb) {
 }
 
 TEST(HostInterfaces, ReadsSecondVersionOfPci) {
-  const auto found = interfacesOf(
-      hostInterface(pciV2Device(0x1af4, 0x1041, kMac, 1), {serviceRecord()}));
+  const auto found = interfacesOf(hostInterface(
+      pciV2Device(0x1af4, 0x1041, kMacBytes, 1), {serviceRecord()}));
   ASSERT_THAT(found, SizeIs(1));
   EXPECT_EQ(found[0].device, InterfaceDevice::kPciV2);
   EXPECT_EQ(found[0].vendorId, 0x1af4);
@@ -126,8 +126,8 @@ TEST(HostInterfaces, DeviceLengthPastTheEndHasNeitherDeviceNorService) {
 
 TEST(HostInterfaces, DevicePartsThatAreTooShortAreNoDevice) {
   for (const std::string& whole :
-       {usbDevice(1, 2), pciDevice(1, 2), usbV2Device(1, 2, kMac),
-        pciV2Device(1, 2, kMac)}) {
+       {usbDevice(1, 2), pciDevice(1, 2), usbV2Device(1, 2, kMacBytes),
+        pciV2Device(1, 2, kMacBytes)}) {
     const auto found =
         interfacesOf(hostInterface(whole.substr(0, 4), {serviceRecord()}));
     ASSERT_THAT(found, SizeIs(1));

@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kRoot[] =
+constexpr char kRecordedRoot[] =
     R"({"@odata.id": "/redfish/v1", "@odata.type": "#ServiceRoot.v1.ServiceRoot"})";
 constexpr char kSystems[] = R"({"@odata.id": "/redfish/v1/Systems"})";
 
@@ -45,7 +45,7 @@ base::FailureKind failureAt(const fs::path& directory,
 class DirectoryTransportTest : public testing::Test {
  protected:
   DirectoryTransportTest() {
-    recording_.write("redfish/v1/index.json", kRoot);
+    recording_.write("redfish/v1/index.json", kRecordedRoot);
     recording_.write("redfish/v1/Systems/index.json", kSystems);
   }
 
@@ -55,13 +55,13 @@ class DirectoryTransportTest : public testing::Test {
 };
 
 TEST_F(DirectoryTransportTest, ReadsTheWholeLayout) {
-  EXPECT_EQ(fetch(directory(), "/redfish/v1/"), kRoot);
-  EXPECT_EQ(fetch(directory(), "/redfish/v1"), kRoot);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1/"), kRecordedRoot);
+  EXPECT_EQ(fetch(directory(), "/redfish/v1"), kRecordedRoot);
   EXPECT_EQ(fetch(directory(), "/redfish/v1/Systems"), kSystems);
 }
 
 TEST_F(DirectoryTransportTest, ReadsTheBriefLayout) {
-  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1/"), kRoot);
+  EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1/"), kRecordedRoot);
   EXPECT_EQ(fetch(directory() / "redfish/v1", "/redfish/v1/Systems/"),
             kSystems);
 }

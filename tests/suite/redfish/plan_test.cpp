@@ -31,7 +31,7 @@ struct Row {
 };
 
 // Only this link leads here.
-constexpr const char* kTarget = "Target";
+constexpr const char* kPlannedTarget = "Target";
 
 class PlanRow : public ScriptedService, public testing::TestWithParam<Row> {
  protected:
@@ -60,7 +60,7 @@ class PlanRow : public ScriptedService, public testing::TestWithParam<Row> {
     json::object reference;
     reference["@odata.id"] = std::string("/redfish/v1/") + link.to;
     (*holder)[path] = json::array{reference};
-    if (std::string(link.to) != kTarget) {
+    if (std::string(link.to) != kPlannedTarget) {
       resources_[link.to];
     }
   }
@@ -87,10 +87,11 @@ TEST_P(PlanRow, LeadsToItsResource) {
   for (const Link& link : GetParam().way) {
     tie(link);
   }
-  tie({GetParam().holder, GetParam().path, kTarget});
+  tie({GetParam().holder, GetParam().path, kPlannedTarget});
   serve();
   EXPECT_FALSE(start().read(wanting(GetParam().want)));
-  EXPECT_EQ(script->count(std::string("GET /redfish/v1/") + kTarget), 1U);
+  EXPECT_EQ(script->count(std::string("GET /redfish/v1/") + kPlannedTarget),
+            1U);
 }
 
 constexpr std::uint32_t kProcessors = kWantProcessors;

@@ -12,9 +12,10 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
 
-constexpr const char* kEntering =
+constexpr const char* kEnteringItem =
     "log 4: Entering  SystemHealth::showSystemItem";
-constexpr const char* kExiting = "log 4: Exiting  SystemHealth::showSystemItem";
+constexpr const char* kExitingItem =
+    "log 4: Exiting  SystemHealth::showSystemItem";
 
 class ShowSystemItem : public fakes::SuiteTest {
  protected:
@@ -51,8 +52,8 @@ TEST_F(ShowSystemItem, OutOfBandReadsTheFirstTargetOnly) {
 TEST_F(ShowSystemItem, SuccessTracesNoExit) {
   EXPECT_EQ(show("fan", kConnectModeOutOfBand), 0);
   EXPECT_EQ(show("fan", kConnectModeInBand), 0);
-  EXPECT_EQ(fakes::journal().front(), kEntering);
-  EXPECT_THAT(fakes::journal(), Not(Contains(kExiting)));
+  EXPECT_EQ(fakes::journal().front(), kEnteringItem);
+  EXPECT_THAT(fakes::journal(), Not(Contains(kExitingItem)));
 }
 
 TEST_F(ShowSystemItem, InBandWithoutNodeReportsEveryTarget) {
@@ -110,14 +111,14 @@ TEST_F(ShowSystemItem, NodeOutOfRangeIsInvalidWhateverTheItem) {
   EXPECT_EQ(errors(), expected);
   EXPECT_EQ(output(), "");
   EXPECT_THAT(targetsRead(), ElementsAre());
-  EXPECT_THAT(fakes::journal(), Not(Contains(kExiting)));
+  EXPECT_THAT(fakes::journal(), Not(Contains(kExitingItem)));
 }
 
 TEST_F(ShowSystemItem, MissingSettingsServiceWritesNothing) {
   fakes::script().settingsFetches = 0;
   EXPECT_EQ(show("fan", kConnectModeInBand), 1);
   EXPECT_THAT(fakes::journal(),
-              ElementsAre(kEntering, "call ConnectInfo::Getinstance()"));
+              ElementsAre(kEnteringItem, "call ConnectInfo::Getinstance()"));
 }
 
 TEST_F(ShowSystemItem, ServiceThatVanishesBeforeTheParsingWritesNothing) {
@@ -125,7 +126,7 @@ TEST_F(ShowSystemItem, ServiceThatVanishesBeforeTheParsingWritesNothing) {
   fakes::script().cimTargets.clear();
   EXPECT_EQ(show("fan", kConnectModeInBand), 1);
   EXPECT_THAT(fakes::journal(),
-              ElementsAre(kEntering, "call ConnectInfo::Getinstance()",
+              ElementsAre(kEnteringItem, "call ConnectInfo::Getinstance()",
                           "call ConnectInfo::GetCimConnectInfo(list of 0)",
                           "call ConnectInfo::Getinstance()"));
 }
@@ -135,7 +136,7 @@ TEST_F(ShowSystemItem, FailedTargetListGivesTheParsedCode) {
   fakes::script().parsedError = {12, ""};
   EXPECT_EQ(show("fan", kConnectModeOutOfBand), 12);
   EXPECT_THAT(fakes::journal(),
-              ElementsAre(kEntering, "call ConnectInfo::Getinstance()",
+              ElementsAre(kEnteringItem, "call ConnectInfo::Getinstance()",
                           "call ConnectInfo::GetCimConnectInfo(list of 0)",
                           "call ConnectInfo::Getinstance()",
                           "call ConnectInfo::ParseCimError(4)",
@@ -165,10 +166,10 @@ TEST_F(ShowSystemItem, OtherModesAreNotSupported) {
     EXPECT_EQ(show("fan", mode), 25);
     EXPECT_THAT(
         fakes::journal(),
-        ElementsAre(kEntering, "call ConnectInfo::Getinstance()",
+        ElementsAre(kEnteringItem, "call ConnectInfo::Getinstance()",
                     "call ConnectInfo::GetCimConnectInfo(list of 0)", "err ",
                     "log 1: ", "err Brivel failed to show system items.",
-                    "log 1: Brivel failed to show system items.", kExiting,
+                    "log 1: Brivel failed to show system items.", kExitingItem,
                     "err Function not supported on target system.",
                     "log 1: Function not supported on target system."));
   }
@@ -181,12 +182,12 @@ TEST_F(ShowSystemItem, FailedGetterEndsInItsOrder) {
   end.erase(end.begin(), end.begin() + 3);
   EXPECT_THAT(
       end,
-      ElementsAre("log 4: Entering  SystemHealth::getSystemItems",
-                  "call DevHealth(a)", "call DevHealth::get_DIMMs(list of 0)",
-                  "call ~DevHealth()", "err ",
-                  "log 1: ", "err Brivel failed to show dimm information.",
-                  "log 1: Brivel failed to show dimm information.", kExiting,
-                  "err Failed to read file.", "log 1: Failed to read file."));
+      ElementsAre(
+          "log 4: Entering  SystemHealth::getSystemItems", "call DevHealth(a)",
+          "call DevHealth::get_DIMMs(list of 0)", "call ~DevHealth()", "err ",
+          "log 1: ", "err Brivel failed to show dimm information.",
+          "log 1: Brivel failed to show dimm information.", kExitingItem,
+          "err Failed to read file.", "log 1: Failed to read file."));
   EXPECT_EQ(output(), "");
 }
 
@@ -259,7 +260,7 @@ TEST_F(ShowSystemItem, ExceptionLeavesNoExitTrace) {
   fakes::script().throwingCall = "ConnectInfo::GetCimConnectInfo(list of 0)";
   EXPECT_THROW(show("fan", kConnectModeInBand), std::runtime_error);
   EXPECT_THAT(fakes::journal(),
-              ElementsAre(kEntering, "call ConnectInfo::Getinstance()",
+              ElementsAre(kEnteringItem, "call ConnectInfo::Getinstance()",
                           "call ConnectInfo::GetCimConnectInfo(list of 0)"));
 }
 

@@ -20,7 +20,7 @@ std::vector<PciCard> cardsOf(const Server& server) {
   return cards;
 }
 
-Texts names(const Server& server) {
+Texts cardNames(const Server& server) {
   Texts found;
   for (const PciCard& card : cardsOf(server)) {
     found.push_back(card.name);
@@ -28,14 +28,14 @@ Texts names(const Server& server) {
   return found;
 }
 
-Server withDevices(const Members& devices) {
+Server cardsWithDevices(const Members& devices) {
   Server server;
   server.members("Chassis/1", "PCIeDevices", devices);
   return server;
 }
 
 Server withAdapters(const Members& devices, const Members& adapters) {
-  Server server = withDevices(devices);
+  Server server = cardsWithDevices(devices);
   server.members("Chassis/1", "NetworkAdapters", adapters);
   return server;
 }
@@ -43,7 +43,7 @@ Server withAdapters(const Members& devices, const Members& adapters) {
 // A server with one storage that lists controllers in an array.
 Server withControllers(const Members& devices, const std::string& controllers,
                        const std::string& storageId = "S0") {
-  Server server = withDevices(devices);
+  Server server = cardsWithDevices(devices);
   server.members(
       "Systems/1", "Storage",
       {{"S", R"({"Id": ")" + storageId + R"(", "StorageControllers": [)" +
@@ -51,7 +51,7 @@ Server withControllers(const Members& devices, const std::string& controllers,
   return server;
 }
 
-std::string label(const std::string& text) {
+std::string serviceLabel(const std::string& text) {
   return R"("Location": {"PartLocation": {"ServiceLabel": ")" + text + R"("}})";
 }
 
@@ -88,7 +88,7 @@ TEST(MakersDevices, StandInWhereTheChassisListsNone) {
 }
 
 TEST(MakersDevices, RepeatedNamesAreToldByTheirSlots) {
-  EXPECT_EQ(names(withMakersList(
+  EXPECT_EQ(cardNames(withMakersList(
                 {{"9", R"({"Name": "Nine 40G", "Location": "Slot 1"})"},
                  {"10", R"({"Name": "Nine 40G", "Location": "Slot 2"})"}})),
             (Texts{"Slot 1 Nine 40G", "Slot 2 Nine 40G"}));
@@ -100,18 +100,18 @@ TEST(MakersDevices, StandInForAnEmptyAndAnUnreadableCollection) {
         std::string(kBroken)}) {
     Server server = withMakersList({{"1", R"({"Name": "Card"})"}});
     server.linked("Chassis/1", "PCIeDevices", collection);
-    EXPECT_EQ(names(server), (Texts{"Card"})) << collection;
+    EXPECT_EQ(cardNames(server), (Texts{"Card"})) << collection;
   }
 }
 
 TEST(MakersDevices, GiveWayToTheCollection) {
   Server server = withMakersList({{"1", R"({"Name": "Card"})"}});
   server.members("Chassis/1", "PCIeDevices", {{"1", R"({"Name": "Device"})"}});
-  EXPECT_EQ(names(server), (Texts{"Device"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Device"}));
 }
 
 TEST(MakersDevices, ListThatWasNotReadIsNone) {
-  EXPECT_EQ(names(Server("{}", kDevices)), Texts{});
+  EXPECT_EQ(cardNames(Server("{}", kDevices)), Texts{});
 }
 
 TEST(MakersDevices, ListThatCannotBeReadFailsTheTable) {
@@ -139,7 +139,7 @@ TEST(LoneParts, AcceleratorsAreRows) {
        {"6", R"({"ProcessorType": "Partition"})"},
        {"9", R"({"ProcessorType": "GPU", "Status": {"State": "Absent"}})"}});
   const auto cards = cardsOf(server);
-  EXPECT_EQ(names(server), (Texts{"Cruncher", "FPGA 8", "GPU 7"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Cruncher", "FPGA 8", "GPU 7"}));
   EXPECT_EQ(cards[2].fields.model, "G1");
   EXPECT_EQ(cards[2].fields.sku, "F");
   EXPECT_EQ(cards[0].fields.sku, "");
@@ -154,7 +154,7 @@ TEST(LoneParts, StorageControllersOfTheArrayAreRows) {
                              {"MemberId": "3", "Name": "Raid Three",
                               "Status": {"State": "Absent"}})");
   const auto cards = cardsOf(server);
-  EXPECT_EQ(names(server), (Texts{"Raid One", "Raid Two"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Raid One", "Raid Two"}));
   EXPECT_EQ(pciTagOf(cards[0].part), "S0/0");
 }
 
@@ -188,9 +188,9 @@ TEST(LoneParts, AdaptersBehindInterfacesStandInForThoseOfTheChassis) {
        {"3", R"({"NetworkAdapter": )" + linkTo("A/1") + "}"}});
   server.put("A/1", R"({"Name": "Left Port"})");
   server.put("A/2", R"({"Name": "Right Port"})");
-  EXPECT_EQ(names(server), (Texts{"Left Port", "Right Port"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Left Port", "Right Port"}));
   server.members("Chassis/1", "NetworkAdapters", {{"1", R"({"Name": "Own"})"}});
-  EXPECT_EQ(names(server), (Texts{"Own"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Own"}));
 }
 
 TEST(LoneParts, ListsThatWereNotReadFailTheTable) {
@@ -216,11 +216,12 @@ TEST(LoneParts, ListsThatCannotBeReadFailTheTable) {
 }
 
 TEST(LoneParts, NeverJoinWithEachOther) {
-  EXPECT_EQ(names(withAdapters({}, {{"1", R"({"Name": "F0", "SerialNumber": "S",
+  EXPECT_EQ(
+      cardNames(withAdapters({}, {{"1", R"({"Name": "F0", "SerialNumber": "S",
                                "PartNumber": "P"})"},
-                                    {"2", R"({"Name": "F1", "SerialNumber": "S",
+                                  {"2", R"({"Name": "F1", "SerialNumber": "S",
                                "PartNumber": "P"})"}})),
-            (Texts{"F0", "F1"}));
+      (Texts{"F0", "F1"}));
 }
 
 TEST(LoneParts, FillOnlyTheEmptyFieldsOfTheirDevice) {
@@ -246,8 +247,8 @@ TEST(MatchDevices, LinkBelowADeviceIsOne) {
         R"("Controllers": [{"Links": {"PCIeDevices": [)" +
             linkTo("Chassis/1/PCIeDevices/D") + "]}}]"}) {
     EXPECT_EQ(
-        names(withAdapters({{"D", R"({"Name": "Card"})"}},
-                           {{"N", R"({"Name": "Port", )" + links + "}"}})),
+        cardNames(withAdapters({{"D", R"({"Name": "Card"})"}},
+                               {{"N", R"({"Name": "Port", )" + links + "}"}})),
         (Texts{"Card"}))
         << links;
   }
@@ -262,21 +263,21 @@ TEST(MatchDevices, LinkOfAProcessorOrControllerCounts) {
                  {{"G", R"({"ProcessorType": "GPU", "Name": "Cruncher",
                      "Links": {"PCIeDevice": )" +
                             linkTo("Chassis/1/PCIeDevices/D") + "}}"}});
-  EXPECT_EQ(names(server), (Texts{"Card", "Raid Card"}));
+  EXPECT_EQ(cardNames(server), (Texts{"Card", "Raid Card"}));
 }
 
 TEST(MatchDevices, SameSerialNumberIsEnough) {
-  EXPECT_EQ(names(withAdapters({{"D", R"({"Name": "Card",
+  EXPECT_EQ(cardNames(withAdapters({{"D", R"({"Name": "Card",
                                           "SerialNumber": "S"})"}},
-                               {{"N", R"({"Name": "Port",
+                                   {{"N", R"({"Name": "Port",
                                           "SerialNumber": "S"})"}})),
             (Texts{"Card"}));
 }
 
 TEST(MatchDevices, PlaceholderIsNoSerialNumber) {
-  EXPECT_EQ(names(withAdapters({{"D", R"({"Name": "Card",
+  EXPECT_EQ(cardNames(withAdapters({{"D", R"({"Name": "Card",
                                           "SerialNumber": "N/A"})"}},
-                               {{"N", R"({"Name": "Port",
+                                   {{"N", R"({"Name": "Port",
                                           "SerialNumber": "N/A"})"}})),
             (Texts{"Card", "Port"}));
 }
@@ -306,44 +307,45 @@ TEST(MatchDevices, DevicesOfOneSerialNumberAreTakenInTurn) {
 }
 
 TEST(MatchDevices, SlotOfAnAdapterIsTheDeviceInIt) {
-  const std::string device =
-      R"({"Id": "MEZZ", "Name": "Card", "Slot": {)" + label("Riser 2") + "}}";
+  const std::string device = R"({"Id": "MEZZ", "Name": "Card", "Slot": {)" +
+                             serviceLabel("Riser 2") + "}}";
   for (const std::string& place :
-       {label("Slot=MEZZ"), label("Bay:MEZZ"), label("Riser 2"),
-        R"("Controllers": [{)" + label("MEZZ") + "}]"}) {
+       {serviceLabel("Slot=MEZZ"), serviceLabel("Bay:MEZZ"),
+        serviceLabel("Riser 2"),
+        R"("Controllers": [{)" + serviceLabel("MEZZ") + "}]"}) {
     EXPECT_EQ(
-        names(withAdapters({{"1", device}},
-                           {{"N", R"({"Name": "Port", )" + place + "}"}})),
+        cardNames(withAdapters({{"1", device}},
+                               {{"N", R"({"Name": "Port", )" + place + "}"}})),
         (Texts{"Card"}))
         << place;
   }
 }
 
 TEST(MatchDevices, SlotThatIsANumberTellsNothing) {
-  EXPECT_EQ(
-      names(withAdapters({{"1", R"({"Id": "7", "Name": "Card"})"}},
-                         {{"N", R"({"Name": "Port", )" + label("7") + "}"}}))
-          .size(),
-      2U);
+  EXPECT_EQ(cardNames(withAdapters({{"1", R"({"Id": "7", "Name": "Card"})"}},
+                                   {{"N", R"({"Name": "Port", )" +
+                                              serviceLabel("7") + "}"}}))
+                .size(),
+            2U);
 }
 
 TEST(MatchDevices, IdOfAControllerOrItsStorageIsThatOfTheDevice) {
   const Members devices = {{"1", R"({"Id": "RSLOT", "Name": "Card"})"}};
-  EXPECT_EQ(names(withControllers(devices,
-                                  R"({"Name": "Raid", "MemberId": "RSLOT"})")),
+  EXPECT_EQ(cardNames(withControllers(
+                devices, R"({"Name": "Raid", "MemberId": "RSLOT"})")),
             (Texts{"Card"}));
-  EXPECT_EQ(names(withControllers(devices, R"({"Name": "Raid"})", "RSLOT")),
+  EXPECT_EQ(cardNames(withControllers(devices, R"({"Name": "Raid"})", "RSLOT")),
             (Texts{"Card"}));
-  EXPECT_EQ(
-      names(withControllers(
-                devices, R"({"Name": "Raid A"}, {"Name": "Raid B"})", "RSLOT"))
-          .size(),
-      3U);
+  EXPECT_EQ(cardNames(withControllers(
+                          devices, R"({"Name": "Raid A"}, {"Name": "Raid B"})",
+                          "RSLOT"))
+                .size(),
+            3U);
 }
 
 TEST(MatchDevices, NameInsideNameOrModelIsEnough) {
   const auto joined = [](const std::string& device, const std::string& part) {
-    return names(withAdapters({{"1", device}}, {{"N", part}})).size() == 1;
+    return cardNames(withAdapters({{"1", device}}, {{"N", part}})).size() == 1;
   };
   EXPECT_TRUE(
       joined(R"({"Name": "Orlen N10 Dual Port"})", R"({"Name": "ORLEN N10"})"));
@@ -359,24 +361,24 @@ TEST(MatchDevices, DifferentSerialNumbersKeepPartsApart) {
   const Members devices = {
       {"1", R"({"Id": "MEZZ", "Name": "Orlen N10 A", "SerialNumber": "S1",
                 "Manufacturer": "Orlen"})"}};
-  EXPECT_EQ(names(withAdapters(
+  EXPECT_EQ(cardNames(withAdapters(
                 devices, {{"N", R"({"Name": "Orlen N10", "SerialNumber": "S2",
                             "Manufacturer": "Orlen", )" +
-                                    label("MEZZ") + "}"}})),
+                                    serviceLabel("MEZZ") + "}"}})),
             (Texts{"Orlen N10", "Orlen N10 A"}));
 }
 
 TEST(MatchDevices, OnlyPartsOfOneNameAreOneWhateverTheirSerialNumbers) {
   const std::string device = R"({"Name": "Orlen N10", "SerialNumber": "S1"})";
   const std::string port = R"({"Name": "Orlen N10", "SerialNumber": "S2"})";
-  EXPECT_EQ(names(withAdapters({{"1", device}}, {{"N", port}})).size(), 1U);
-  EXPECT_EQ(
-      names(withAdapters({{"1", device}}, {{"N", port}, {"M", port}})).size(),
-      3U);
+  EXPECT_EQ(cardNames(withAdapters({{"1", device}}, {{"N", port}})).size(), 1U);
+  EXPECT_EQ(cardNames(withAdapters({{"1", device}}, {{"N", port}, {"M", port}}))
+                .size(),
+            3U);
 }
 
 TEST(MatchDevices, ModelThatIsTheNameOfTheOtherCounts) {
-  EXPECT_EQ(names(withControllers(
+  EXPECT_EQ(cardNames(withControllers(
                 {{"1", R"({"Name": "Boot Raid R2", "Model": "P1",
                            "SerialNumber": "S1"})"}},
                 R"({"Model": "Boot Raid R2", "SerialNumber": "S2"})")),
@@ -384,9 +386,9 @@ TEST(MatchDevices, ModelThatIsTheNameOfTheOtherCounts) {
 }
 
 TEST(MatchDevices, DeviceIsTakenOnceByItsName) {
-  EXPECT_EQ(names(withAdapters({{"1", R"({"Name": "Orlen N10 Dual"})"}},
-                               {{"N", R"({"Name": "Orlen N10"})"},
-                                {"M", R"({"Name": "Orlen N10 D"})"}}))
+  EXPECT_EQ(cardNames(withAdapters({{"1", R"({"Name": "Orlen N10 Dual"})"}},
+                                   {{"N", R"({"Name": "Orlen N10"})"},
+                                    {"M", R"({"Name": "Orlen N10 D"})"}}))
                 .size(),
             2U);
 }
@@ -396,9 +398,9 @@ TEST(MatchDevices, OneOfEachThatIsLeftOfAMakerIsOne) {
       {"1", R"({"Name": "Card", "Manufacturer": "ORLEN"})"},
       {"2", R"({"Name": "Chip", "Manufacturer": "Kestwyn"})"}};
   const std::string port = R"({"Name": "Port", "Manufacturer": "Orlen"})";
-  EXPECT_EQ(names(withAdapters(devices, {{"N", port}})),
+  EXPECT_EQ(cardNames(withAdapters(devices, {{"N", port}})),
             (Texts{"Card", "Chip"}));
-  EXPECT_EQ(names(withAdapters(devices, {{"N", port}, {"M", port}})).size(),
+  EXPECT_EQ(cardNames(withAdapters(devices, {{"N", port}, {"M", port}})).size(),
             4U);
 }
 
@@ -429,35 +431,35 @@ TEST(PciTwins, AdapterUnderTwoChassisIsOne) {
 
 TEST(PciNames, LabelIsFollowedByTheNameElseTheModel) {
   Server server =
-      withDevices({{"A", R"({"Name": "Orlen N10"})"},
-                   {"B", R"({"Name": "Orlen N10"})"},
-                   {"C", R"({"Name": "PCIe Device", "Model": "KR8"})"},
-                   {"D", R"({"Name": "PCIe Device"})"}});
+      cardsWithDevices({{"A", R"({"Name": "Orlen N10"})"},
+                        {"B", R"({"Name": "Orlen N10"})"},
+                        {"C", R"({"Name": "PCIe Device", "Model": "KR8"})"},
+                        {"D", R"({"Name": "PCIe Device"})"}});
   const auto slot = [](const std::string& text, const std::string& device) {
     return "{" + text + R"(, "Links": {"PCIeDevice": [)" +
            linkTo("Chassis/1/PCIeDevices/" + device) + "]}}";
   };
   server.linked(
       "Chassis/1", "PCIeSlots",
-      R"({"Slots": [)" + slot(label("Slot 4"), "A") + "," +
+      R"({"Slots": [)" + slot(serviceLabel("Slot 4"), "A") + "," +
           slot(R"("Location": {"PartLocation": {"LocationOrdinalValue": 7}})",
                "B") +
-          "," + slot(label("Rear"), "C") + "," + slot(label("Top"), "D") +
-          "]}");
-  EXPECT_EQ(names(server),
+          "," + slot(serviceLabel("Rear"), "C") + "," +
+          slot(serviceLabel("Top"), "D") + "]}");
+  EXPECT_EQ(cardNames(server),
             (Texts{"Rear KR8", "Slot 4 Orlen N10", "Slot 7 Orlen N10", "Top"}));
 }
 
 TEST(PciNames, PartsThatAreDevicesDoNotCount) {
-  EXPECT_EQ(names(withAdapters({{"D", R"({"Name": "Card",
+  EXPECT_EQ(cardNames(withAdapters({{"D", R"({"Name": "Card",
                                           "SerialNumber": "S"})"}},
-                               {{"N", R"({"Name": "Card",
+                                   {{"N", R"({"Name": "Card",
                                           "SerialNumber": "S"})"}})),
             (Texts{"Card"}));
 }
 
 TEST(PciNames, AbsentDevicesCount) {
-  EXPECT_EQ(names(withDevices(
+  EXPECT_EQ(cardNames(cardsWithDevices(
                 {{"D", R"({"Id": "D", "Name": "Card"})"},
                  {"E", R"({"Name": "Card", "Status": {"State": "Absent"}})"}})),
             (Texts{"Card D"}));
