@@ -53,9 +53,9 @@ std::string escaped(std::string_view name) {
   return text;
 }
 
-class Walk {
+class AttentionWalk {
  public:
-  Walk(const redfish::Resource& document, const Use& use)
+  AttentionWalk(const redfish::Resource& document, const Use& use)
       : document_(document), use_(use) {}
 
   // Depth is bounded by that of the JSON.
@@ -125,7 +125,7 @@ void forEachNeedingAttention(const redfish::Resource& document,
   if (odataTypeOf(document.body).schema == "MessageRegistry") {
     return;
   }
-  Walk(document, use).visit(document.body);
+  AttentionWalk(document, use).visit(document.body);
 }
 
 }  // namespace devhealth
