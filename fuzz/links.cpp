@@ -50,9 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   } else {
     require(!address.error().cause.empty());
   }
-  std::string error;
-  if (!redfish::parseObject(text, error)) {
-    require(!error.empty());
+  if (const auto object = redfish::parseObject(text); !object) {
+    require(!object.error().cause.empty());
   }
   return 0;
 }

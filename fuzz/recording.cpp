@@ -35,8 +35,7 @@ masking::Random numbers() {
 }
 
 bool isObject(std::string_view body) {
-  std::string error;
-  return redfish::parseObject(body, error).has_value();
+  return redfish::parseObject(body).has_value();
 }
 
 struct Token {

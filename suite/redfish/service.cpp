@@ -270,8 +270,7 @@ base::Result<http::Answer> Service::readOtherRoot(
   if (!versions) {
     return outOfTime("/redfish");
   }
-  std::string error;
-  const auto body = parseSmallObject(versions->body, error);
+  const auto body = parseSmallObject(versions->body);
   const auto link = body && versions->status == 200
                         ? Uri::parse(stringAt(*body, "v1"))
                         : std::nullopt;

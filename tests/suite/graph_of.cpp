@@ -19,10 +19,8 @@ void put(redfish::Graph& graph, std::string_view link, std::string_view text) {
     resource.failure = base::Failure{base::FailureKind::kServerError, "bmc:443",
                                      std::string(link), "HTTP status 500", ""};
   } else if (text != kMissing) {
-    std::string error;
-    std::optional<redfish::json::object> body =
-        redfish::parseObject(text, error);
-    ASSERT_TRUE(body.has_value()) << link << ": " << error;
+    auto body = redfish::parseObject(text);
+    ASSERT_TRUE(body) << link << ": " << body.error().cause;
     resource.state = redfish::ResourceState::kRead;
     resource.body = std::move(*body);
   }

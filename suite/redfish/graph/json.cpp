@@ -21,6 +21,10 @@ constexpr std::size_t kQuotedLinkBytes = 120;
 constexpr std::size_t kMaxRefusedTold = 8;
 constexpr std::size_t kMaxSmallBytes = std::size_t{256} << 10U;
 
+base::Failure badContent(std::string cause) {
+  return base::makeFailure(base::FailureKind::kBadContent, std::move(cause));
+}
+
 // What a body is that does not start with an object.
 std::string notAnObject(std::string_view text) {
   if (text.empty()) {
@@ -57,8 +61,9 @@ std::string parserReason(const boost::system::error_code& code,
   return "the JSON is malformed" + place + " (" + code.message() + ")";
 }
 
-std::optional<json::object> parseText(std::string_view text,
-                                      std::size_t skipped, std::string& error) {
+// A JSON object; `skipped` bytes of the body stand before it.
+base::Result<json::object> parseText(std::string_view text,
+                                     std::size_t skipped) {
   json::parse_options options;
   options.max_depth = kMaxJsonDepth;
   // One wrong byte in a name must not cost the whole resource: texts are made
@@ -68,13 +73,12 @@ std::optional<json::object> parseText(std::string_view text,
   boost::system::error_code code;
   const std::size_t parsed = parser.write_some(text.data(), text.size(), code);
   if (code) {
-    error = parserReason(code, skipped + parsed, skipped + text.size());
-    return std::nullopt;
+    return badContent(
+        parserReason(code, skipped + parsed, skipped + text.size()));
   }
   if (text.find_first_not_of(kWhitespace, parsed) != std::string_view::npos) {
-    error = "the JSON is followed by something else at byte " +
-            std::to_string(skipped + parsed);
-    return std::nullopt;
+    return badContent("the JSON is followed by something else at byte " +
+                      std::to_string(skipped + parsed));
   }
   return std::move(parser.release().as_object());
 }
@@ -146,9 +150,8 @@ class LinkSurvey {
 
 }  // namespace
 
-std::optional<json::object> parseObject(std::string_view body,
-                                        std::string& error,
-                                        ReadingBudget* budget) {
+base::Result<json::object> parseObject(std::string_view body,
+                                       ReadingBudget* budget) {
   std::string_view text = body;
   if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     text.remove_prefix(kByteOrderMark.size());
@@ -156,25 +159,26 @@ std::optional<json::object> parseObject(std::string_view body,
   text.remove_prefix(
       std::min(text.find_first_not_of(kWhitespace), text.size()));
   if (text.empty() || text.front() != '{') {
-    error = notAnObject(text);
-    return std::nullopt;
+    return badContent(notAnObject(text));
   }
-  const std::optional<std::size_t> values = countJsonValues(text, error);
-  if (!values ||
-      (budget != nullptr && !budget->spend(text.size(), *values, error))) {
-    return std::nullopt;
+  const base::Result<std::size_t> values = countJsonValues(text);
+  if (!values) {
+    return values.error();
   }
-  return parseText(text, body.size() - text.size(), error);
+  if (budget != nullptr) {
+    if (auto failure = budget->spend(text.size(), *values)) {
+      return *std::move(failure);
+    }
+  }
+  return parseText(text, body.size() - text.size());
 }
 
-std::optional<json::object> parseSmallObject(std::string_view body,
-                                             std::string& error) {
+base::Result<json::object> parseSmallObject(std::string_view body) {
   if (body.size() > kMaxSmallBytes) {
-    error = "the body is larger than " + std::to_string(kMaxSmallBytes >> 10U) +
-            " KiB";
-    return std::nullopt;
+    return badContent("the body is larger than " +
+                      std::to_string(kMaxSmallBytes >> 10U) + " KiB");
   }
-  return parseObject(body, error);
+  return parseObject(body);
 }
 
 const json::value* memberAt(const json::object& object, std::string_view path) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/base/result.h"
 #include "suite/base/time_limit.h"
 #include "suite/redfish/graph/reading_budget.h"
 #include "suite/redfish/graph/uri.h"
@@ -17,19 +18,17 @@ namespace redfish {
 
 namespace json = boost::json;
 
-/// Reads a body as one JSON object: a byte-order mark is stripped, the limits
-/// of json_limits.h hold, duplicate names resolve to the last, integers stay
-/// exact. Bytes in strings that are no UTF-8 are kept (`cleanText` replaces
-/// them). With a budget the document has to fit into that, too. Returns nullopt
-/// and sets `error` on failure.
-std::optional<json::object> parseObject(std::string_view body,
-                                        std::string& error,
-                                        ReadingBudget* budget = nullptr);
+/// Reads a body as one JSON object, within the limits of json_limits.h and of
+/// the budget, if there is one. Strips a byte-order mark; of members with the
+/// same name the last one stays; integers stay exact. Keeps bytes in strings
+/// that are not UTF-8 (`base::cleanText` replaces them). A failure is
+/// `kBadContent` and has only a cause.
+base::Result<json::object> parseObject(std::string_view body,
+                                       ReadingBudget* budget = nullptr);
 
-/// The same for what is looked at and not kept, such as an error or a session:
-/// of a body of more than 256 KiB it reads nothing.
-std::optional<json::object> parseSmallObject(std::string_view body,
-                                             std::string& error);
+/// The same for a document that is not kept, such as an error or a session.
+/// Refuses a body of more than 256 KiB.
+base::Result<json::object> parseSmallObject(std::string_view body);
 
 /// The member at a path of names such as "Links/Chassis", each step an
 /// object; null where a step is missing, null, or no object. The step "*"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace redfish {
 namespace {
@@ -70,8 +71,7 @@ class Counter {
 
 }  // namespace
 
-std::optional<std::size_t> countJsonValues(std::string_view text,
-                                           std::string& error) {
+base::Result<std::size_t> countJsonValues(std::string_view text) {
   // Each value and each member takes a byte at least. Strings are not told
   // apart here: a comma in one counts as a value.
   if (text.size() <= kMaxJsonMembers) {
@@ -100,14 +100,15 @@ std::optional<std::size_t> countJsonValues(std::string_view text,
         break;
     }
     if (counter.tooManyMembers()) {
-      error = "a JSON object has more than " + std::to_string(kMaxJsonMembers) +
-              " members";
-      return std::nullopt;
+      return base::makeFailure(base::FailureKind::kBadContent,
+                               "a JSON object has more than " +
+                                   std::to_string(kMaxJsonMembers) +
+                                   " members");
     }
     if (counter.tooManyValues()) {
-      error = "the JSON has more than " + std::to_string(kMaxJsonValues) +
-              " values";
-      return std::nullopt;
+      return base::makeFailure(base::FailureKind::kBadContent,
+                               "the JSON has more than " +
+                                   std::to_string(kMaxJsonValues) + " values");
     }
   }
   return counter.values();

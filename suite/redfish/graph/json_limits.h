@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
-#include <string>
 #include <string_view>
+
+#include "suite/base/result.h"
 
 namespace redfish {
 
@@ -20,10 +20,10 @@ constexpr std::size_t kMaxJsonValues = 500000;
 /// hash alike.
 constexpr std::size_t kMaxJsonMembers = 20000;
 
-/// The number of values in a JSON text, or somewhat more. Returns nullopt and
-/// sets `error` when it holds more values than we are ready to build. Looks at
-/// the structure alone: whether the text is JSON is the parser's to say.
-std::optional<std::size_t> countJsonValues(std::string_view text,
-                                           std::string& error);
+/// The number of values in a JSON text, or somewhat more. Fails with
+/// `kBadContent` if the text has more values, or an object with more members,
+/// than the limits above. Looks at the structure only: the parser finds out
+/// whether the text is JSON.
+base::Result<std::size_t> countJsonValues(std::string_view text);
 
 }  // namespace redfish

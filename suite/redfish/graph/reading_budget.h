@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <optional>
+
+#include "suite/base/failure.h"
 
 namespace redfish {
 
@@ -21,10 +23,9 @@ class ReadingBudget {
   explicit ReadingBudget(std::size_t bytes = kMaxReadingBytes)
       : whole_(bytes), left_(bytes) {}
 
-  /// Takes the room for a document before it is parsed. Returns false if there
-  /// is not as much left; the budget is as before then, and the reason in
-  /// `error`.
-  bool spend(std::size_t textBytes, std::size_t values, std::string& error);
+  /// Takes the room for a document before it is parsed. Returns why not
+  /// (`kBadContent`) if there is not enough left, and takes nothing then.
+  std::optional<base::Failure> spend(std::size_t textBytes, std::size_t values);
 
   /// Whether there was no room for a document.
   bool exceeded() const { return exceeded_; }

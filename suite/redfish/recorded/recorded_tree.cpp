@@ -56,8 +56,7 @@ std::string realPath(const std::string& path, std::error_code& error) {
 }
 
 bool isServiceRoot(const std::string& body) {
-  std::string reason;
-  const std::optional<json::object> object = parseObject(body, reason);
+  const auto object = parseObject(body);
   return object &&
          stringAt(*object, "@odata.type").substr(0, kServiceRootType.size()) ==
              kServiceRootType;

@@ -109,8 +109,7 @@ std::string textOf(const StoredAnswer& answer) {
 std::optional<StoredAnswer> parseStoredAnswer(std::string_view text) {
   constexpr int kLeastStatus = 100;
   constexpr int kMostStatus = 599;
-  std::string error;
-  const auto object = parseObject(text, error);
+  const auto object = parseObject(text);
   if (!object) {
     return std::nullopt;
   }
@@ -136,8 +135,7 @@ bool isErrorBody(const std::string& body) {
   if (body.find("\"error\"") == std::string::npos) {
     return false;
   }
-  std::string reason;
-  const std::optional<json::object> object = parseSmallObject(body, reason);
+  const auto object = parseSmallObject(body);
   return object && object->contains("error") && !object->contains("@odata.id");
 }
 

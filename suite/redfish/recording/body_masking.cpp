@@ -71,8 +71,7 @@ void noteBody(std::string_view body, masking::Masker& masker) {
 }
 
 std::string maskBody(std::string_view body, masking::Masker& masker) {
-  std::string reason;
-  if (!parseObject(body, reason)) {
+  if (!parseObject(body)) {
     return masker.text(body);
   }
   return withTokens(body, [&masker](const JsonToken& token) {

@@ -63,8 +63,7 @@ void forEachNestedDocument(const std::string& body, const Use& use) {
   if (!mayHoldNested(body)) {
     return;
   }
-  std::string reason;
-  std::optional<json::object> object = parseObject(body, reason);
+  auto object = parseObject(body);
   if (!object) {
     return;
   }

@@ -168,8 +168,7 @@ std::string Recording::withoutSecrets(std::string text) const {
 }
 
 std::string Recording::bodyWithoutSecrets(const std::string& body) const {
-  std::string reason;
-  if (!parseObject(body, reason)) {
+  if (!parseObject(body)) {
     return withoutSecrets(body);
   }
   return withTokens(body, [this](const JsonToken& token) {

@@ -75,8 +75,7 @@ base::Failure statusFailure(const http::Answer& answer) {
   }
   failure.remedy = remedyFor(failure.kind);
   if (answer.status == 403) {
-    std::string error;
-    const auto body = parseSmallObject(answer.body, error);
+    const auto body = parseSmallObject(answer.body);
     if (body && hasMessageKey(*body, "PasswordChangeRequired")) {
       failure.kind = base::FailureKind::kPasswordChange;
       failure.remedy = "change the password of this account first";
@@ -109,15 +108,15 @@ Resource resourceFrom(http::Answer answer, Uri uri, const std::string& address,
     return resource;
   }
 
-  std::string error;
-  auto body = parseObject(answer.body, error, &budget);
+  auto body = parseObject(answer.body, &budget);
   if (!body) {
-    constexpr auto kKind = base::FailureKind::kBadContent;
+    resource.failure = body.error();
+    resource.failure->address = address;
+    resource.failure->uri = resource.uri.target();
     // A recording has no firmware.
-    const bool recorded = base::startsWith(address, "file:");
-    resource.failure =
-        base::Failure{kKind, address, resource.uri.target(), std::move(error),
-                      recorded ? "" : remedyFor(kKind)};
+    if (!base::startsWith(address, "file:")) {
+      resource.failure->remedy = remedyFor(resource.failure->kind);
+    }
     return resource;
   }
   if (body->contains("error") && !body->contains("@odata.id")) {
@@ -141,8 +140,7 @@ bool hasMessageKey(const json::object& body, std::string_view key) {
 }
 
 std::string firstMessage(std::string_view body) {
-  std::string error;
-  const auto object = parseSmallObject(body, error);
+  const auto object = parseSmallObject(body);
   if (!object) {
     return {};
   }

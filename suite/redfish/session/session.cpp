@@ -249,8 +249,7 @@ std::optional<base::Failure> Session::loginFailure(
     failure.uri = loginTarget_;
     return failure;
   }
-  std::string error;
-  const auto body = parseSmallObject(answer.body, error);
+  const auto body = parseSmallObject(answer.body);
   const auto holds = [&body](const char* key) {
     return body && hasMessageKey(*body, key);
   };
@@ -305,8 +304,7 @@ bool Session::adopt(const http::Answer& answer) {
   if (!answer.location.empty()) {
     sessionTarget_ = sessionPath(answer.location, loginTarget_);
   }
-  std::string error;
-  const auto body = parseSmallObject(answer.body, error);
+  const auto body = parseSmallObject(answer.body);
   for (const char* name : {"@odata.id", "Id"}) {
     if (!sessionTarget_.empty() || !body) {
       break;

@@ -132,8 +132,8 @@ std::optional<json::object> Session::read(const std::string& target,
   if (!answer || answer->failure || answer->status != 200) {
     return std::nullopt;
   }
-  std::string error;
-  return parseSmallObject(answer->body, error);
+  auto body = parseSmallObject(answer->body);
+  return body ? std::optional(*std::move(body)) : std::nullopt;
 }
 
 void Session::authenticate(http::Request& request) const {

@@ -19,8 +19,7 @@ using report::Health;
 using report::State;
 
 redfish::json::object objectOf(const char* text) {
-  std::string error;
-  return redfish::parseObject(text, error).value();
+  return redfish::parseObject(text).value();
 }
 
 TEST(StateOfPart, KnowsTheStatesOfTheSchema) {

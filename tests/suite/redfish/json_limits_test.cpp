@@ -17,8 +17,8 @@ std::string repeated(std::string_view entry, std::size_t times) {
 }
 
 std::string limitReason(const std::string& text) {
-  std::string error;
-  return countJsonValues(text, error) ? "accepted" : error;
+  const auto values = countJsonValues(text);
+  return values ? "accepted" : values.error().cause;
 }
 
 TEST(CountJsonValues, LargestNumberOfValuesIsAccepted) {

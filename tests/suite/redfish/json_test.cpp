@@ -15,15 +15,14 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 json::object objectOf(std::string_view text) {
-  std::string error;
-  std::optional<json::object> object = parseObject(text, error);
-  EXPECT_TRUE(object) << error;
-  return object.value_or(json::object());
+  const auto object = parseObject(text);
+  EXPECT_TRUE(object) << object.error().cause;
+  return object ? *object : json::object();
 }
 
 std::string reasonFor(std::string_view text) {
-  std::string error;
-  return parseObject(text, error) ? "accepted" : error;
+  const auto object = parseObject(text);
+  return object ? "accepted" : object.error().cause;
 }
 
 std::string nested(std::size_t arrays) {

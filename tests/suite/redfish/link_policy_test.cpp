@@ -45,10 +45,8 @@ class Policy : public testing::Test {
     put(knowledge_.graph, uriOf(path), kBroken);
   }
   void expands() {
-    std::string error;
     knowledge_.expand.offer(*parseObject(
-        R"({"ProtocolFeaturesSupported": {"ExpandQuery": {"NoLinks": true}}})",
-        error));
+        R"({"ProtocolFeaturesSupported": {"ExpandQuery": {"NoLinks": true}}})"));
   }
   void awaits(Kind kind) { state_.waiting[index(kind)] = 1; }
 

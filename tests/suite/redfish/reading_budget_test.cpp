@@ -10,35 +10,33 @@ namespace {
 
 TEST(ReadingBudget, TextAndValuesAreSpent) {
   ReadingBudget budget(1000);
-  std::string error;
-  EXPECT_TRUE(budget.spend(100, 2, error));
-  EXPECT_TRUE(budget.spend(900 - 3 * kBytesPerValue, 1, error));
-  EXPECT_FALSE(budget.spend(1, 0, error));
+  EXPECT_FALSE(budget.spend(100, 2));
+  EXPECT_FALSE(budget.spend(900 - 3 * kBytesPerValue, 1));
+  EXPECT_TRUE(budget.spend(1, 0));
 }
 
 TEST(ReadingBudget, WhatDoesNotFitCostsNothing) {
   ReadingBudget budget(std::size_t{3} << 20U);
-  std::string error;
-  EXPECT_FALSE(budget.spend(std::size_t{4} << 20U, 0, error));
-  EXPECT_EQ(error,
+  const auto failure = budget.spend(std::size_t{4} << 20U, 0);
+  ASSERT_TRUE(failure);
+  EXPECT_EQ(failure->cause,
             "with it, what was read of this service takes more than 3 MiB");
-  EXPECT_TRUE(budget.spend(std::size_t{3} << 20U, 0, error));
+  EXPECT_FALSE(budget.spend(std::size_t{3} << 20U, 0));
 }
 
 TEST(ReadingBudget, DocumentBeyondItIsNotParsed) {
   ReadingBudget budget(kBytesPerValue * 2 + 20);
-  std::string error;
-  EXPECT_TRUE(parseObject(R"({"a":1,"b":2})", error, &budget));
-  EXPECT_FALSE(parseObject(R"({"a":1,"b":2})", error, &budget));
-  EXPECT_TRUE(parseObject(R"({"a":1,"b":2})", error));
+  EXPECT_TRUE(parseObject(R"({"a":1,"b":2})", &budget));
+  EXPECT_FALSE(parseObject(R"({"a":1,"b":2})", &budget));
+  EXPECT_TRUE(parseObject(R"({"a":1,"b":2})"));
 }
 
 TEST(ParseSmallObject, LargeBodyIsRefused) {
   const std::string body = "{\"a\":\"" + std::string(300000, 'x') + "\"}";
-  std::string error;
-  EXPECT_TRUE(parseObject(body, error));
-  EXPECT_FALSE(parseSmallObject(body, error));
-  EXPECT_EQ(error, "the body is larger than 256 KiB");
+  EXPECT_TRUE(parseObject(body));
+  const auto small = parseSmallObject(body);
+  ASSERT_FALSE(small);
+  EXPECT_EQ(small.error().cause, "the body is larger than 256 KiB");
 }
 
 // Every document is within its own limit; all of them are not.
