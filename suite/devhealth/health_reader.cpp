@@ -9,12 +9,12 @@
 namespace devhealth {
 namespace {
 
-// Readings of one call. Pointers, sensors and the three steps to a registry
-// need five after the walk.
+// Most readings of one call. Pointers, sensors and the three steps to a
+// registry need five after the walk.
 constexpr int kMaxRounds = 8;
 
-// Adds what a reading wants and what was not asked for before. Returns false if
-// there is none: another reading would tell the same.
+// Adds what a reading wants and did not want before. Returns false if there is
+// nothing new: another reading would tell the same.
 bool extend(redfish::Selection& selection, HealthReading& reading,
             std::unordered_set<std::string>& asked) {
   bool extended = false;

@@ -8,9 +8,9 @@
 
 namespace devhealth {
 
-/// Reads a node's active events: what one look at them still wants is read
-/// and they are looked at again, until nothing new is wanted or to be had.
-/// Returns why not if they cannot be known.
+/// Reads a node's active events. `readEvents` tells what else it wants; that is
+/// read and `readEvents` called again, until it wants nothing new. Returns the
+/// failure if the events cannot be known.
 std::optional<Unread> readHealth(TargetReader& reader,
                                  std::vector<report::Event>& events);
 

@@ -9,7 +9,7 @@
 
 namespace devhealth {
 
-/// How much of a target a failure keeps from being read.
+/// How much of a target could not be read.
 enum class Extent {
   kParts,  ///< Some parts of what was asked for; the others are there.
   kItem,   ///< All that was asked for.
@@ -23,10 +23,10 @@ struct Unread {
   Extent extent = Extent::kItem;
 };
 
-/// What one target tells of itself. The calls fill their argument, which is
-/// empty before; they return why not if it cannot be read, and leave it alone
-/// then, unless parts of it alone are missing. Every failure is logged. Throws
-/// a `base::Failure` if the user has interrupted the run.
+/// What one target reports of itself. Each call fills its argument, which must
+/// be empty, or returns why not. After a failure the argument is still empty,
+/// but for `Extent::kParts`: then it holds all other parts. Every failure is
+/// logged. Throws a `base::Failure` if the user has interrupted the run.
 class Inventory {
  public:
   virtual ~Inventory() = default;
@@ -46,8 +46,8 @@ class Inventory {
   /// The active events.
   virtual std::optional<Unread> events(std::vector<report::Event>& events) = 0;
 
-  /// How many places for memory modules there are, as far as the reading of
-  /// the modules, which has to come first, has told.
+  /// The number of places for memory modules; nullopt if it is unknown. Call
+  /// `memory` first.
   virtual std::optional<std::size_t> memoryPlaces() = 0;
 };
 

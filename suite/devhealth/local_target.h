@@ -8,7 +8,7 @@
 
 namespace devhealth {
 
-/// The machine itself, where no service stands for it.
+/// This machine itself, where no service reports it.
 class LocalTarget : public Inventory {
  public:
   /// Borrows a machine. If it is null, every call fails.
@@ -34,8 +34,8 @@ class LocalTarget : public Inventory {
   std::optional<std::size_t> memoryPlaces() override;
 
  private:
-  /// Whether the firmware's table can be read, in which most parts stand
-  /// alone.
+  /// Fails if the firmware's table cannot be read: most parts stand nowhere
+  /// else.
   std::optional<Unread> requireTable();
   std::optional<Unread> requireMachine();
 

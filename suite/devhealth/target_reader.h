@@ -13,8 +13,7 @@
 
 namespace devhealth {
 
-/// One node of a target, as a service reads it. Every failure gets its status,
-/// and a line in the log.
+/// Reads one node of a service. Gives every failure its status, and logs it.
 class TargetReader {
  public:
   /// Borrows a service. If it is null, every reading fails as one without a
@@ -29,7 +28,7 @@ class TargetReader {
   /// Reads what one want names.
   std::optional<Unread> read(redfish::Want want);
 
-  /// What was read so far; to be asked after a reading that succeeded.
+  /// What was read so far. Call it only after a reading that succeeded.
   const redfish::Graph& graph() const { return service_->graph(); }
 
   /// The node; its system is not null after a reading that succeeded.
@@ -38,13 +37,14 @@ class TargetReader {
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }
 
-  /// Does work on what was read, such as mapping it, and returns what that
-  /// does; the failure that time is up when it outlasts the run's deadline.
-  /// Throws a `base::Failure` if the user has interrupted the run.
+  /// Runs a task on what was read, such as mapping it, and returns what the
+  /// task returns; a failure if it outlasts the run's deadline. Throws a
+  /// `base::Failure` if the user has interrupted the run.
   std::optional<Unread> work(
       const std::function<std::optional<Unread>()>& task) const;
 
-  /// The failure that what was read is not enough, for so much.
+  /// What to return for a failure in what was read, which keeps this much from
+  /// being known.
   Unread fail(base::Failure failure, Extent extent) const;
 
  private:

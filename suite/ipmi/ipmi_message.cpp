@@ -22,8 +22,9 @@ bool fromRedfishBody(const IpmiResponse& response) {
          base::ByteView(response.data).byte(0) == kRedfishBody;
 }
 
-// A field of printable characters, padded with NULs. Others would be a
-// malformed answer, and must not get into a login.
+// The text of a field that is padded with NULs. Returns nullopt if it is empty
+// or holds other characters than printable ones: such a field is malformed and
+// must not get into a login.
 std::optional<std::string> paddedText(base::ByteView data, std::size_t offset) {
   const auto field = data.slice(offset, kFieldLength);
   if (!field) {

@@ -9,9 +9,9 @@
 
 namespace ipmi {
 
-// The few messages of the Intelligent Platform Management Interface that are
-// exchanged with the machine's own controller: what is sent, and what the
-// answers say. No device is touched here.
+// The messages of the Intelligent Platform Management Interface (IPMI) that a
+// run exchanges with the machine's own controller. Pure functions: whoever has
+// a way to the controller sends them.
 
 /// A command to the controller.
 struct IpmiRequest {
@@ -39,20 +39,20 @@ struct BootstrapAccount {
   std::string password;
 };
 
-/// Get Bootstrap Account Credentials (DSP0270), in the form that leaves
-/// bootstrapping enabled: any other would switch it off until the next reset.
+/// Get Bootstrap Account Credentials (DSP0270). Asks the controller to keep
+/// bootstrapping enabled, which would else be off until the next reset.
 IpmiRequest bootstrapRequest();
 
-/// The account in the answer to it; nullopt if the controller refused, or
-/// the answer is malformed.
+/// The account in an answer to `bootstrapRequest`. Returns nullopt if the
+/// controller refused or the answer is malformed.
 std::optional<BootstrapAccount> bootstrapAccount(const IpmiResponse& response);
 
-/// Get Manager Certificate Fingerprint (DSP0270), of the first certificate.
+/// Get Manager Certificate Fingerprint (DSP0270) for the first certificate.
 IpmiRequest fingerprintRequest();
 
-/// The SHA-256 digest of the controller's certificate in the answer to it, 32
-/// bytes; nullopt if the controller refused, the answer is malformed or the
-/// algorithm another one.
+/// The SHA-256 digest (32 bytes) of the controller's certificate in an answer
+/// to `fingerprintRequest`. Returns nullopt if the controller refused, the
+/// answer is malformed or the digest is of another algorithm.
 std::optional<std::string> certificateDigest(const IpmiResponse& response);
 
 }  // namespace ipmi

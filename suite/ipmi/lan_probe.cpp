@@ -28,8 +28,8 @@ constexpr milliseconds kAsk[] = {milliseconds(1000), milliseconds(1000),
 constexpr milliseconds kPong{1000};
 constexpr milliseconds kSlice{100};
 
-// The host's first address. The resolver of the system cannot be stopped, so
-// it is left behind in a thread of its own when time is up.
+// The host's first address. The system's resolver cannot be stopped: it runs
+// in a thread of its own, which is left behind when time is up.
 std::optional<asio::ip::address> resolve(const std::string& host,
                                          base::Clock::time_point until) {
   boost::system::error_code error;
@@ -71,8 +71,8 @@ class Conversation {
   // Whether nobody listens at the other end.
   bool dead() const { return dead_; }
 
-  // Sends a datagram and gives what comes back to `read` until that takes
-  // something out of it, for `patience` at the longest.
+  // Sends a datagram and gives each answer to `read` until that returns a
+  // value, which it returns. Waits for `patience` at most.
   template <typename Read>
   auto ask(const std::string& datagram, milliseconds patience,
            base::Clock::time_point until, Read read)
@@ -94,7 +94,7 @@ class Conversation {
   }
 
  private:
-  // One datagram; nullopt if none came within a slice of time.
+  // The next datagram; nullopt if none came within `kSlice`.
   std::optional<std::string_view> receive(base::Clock::time_point end) {
     std::optional<std::size_t> size;
     socket_.async_receive(

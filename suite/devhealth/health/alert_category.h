@@ -15,15 +15,15 @@ using AlertCategory = report::Category;
 /// under any other name would not be shown.
 std::string_view categoryName(AlertCategory category);
 
-/// The area of what an alert comes from: told by the type of the resource
-/// where it was read, else by the first segment of its path that belongs to an
-/// area. A sensor is of the area of what it measures; one that was not read
-/// counts to the system.
+/// The area of the origin of an alert: by the type of the resource if it was
+/// read, else by the first segment of its path that belongs to an area. A
+/// sensor belongs to the area of what it measures; one that was not read, to
+/// the system.
 AlertCategory categoryOf(const redfish::Graph& graph,
                          const redfish::Uri& origin);
 
-/// Whether reading the origin would tell its area better: it is a sensor that
-/// was never asked for.
+/// Whether the origin is a sensor that was never asked for: reading it would
+/// tell its area.
 bool isUnreadSensor(const redfish::Graph& graph, const redfish::Uri& origin);
 
 }  // namespace devhealth

@@ -13,39 +13,39 @@
 namespace devhealth {
 
 struct AlertOptions {
-  /// The components are to tell for themselves, even where the service's list
-  /// of conditions would do.
+  /// Look at the components even where the service's list of conditions
+  /// suffices.
   bool thorough = false;
   /// The resources whose branches were to be read because a reading before
   /// told of them.
   std::set<std::string> unexplained;
 };
 
-/// What the graph tells of a node's active events, and what would have to be
-/// read to tell more.
+/// A node's active events as far as the graph tells them, and what must be read
+/// to tell more.
 struct HealthReading {
   /// In the order of the categories; warnings and errors only.
   std::vector<report::Event> events;
   /// Why the events cannot be known: a list of components that the walk needs
   /// could not be read.
   std::optional<base::Failure> failure;
-  /// Why components may have events that are not known: one of those that the
-  /// walk needs could not be read.
+  /// Why some events may be unknown: a component that the walk needs could not
+  /// be read.
   std::optional<base::Failure> gap;
-  /// The list of conditions answered, so that no walk was needed.
+  /// Whether the list of conditions told all, so that no walk was needed.
   bool serviceConditionsSuffice = false;
   /// Document keys of the resources whose branches were not entered although
   /// a holder above them states a health that nothing found so far explains.
   std::set<std::string> unexplained;
-  /// What else would tell more: origins of conditions, sensors, registries.
+  /// What else to read: origins of conditions, sensors, registries.
   std::vector<redfish::Uri> wanted;
 };
 
 /// Reads the node's active events out of the graph: the service's list of
 /// conditions, the conditions of all that was read, and the health of parts
 /// that neither explains. Each event stands once. The events are the best
-/// answer that this graph gives; with `unexplained` and `wanted` read, the
-/// next one may be better. The node's system must not be null.
+/// answer that this graph gives; after `unexplained` and `wanted` were read,
+/// the next answer may be better. The node's system must not be null.
 HealthReading readEvents(const redfish::Graph& graph, const redfish::Node& node,
                          const AlertOptions& options);
 

@@ -13,16 +13,15 @@ namespace devhealth {
 
 /// What a part says of its health without a condition.
 struct Statement {
-  redfish::Health severity = redfish::Health::kUnknown;  ///< It amounts to.
-  redfish::Health health = redfish::Health::kUnknown;    ///< It says.
+  redfish::Health severity = redfish::Health::kUnknown;  ///< What it means.
+  redfish::Health health = redfish::Health::kUnknown;    ///< As stated.
   bool failurePredicted = false;
 };
 
-/// What a system, chassis or manager says, of itself and all below it.
+/// What a system, chassis or manager says of itself and all below it.
 Statement statementOfHolder(const redfish::json::object& holder);
 
-/// The event that a statement of a part makes, in a sentence that calls the
-/// part by a name.
+/// The event of a part's statement. Its message calls the part by `name`.
 Event healthEvent(const redfish::Uri& uri, const redfish::json::object& part,
                   const Statement& statement, const std::string& name);
 
@@ -33,7 +32,7 @@ struct Component {
   redfish::Uri own;
   const redfish::json::object* part = nullptr;
   Statement statement;
-  bool aggregate = false;  ///< It speaks for all the parts below it.
+  bool aggregate = false;  ///< It stands for all the parts below it.
   bool quiet = false;      ///< Power control, or an empty bay.
   std::vector<redfish::Uri> repeated;  ///< Its places in further chassis.
 };
@@ -43,13 +42,13 @@ std::vector<Component> troubledComponents(const redfish::Graph& graph,
                                           const redfish::Node& node,
                                           const NodeScope& scope);
 
-/// Which redundancy groups of a service are in trouble. Each document is looked
-/// at once. The graph has to outlive it.
+/// Which redundancy groups of a service are in trouble. Looks at each document
+/// once. The graph must outlive it.
 class LostRedundancy {
  public:
   explicit LostRedundancy(const redfish::Graph& graph) : graph_(graph) {}
 
-  /// Whether a group of the list that a part is in, or of its subsystem, is.
+  /// Whether a group of a part's list, or of its subsystem, is in trouble.
   bool isBeside(const redfish::Uri& part);
 
  private:

@@ -12,7 +12,8 @@
 
 namespace devhealth {
 
-/// Where an event was found; the first one wins when several tell the same.
+/// Where an event was found. If several sources tell the same, the first
+/// counts.
 enum class EventSource {
   kServiceConditions = 1,  ///< The service's list of active conditions.
   kResource = 2,           ///< The conditions of a resource.
@@ -26,11 +27,11 @@ struct Event {
   std::string messageId;  ///< As served; may be empty.
   MessageId id;           ///< Its parts.
   std::vector<std::string> arguments;
-  std::string message;    ///< May hold "%1" still; may be empty.
+  std::string message;    ///< May still hold "%1"; may be empty.
   std::string timestamp;  ///< As served; may be empty.
   /// Warning or critical; unknown where the service does not say.
   redfish::Health severity = redfish::Health::kUnknown;
-  bool dropped = false;  ///< Told better by another event.
+  bool dropped = false;  ///< Another event tells it better.
 };
 
 /// The conditions of a service, each once: two are the same when they name the
@@ -51,7 +52,7 @@ class EventList {
   std::vector<Event>& events() { return events_; }
   const std::vector<Event>& events() const { return events_; }
 
-  /// Who held the conditions that became each event: (event, holder).
+  /// For each condition the index of its event, and the resource that held it.
   const std::vector<std::pair<std::size_t, redfish::Uri>>& holders() const {
     return holders_;
   }

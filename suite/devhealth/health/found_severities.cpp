@@ -10,8 +10,8 @@ using redfish::Health;
 
 namespace {
 
-// Segments below which places are not told apart from one another: twice as
-// many as the deepest resource of the schemas has.
+// Places below so many segments are not distinguished: twice as many as the
+// deepest resource of the schemas has.
 constexpr int kMaxSegments = 24;
 
 // The start of a key, of so many segments at most.

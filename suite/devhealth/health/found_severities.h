@@ -8,8 +8,8 @@
 
 namespace devhealth {
 
-/// The worst severity that was found at and below each place of a service:
-/// what explains the health of the resources above.
+/// The worst severity that was found at and below each place of a service. It
+/// explains the health of the resources above.
 class FoundSeverities {
  public:
   void add(const redfish::Uri& origin, redfish::Health severity);

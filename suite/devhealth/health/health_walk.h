@@ -9,8 +9,8 @@
 
 namespace devhealth {
 
-// What the walk over the components of a node has brought: pure functions of
-// the graph, which holds exactly what was read.
+// What the walk over the components of a node has read: pure functions of the
+// graph.
 
 /// Adds the document keys of those resources at or below the systems and
 /// chassis of a node whose branches (processors, memory, fans, batteries, the
@@ -18,7 +18,7 @@ namespace devhealth {
 void addSkippedOfNode(const redfish::Graph& graph, const redfish::Node& node,
                       std::set<std::string>& skipped);
 
-/// Why the walk is not whole. Branches that were not entered do not count.
+/// Why the walk is incomplete. Branches that were not entered do not count.
 struct WalkFailures {
   /// A list that it needs could not be read, or none of the parts in it.
   std::optional<base::Failure> failure;

@@ -12,24 +12,24 @@ namespace devhealth {
 /// The message registries that a service holds, as far as they were read: from
 /// the collection linked by the root over the file that describes a registry
 /// to the registry itself (DSP0266, MessageRegistryFile and MessageRegistry).
-/// Serves four registries at most; a missing one only costs texts.
+/// Uses four registries at most; a missing one costs only texts.
 class MessageRegistries {
  public:
   explicit MessageRegistries(const redfish::Graph& graph) : graph_(graph) {}
 
   /// The message of an identifier: from the registry of its version, else from
-  /// the highest minor version of its major one. Null when there is none, or
-  /// not yet.
+  /// the highest minor version of its major one. Null if there is none, or if
+  /// it was not read yet.
   const redfish::json::object* find(const MessageId& id);
 
-  /// What would have to be read to find the messages asked for so far.
+  /// What must be read to find the messages asked for so far.
   const std::vector<redfish::Uri>& wanted() const { return wanted_; }
 
  private:
   const redfish::json::object* messagesOf(const MessageId& id);
   std::vector<redfish::Uri> filesFor(const redfish::json::object& collection,
                                      const MessageId& id) const;
-  /// Whether the link was asked for; notes it as wanted otherwise.
+  /// Whether the link was asked for. Notes it as wanted if not.
   bool known(const redfish::Uri& link);
 
   const redfish::Graph& graph_;

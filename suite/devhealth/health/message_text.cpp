@@ -8,8 +8,8 @@
 namespace devhealth {
 namespace {
 
-// Beyond this length a text is cut anyway; a hostile message could multiply
-// its arguments without end.
+// Longer texts are cut anyway. Keeps a hostile message from repeating its
+// arguments without end.
 constexpr std::size_t kEnough = 4 * kMaxTextBytes;
 
 }  // namespace

@@ -9,14 +9,14 @@
 
 namespace devhealth {
 
-/// What concerns one node of a service: all but the other nodes' systems, and
-/// the chassis and managers that serve only those. An enclosure that holds
+/// What concerns one node of a service: everything except the other nodes'
+/// systems and the chassis and managers that serve only those. An enclosure of
 /// several nodes concerns them all.
 class NodeScope {
  public:
   NodeScope(const redfish::Graph& graph, const redfish::Node& node);
 
-  /// Whether a document, told by its key, concerns the node.
+  /// Whether the document of a key concerns the node.
   bool holds(std::string_view document) const;
 
  private:

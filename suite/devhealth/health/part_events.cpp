@@ -148,8 +148,8 @@ class Teller {
     });
   }
 
-  // Tells of a system, or a chassis, which holds what lies below `holder`.
-  // False where it needs no telling.
+  // Adds the event of a system or chassis, which holds what lies below
+  // `holder`. Returns false if it needs none.
   bool tellHolder(const Resource& resource, Health explained,
                   const std::string& holder) {
     const Statement statement = statementOfHolder(resource.body);
@@ -167,7 +167,8 @@ class Teller {
     return true;
   }
 
-  // Tells of the quiet parts that explain a severity; false if there are none.
+  // Adds the events of the quiet parts that explain a severity. Returns false
+  // if there are none.
   bool tellQuiet(const std::string& holder, Health severity) {
     bool told = false;
     for (auto parts = quiet_.lower_bound(severity); parts != quiet_.end();

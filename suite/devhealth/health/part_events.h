@@ -12,7 +12,7 @@
 
 namespace devhealth {
 
-/// What the health of a node's parts tells beyond the conditions.
+/// The events of a node's parts that no condition tells.
 struct PartEvents {
   std::vector<Event> events;
   /// Document keys of the branches that were not entered below a holder whose
@@ -20,15 +20,19 @@ struct PartEvents {
   std::set<std::string> unexplained;
 };
 
-/// The events that are told by health alone. A component gives one when its
-/// health is worse than all that was found at and below it; so does a
-/// subsystem, of its roll-up. With `holders` systems, chassis and managers
-/// give one, too: a system or chassis when nothing in the machine is as bad, a
-/// manager when nothing below it is. Power control and empty bays give one
-/// only in place of such a holder, or, the bays, beside a redundancy group in
-/// trouble: healthy machines report both. A part that is listed twice gives
-/// one. `found` holds what the conditions tell, `worst` the worst severity
-/// among those of the node; what the parts tell is added to both.
+/// The events that are told by health alone:
+///
+/// - A component whose health is worse than all that was found at and below it
+///   gives an event; so does a subsystem, for its roll-up.
+/// - With `holders`, systems and chassis give one if nothing in the machine is
+///   as bad, and managers if nothing below them is.
+/// - Power control and empty bays, of which healthy machines report trouble,
+///   give one only in place of such a holder; empty bays also beside a
+///   redundancy group in trouble.
+/// - A part that is listed twice gives one event.
+///
+/// `found` holds the severities of the conditions, `worst` the worst one of the
+/// node; those of the parts are added to both.
 PartEvents partEvents(const redfish::Graph& graph, const redfish::Node& node,
                       const NodeScope& scope, bool holders,
                       FoundSeverities& found, redfish::Health worst);

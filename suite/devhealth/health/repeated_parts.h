@@ -14,7 +14,7 @@ class RepeatedParts {
  public:
   RepeatedParts(const redfish::Graph& graph, const redfish::Node& node);
 
-  /// The link by which a part is listed first: its own for all others.
+  /// The link by which a part is listed first; its own if it is listed once.
   const redfish::Uri& firstOf(const redfish::Uri& uri) const;
 
  private:

@@ -12,8 +12,8 @@ namespace {
 namespace json = redfish::json;
 using report::Fan;
 
-// A speed as served; a negative one means that it is not known, 0 that the
-// fan stands still.
+// A speed as served. A negative one means that it is unknown, 0 that the fan
+// stands still.
 std::optional<double> speedAt(const json::object& fan, std::string_view path) {
   const std::optional<double> speed = numberAt(fan, path);
   return speed && *speed >= 0 ? speed : std::nullopt;

@@ -7,16 +7,16 @@
 
 namespace devhealth {
 
-// From what a machine says of its own parts to the report: the same rules
+// From what a machine says of its own parts to the report, by the same rules
 // for texts, fillers, units and names as for the parts that a controller
-// reports. Rows are in the natural order of their first column; no two rows
-// of processors, fans, modules and supplies have one name.
+// reports. Rows are in the natural order of their first column; no two
+// processors, fans, modules or supplies have the same name.
 
-/// What the system does not say is taken from its main board.
+/// Values that the system lacks are those of its main board.
 report::System systemOf(const local::SystemFacts& facts,
                         const local::BoardFacts& board);
 
-/// The version names the family, else the number of the family does.
+/// The family is the version's text, else the name of the family's number.
 std::vector<report::Processor> processorsOf(
     const std::vector<local::ProcessorFacts>& processors);
 

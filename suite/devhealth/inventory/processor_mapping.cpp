@@ -43,7 +43,7 @@ std::string familyOf(const json::object& processor) {
   return textAt(processor, "ProcessorArchitecture");
 }
 
-// The first of some numbers that there is.
+// The first number that is known.
 std::optional<double> firstOf(
     std::initializer_list<std::optional<double>> candidates) {
   for (const std::optional<double>& number : candidates) {

@@ -7,8 +7,8 @@
 
 namespace devhealth {
 
-/// The node's system board: one record. What the system does not say is taken
-/// from its first chassis.
+/// The node's system board: one record. Values that the system lacks are those
+/// of its first chassis.
 Mapped<report::System> mapSystem(const redfish::Graph& graph,
                                  const redfish::Node& node);
 

@@ -10,8 +10,7 @@
 
 namespace devhealth {
 
-/// What a mapping made of the graph: the rows of one table, or why there is no
-/// table.
+/// The rows of one table, or why there is no table.
 template <typename Record>
 struct Mapped {
   std::vector<Record> records;
@@ -23,13 +22,14 @@ struct Mapped {
   std::optional<base::Failure> gap;
 };
 
-/// Counts what a table was made from, and tells whether that is enough.
+/// Counts the parts and lists that a table is made from, and tells whether they
+/// suffice.
 class ReadTally {
  public:
   /// A part was read, whether or not it makes a row.
   void read() { ++read_; }
 
-  /// A part could not be read. It has a row all the same, which says so.
+  /// A part could not be read. It has a row, which says so.
   void unreadable(const Part& part) {
     if (unreadable_++ == 0) {
       first_ = failureOf(part.uri, part.failure);
@@ -68,10 +68,10 @@ class ReadTally {
     refused(list.refused);
   }
 
-  /// Why the table cannot be had; nullopt if it can.
+  /// Why there is no table; nullopt if there is one.
   std::optional<base::Failure> verdict() const;
 
-  /// Why one part, the first, is not known; nothing when all are.
+  /// Why the first unreadable part could not be read; nullopt if all were read.
   std::optional<base::Failure> gap() const;
 
  private:

@@ -46,22 +46,22 @@ struct RefusedLinks {
   base::Failure first;  ///< Where the first of them stands, if there is one.
 };
 
-/// A list, and why it could not be had although the service links it.
+/// A list, or why it could not be read although the service links it.
 struct LinkedList {
   PartList list;
   std::optional<base::Failure> failure;
   RefusedLinks refused;  ///< Of its members, which the list lacks.
 };
 
-/// The members of the collection that an object links at a path. Empty, and
-/// no failure, when there is no link or no such collection; a refused link is
-/// a failure.
+/// The members of the collection that an object links at a path. Empty without
+/// a failure if there is no link or no such collection. A refused link is a
+/// failure.
 LinkedList membersAt(const redfish::Graph& graph,
                      const redfish::json::object& holder,
                      std::string_view path);
 
-/// The failure of a link at a path of an object that does not stay below
-/// /redfish/; nothing where there is a good one or none.
+/// The failure of a refused link at a path of an object; nullopt if the link is
+/// good or there is none.
 std::optional<base::Failure> refusedLinkAt(const redfish::json::object& holder,
                                            std::string_view path);
 
@@ -74,8 +74,7 @@ RefusedLinks refusedLinksAt(const redfish::json::object& holder,
 /// document's with the place as fragment.
 PartList entriesAt(const redfish::Resource& document, std::string_view array);
 
-/// The failure that stands for a document: its own, or that it was never
-/// read.
+/// Why a document was not read: its own failure, or that nobody asked for it.
 base::Failure failureOf(const redfish::Uri& uri, const base::Failure* failure);
 
 }  // namespace devhealth

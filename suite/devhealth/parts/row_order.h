@@ -7,10 +7,9 @@
 
 namespace devhealth {
 
-/// Sorts the rows of a table by what their first column shows, as a person
-/// sorts. Rows that show the same keep their order. Some services list their
-/// parts in a new order at each read; two reports are to differ only where the
-/// machine does.
+/// Sorts the rows of a table by their first column, as a person sorts. Rows
+/// with the same text keep their order. Some services list their parts in a new
+/// order at each read; two reports must differ only where the machine does.
 template <typename Row, typename Text>
 void sortNaturally(std::vector<Row>& rows, Text Row::*first) {
   std::stable_sort(rows.begin(), rows.end(),

@@ -32,8 +32,7 @@ std::string plainText(std::string_view text);
 std::string plainTextAt(const redfish::json::object& object,
                         std::string_view path);
 
-/// The text of a value: that of a string, the digits of a number; empty for
-/// everything else.
+/// The text of a string, or a number as text; empty for any other value.
 std::string textOf(const redfish::json::value& value);
 
 /// The text of the value at a path; empty where there is none.
@@ -43,8 +42,8 @@ std::string textAt(const redfish::json::object& object, std::string_view path);
 std::string firstTextAt(const redfish::json::object& object,
                         std::initializer_list<std::string_view> paths);
 
-/// The number that a value is or that a string wholly holds; nothing for
-/// everything else, and for what is not finite or beyond 10^15.
+/// A number, or a text that is one as a whole. Returns nullopt for any other
+/// value, and for numbers that are not finite or beyond 10^15.
 std::optional<double> numberOf(const redfish::json::value& value);
 
 /// The number at a path.
@@ -56,7 +55,7 @@ std::optional<double> positiveAt(const redfish::json::object& object,
                                  std::string_view path);
 
 /// What makers added to a resource in formats of their own: the objects in
-/// `Oem`, one a maker.
+/// `Oem`, one for each maker.
 std::vector<const redfish::json::object*> makersObjects(
     const redfish::json::object& resource);
 

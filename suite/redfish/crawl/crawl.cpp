@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kMaxResources = 2000;  // Asked for in one crawl.
 constexpr std::chrono::milliseconds kProgressStep{250};
 constexpr std::size_t kQuotedLink = 120;  // Bytes of it in a message.
-// Links that wait and may be looked at again for one answer.
+// How many waiting links may be looked at again for one answer.
 constexpr std::size_t kLooksPerAnswer = 256;
 
 }  // namespace
@@ -170,10 +170,10 @@ void Crawl::openRules(const std::string& document, Kind kind) {
   }
 }
 
-// New links are looked at at once. Those that wait are looked at again after
-// every answer while they are few, after every so many answers when they are
-// not, and when nothing is under way: a service of many chassis would cost the
-// square of its size otherwise.
+// Looks at new links at once. Looks at waiting ones again when nothing is under
+// way, and before that after every answer while they are few, or after several
+// answers while they are many: else the work would grow with the square of the
+// number of chassis.
 void Crawl::evaluate(bool all) {
   // What belongs to the node is found out before what hangs on it is decided.
   while (!fatal_ &&

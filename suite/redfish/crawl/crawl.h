@@ -22,11 +22,11 @@
 
 namespace redfish {
 
-/// How a crawl reads and whom it tells.
+/// What a crawl needs beside its services.
 struct CrawlOptions {
   std::string address;  ///< Of the service, for messages.
   std::chrono::milliseconds requestTimeout;
-  base::Progress* progress = nullptr;  ///< Told of each answer; null: nobody.
+  base::Progress* progress = nullptr;  ///< Notified of each answer, if any.
 };
 
 /// One reading of a service: follows the links that the plan names, starting
@@ -43,10 +43,10 @@ class Crawl {
   Crawl(const Crawl&) = delete;
   Crawl& operator=(const Crawl&) = delete;
 
-  /// Reads what the selection needs: waits for answers until `until`, and works
-  /// on them until `workEnd`, at the latest. Nothing on
-  /// success: root, Systems and the selected node were read. On failure the
-  /// graph keeps what came, and later crawls ask again for the rest.
+  /// Reads what the selection needs. Waits for answers until `until`, and works
+  /// on them until `workEnd`, at the latest. Returns nullopt on success: root,
+  /// Systems and the selected node were read. On failure the graph keeps what
+  /// came, and later crawls ask again for the rest.
   std::optional<base::Failure> run(base::Clock::time_point until,
                                    base::Clock::time_point workEnd);
 
@@ -59,12 +59,12 @@ class Crawl {
     Uri uri;
     Kind kind = Kind::kExtra;
     std::uint64_t level = 1;
-    bool plain = false;     ///< Not to be asked for with its members.
+    bool plain = false;     ///< Must be asked for without its members.
     bool expanded = false;  ///< Was asked for with its members.
     std::string head;       ///< For a page: the collection that it belongs to.
   };
 
-  /// A link that was not decided yet.
+  /// A row of the plan that is not decided yet for a resource.
   struct Open {
     const Resource* resource;  ///< Of the graph, which keeps its place.
     const Rule* rule;
@@ -106,8 +106,9 @@ class Crawl {
   /// False when all links of members in a page are refused, so that the
   /// collection, whose first page is `head`, is unreadable and not empty.
   bool checkMembers(const std::string& head, const json::object& page);
-  /// Puts the resources inside another aside, and links in their places. A page
-  /// counts as the document that it belongs to.
+  /// Moves the resources inside another one to `ServiceKnowledge::nested` and
+  /// leaves links in their places. `around` is the key of the document; for a
+  /// page, that of the collection.
   void setNestedAside(Resource& resource, const std::string& around);
   void takePage(const std::string& head, Resource page);
   void askNextPage(const std::string& head, const json::object& page);
@@ -130,7 +131,7 @@ class Crawl {
 
   CrawlState state_;
   LinkPolicy policy_;
-  bool renewed_ = false;     ///< The one login of this crawl is spent.
+  bool renewed_ = false;     ///< Has logged in again, which it does once.
   std::uint64_t level_ = 0;  ///< Of the answer being taken in.
   std::size_t asked_ = 0;
   int unreachableInRow_ = 0;

@@ -8,22 +8,22 @@
 
 namespace redfish {
 
-/// What the service says of $expand (ServiceRoot,
-/// ProtocolFeaturesSupported.ExpandQuery), and what became of it.
+/// Whether and how the query $expand can be used with a service (ServiceRoot,
+/// ProtocolFeaturesSupported.ExpandQuery).
 class Expand {
  public:
-  /// Reads what the root offers. Only the form without links is used ("."):
-  /// the others follow every link there is.
+  /// Reads from the root what the service offers. Only the form "." is used,
+  /// which expands no links: the others follow every link there is.
   void offer(const json::object& root);
 
-  /// The query to read a resource of this kind with, or nothing. Collections
-  /// bring their members along; the thermal subsystem, where fans are wanted,
-  /// and the power subsystem bring theirs where two levels are offered.
+  /// The query to read a resource of this kind with; empty for none.
+  /// Collections are read with their members. Where two levels are offered, so
+  /// are the power subsystem and, if fans are wanted, the thermal subsystem.
   std::string_view queryFor(Kind kind, std::uint32_t planBits) const;
 
   bool usable() const { return usable_; }
 
-  /// A refusal: it is not asked for again in this run.
+  /// Notes that the service refused the query: it is not used again.
   void giveUp() { usable_ = false; }
 
  private:

@@ -24,7 +24,7 @@ struct ServiceKnowledge {
   Graph graph;
   KnownNodes nodes{graph};
   ReadingBudget budget;                  ///< Of all that is kept here.
-  std::map<std::string, KindSet> kinds;  ///< Parts played, by document key.
+  std::map<std::string, KindSet> kinds;  ///< By document key.
   /// Resources that came inside others, by document key, until a crawl asks
   /// for them: the graph holds the same whether the service expands or not.
   std::map<std::string, Resource> nested;

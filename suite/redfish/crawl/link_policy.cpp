@@ -299,7 +299,7 @@ void LinkPolicy::changed(const KindSet& kinds) {
   }
 }
 
-// The node takes a look at every chassis: it is found again for every chassis
+// Finding the node looks at every chassis: it is found again for every chassis
 // that comes only while they are few.
 const Node& LinkPolicy::node() {
   constexpr std::size_t kFew = 16;

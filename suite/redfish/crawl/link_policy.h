@@ -36,7 +36,7 @@ class LinkPolicy {
   /// Whether a row is followed from a resource that was read.
   Decision decide(const Rule& rule, const Resource& resource);
 
-  /// To be called when a resource that plays these parts came or changed.
+  /// Call it when a resource of these kinds came or changed.
   void changed(const KindSet& kinds);
 
   /// The plan bits (`planBits`) of the selection.
@@ -107,14 +107,14 @@ class LinkPolicy {
   const CrawlState& state_;
   std::uint32_t bits_;
   bool thorough_;
-  /// The node as it was found last; none: to be found again. While chassis and
-  /// managers come it may lack the latest of them: whatever takes all of them
-  /// waits until they are there.
+  /// The node as it was found last; nullopt: must be found again. May lack the
+  /// latest chassis and managers while they come: a decision that needs all of
+  /// them waits.
   std::optional<Node> node_;
   std::unordered_set<const Resource*> members_;  ///< Its systems and chassis.
-  /// Key of the chassis collection, once known; empty: none is to come.
+  /// Key of the chassis collection, once known; empty if there is none.
   std::optional<std::string> chassisCollection_;
-  std::size_t changes_ = 0;           ///< Chassis and managers come since.
+  std::size_t changes_ = 0;           ///< Chassis and managers since then.
   std::optional<bool> partsUnclear_;  ///< Until a system or chassis changes.
   /// Answers to questions about all systems or chassis of the node, until it
   /// or the graph changes.

@@ -78,7 +78,7 @@ constexpr std::size_t index(Kind kind) {
 /// The parts that one resource plays.
 using KindSet = std::bitset<kKindCount>;
 
-/// Calls `use` with each kind in a set.
+/// Calls `use` for each kind in a set.
 template <typename Use>
 void forEachKind(const KindSet& kinds, Use use) {
   for (std::size_t i = 0; i < kinds.size(); ++i) {
@@ -93,15 +93,15 @@ void forEachKind(const KindSet& kinds, Use use) {
 /// is not linked, and else only after it turned out to be empty.
 enum class Condition : std::uint8_t {
   kAlways,
-  kPartsUnclear,         ///< It takes the chassis to tell which systems are
-                         ///< parts of which.
+  kPartsUnclear,         ///< The chassis must be read to know which systems
+                         ///< are parts of which.
   kNoSpeed,              ///< A central processor that states no speed.
   kNoNewFans,            ///< The chassis' ThermalSubsystem yields no fan.
   kNoNewSupplies,        ///< The chassis' PowerSubsystem yields no supply.
   kAfterChassisDevices,  ///< Where expanding works, the collections of the
                          ///< chassis come first, since they are cheaper.
   kNoSystemDevices,      ///< The systems' PCIeDevices yield no device.
-  kNoChassisDevices,     ///< Nor do the collections of the chassis.
+  kNoChassisDevices,     ///< Nor do the chassis' collections of devices.
   kNoReadableDevices,    ///< The systems and the links of the chassis name
                          ///< none, and no member of those collections can be
                          ///< read.
@@ -130,8 +130,8 @@ bool isStructural(const Rule& rule);
 /// The rows for resources of one kind, in plan order.
 const std::vector<Rule>& rulesFrom(Kind kind);
 
-/// How many further answers, one after another, may hang on a resource of
-/// this kind: what hangs longest is asked first.
+/// The longest chain of further answers that a resource of this kind may start.
+/// The resources with the longest chain are asked for first.
 int heightOf(Kind kind);
 
 /// Whether a resource of this kind is a collection, whose members stand in

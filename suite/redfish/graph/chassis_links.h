@@ -9,12 +9,13 @@
 
 namespace redfish {
 
-/// How the chassis of a service hang together with its systems and with one
-/// another, told by the links of both sides. Every link is parsed once. Shows
-/// the graph as it is when it is asked first; the graph has to outlive it.
+/// Which chassis of a service belong to which systems, and which chassis are
+/// inside which, from the links of both sides. Parses every link once, when it
+/// is first needed: later changes of the graph may not show. The graph must
+/// outlive it.
 class ChassisLinks {
  public:
-  /// `members` are those of the service's collection, as far as they were read.
+  /// `members`: the chassis of the service's collection that were read.
   ChassisLinks(const Graph& graph, std::vector<const Resource*> members);
 
   const std::vector<const Resource*>& members() const { return members_; }
@@ -24,30 +25,30 @@ class ChassisLinks {
     return of(chassis).systems;
   }
 
-  /// Whether one of these was read.
+  /// Whether one of the systems that a chassis names was read.
   bool namesReadSystem(const Resource& chassis) const {
     return of(chassis).namesReadSystem;
   }
 
-  /// The chassis that links of either direction tie to a system, as far as they
-  /// were read: those that it names, then members that name it. Each once.
+  /// The chassis that are linked with a system in either direction and were
+  /// read: those that the system names, then the members that name it. Each
+  /// stands once.
   const std::vector<const Resource*>& chassisOf(const Resource& system) const {
     return tiesOf(system).order;
   }
 
-  /// Whether one of these is a chassis.
+  /// Whether `chassis` is one of `chassisOf(system)`.
   bool areTied(const Resource& system, const Resource& chassis) const {
     return tiesOf(system).all.count(&chassis) > 0;
   }
 
-  /// The chassis directly inside a chassis, as far as they were read. One may
-  /// come twice.
+  /// The chassis directly inside a chassis that were read. One may stand twice.
   std::vector<const Resource*> inside(const Resource& chassis) const;
 
  private:
   using Chassis = std::vector<const Resource*>;
 
-  /// The chassis that one system is tied to.
+  /// The chassis that one system is linked with.
   struct Ties {
     Chassis order;
     std::unordered_set<const Resource*> all;

@@ -6,11 +6,11 @@
 
 namespace redfish {
 
-/// Chassis inside chassis deeper than this are not followed.
+/// How many levels of chassis inside chassis are followed.
 constexpr int kMaxContainment = 8;
 
-/// The chassis around a chassis, the nearest first. Ends at one that was not
-/// read, which is in the list, and after `kMaxContainment`.
+/// The chassis that contain a chassis, the nearest first, `kMaxContainment` at
+/// most. One that was not read is the last of the list.
 std::vector<Uri> chassisAround(const Graph& graph, const Resource& chassis);
 
 }  // namespace redfish

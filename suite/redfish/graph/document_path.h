@@ -7,12 +7,12 @@
 
 namespace redfish {
 
-// Where documents stand to one another, told by their keys (`Uri::document`).
+// How documents lie below one another, from their keys (`Uri::document`).
 
-/// Whether a document is `holder` itself or lies somewhere below its path.
+/// Whether a document is `holder` itself or lies anywhere below its path.
 bool liesWithin(std::string_view document, std::string_view holder);
 
-/// The key without its last segment; empty for a key of one segment.
+/// The key without its last segment. Empty for a key of one segment.
 std::string_view parentOf(std::string_view document);
 
 /// Whether a document is one of `holders`, a set of texts, or lies somewhere

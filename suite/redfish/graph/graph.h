@@ -55,8 +55,8 @@ class Graph {
   /// Adds a resource, or replaces the one of the same document.
   Resource& insert(Resource resource);
 
-  /// The resource of a document key, to be changed at once; null: never asked
-  /// for.
+  /// The resource of a document key, for changes that are made at once; null:
+  /// never asked for.
   Resource* edit(std::string_view document);
 
   /// The resource of a document key (`Uri::document`); null: never asked for.
@@ -72,8 +72,8 @@ class Graph {
   /// What a link leads to.
   LinkTarget resolve(const Uri& link) const;
 
-  /// What the link at a path of an object leads to; nothing found when there
-  /// is no link.
+  /// What the link at a path of an object leads to. Both pointers are null if
+  /// there is no link.
   LinkTarget follow(const json::object& holder, std::string_view path) const;
 
   const std::map<std::string, Resource, std::less<>>& resources() const {
@@ -85,8 +85,8 @@ class Graph {
   std::uint64_t changes_ = 0;
 };
 
-/// The resources that the links at a path of a resource lead to, as far as they
-/// were read, in the order served.
+/// The resources that the links at a path of a resource lead to, in the order
+/// served, without those that were not read.
 std::vector<const Resource*> readLinks(const Graph& graph,
                                        const Resource& holder,
                                        std::string_view path);

@@ -106,7 +106,7 @@ const json::value* valueBelow(const json::value& value, std::string_view rest) {
   return object == nullptr ? nullptr : memberAt(*object, rest);
 }
 
-// Takes the links of a document in.
+// Walks through a document and checks its links.
 class LinkSurvey {
  public:
   void visit(const json::object& object) {

@@ -55,14 +55,14 @@ bool isRefusedLink(const json::value& value);
 /// The link at a path of an object.
 std::optional<Uri> linkAt(const json::object& object, std::string_view path);
 
-/// All links at a path: an array's entries, or a single object as an array of
-/// one. Bad entries are skipped, and the first `skipped` of all. Order as
-/// served, repeats kept.
+/// All links at a path, which holds an array or a single object, in the order
+/// served. Leaves out the first `skipped` entries of an array and those that
+/// are no good links. A link may stand twice.
 std::vector<Uri> linksAt(const json::object& object, std::string_view path,
                          std::size_t skipped = 0);
 
-/// Whether one of the links at a path passes a test, which takes a Uri. None is
-/// looked at after it.
+/// Whether one of the links at a path passes a test, which takes a `Uri`. Stops
+/// at the first one that does.
 template <typename Test>
 bool anyLinkAt(const json::object& object, std::string_view path,
                const Test& test) {
@@ -96,6 +96,7 @@ struct LinkReport {
   std::string longList;
 };
 
+/// Checks the links of a document at every depth.
 LinkReport surveyLinks(const json::object& object);
 
 }  // namespace redfish

@@ -8,8 +8,8 @@
 namespace redfish {
 namespace {
 
-// The place of the quote that ends a string whose text starts at `begin`;
-// the end of the text when there is none.
+// The place of the quote that ends a string whose text starts at `begin`; the
+// size of the text if there is none.
 std::size_t endOfString(std::string_view text, std::size_t begin) {
   while (true) {
     const std::size_t stop = text.find_first_of("\"\\", begin);

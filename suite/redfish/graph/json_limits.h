@@ -7,17 +7,17 @@
 
 namespace redfish {
 
-/// Objects and arrays inside one another.
+/// Most levels of objects and arrays inside one another.
 constexpr std::size_t kMaxJsonDepth = 64;
 
-/// Values of one document. A parsed value takes up to fifty times the room
-/// of its text, so that a body within the size limit could still exhaust a
-/// small machine: so many take 45 MiB at most. Real documents, registries
-/// included, stay below a tenth. An empty object or array counts twice.
+/// Most values of one document, which take up to 45 MiB. A parsed value takes
+/// up to fifty times the memory of its text, so the limit of a body's size
+/// would not protect a small machine. Real documents, registries included, stay
+/// below a tenth. An empty object or array counts twice.
 constexpr std::size_t kMaxJsonValues = 500000;
 
-/// Members of one object: bounds the time of a lookup when all their names
-/// hash alike.
+/// Most members of one object. Limits the time of a lookup when all their names
+/// have the same hash.
 constexpr std::size_t kMaxJsonMembers = 20000;
 
 /// The number of values in a JSON text, or somewhat more. Fails with

@@ -88,11 +88,10 @@ std::vector<const Resource*> machines(const Graph& graph) {
   return systems;
 }
 
-// The systems told apart by whether they are whole. One that was not read is
-// neither.
+// The systems that were read, by whether they are whole.
 struct Sorted {
   std::vector<const Resource*> whole;
-  std::vector<const Resource*> boards;  // Without anything of a machine.
+  std::vector<const Resource*> boards;  // Not whole.
 };
 
 Sorted sorted(const std::vector<const Resource*>& systems) {
@@ -105,7 +104,7 @@ Sorted sorted(const std::vector<const Resource*>& systems) {
   return result;
 }
 
-// The machine that a board is a part of; null when it is one of its own.
+// Which machine each board is a part of.
 class Owners {
  public:
   Owners(const ChassisLinks& links, const std::vector<const Resource*>& whole)
@@ -124,6 +123,7 @@ class Owners {
     }
   }
 
+  // Null: the board is a machine of its own.
   const Resource* of(const Resource& board) const {
     if (only_ != nullptr) {
       return only_;
@@ -145,7 +145,7 @@ class Owners {
  private:
   const ChassisLinks& links_;
   const Resource* only_ = nullptr;
-  /// The machine that a chassis is linked with; null: several.
+  // The machine that a chassis is linked with; null: several.
   std::unordered_map<const Resource*, const Resource*> byChassis_;
 };
 

@@ -30,18 +30,19 @@ using NodeSystems = std::vector<const Resource*>;
 /// natural order of their Ids, so that the numbers do not depend on the order
 /// in which the service lists them.
 ///
-/// A system without `Boot`, a reset action, a BIOS version and `Bios` is no
-/// machine of its own where others have one of them: it is a part of the only
-/// such system, or of the only one with which it shares a chassis.
+/// A system that has neither `Boot` nor a reset action, a BIOS version or
+/// `Bios` is no machine of its own if other systems have one of these: it is a
+/// part of the only such system, or of the only one with which it shares a
+/// chassis.
 std::vector<NodeSystems> nodesOf(const Graph& graph);
 
-/// The same, from what is known of the chassis already.
+/// The same, for callers that have the links of the chassis already.
 std::vector<NodeSystems> nodesOf(const Graph& graph, const ChassisLinks& links);
 
 /// Each node's own system.
 std::vector<const Resource*> eligibleSystems(const Graph& graph);
 
-/// Whether it takes the chassis to tell which systems are parts of which.
+/// Whether the chassis must be read to know which systems are parts of which.
 bool partsDependOnChassis(const Graph& graph);
 
 }  // namespace redfish

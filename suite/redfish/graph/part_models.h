@@ -29,16 +29,16 @@ inline constexpr PartSchema kPowerSupplySchema = {
     "Power",           "PowerSupplies",      "",
     "Links/PoweredBy", "Links/PowerSupplies"};
 
-// Whether the better of two models has brought anything: what decides the
-// fall-backs of the plan. Pure functions of the graph. What cannot be read
-// counts as brought: it exists.
+// Whether parts were found in one of the two ways, which decides whether the
+// plan falls back to the other. Pure functions of the graph. A part that cannot
+// be read counts, because it exists.
 
 /// Whether the subsystem of a chassis lists a part that is there.
 bool subsystemHasParts(const Graph& graph, const json::object& chassis,
                        const PartSchema& schema);
 
-/// Whether any source of the node's cooling, or one of the chassis around it
-/// that were read, has a fan.
+/// Whether one of the node's `coolingSources`, or a chassis around the node,
+/// has a fan, as far as they were read.
 bool hasFans(const Graph& graph, const Node& node);
 
 /// The same for power supplies.
@@ -48,8 +48,8 @@ bool hasPowerSupplies(const Graph& graph, const Node& node);
 bool anyExists(const Graph& graph, const json::object& holder,
                std::string_view path);
 
-/// Whether the collection at a path lists a member that exists, or exists
-/// itself and cannot be read.
+/// Whether the collection at a path lists a member that exists. True, too, if
+/// the collection cannot be read.
 bool anyMemberExists(const Graph& graph, const json::object& holder,
                      std::string_view path);
 

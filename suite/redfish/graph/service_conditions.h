@@ -12,19 +12,19 @@ namespace redfish {
 Health holderHealth(const json::object& body);
 
 /// Whether the service's list of active conditions (ServiceConditions, linked
-/// from the service root since version 1.13) answers for the node's health on
-/// its own, so that no component needs to be read for it. It does when it was
-/// read, its `HealthRollup` is the worst severity that it lists ("OK" for an
-/// empty list), and no holder of the node states a health worse than the
-/// conditions explain. On a service with several nodes only conditions that
-/// originate in this node's own resources explain anything. False while the
-/// node's system has not been read.
+/// from the service root since version 1.13) alone tells the node's health, so
+/// that no component needs to be read for it. That is so if the list was read,
+/// its `HealthRollup` is the worst severity that it lists ("OK" for an empty
+/// list), and no holder of the node states a health worse than the conditions
+/// explain. On a service with several nodes only conditions that originate in
+/// this node's own resources explain anything. False while the node's system
+/// has not been read.
 ///
-/// Ask when the node's system, chassis and managers have been read: a holder
-/// that is not in the graph contradicts nothing.
+/// Call it after the node's chassis and managers were read, too: a holder that
+/// is not in the graph is not asked.
 bool serviceConditionsSuffice(const Graph& graph, const Node& node);
 
-/// The document of the service's active conditions; null when the root names
+/// The document of the service's active conditions; null if the root links
 /// none or it was not read.
 const json::object* serviceConditions(const Graph& graph);
 

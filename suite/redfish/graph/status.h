@@ -7,7 +7,7 @@
 namespace redfish {
 
 /// Health of a resource, in ascending order of severity. kUnknown stands for
-/// a missing, null or unheard-of text, and is less than every other.
+/// a missing, null or unknown text.
 enum class Health { kUnknown, kOk, kWarning, kCritical };
 
 /// Reads a Health text of the Resource schema ("OK", "Warning", "Critical").
@@ -16,8 +16,8 @@ Health healthFromText(std::string_view text);
 /// `Health` of the Status object at a path ("Status", "MemorySummary/Status").
 Health ownHealth(const json::object& object, std::string_view statusPath);
 
-/// `HealthRollup` of the Status object at a path; "HealthRollUp", as older
-/// services spell it, where that has no value.
+/// `HealthRollup` of the Status object at a path; where that has no value,
+/// "HealthRollUp", as older services spell it.
 Health statedRollup(const json::object& object, std::string_view statusPath);
 
 /// Worse of `HealthRollup` and `Health` of the Status object at a path.

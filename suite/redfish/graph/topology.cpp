@@ -229,7 +229,7 @@ std::vector<const Resource*> Topology::managersOf(const Node& node) const {
 
 bool Topology::anyNodeLinksManagers() const {
   if (!managersLinked_) {
-    // Nearly always nobody does, or the first node.
+    // Nearly always no resource does, or the first node.
     managersLinked_ = false;
     const auto& all = graph_.resources();
     const bool any = std::any_of(all.begin(), all.end(), [&](const auto& one) {

@@ -34,41 +34,41 @@ struct Node {
   /// those that link it, else those told apart by their Ids; then those below
   /// them.
   std::vector<const Resource*> chassis;
-  /// Whether a link leads to one of the chassis. False: the whole list may
-  /// change while there are still chassis to be read.
+  /// Whether the chassis were found by links. If not, the whole list may change
+  /// while there are still chassis to be read.
   bool chassisLinked = false;
   /// Managers of the node: those that its systems link, else its chassis, else
   /// the service's own, else, when no node links any, all.
   std::vector<const Resource*> managers;
 };
 
-/// All nodes of a service. Every link of systems and chassis is parsed once,
-/// however many nodes there are. Shows the graph as it is while it lives.
+/// All nodes of a service. Parses every link of systems and chassis once,
+/// however many nodes there are. The graph must outlive it and not change.
 class Topology {
  public:
   explicit Topology(const Graph& graph);
 
   const std::vector<NodeSystems>& nodes() const { return nodes_; }
 
-  /// The node at a 0-based index of `nodes`; without a system when there is
-  /// none.
+  /// The node at a 0-based index of `nodes`. Has no system if there is none at
+  /// the index.
   Node node(std::size_t index) const;
 
-  /// Whether a link of either direction ties a chassis to one of some systems,
-  /// which were read.
+  /// Whether a chassis is linked, in either direction, with one of some
+  /// systems. The systems must have been read.
   bool isTied(const Resource& chassis, const NodeSystems& systems) const;
 
   class OrderedSet;
 
  private:
   Node withChassis(std::size_t index) const;
-  /// The chassis of a node that no link ties to any: those of its Id, then
-  /// those that are nobody's.
+  /// The chassis of a node that is linked with none: those with the Id of one
+  /// of its systems, then those that belong to no node.
   std::vector<const Resource*> chassisById(std::size_t index) const;
   /// Whether a chassis belongs to another node and not to this one. A card that
-  /// names only a system of its own, such as a DPU, does not.
+  /// names only a system of its own, such as a DPU, belongs to no other node.
   bool isOthers(std::size_t index, const Resource& chassis) const;
-  /// Adds what stands inside the chassis, and is not another node's.
+  /// Adds the chassis inside the chosen ones, without those of other nodes.
   void addInside(std::size_t index, OrderedSet& chosen) const;
   std::vector<const Resource*> managersOf(const Node& node) const;
   bool anyNodeLinksManagers() const;
@@ -79,9 +79,10 @@ class Topology {
   std::unordered_map<std::string, std::size_t> nodeOf_;  ///< By system.
   /// The nodes that have a system of an Id.
   std::unordered_map<std::string_view, std::set<std::size_t>> nodesById_;
-  /// Places in the collection of those with the Id of a system, by that.
+  /// By the Id of a system: the chassis with that Id, as indexes of the
+  /// members.
   std::unordered_map<std::string_view, std::vector<std::size_t>> namesakes_;
-  /// Those that name no system that is there and have the Id of none.
+  /// Chassis that name no system that was read and have the Id of none.
   std::vector<const Resource*> shared_;
   mutable std::optional<bool> managersLinked_;  ///< Once it was asked for.
 };
@@ -104,18 +105,18 @@ class KnownNodes {
   mutable std::map<std::uint16_t, Node> nodes_;
 };
 
-/// Where a node's fans, or its power supplies, are to be looked for: its
-/// chassis first, then what the CooledBy (PoweredBy) links of its systems and
-/// its chassis and the Fans (PowerSupplies) links of the chassis name: a
-/// chassis, a part, or a place in a document such as
-/// "/redfish/v1/Chassis/E/Thermal#/Fans/0". The order is that of the rows; no
-/// place comes twice.
+/// Where to look for a node's fans, or its power supplies: in its chassis, then
+/// in what the CooledBy (PoweredBy) links of its systems and chassis and the
+/// Fans (PowerSupplies) links of its chassis name. Such a link names a chassis,
+/// a part, or a place in a document such as
+/// "/redfish/v1/Chassis/E/Thermal#/Fans/0". In the order of the rows; each
+/// place stands once.
 std::vector<Uri> coolingSources(const Node& node);
 std::vector<Uri> powerSources(const Node& node);
 
-/// The chassis that hold the node's own, nearest first: the places to look
-/// for fans and supplies, one at a time, when the sources above have none.
-/// Ends at a chassis that was not read.
+/// The chassis around the node's own, the nearest first. To be asked one after
+/// another for fans and supplies if the sources above have none. A chassis that
+/// was not read ends the list.
 std::vector<Uri> enclosingChassis(const Graph& graph, const Node& node);
 
 }  // namespace redfish

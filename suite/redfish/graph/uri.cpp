@@ -117,8 +117,8 @@ std::optional<std::string_view> withoutAuthority(std::string_view link) {
   return end == std::string_view::npos ? std::string_view() : link.substr(end);
 }
 
-// The bytes that need a second look nowhere in a path, but for a dot that
-// begins a segment.
+// The bytes that are plain anywhere in a path, except a dot that begins a
+// segment.
 constexpr std::array<bool, 256> plainBytes() {
   std::array<bool, 256> plain{};
   for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ"

@@ -19,7 +19,7 @@ class Uri {
   /// (encoded or not), too long.
   static std::optional<Uri> parse(std::string_view link);
 
-  /// Whether `parse` takes a link.
+  /// Whether `parse` accepts a link.
   static bool isAllowed(std::string_view link);
 
   /// What is sent: path and query, without the fragment; characters that must
@@ -41,7 +41,8 @@ class Uri {
   /// fragment where there is one.
   std::string identity() const;
 
-  /// Last segment of the fragment, else of the path: the name of last resort.
+  /// Last segment of the fragment, else of the path. What is called by nothing
+  /// else is called by it.
   std::string_view lastSegment() const;
 
  private:

@@ -5,11 +5,11 @@
 
 namespace devhealth {
 
-/// The name of a maker of memory: where a text is nothing but a code of the
-/// JEDEC list of manufacturers (JEP106), such as "0xCE00" or "80CE", and the
-/// list holds it, the maker's name; else the text as it stands. Two digits, or
-/// four with a byte of zeros, are a code of the first bank; otherwise one byte
-/// is the code and the other one the number of continuation codes before it.
+/// The name of a maker of memory. A text that is a code of the JEDEC list of
+/// manufacturers (JEP106), such as "0xCE00" or "80CE", becomes the maker's name
+/// if the list holds it; any other text stays. Two digits, or four with a byte
+/// of zeros, are a code of the first bank. Otherwise one byte is the code and
+/// the other one the number of continuation codes before it.
 std::string memoryMaker(std::string_view text);
 
 }  // namespace devhealth

@@ -15,9 +15,9 @@ struct PartClass {
   std::string_view locator;  ///< Path of its own locator; empty: it has none.
 };
 
-/// The class of a part: by its type ("@odata.type"), for a part without one by
-/// the array or collection that its link names. A part of another type is
-/// called after that type.
+/// The class of a part: by its type ("@odata.type"); without a type by the
+/// array or collection that its link names. The class of an unknown type has
+/// the type as its word.
 PartClass classOf(const redfish::Uri& uri, const redfish::json::object& part);
 
 /// The class of parts of a type such as "Fan" (DSP0268).
@@ -28,8 +28,8 @@ PartClass classOfType(std::string_view type);
 /// is to be clean, placeholders taken out (`recordText`).
 bool isName(std::string_view text);
 
-/// Whether a part says what it is: by a name, a model, a serial number or a
-/// part number. An empty bay does not.
+/// Whether a part has a name, a model, a serial number or a part number. An
+/// empty bay has none.
 bool hasIdentity(const redfish::json::object& part);
 
 /// Whether a text holds a letter.

@@ -8,9 +8,9 @@
 
 namespace devhealth {
 
-/// What parts are called that are met one by one: the name of each can be told
-/// from those of its own array, or of all that was read beside its document.
-/// Names each list once.
+/// Names parts one by one. The name of each differs from those of the other
+/// entries of its array, or of the documents that were read beside its own.
+/// Works each list out once.
 class SiblingNames {
  public:
   /// The graph has to outlive it and stay as it is.

@@ -9,11 +9,11 @@
 
 namespace devhealth {
 
-/// The parts of a node that belong into the PCI table although no list of
-/// devices need name them, absent ones included: network adapters of its
-/// chassis (where those have none, of its systems' network interfaces),
-/// processors that are no CPU, and storage controllers that say what they are.
-/// What cannot be read is told to the tally.
+/// The parts of a node that belong into the PCI table although a list of
+/// devices may lack them: network adapters of its chassis (if those have none,
+/// of its systems' network interfaces), processors that are no CPU, and storage
+/// controllers that say what they are. Includes absent ones. Tells the tally
+/// what cannot be read.
 std::vector<PciPart> loneParts(const redfish::Graph& graph,
                                const redfish::Node& node, ReadTally& tally);
 

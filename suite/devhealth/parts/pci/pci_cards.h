@@ -19,9 +19,9 @@ struct PciCard {
   std::string slot;           ///< The label of its place; may be empty.
 };
 
-/// The node's devices and the parts that are none of them, each once, as a
-/// person sorts their names. Absent ones are left out. What cannot be read is
-/// told to the tally.
+/// The node's devices and the lone parts that are none of them, each once, in
+/// the natural order of their names. Leaves out absent ones. Tells the tally
+/// what cannot be read.
 std::vector<PciCard> pciCards(const redfish::Graph& graph,
                               const redfish::Node& node, ReadTally& tally);
 

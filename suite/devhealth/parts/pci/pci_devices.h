@@ -12,10 +12,9 @@ namespace devhealth {
 /// The node's PCIe devices, absent ones included, from the first of these that
 /// names any: its systems, the collections of its chassis, the links of its
 /// chassis, the lists that makers put beside an empty or unreadable collection
-/// (`Oem.*.Links.Devices`). Each is there once, however often it is listed.
-/// Devices that sit in another node's chassis, retimers, simulated ones and the
-/// batteries of such a list are left out. What cannot be read is told to the
-/// tally.
+/// (`Oem.*.Links.Devices`). Each stands once, however often it is listed.
+/// Leaves out devices in another node's chassis, retimers, simulated devices,
+/// and batteries in a maker's list. Tells the tally what cannot be read.
 std::vector<PciPart> pciDevices(const redfish::Graph& graph,
                                 const redfish::Node& node, ReadTally& tally);
 

@@ -8,14 +8,19 @@
 
 namespace devhealth {
 
-/// For each lone part the devices that it is, as indexes; none where it is a
-/// part of its own. Five steps, each over all parts before the next: the links
-/// of the part and of its controllers; the serial number; the label of its slot
-/// or its identifier; its name, model or identifier inside the device's name or
-/// model, or the reverse; the one adapter and the one device of a maker that
-/// are left. The last three take only devices that are no other part, and
-/// never two that state different serial numbers, except where name or model
-/// are the same and unique.
+/// For each lone part the indexes of the devices that are the same part; none
+/// if it is a part of its own. Parts are matched in five steps, each for all
+/// parts before the next:
+///
+/// 1. the links of the part and of its controllers;
+/// 2. the serial number;
+/// 3. the label of its slot, or its identifier;
+/// 4. its name, model or identifier inside the device's name or model, or the
+///    reverse;
+/// 5. the only adapter and the only device of a maker that are left.
+///
+/// Steps 3 to 5 take only devices that are no other part, and none with another
+/// serial number, unless name or model are the same and unique.
 std::vector<std::vector<std::size_t>> matchDevices(
     const std::vector<PciPart>& devices, const std::vector<PciPart>& loneParts,
     const PciSlots& slots);

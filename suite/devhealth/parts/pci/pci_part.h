@@ -7,7 +7,7 @@
 
 namespace devhealth {
 
-/// What a part of the PCI table is listed as.
+/// As what a part of the PCI table is listed.
 enum class PciKind {
   kDevice,      ///< A PCIeDevice.
   kListed,      ///< A member of a maker's own list of devices.
@@ -41,8 +41,8 @@ PciFields fieldsOf(const PciPart& part);
 /// `ProcessorType`.
 PartClass pciClassOf(const PciPart& part);
 
-/// The identifier of a part in the table. A controller without an `Id` is told
-/// by its storage's, and its own number where the storage has several.
+/// The identifier of a part in the table. A controller without an `Id` has that
+/// of its storage, with its own number if the storage has several.
 std::string pciTagOf(const PciPart& part);
 
 }  // namespace devhealth

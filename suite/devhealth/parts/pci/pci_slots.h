@@ -13,10 +13,10 @@ class PciSlots {
  public:
   PciSlots(const redfish::Graph& graph, const redfish::Node& node);
 
-  /// The label of the slot that a device is in: that of the slot that names
-  /// it, else the one that the device states itself (`Slot`, or `Location` as
-  /// a text), else the label of its place. A slot without a label is told by
-  /// its number. Empty where nothing tells.
+  /// The label of the slot that a device is in: of the slot that names it, else
+  /// what the device states itself (`Slot`, or `Location` as a text), else the
+  /// label of its place. A slot without a label has its number. Empty if none
+  /// of these is known.
   std::string labelOf(const redfish::Uri& uri,
                       const redfish::json::object& device) const;
 

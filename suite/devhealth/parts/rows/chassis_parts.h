@@ -17,21 +17,20 @@ struct ChassisPart {
   bool entry = false;  ///< It is an entry of the older document.
 };
 
-/// The parts of one kind in a list of places, such as `coolingSources` gives:
-/// chassis, single parts, places in the older document. A chassis is asked for
-/// its subsystem, and for its older document only when the subsystem has no
-/// such part; the same part never comes twice. When the places have none, the
-/// chassis that hold the node's own are asked, the nearest first. Absent parts
-/// are left out.
+/// The parts of one kind in a list of places (chassis, single parts, places in
+/// the older document) such as `coolingSources` gives. Of a chassis the
+/// subsystem counts, or the older document if the subsystem has no such part.
+/// If the places have none, the chassis around the node's own are used, the
+/// nearest first. Each part stands once. Leaves out absent parts.
 std::vector<ChassisPart> chassisParts(const redfish::Graph& graph,
                                       const redfish::Node& node,
                                       const std::vector<redfish::Uri>& places,
                                       const redfish::PartSchema& schema,
                                       ReadTally& tally);
 
-/// The failure that keeps the node's chassis from being known: one that the
-/// system names cannot be read, or, when no chassis is known at all, the
-/// collection of chassis or a member of it.
+/// Why the node's chassis are not known: one that the system names cannot be
+/// read, or, if no chassis is known at all, the collection of chassis or a
+/// member of it.
 std::optional<base::Failure> chassisFailure(const redfish::Graph& graph,
                                             const redfish::Node& node);
 

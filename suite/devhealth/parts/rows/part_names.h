@@ -8,10 +8,10 @@
 
 namespace devhealth {
 
-/// What a person calls the parts of a node in a sentence. A part that has a
-/// row in one of the tables is called as that table calls it, as far as what
-/// was read tells; any other part by the word for its class and a name that
-/// tells it from those of its list ("Drive 3").
+/// What the parts of a node are called in a sentence. A part with a row in one
+/// of the tables has the name of that row, if enough was read to know it. Any
+/// other part has the word for its class and a name that no other part of its
+/// list has ("Drive 3").
 class PartNames {
  public:
   /// Graph and node have to outlive it and stay as they are.

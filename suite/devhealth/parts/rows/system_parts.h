@@ -16,21 +16,20 @@ struct NamedPart {
   std::string name;  ///< What the first column of its table shows.
 };
 
-/// The node's central processors, as a person sorts them. Absent ones are left
-/// out, and so are accelerators and the like. What cannot be read is told to
-/// the tally.
+/// The node's central processors, in the natural order of their names. Leaves
+/// out absent ones, accelerators and the like. Tells the tally what cannot be
+/// read.
 std::vector<NamedPart> centralProcessors(const redfish::Graph& graph,
                                          const redfish::Node& node,
                                          ReadTally& tally);
 
-/// The node's memory modules, called after their places. Empty slots and
-/// caches are left out.
+/// The node's memory modules, called by their places. Leaves out empty slots
+/// and caches. Tells the tally what cannot be read.
 std::vector<NamedPart> memoryModules(const redfish::Graph& graph,
                                      const redfish::Node& node,
                                      ReadTally& tally);
 
-/// How many places for memory modules the node's systems list, caches left
-/// out.
+/// How many places for memory modules the node's systems list, without caches.
 std::size_t memoryPlaces(const redfish::Graph& graph,
                          const redfish::Node& node);
 
