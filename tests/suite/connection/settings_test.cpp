@@ -381,6 +381,17 @@ TEST(SettingsErrors, ATableWithoutANameIsToldAndEndsNothing) {
   }
 }
 
+// Undefined in the library, which only a build with sanitizers tells.
+TEST(SettingsErrors, LettersWithoutQuotationMarksAreRefused) {
+  for (const char* text :
+       {"user = \u00e9mile\n", "gr\u00f6\u00dfe = 1\n", "user\u00a0= 'ada'\n",
+        "user = 'ada'\u00e9\n", "user = \u3000\n"}) {
+    EXPECT_NE(causeOf("\n" + std::string(text)).find("a.toml:2"),
+              std::string::npos)
+        << text;
+  }
+}
+
 TEST(SettingsErrors, HintAtMissingQuotationMarks) {
   EXPECT_NE(causeOf("[targets.n1]\naddress = 10.0.0.5\n")
                 .find("; a text stands in quotation marks: "),
