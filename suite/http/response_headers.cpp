@@ -1,8 +1,11 @@
 #include "suite/http/response_headers.h"
 
 #include <algorithm>
+#include <ctime>
+#include <string>
 
 #include "suite/base/ascii.h"
+#include "suite/http/http_date.h"
 #include "suite/http/transport.h"
 
 namespace http {
@@ -33,6 +36,7 @@ bool ResponseHeaders::add(std::string_view line) {
     interim_ = isInterim(line);
     location_.clear();
     retryAfter_.clear();
+    date_.clear();
     authToken_.clear();
     return true;
   }
@@ -57,6 +61,8 @@ bool ResponseHeaders::add(std::string_view line) {
     location_ = value;
   } else if (base::equalIgnoringCase(name, "retry-after")) {
     retryAfter_ = value;
+  } else if (base::equalIgnoringCase(name, "date")) {
+    date_ = value;
   } else if (base::equalIgnoringCase(name, "x-auth-token")) {
     authToken_ = isSendable(value) ? base::Secret({value}) : base::Secret();
   }
@@ -76,6 +82,14 @@ void ResponseHeaders::addCodings(std::string_view list) {
   }
 }
 
+std::string ResponseHeaders::retryAfter() const {
+  const auto until = parseDate(retryAfter_);
+  const auto from = parseDate(date_);
+  return until && from
+             ? std::to_string(std::max<std::time_t>(*until - *from, 0))
+             : retryAfter_;
+}
+
 bool ResponseHeaders::tooLarge() const { return bytes_ > kMaxHeaderBytes; }
 
 void ResponseHeaders::clear() noexcept {
@@ -86,6 +100,7 @@ void ResponseHeaders::clear() noexcept {
   gzip_ = false;
   location_.clear();
   retryAfter_.clear();
+  date_.clear();
   authToken_.clear();
 }
 

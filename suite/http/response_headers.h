@@ -26,7 +26,11 @@ class ResponseHeaders {
   bool decodable() const { return codings_ == 0 || (codings_ == 1 && gzip_); }
 
   const std::string& location() const { return location_; }
-  const std::string& retryAfter() const { return retryAfter_; }
+
+  /// Retry-After as it stands. A date becomes the seconds from the answer's own
+  /// Date until then, where there is one: the clocks of the two sides may
+  /// differ, and this one's may jump.
+  std::string retryAfter() const;
 
   /// The token of X-Auth-Token; empty if there is none, or if it cannot be
   /// sent back in a header.
@@ -45,6 +49,7 @@ class ResponseHeaders {
   bool gzip_ = false;  ///< The last one of them is gzip.
   std::string location_;
   std::string retryAfter_;
+  std::string date_;
   base::Secret authToken_;
 };
 

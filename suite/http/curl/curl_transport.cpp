@@ -279,6 +279,9 @@ void CurlTransport::setSharedOptions(CURL* easy) {
   setOption(easy, CURLOPT_NOSIGNAL, 1L);
   // A resolver that hangs must not hold us when we leave.
   setOption(easy, CURLOPT_QUICK_EXIT, 1L);
+  // A name is searched for once: the logout is not to depend on a name server,
+  // nor is how old an address is on the system's clock, which may jump.
+  setOption(easy, CURLOPT_DNS_CACHE_TIMEOUT, -1L);
   setOption(easy, CURLOPT_TCP_KEEPALIVE, 1L);
   setOption(easy, CURLOPT_HTTP_VERSION,
             static_cast<long>(!plain && http2Allowed_ ? CURL_HTTP_VERSION_2TLS

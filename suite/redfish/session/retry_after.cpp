@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <ctime>
-#include <iomanip>
-#include <locale>
-#include <optional>
-#include <sstream>
-#include <string>
+
+#include "suite/http/http_date.h"
 
 namespace redfish {
 namespace {
@@ -18,30 +15,6 @@ using std::chrono::seconds;
 
 constexpr milliseconds kShortest = seconds(1);
 constexpr milliseconds kLongest = seconds(30);
-
-std::time_t fromUtc(std::tm parts) {
-#if defined(_WIN32)
-  return _mkgmtime(&parts);
-#else
-  return timegm(&parts);
-#endif
-}
-
-// An HTTP date in its preferred form, "Sun, 06 Nov 1994 08:49:37 GMT".
-std::optional<std::time_t> parseDate(std::string_view text) {
-  std::istringstream in{std::string(text)};
-  in.imbue(std::locale::classic());
-  std::tm parts{};
-  in >> std::get_time(&parts, "%a, %d %b %Y %H:%M:%S");
-  // Not every system counts to the year 9999 (Windows: 3000).
-  constexpr int kLastYear = 2900 - 1900;
-  parts.tm_year = std::min(parts.tm_year, kLastYear);
-  const std::time_t time = in.fail() ? -1 : fromUtc(parts);
-  if (time == -1) {
-    return std::nullopt;
-  }
-  return time;
-}
 
 }  // namespace
 
@@ -58,7 +31,7 @@ milliseconds retryDelay(std::string_view retryAfter, int attempt,
     if (read.ptr == end && read.ec == std::errc::result_out_of_range) {
       return kLongest;
     }
-    if (const auto date = parseDate(retryAfter)) {
+    if (const auto date = http::parseDate(retryAfter)) {
       // Bounded first: the clock cannot count to every date.
       const std::time_t today = Clock::to_time_t(now);
       const Clock::time_point then = Clock::from_time_t(

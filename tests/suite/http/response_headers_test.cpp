@@ -86,6 +86,25 @@ TEST(ResponseHeaders, LimitCountsAllLines) {
   EXPECT_TRUE(headers.tooLarge());
 }
 
+TEST(ResponseHeaders, DateToRetryAfterIsMeasuredFromTheAnswers) {
+  ResponseHeaders headers;
+  headers.add("HTTP/1.1 503 Busy\r\n");
+  headers.add("Retry-After: Thu, 01 Jan 1970 00:02:05 GMT\r\n");
+  EXPECT_EQ(headers.retryAfter(), "Thu, 01 Jan 1970 00:02:05 GMT");
+  headers.add("date: Thu, 01 Jan 1970 00:02:00 GMT\r\n");
+  EXPECT_EQ(headers.retryAfter(), "5");
+  headers.add("Date: Thu, 01 Jan 1970 00:03:00 GMT\r\n");
+  EXPECT_EQ(headers.retryAfter(), "0");
+}
+
+TEST(ResponseHeaders, SecondsToRetryAfterNeedNoDate) {
+  ResponseHeaders headers;
+  headers.add("HTTP/1.1 503 Busy\r\n");
+  headers.add("Date: Thu, 01 Jan 1970 00:02:00 GMT\r\n");
+  headers.add("Retry-After: 7\r\n");
+  EXPECT_EQ(headers.retryAfter(), "7");
+}
+
 TEST(ResponseHeaders, ClearForgetsEverything) {
   ResponseHeaders headers = headersOf({"HTTP/1.1 200 OK", "Location: /a",
                                        "X-Auth-Token: abc", "Retry-After: 1"});
