@@ -24,7 +24,7 @@ class ProgramLibrary : public ProgramFixture {
  protected:
   // What the system's loader tells of a run.
   std::string loaded(const std::string& target) {
-    options.environment.push_back("LD_DEBUG=libs");
+    options.environment.emplace_back("LD_DEBUG=libs");
     return run({"--bmc", target, "sample", kReach}).errors;
   }
 
