@@ -38,6 +38,17 @@ bool isHttp2(const SSL* connection) {
   return std::string_view(reinterpret_cast<const char*>(name), size) == "h2";
 }
 
+// What the network's round trips take of opening a connection: the look-up of
+// the name, TCP's one, and those of a full handshake, one in TLS 1.3 and two
+// before. The system answers for TCP, however slow the server is.
+std::chrono::microseconds networkTime(CURL* easy, const SSL* connection) {
+  const auto found = infoOf<curl_off_t>(easy, CURLINFO_NAMELOOKUP_TIME_T);
+  const auto connected = infoOf<curl_off_t>(easy, CURLINFO_CONNECT_TIME_T);
+  const int roundTrips = SSL_version(connection) >= TLS1_3_VERSION ? 1 : 2;
+  return std::chrono::microseconds(connected +
+                                   roundTrips * (connected - found));
+}
+
 // Whether a code says that HTTP/2 was spoken badly.
 bool isFraming(CURLcode code) {
   return code == CURLE_HTTP2 || code == CURLE_HTTP2_STREAM;
@@ -207,6 +218,7 @@ int CurlTransfer::onConnection(void* self, char* /*remoteAddress*/,
         transfer.sentAt_ - transfer.startedAt_);
   }
   if (const SSL* tls = tlsOf(transfer.easy_.get())) {
+    transfer.openingNetwork_ = networkTime(transfer.easy_.get(), tls);
     transfer.speaksHttp2_ = isHttp2(tls);
     transfer.resumed_ = transfer.opening_ && SSL_session_reused(tls) == 1;
   }
@@ -338,6 +350,7 @@ bool CurlTransfer::reset() noexcept {
   speaksHttp2_ = false;
   resumed_ = false;
   opening_.reset();
+  openingNetwork_ = std::chrono::microseconds(0);
   bodyTooLarge_ = false;
   bodiesTooLarge_ = false;
   exception_ = nullptr;

@@ -89,6 +89,10 @@ class CurlTransfer {
   /// it, or when it uses one that was there.
   std::optional<std::chrono::microseconds> opening() const { return opening_; }
 
+  /// What the network's round trips took of that: the look-up of the name,
+  /// TCP's, and those of a full TLS handshake.
+  std::chrono::microseconds openingNetwork() const { return openingNetwork_; }
+
   /// Whether that took up an earlier TLS session.
   bool resumed() const { return resumed_; }
 
@@ -134,6 +138,7 @@ class CurlTransfer {
   base::Clock::time_point startedAt_;
   base::Clock::time_point sentAt_;
   std::optional<std::chrono::microseconds> opening_;
+  std::chrono::microseconds openingNetwork_{0};
   bool bodyTooLarge_ = false;
   bool bodiesTooLarge_ = false;
   bool identity_ = false;         ///< The body is not decoded.

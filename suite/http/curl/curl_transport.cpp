@@ -381,7 +381,8 @@ void CurlTransport::learnOpening(CurlTransfer& transfer) {
   if (!transfer.newlyConnected() || !transfer.opening()) {
     return;
   }
-  pacing_.connected(*transfer.opening(), transfer.resumed());
+  pacing_.connected(*transfer.opening(), transfer.openingNetwork(),
+                    transfer.resumed());
   if (transfer.expectsOpening()) {
     standing_ = std::min(standing_ + 1, options_.maxConnections);
   } else {

@@ -7,8 +7,11 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// An opening that is shorter than most answers of most controllers.
+// An opening that, without the network's part, is shorter than most answers of
+// most controllers.
 constexpr milliseconds kCheapOpening{30};
+// Of an opening: TCP's, and those of TLS 1.2.
+constexpr int kMostRoundTrips = 3;
 // What part of a full handshake a resumed one takes, until one was seen.
 constexpr int kResumedPart = 4;
 // An opening of which an answer takes so much more is cheap.
@@ -35,12 +38,13 @@ Pacing::Duration leastOf(Pacing::Duration known, Pacing::Duration time) {
 Pacing::Pacing(int most, bool secure)
     : most_(std::max(most, 1)), secure_(secure) {}
 
-void Pacing::connected(Duration opening, bool resumed) {
+void Pacing::connected(Duration opening, Duration network, bool resumed) {
   if (resumed) {
     resumable_ = true;
     resumedOpening_ = leastOf(resumedOpening_, opening);
   } else if (fullOpening_.count() == 0) {
     fullOpening_ = std::max(opening, Duration(1));
+    fullNetwork_ = network;
   }
 }
 
@@ -111,7 +115,10 @@ Pacing::Duration Pacing::openingCost() const {
 }
 
 bool Pacing::cheap() const {
-  return fullOpening_ <= kCheapOpening ||
+  // No round trip takes longer than an answer: TCP has tried another address
+  // before, or lost a packet.
+  const Duration network = std::min(fullNetwork_, kMostRoundTrips * alone_);
+  return fullOpening_ - network <= kCheapOpening ||
          (aloneRead_.count() > 0 && kCheapPart * openingCost() <= aloneRead_);
 }
 

@@ -36,9 +36,10 @@ class Pacing {
   /// TLS handshake: without one they cost nothing.
   Pacing(int most, bool secure);
 
-  /// A connection stands, that long after its opening began. `resumed` is
-  /// whether it took up an earlier TLS session.
-  void connected(Duration opening, bool resumed);
+  /// A connection stands, that long after its opening began. `network` is what
+  /// the round trips of the network took of that, as far as is known, and
+  /// `resumed` whether it took up an earlier TLS session.
+  void connected(Duration opening, Duration network, bool resumed);
 
   /// A TLS session was granted: further connections can take it up.
   void sessionKept() { resumable_ = true; }
@@ -84,6 +85,7 @@ class Pacing {
   bool resumable_ = false;
   int closed_ = 0;
   Duration fullOpening_{0};     ///< Of the first connection; 0: not yet.
+  Duration fullNetwork_{0};     ///< The network's part of it.
   Duration resumedOpening_{0};  ///< Of the fastest one that resumed.
   Duration alone_{0};           ///< Fastest answer without others; 0: none.
   Duration aloneRead_{0};       ///< The same of reads.

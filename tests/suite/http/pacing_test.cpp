@@ -14,9 +14,10 @@ struct Paced {
   Pacing pacing;
   milliseconds now{1000};
 
-  Paced(int most, milliseconds opening) : pacing(most, true) {
+  Paced(int most, milliseconds opening, milliseconds network = {})
+      : pacing(most, true) {
     pacing.started(1);
-    pacing.connected(opening, false);
+    pacing.connected(opening, network, false);
   }
 
   // An answer without others.
@@ -70,6 +71,22 @@ TEST(Pacing, CheapConnectionsAreOpenedOnceTheyCanResume) {
   EXPECT_EQ(paced.pacing.limit(1), 1);
   paced.pacing.sessionKept();
   EXPECT_EQ(paced.pacing.limit(1), 4);
+}
+
+TEST(Pacing, NetworksPartOfAnOpeningIsNoReasonToHoldBack) {
+  Paced distant(4, milliseconds(200), milliseconds(190));
+  EXPECT_EQ(distant.pacing.limit(1), 1);
+  distant.alone(milliseconds(95));
+  EXPECT_EQ(distant.pacing.limit(1), 4);
+  Paced slow(4, milliseconds(200), milliseconds(100));
+  slow.alone(milliseconds(95));
+  EXPECT_LE(slow.pacing.limit(1), 2);
+}
+
+TEST(Pacing, RoundTripTakesNoLongerThanAnAnswer) {
+  Paced other(4, milliseconds(452), milliseconds(400));
+  other.alone(milliseconds(50));
+  EXPECT_LE(other.pacing.limit(1), 2);
 }
 
 TEST(Pacing, FirstAnswerEndsTheWaitForASessionToResume) {
@@ -141,7 +158,7 @@ Paced secondOpened(milliseconds full, milliseconds resumed,
   Paced paced(16, full);
   paced.pacing.sessionKept();
   paced.alone(answer);
-  paced.pacing.connected(resumed, true);
+  paced.pacing.connected(resumed, {}, true);
   return paced;
 }
 
