@@ -13,7 +13,6 @@ namespace exporting {
 namespace {
 
 using report::fullReport;
-using report::Health;
 using report::ServerReport;
 using testing::HasSubstr;
 using testing::Not;

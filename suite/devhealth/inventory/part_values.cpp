@@ -37,8 +37,8 @@ constexpr std::pair<std::string_view, PowerState> kPowerStates[] = {
     {"Paused", PowerState::kPaused},
 };
 
-template <typename Value, std::size_t kCount>
-Value valueOf(const std::pair<std::string_view, Value> (&known)[kCount],
+template <typename Value, std::size_t Count>
+Value valueOf(const std::pair<std::string_view, Value> (&known)[Count],
               std::string_view text) {
   for (const auto& [name, value] : known) {
     if (name == text) {

@@ -12,7 +12,8 @@ void onProgress(const SSL* connection, int where, int /*result*/) {
   SSL_SESSION* const copy =
       session == nullptr ? nullptr : SSL_SESSION_dup(session);
   if (copy != nullptr) {
-    // OpenSSL hands out its connection unchangeable, and allows the change.
+    // OpenSSL passes its connection as const, and allows the change.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     SSL_set_session(const_cast<SSL*>(connection), copy);
     SSL_SESSION_free(copy);
   }

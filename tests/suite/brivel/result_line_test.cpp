@@ -5,7 +5,6 @@
 namespace {
 
 using brivel::resultLine;
-using brivel::RunResult;
 
 TEST(ResultLine, HoldsCodeMessageCauseAndLog) {
   EXPECT_EQ(

@@ -18,7 +18,6 @@
 
 namespace {
 
-using base::Secret;
 using connection::Connections;
 using connection::Target;
 using Tarvex::TarvexConnection::ConnectionInfo;

@@ -12,7 +12,6 @@
 namespace redfish {
 namespace {
 
-using Documents = std::vector<std::pair<std::string_view, std::string>>;
 using Names = std::vector<std::string>;
 
 constexpr const char* kWhole = R"({"Boot": {}})";

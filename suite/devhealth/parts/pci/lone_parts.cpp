@@ -12,11 +12,9 @@
 namespace devhealth {
 namespace {
 
-namespace json = redfish::json;
 using redfish::Graph;
 using redfish::Node;
 using redfish::Resource;
-using redfish::Uri;
 
 // Processors that are no part to be pulled out and replaced.
 constexpr std::array<std::string_view, 4> kNoAccelerators = {

@@ -13,7 +13,6 @@
 namespace devhealth {
 namespace {
 
-namespace json = redfish::json;
 using redfish::Graph;
 using redfish::Node;
 
