@@ -1,7 +1,10 @@
 #include "suite/base/suggestion.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+
+#include "suite/base/time_limit.h"
 
 namespace base {
 namespace {
@@ -11,27 +14,42 @@ constexpr std::size_t kMostChanges = 2;
 constexpr std::size_t kLongestWord = 64;
 
 // How many letters have to be changed, added, removed or swapped with their
-// neighbour to make one text of the other (optimal string alignment).
-std::size_t changesBetween(std::string_view from, std::string_view to) {
-  std::vector<std::vector<std::size_t>> changes(
-      from.size() + 1, std::vector<std::size_t>(to.size() + 1));
-  for (std::size_t i = 0; i <= from.size(); ++i) {
-    for (std::size_t j = 0; j <= to.size(); ++j) {
-      if (i == 0 || j == 0) {
-        changes[i][j] = i + j;
-        continue;
-      }
-      const std::size_t differ = from[i - 1] == to[j - 1] ? 0 : 1;
-      changes[i][j] = std::min({changes[i - 1][j] + 1, changes[i][j - 1] + 1,
-                                changes[i - 1][j - 1] + differ});
-      const bool swapped = i > 1 && j > 1 && from[i - 1] == to[j - 2] &&
-                           from[i - 2] == to[j - 1];
-      if (swapped) {
-        changes[i][j] = std::min(changes[i][j], changes[i - 2][j - 2] + 1);
-      }
-    }
+// neighbour to make one text of the other (optimal string alignment), as far as
+// that is below `limit`: of what differs more only the beginning is compared.
+std::size_t changesBetween(std::string_view from, std::string_view to,
+                           std::size_t limit) {
+  if (std::max(from.size(), to.size()) >=
+      std::min(from.size(), to.size()) + limit) {
+    return limit;
   }
-  return changes[from.size()][to.size()];
+  // This row, the last one and the one before it, by turns.
+  std::array<std::array<std::size_t, kLongestWord + 1>, 3> rows = {};
+  std::size_t leastOfLast = 0;
+  for (std::size_t i = 0; i <= from.size(); ++i) {
+    heedTime();
+    auto& row = rows[i % 3];
+    const auto& last = rows[(i + 2) % 3];
+    const auto& beforeLast = rows[(i + 1) % 3];
+    std::size_t least = limit;
+    for (std::size_t j = 0; j <= to.size(); ++j) {
+      row[j] = i + j;
+      if (i > 0 && j > 0) {
+        const std::size_t differ = from[i - 1] == to[j - 1] ? 0 : 1;
+        row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + differ});
+        const bool swapped = i > 1 && j > 1 && from[i - 1] == to[j - 2] &&
+                             from[i - 2] == to[j - 1];
+        if (swapped) {
+          row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+        }
+      }
+      least = std::min(least, row[j]);
+    }
+    if (least == limit && leastOfLast == limit) {
+      return limit;
+    }
+    leastOfLast = least;
+  }
+  return rows[from.size() % 3][to.size()];
 }
 
 }  // namespace
@@ -47,7 +65,7 @@ std::string mostSimilar(std::string_view word,
     if (candidate.size() > kLongestWord) {
       continue;
     }
-    const std::size_t changes = changesBetween(word, candidate);
+    const std::size_t changes = changesBetween(word, candidate, fewest);
     if (changes < fewest) {
       fewest = changes;
       best = candidate;

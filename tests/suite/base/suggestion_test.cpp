@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
+
+#include "suite/base/time_limit.h"
 
 namespace {
 
@@ -25,6 +28,23 @@ TEST(SuggestionFor, KeepsSilentOnOtherWords) {
   EXPECT_EQ(suggestionFor("", {"a"}), "");
   EXPECT_EQ(suggestionFor("a", {}), "");
   EXPECT_EQ(suggestionFor(std::string(100000, 'a'), {"a"}), "");
+}
+
+TEST(SuggestionFor, CountsChangesAtBothEnds) {
+  EXPECT_EQ(suggestionFor("rack1-server07", {"rack2-server08"}),
+            "; did you mean 'rack2-server08'?");
+  EXPECT_EQ(suggestionFor("rack1-server07", {"rack2-server18"}), "");
+  EXPECT_EQ(suggestionFor("arck1-server70", {"rack1-server07"}),
+            "; did you mean 'rack1-server07'?");
+}
+
+// A list of some thousand targets is compared with as many names.
+TEST(SuggestionFor, LooksAtTheBeginningOfWhatDiffers) {
+  const std::vector<std::string> candidates = {std::string(60, 'b'),
+                                               std::string(64, 'a') + "b"};
+  const auto before = base::stepsSoFar();
+  EXPECT_EQ(suggestionFor(std::string(60, 'a'), candidates), "");
+  EXPECT_LE(base::stepsSoFar() - before, 6U);
 }
 
 }  // namespace
