@@ -64,7 +64,8 @@ struct Answer {
   int status = 0;                 ///< HTTP status.
   std::string location;           ///< Header Location.
   base::Secret authToken;         ///< Header X-Auth-Token.
-  std::string retryAfter;         ///< Header Retry-After, as it stands.
+  std::string retryAfter;         ///< Header Retry-After; a date in seconds
+                                  ///< from the answer's Date if it has one.
   std::string body;               ///< Decoded, within the limits.
   std::string shownPin;           ///< Pin of the key that the server showed
                                   ///< last, trusted or not; empty: none yet.

@@ -7,10 +7,10 @@
 
 namespace redfish {
 
-/// Most memory for the documents of one service: keeps a run below 256 MiB
-/// whatever the service sends. Real servers with all their registries take a
-/// fifth of it.
-constexpr std::size_t kMaxReadingBytes = std::size_t{48} << 20U;
+/// Most memory for the documents of one service: keeps a run below 128 MiB
+/// whatever the service sends. Real servers with all their registries take
+/// half of it.
+constexpr std::size_t kMaxReadingBytes = std::size_t{18} << 20U;
 
 /// Most memory that a parsed JSON value takes beside its text.
 constexpr std::size_t kBytesPerValue = 96;

@@ -24,7 +24,7 @@ struct RecordedFile {
 class Recording {
  public:
   /// Most bytes of bodies that are kept.
-  static constexpr std::size_t kMostBytes = std::size_t{48} << 20U;
+  static constexpr std::size_t kMostBytes = std::size_t{18} << 20U;
 
   /// Keeps the answer to a GET of `target`; the last one to a target counts.
   /// Answers below a collection of sessions, and those that do not fit, are

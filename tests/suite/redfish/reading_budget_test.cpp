@@ -73,7 +73,7 @@ TEST_F(ReadingBudgetOfService, WhatIsBeyondItIsUnreadable) {
     if (resource.state == ResourceState::kUnreadable) {
       ++unreadable;
       EXPECT_EQ(resource.failure->cause,
-                "with it, what was read of this service takes more than 48 "
+                "with it, what was read of this service takes more than 18 "
                 "MiB");
     } else if (key.rfind("/redfish/v1/Chassis/", 0) == 0) {
       values += 100001;
