@@ -40,7 +40,7 @@ std::uint16_t closedPort() {
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  bind(descriptor, reinterpret_cast<sockaddr*>(&address), size);
+  EXPECT_EQ(bind(descriptor, reinterpret_cast<sockaddr*>(&address), size), 0);
   getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size);
   close(descriptor);
   return ntohs(address.sin_port);
