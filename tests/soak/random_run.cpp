@@ -103,7 +103,10 @@ std::string randomRule(Dice& dice, RandomRun& run) {
     match += ",\"nth\":" + quoted(dice.pick({"1", "2", "1-2", "2-", "3-"}));
   }
   std::string rule = "{\"match\":{" + match + "}";
-  switch (dice.below(4)) {
+  const std::size_t kind = dice.below(4);
+  const bool login = match.find("POST") != std::string::npos;
+  run.mayHideSession = run.mayHideSession || (login && kind < 3);
+  switch (kind) {
     case 0:
       rule += ",\"answer\":" + randomAnswer(dice, run);
       break;

@@ -20,6 +20,9 @@ struct RandomRun {
   /// that a session has ended (401), so that one may stay without any fault of
   /// the run.
   bool mayLoseSession = false;
+  /// The faults may take a session's token and place out of a login's answer,
+  /// so that the run cannot know of it.
+  bool mayHideSession = false;
 };
 
 /// The same run for the same seed, on every machine.
