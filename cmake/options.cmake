@@ -6,6 +6,8 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# Most sources of a room that are joined where CMAKE_UNITY_BUILD is on.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 
 # Counts up when the services that applications see change: their declarations
 # in syshealth/, or the runtime that both sides share (docs/stability.md).
