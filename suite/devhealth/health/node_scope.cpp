@@ -63,23 +63,32 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
     return;
   }
   const Keys own = holdersOf(graph, node);
+  // What was decided: nodes that no link tells apart have many in common.
+  std::unordered_set<const Resource*> known;
+  const auto add = [&](const Resource& holder) {
+    const std::string& key = holder.uri.document();
+    if (known.insert(&holder).second && own.count(key) == 0) {
+      otherHolders_.insert(key);
+    }
+  };
   const redfish::Topology topology(graph);
   for (std::size_t index = 0;
        index < topology.nodes().size() &&
        index <= std::numeric_limits<std::uint16_t>::max();
        ++index) {
     const Node other = topology.node(index);
-    Keys theirs;
-    addKeys(topology.nodes()[index], theirs);
-    addKeys(other.managers, theirs);
-    for (const Resource* chassis : other.chassis) {
-      if (!isShared(graph, topology, *chassis, other, own)) {
-        theirs.insert(chassis->uri.document());
+    for (const Resource* system : topology.nodes()[index]) {
+      if (system != nullptr) {
+        add(*system);
       }
     }
-    for (const std::string& key : theirs) {
-      if (own.count(key) == 0) {
-        otherHolders_.insert(key);
+    for (const Resource* manager : other.managers) {
+      add(*manager);
+    }
+    for (const Resource* chassis : other.chassis) {
+      if (known.count(chassis) == 0 &&
+          !isShared(graph, topology, *chassis, other, own)) {
+        add(*chassis);
       }
     }
   }

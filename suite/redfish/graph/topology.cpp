@@ -29,7 +29,7 @@ class Topology::OrderedSet {
   std::vector<const Resource*> take() { return std::move(order_); }
 
  private:
-  std::set<const Resource*> seen_;
+  std::unordered_set<const Resource*> seen_;
   std::vector<const Resource*> order_;
 };
 
