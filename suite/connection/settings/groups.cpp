@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <unordered_set>
 
 #include "suite/base/ascii.h"
 #include "suite/base/natural_order.h"
@@ -29,9 +30,17 @@ bool isPattern(std::string_view text) {
   return text.find_first_of("*?") != std::string_view::npos;
 }
 
+// The targets that an entry of a group stands for. `known` holds them all.
 std::vector<std::string> matchingTargets(
-    const std::string& pattern, const std::vector<std::string>& targets) {
+    const std::string& pattern, const std::vector<std::string>& targets,
+    const std::unordered_set<std::string_view>& known) {
   std::vector<std::string> found;
+  if (!isPattern(pattern)) {
+    if (known.count(pattern) > 0) {
+      found.push_back(pattern);
+    }
+    return found;
+  }
   std::copy_if(targets.begin(), targets.end(), std::back_inserter(found),
                [&](const std::string& target) {
                  return matchesPattern(target, pattern);
@@ -68,6 +77,8 @@ bool matchesPattern(std::string_view name, std::string_view pattern) {
 
 Groups readGroups(const toml::table& table,
                   const std::vector<std::string>& targets) {
+  const std::unordered_set<std::string_view> known(targets.begin(),
+                                                   targets.end());
   Groups groups;
   for (const auto& [key, node] : table) {
     const std::string name(key.str());
@@ -81,13 +92,15 @@ Groups readGroups(const toml::table& table,
                   "must be a list of targets: [\"rack1-*\", \"spare-7\"]");
     }
     std::vector<std::string>& members = groups[name];
+    std::unordered_set<std::string> seen;
     for (const toml::node& entry : *entries) {
       const auto text = entry.value_exact<std::string>();
       if (!text) {
         rejectGroup(entry.source(), name,
                     "must hold texts in quotation marks alone");
       }
-      const std::vector<std::string> found = matchingTargets(*text, targets);
+      const std::vector<std::string> found =
+          matchingTargets(*text, targets, known);
       if (found.empty()) {
         rejectGroup(
             entry.source(), name,
@@ -97,8 +110,7 @@ Groups readGroups(const toml::table& table,
                       base::suggestionFor(*text, targets));
       }
       for (const std::string& target : found) {
-        if (std::find(members.begin(), members.end(), target) ==
-            members.end()) {
+        if (seen.insert(target).second) {
           members.push_back(target);
         }
       }
