@@ -30,11 +30,12 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
   selection.nodeIndex = index;
   selection.wants = wants == 0 ? redfish::kWantSystem : wants;
   auto failure = service.read(selection);
-  const std::vector<const redfish::Resource*> systems =
-      redfish::eligibleSystems(service.graph());
+  const std::vector<redfish::NodeSystems>& nodes = service.topology().nodes();
   const bool allKnown =
-      !systems.empty() &&
-      std::find(systems.begin(), systems.end(), nullptr) == systems.end();
+      !nodes.empty() && std::none_of(nodes.begin(), nodes.end(),
+                                     [](const redfish::NodeSystems& systems) {
+                                       return systems.front() == nullptr;
+                                     });
   ServiceNodes found;
   // A node that cannot be read is a node still, and a service without any was
   // reached all the same: the calls that read them tell what is wrong.
@@ -42,9 +43,9 @@ ServiceNodes readNodes(redfish::Service& service, std::uint32_t wants,
     found.failure = std::move(failure);
     return found;
   }
-  for (const redfish::Resource* system : systems) {
+  for (const redfish::NodeSystems& systems : nodes) {
     if (found.nodes.size() < kMostNodes) {
-      found.nodes.push_back(nodeOf(system));
+      found.nodes.push_back(nodeOf(systems.front()));
     }
   }
   if (found.nodes.empty()) {

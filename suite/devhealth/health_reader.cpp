@@ -48,7 +48,8 @@ std::optional<Unread> readHealth(TargetReader& reader,
     options.thorough = reader.thorough();
     options.unexplained = selection.unexplained;
     auto late = reader.work([&]() -> std::optional<Unread> {
-      reading = readEvents(reader.graph(), reader.node(), options);
+      reading =
+          readEvents(reader.graph(), reader.topology(), reader.node(), options);
       return std::nullopt;
     });
     if (late) {

@@ -34,6 +34,9 @@ class TargetReader {
   /// The node; its system is not null after a reading that succeeded.
   const redfish::Node& node() const;
 
+  /// All nodes of the service.
+  const redfish::Topology& topology() const { return service_->topology(); }
+
   /// Whether the user wants every component to be read for the health.
   bool thorough() const { return service_->thorough(); }
 

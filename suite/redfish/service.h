@@ -90,6 +90,9 @@ class Service {
     return knowledge_.nodes.at(nodeIndex);
   }
 
+  /// All nodes, as far as they were read. Valid until the next call of `read`.
+  const Topology& topology() const { return knowledge_.nodes.topology(); }
+
   /// Whether the health walk of this run enters every branch.
   bool thorough() const { return (options_.prefetch & kWantThorough) != 0; }
 

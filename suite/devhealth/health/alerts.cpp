@@ -162,12 +162,13 @@ Told toldOf(EventList& conditions, const NodeScope& scope,
 
 }  // namespace
 
-HealthReading readEvents(const Graph& graph, const redfish::Node& node,
+HealthReading readEvents(const Graph& graph, const redfish::Topology& topology,
+                         const redfish::Node& node,
                          const AlertOptions& options) {
   HealthReading reading;
   reading.serviceConditionsSuffice =
       !options.thorough && redfish::serviceConditionsSuffice(graph, node);
-  const NodeScope scope(graph, node);
+  const NodeScope scope(graph, topology, node);
 
   EventList conditions = conditionsOf(graph, scope, reading.wanted);
   MessageRegistries registries(graph);

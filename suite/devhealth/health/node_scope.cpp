@@ -58,7 +58,8 @@ bool isShared(const Graph& graph, const redfish::Topology& topology,
 
 }  // namespace
 
-NodeScope::NodeScope(const Graph& graph, const Node& node) {
+NodeScope::NodeScope(const Graph& graph, const redfish::Topology& topology,
+                     const Node& node) {
   if (node.alone || node.system == nullptr) {
     return;
   }
@@ -71,7 +72,6 @@ NodeScope::NodeScope(const Graph& graph, const Node& node) {
       otherHolders_.insert(key);
     }
   };
-  const redfish::Topology topology(graph);
   for (std::size_t index = 0;
        index < topology.nodes().size() &&
        index <= std::numeric_limits<std::uint16_t>::max();

@@ -14,7 +14,9 @@ namespace devhealth {
 /// several nodes concerns them all.
 class NodeScope {
  public:
-  NodeScope(const redfish::Graph& graph, const redfish::Node& node);
+  /// `topology`: of the graph; needed only here.
+  NodeScope(const redfish::Graph& graph, const redfish::Topology& topology,
+            const redfish::Node& node);
 
   /// Whether the document of a key concerns the node.
   bool holds(std::string_view document) const;

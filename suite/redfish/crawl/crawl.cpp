@@ -288,7 +288,7 @@ std::optional<base::Failure> Crawl::requirementsMet() const {
     return systems->failure;
   }
 
-  const auto nodes = eligibleSystems(graph);
+  const std::vector<NodeSystems>& nodes = knowledge_.nodes.topology().nodes();
   if (nodes.empty()) {
     return fail(base::FailureKind::kNoSystem, "the service lists no systems");
   }
@@ -298,7 +298,7 @@ std::optional<base::Failure> Crawl::requirementsMet() const {
                     " node(s), not " +
                     std::to_string(selection_.nodeIndex + 1));
   }
-  const Resource* system = nodes[selection_.nodeIndex];
+  const Resource* system = nodes[selection_.nodeIndex].front();
   if (system != nullptr && system->failure) {
     return system->failure;
   }

@@ -319,7 +319,7 @@ const Node& LinkPolicy::node() {
 
 bool LinkPolicy::partsDepend() {
   if (!partsUnclear_) {
-    partsUnclear_ = partsDependOnChassis(knowledge_.graph);
+    partsUnclear_ = knowledge_.nodes.partsDependOnChassis();
   }
   return *partsUnclear_;
 }

@@ -194,14 +194,6 @@ std::vector<NodeSystems> nodesOf(const Graph& graph,
   return nodes;
 }
 
-std::vector<const Resource*> eligibleSystems(const Graph& graph) {
-  std::vector<const Resource*> own;
-  for (const NodeSystems& node : nodesOf(graph)) {
-    own.push_back(node.front());
-  }
-  return own;
-}
-
 bool partsDependOnChassis(const Graph& graph) {
   const Sorted kinds = sorted(machines(graph));
   return kinds.whole.size() > 1 && !kinds.boards.empty();

@@ -39,9 +39,6 @@ std::vector<NodeSystems> nodesOf(const Graph& graph);
 /// The same, for callers that have the links of the chassis already.
 std::vector<NodeSystems> nodesOf(const Graph& graph, const ChassisLinks& links);
 
-/// Each node's own system.
-std::vector<const Resource*> eligibleSystems(const Graph& graph);
-
 /// Whether the chassis must be read to know which systems are parts of which.
 bool partsDependOnChassis(const Graph& graph);
 

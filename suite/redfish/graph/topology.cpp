@@ -248,17 +248,37 @@ bool Topology::anyNodeLinksManagers() const {
   return *managersLinked_;
 }
 
-const Node& KnownNodes::at(std::uint16_t nodeIndex) const {
-  if (!topology_ || changes_ != graph_.changes()) {
-    changes_ = graph_.changes();
-    nodes_.clear();
+const Topology& KnownNodes::topology() const {
+  forgetChanged();
+  if (!topology_) {
     topology_.emplace(graph_);
   }
+  return *topology_;
+}
+
+const Node& KnownNodes::at(std::uint16_t nodeIndex) const {
+  const Topology& all = topology();
   const auto known = nodes_.find(nodeIndex);
   return known != nodes_.end()
              ? known->second
-             : nodes_.emplace(nodeIndex, topology_->node(nodeIndex))
-                   .first->second;
+             : nodes_.emplace(nodeIndex, all.node(nodeIndex)).first->second;
+}
+
+bool KnownNodes::partsDependOnChassis() const {
+  forgetChanged();
+  if (!partsDepend_) {
+    partsDepend_ = redfish::partsDependOnChassis(graph_);
+  }
+  return *partsDepend_;
+}
+
+void KnownNodes::forgetChanged() const {
+  if (changes_ != graph_.changes()) {
+    changes_ = graph_.changes();
+    topology_.reset();
+    nodes_.clear();
+    partsDepend_.reset();
+  }
 }
 
 std::vector<Uri> coolingSources(const Node& node) {

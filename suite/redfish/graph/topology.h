@@ -87,22 +87,30 @@ class Topology {
   mutable std::optional<bool> managersLinked_;  ///< Once it was asked for.
 };
 
-/// The nodes of a graph, each found once until the graph changes. Not for
-/// several threads at once.
+/// The nodes of a graph, found once until the graph changes. Not for several
+/// threads at once. What it returns is valid until the graph changes.
 class KnownNodes {
  public:
   /// `graph` must outlive this object.
   explicit KnownNodes(const Graph& graph) : graph_(graph) {}
 
-  /// What `Topology::node` gives for the graph as it is. Valid until it
-  /// changes.
+  /// All nodes of the graph as it is.
+  const Topology& topology() const;
+
+  /// What `Topology::node` gives for the graph as it is.
   const Node& at(std::uint16_t nodeIndex) const;
 
+  /// What `redfish::partsDependOnChassis` says of the graph as it is.
+  bool partsDependOnChassis() const;
+
  private:
+  void forgetChanged() const;
+
   const Graph& graph_;
-  mutable std::uint64_t changes_ = 0;  ///< Of the graph, as of `topology_`.
+  mutable std::uint64_t changes_ = 0;  ///< Of the graph, as of what follows.
   mutable std::optional<Topology> topology_;
   mutable std::map<std::uint16_t, Node> nodes_;
+  mutable std::optional<bool> partsDepend_;
 };
 
 /// Where to look for a node's fans, or its power supplies: in its chassis, then

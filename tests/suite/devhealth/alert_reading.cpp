@@ -27,7 +27,8 @@ std::vector<Tarvex::DeviceHealth::Alert> alertsIn(
 }
 
 devhealth::HealthReading readingOf(const Server& server, bool thorough) {
-  return devhealth::readEvents(server.graph(), server.node(), {thorough, {}});
+  return devhealth::readEvents(server.graph(), server.topology(), server.node(),
+                               {thorough, {}});
 }
 
 std::vector<std::string> alertsOf(const Server& server, bool thorough) {

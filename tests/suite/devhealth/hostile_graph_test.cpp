@@ -59,7 +59,9 @@ void expectTableHolds(const Mapped<Part>& table) {
 
 void expectEventsHold(const Graph& graph, const redfish::Node& node) {
   for (const bool thorough : {false, true}) {
-    for (const auto& event : readEvents(graph, node, {thorough, {}}).events) {
+    for (const auto& event :
+         readEvents(graph, redfish::Topology(graph), node, {thorough, {}})
+             .events) {
       EXPECT_TRUE(event.severity == report::Health::kWarning ||
                   event.severity == report::Health::kError);
       EXPECT_LT(static_cast<std::size_t>(event.category), report::kCategories);

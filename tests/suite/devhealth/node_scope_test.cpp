@@ -36,7 +36,8 @@ Server blades() {
 }
 
 bool holds(const Server& server, const std::string& path) {
-  return NodeScope(server.graph(), server.node()).holds("/redfish/v1/" + path);
+  return NodeScope(server.graph(), server.topology(), server.node())
+      .holds("/redfish/v1/" + path);
 }
 
 TEST(NodeScope, HoldsTheNodesOwn) {

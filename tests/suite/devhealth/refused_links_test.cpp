@@ -76,8 +76,9 @@ TEST(RefusedLink, OfABranchThatMayExplainItsHolderIsAFailure) {
       "Memory", kAway,
       R"("Status": {"Health": "Warning"}, "MemorySummary": {)" + kOk + "}"));
   EXPECT_EQ(unexplainedOf(readingOf(server)), (Lines{"Systems/1"}));
-  const HealthReading again = readEvents(server.graph(), server.node(),
-                                         {false, {"/redfish/v1/Systems/1"}});
+  const HealthReading again =
+      readEvents(server.graph(), server.topology(), server.node(),
+                 {false, {"/redfish/v1/Systems/1"}});
   ASSERT_TRUE(again.failure.has_value());
   EXPECT_EQ(again.failure->cause, refusedLink("Memory"));
 }

@@ -36,6 +36,7 @@ class Server {
 
   const redfish::Graph& graph() const { return graph_; }
   redfish::Node node(std::uint16_t index = 0) const;
+  redfish::Topology topology() const { return redfish::Topology(graph_); }
 
  private:
   redfish::Graph graph_;

@@ -18,7 +18,8 @@ constexpr double kMostGrowth = 12;
 double stepsOfEvents(const Server& server) {
   const redfish::Node node = server.node();
   const auto before = base::stepsSoFar();
-  EXPECT_FALSE(readEvents(server.graph(), node, {}).events.empty());
+  EXPECT_FALSE(
+      readEvents(server.graph(), server.topology(), node, {}).events.empty());
   return static_cast<double>(base::stepsSoFar() - before);
 }
 

@@ -173,13 +173,6 @@ TEST(PartsDependOnChassis, OnlyWhereABoardHasSeveralMachinesBesideIt) {
       serviceOf({{"A", kWhole}, {"B", std::string(kBroken)}})));
 }
 
-TEST(EligibleSystems, AreTheNodesOwn) {
-  const Graph graph = serviceOf({{"Baseboard", kBoard}, {"Host", kWhole}});
-  const auto systems = eligibleSystems(graph);
-  ASSERT_EQ(systems.size(), 1U);
-  EXPECT_EQ(systems.front()->uri.lastSegment(), "Host");
-}
-
 TEST(MembersOfRoot, AreThoseThatWereRead) {
   const Graph graph =
       serviceOf({}, {{"A", "{}"}, {"B", std::string(kBroken)}, {"C", "{}"}});
