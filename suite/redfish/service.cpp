@@ -96,19 +96,47 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
   if (auto failure = open()) {
     return failure;
   }
-  const platform::LastResort watch(watchEnd());
+  if (!isComplete(selection)) {
+    const platform::LastResort watch(watchEnd());
+    auto failure = crawl(selection);
+    readingEnded();
+    if (failure) {
+      failure = session_.scrub(*std::move(failure));
+      BRIVEL_LOG(base::kLogError) << base::describe(*failure);
+      if (isLasting(failure->kind)) {
+        lost_ = failure;
+      }
+      return failure;
+    }
+  }
+  BRIVEL_LOG(base::kLogInformation)
+      << address() << ": read "
+      << node(selection.nodeIndex).system->uri.target();
+  return std::nullopt;
+}
+
+std::optional<base::Failure> Service::crawl(const Selection& selection) {
+  const std::uint16_t index = selection.nodeIndex;
   Selection whole = selection;
-  if (whole.wants != 0 && readAhead_.insert(whole.nodeIndex).second) {
+  whole.wants |= options_.prefetch & kWantThorough;
+  // Once with all that will be asked for, and after that went well once more,
+  // to see that nothing is left.
+  if (whole.wants != 0 && (readAhead_.insert(index).second ||
+                           (lastCrawl_ && lastCrawl_->nodeIndex == index))) {
     whole.wants |= options_.prefetch;
   }
-  whole.wants |= options_.prefetch & kWantThorough;
   const CrawlOptions how = {address(), options_.requestTimeout,
                             options_.progress};
+  const std::uint64_t before = graph().changes();
   Crawl crawl(knowledge_, whole, fetcher_, session_, how);
   // Reading ahead leaves the time for what this call itself is for.
   const bool readsAhead = whole.wants != selection.wants;
   auto failure = crawl.run(callEnd(), readsAhead ? callEnd() : workEnd());
-  if (failure && failure->kind == base::FailureKind::kDeadline && readsAhead) {
+  lastCrawl_.reset();
+  if (!failure) {
+    lastCrawl_ = {index, whole.wants, graph().changes(),
+                  graph().changes() == before};
+  } else if (failure->kind == base::FailureKind::kDeadline && readsAhead) {
     // What was only read ahead may have taken the time; what this call is for
     // may be there all the same.
     Crawl own(knowledge_, selection, fetcher_, session_, how);
@@ -116,19 +144,16 @@ std::optional<base::Failure> Service::read(const Selection& selection) {
       failure.reset();
     }
   }
-  readingEnded();
-  if (failure) {
-    failure = session_.scrub(*std::move(failure));
-    BRIVEL_LOG(base::kLogError) << base::describe(*failure);
-    if (isLasting(failure->kind)) {
-      lost_ = failure;
-    }
-    return failure;
-  }
-  BRIVEL_LOG(base::kLogInformation)
-      << address() << ": read "
-      << node(selection.nodeIndex).system->uri.target();
-  return std::nullopt;
+  return failure;
+}
+
+bool Service::isComplete(const Selection& selection) const {
+  return lastCrawl_ && lastCrawl_->foundNothing &&
+         lastCrawl_->nodeIndex == selection.nodeIndex &&
+         (selection.wants & ~lastCrawl_->wants) == 0 &&
+         lastCrawl_->changes == graph().changes() && selection.extras.empty() &&
+         selection.unexplained.empty() && !platform::interrupted() &&
+         base::Clock::now() < workEnd();
 }
 
 void Service::close() noexcept {

@@ -135,6 +135,10 @@ class Service {
   base::Failure notRedfish(std::string cause) const;
   std::optional<http::Answer> readPlainly(const std::string& target,
                                           base::Clock::time_point until);
+  /// Brings what a selection needs, and at first all that will be asked for.
+  std::optional<base::Failure> crawl(const Selection& selection);
+  /// Whether a crawl would find nothing more.
+  bool isComplete(const Selection& selection) const;
   base::Clock::time_point callEnd() const;
   void readingEnded() const;  ///< Tells the observer.
 
@@ -148,6 +152,15 @@ class Service {
   std::optional<Probed> probed_;
   std::optional<base::Failure> lost_;  ///< Why nothing more is to be had.
   std::set<std::uint16_t> readAhead_;  ///< Nodes whose prefetch is done.
+  /// The last crawl, if it went well. Where it found nothing to ask for, none
+  /// for as much or less does until the graph changes.
+  struct LastCrawl {
+    std::uint16_t nodeIndex = 0;
+    std::uint32_t wants = 0;
+    std::uint64_t changes = 0;  ///< Of the graph.
+    bool foundNothing = false;
+  };
+  std::optional<LastCrawl> lastCrawl_;
 };
 
 }  // namespace redfish

@@ -7,6 +7,7 @@
 #include <boost/json/array.hpp>
 #include <set>
 
+#include "suite/base/time_limit.h"
 #include "suite/redfish/graph/topology.h"
 #include "tests/suite/redfish/service_fixture.h"
 
@@ -150,6 +151,39 @@ TEST_F(CrawlSample, NoResourceIsAskedForTwice) {
                                          one.script->requests.end());
     EXPECT_EQ(distinct.size(), one.script->requests.size()) << name;
   }
+}
+
+TEST_F(CrawlSample, WhatIsKnownIsNotLookedForAgain) {
+  options.prefetch = kSixTables;
+  script->tree = sample("rack-server");
+  const auto stepsOf = [this](const redfish::Selection& selection) {
+    const auto before = base::stepsSoFar();
+    EXPECT_FALSE(service->read(selection));
+    return base::stepsSoFar() - before;
+  };
+  start();
+  EXPECT_GT(stepsOf(wanting(redfish::kWantSystem)), 0U);
+  EXPECT_GT(stepsOf(wanting(redfish::kWantSystem)), 0U);  // Finds nothing.
+  EXPECT_EQ(stepsOf(wanting(redfish::kWantFans)), 0U);
+  EXPECT_EQ(stepsOf(wanting(redfish::kWantDimms)), 0U);
+  EXPECT_GT(stepsOf(wanting(redfish::kWantHealth)), 0U);
+  EXPECT_GT(stepsOf(wanting(redfish::kWantHealth)), 0U);
+  EXPECT_EQ(stepsOf(wanting(redfish::kWantFans)), 0U);
+  auto selection = wanting(redfish::kWantFans);
+  selection.unexplained.insert("/redfish/v1/Systems/1");
+  EXPECT_GT(stepsOf(selection), 0U);
+}
+
+TEST_F(CrawlSample, AnotherNodeIsLookedFor) {
+  options.prefetch = redfish::kWantProcessors;
+  script->tree = sample("two-node");
+  start();
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_FALSE(service->read(wanting(redfish::kWantProcessors)));
+  }
+  const auto before = script->requests.size();
+  EXPECT_FALSE(service->read(wanting(redfish::kWantProcessors, 1)));
+  EXPECT_GT(script->requests.size(), before);
 }
 
 TEST_F(CrawlSample, ConcurrencyStaysWithinTheLimit) {
