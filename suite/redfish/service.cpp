@@ -131,8 +131,8 @@ std::optional<base::Failure> Service::crawl(const Selection& selection) {
   Crawl crawl(knowledge_, whole, fetcher_, session_, how);
   // Reading ahead leaves the time for what this call itself is for.
   const bool readsAhead = whole.wants != selection.wants;
-  auto failure = crawl.run(callEnd(), readsAhead ? callEnd() : workEnd());
   lastCrawl_.reset();
+  auto failure = crawl.run(callEnd(), readsAhead ? callEnd() : workEnd());
   if (!failure) {
     lastCrawl_ = {index, whole.wants, graph().changes(),
                   graph().changes() == before};
