@@ -82,14 +82,6 @@ base::Secret basicLogin(const Request& request) {
 constexpr long kReadBytes = 4L << 10U;
 constexpr long kWrittenBytes = 16L << 10U;  // The least that it takes.
 
-// libcurl refuses while it has them allocated, as after a request that failed
-// before it had a connection.
-bool chooseBuffers(CURL* easy) noexcept {
-  return curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, kReadBytes) == CURLE_OK &&
-         curl_easy_setopt(easy, CURLOPT_UPLOAD_BUFFERSIZE, kWrittenBytes) ==
-             CURLE_OK;
-}
-
 bool hasCome(CURL* easy, CURLINFO time) {
   return infoOf<curl_off_t>(easy, time) > 0;
 }
@@ -98,7 +90,8 @@ bool hasCome(CURL* easy, CURLINFO time) {
 
 CurlTransfer::CurlTransfer(std::size_t& held)
     : easy_(makeCurlEasy()), held_(held) {
-  chooseBuffers(easy_.get());
+  setOption(easy_.get(), CURLOPT_BUFFERSIZE, kReadBytes);
+  setOption(easy_.get(), CURLOPT_UPLOAD_BUFFERSIZE, kWrittenBytes);
 }
 
 void CurlTransfer::prepare(std::uint64_t id, Request request,
@@ -333,29 +326,6 @@ CurlOutcome CurlTransfer::outcome(
   outcome.connectTimeout = connectTimeout;
   outcome.timeout = request_.timeout;
   return outcome;
-}
-
-bool CurlTransfer::reset() noexcept {
-  curl_easy_reset(easy_.get());
-  request_ = Request();
-  headerLines_ = CurlHeaders();
-  headers_.clear();
-  held_ -= body_.size();
-  // An assignment would keep what it has allocated.
-  std::string().swap(body_);
-  opensOnly_ = false;
-  connected_ = false;
-  connectionTold_ = false;
-  expectsOpening_ = false;
-  speaksHttp2_ = false;
-  resumed_ = false;
-  opening_.reset();
-  openingNetwork_ = std::chrono::microseconds(0);
-  bodyTooLarge_ = false;
-  bodiesTooLarge_ = false;
-  exception_ = nullptr;
-  errorText_.fill('\0');
-  return chooseBuffers(easy_.get());
 }
 
 bool CurlTransfer::keepsSession() const {

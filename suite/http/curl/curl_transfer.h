@@ -16,13 +16,15 @@
 
 namespace http {
 
-/// One request on its way, and what has come back of it. Lives as long as the
-/// transport: its handle is used for one request after another. Never moves,
-/// because libcurl holds its address.
+/// One request on its way, and what has come back of it. Its handle is used for
+/// no other: libcurl before 8.1 takes a header line that begins with a blank, the
+/// first of an answer, for more of the last one that the handle has seen, which
+/// it has released. Never moves, because libcurl holds its address.
 class CurlTransfer {
  public:
   /// `held` counts the bytes of all bodies of the transport and outlives this.
   explicit CurlTransfer(std::size_t& held);
+  ~CurlTransfer() { held_ -= body_.size(); }
 
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -37,7 +39,7 @@ class CurlTransfer {
 
   /// Makes the handle ready to open a connection for the requests to come and
   /// to ask nothing over it, in at most `timeout`. Of the other functions only
-  /// those about the connection, `deadline` and `reset` mean something then.
+  /// those about the connection and `deadline` mean something then.
   void prepareOpening(const std::string& url,
                       std::chrono::milliseconds timeout);
 
@@ -52,10 +54,6 @@ class CurlTransfer {
   Answer finish(CURLcode code, const std::string& address,
                 std::chrono::milliseconds connectTimeout,
                 const std::string& presentedPin, const std::string& caFile);
-
-  /// Forgets the request, with its secrets. Returns false if libcurl has not
-  /// given up its buffers, so that this must not make another request.
-  bool reset() noexcept;
 
   /// Whether a connection has to be opened for it, as far as is known
   /// beforehand.

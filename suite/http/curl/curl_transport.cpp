@@ -74,7 +74,6 @@ class CurlTransport final : public Transport {
   void learn();
   void learnOpening(CurlTransfer& transfer);
   void learn(const CurlTransfer& transfer);
-  TransferPtr takeIdle();
   void setSharedOptions(CURL* easy);
   static CURLcode onTlsContext(CURL* easy, void* context, void* self);
   base::Clock::time_point nextEvent(base::Clock::time_point until) const;
@@ -85,7 +84,6 @@ class CurlTransport final : public Transport {
   void completeOpening(CurlTransfer* transfer, CURLcode code);
   TransferPtr take(const CurlTransfer* transfer,
                    std::vector<TransferPtr>& transfers);
-  void release(TransferPtr transfer) noexcept;
   bool underWay() const { return !active_.empty() || !waiting_.empty(); }
   void wait(base::Clock::duration time);
 
@@ -115,7 +113,6 @@ class CurlTransport final : public Transport {
   // use the others.
   CurlShare share_;
   CurlMulti multi_;
-  std::vector<TransferPtr> idle_;
   std::vector<TransferPtr> active_;
   std::vector<TransferPtr> openings_;
 };
@@ -235,7 +232,7 @@ void CurlTransport::openMore() {
 }
 
 void CurlTransport::startOpening() {
-  TransferPtr transfer = takeIdle();
+  auto transfer = std::make_unique<CurlTransfer>(heldBytes_);
   transfer->prepareOpening(url_ + "/redfish/v1/", options_.connectTimeout);
   setSharedOptions(transfer->easy());
   check(curl_multi_add_handle(multi_.get(), transfer->easy()));
@@ -243,7 +240,7 @@ void CurlTransport::startOpening() {
 }
 
 void CurlTransport::startNow(std::uint64_t id, Request request) {
-  TransferPtr transfer = takeIdle();
+  auto transfer = std::make_unique<CurlTransfer>(heldBytes_);
   const std::string url = url_ + request.target;
   const bool opens = request.method == Method::kPost ||
                      request.freshConnection ||
@@ -258,15 +255,6 @@ void CurlTransport::startNow(std::uint64_t id, Request request) {
   pacing_.started(static_cast<int>(active_.size()));
   stats_.mostUnderWay =
       std::max<std::uint64_t>(stats_.mostUnderWay, active_.size());
-}
-
-CurlTransport::TransferPtr CurlTransport::takeIdle() {
-  if (idle_.empty()) {
-    return std::make_unique<CurlTransfer>(heldBytes_);
-  }
-  TransferPtr transfer = std::move(idle_.back());
-  idle_.pop_back();
-  return transfer;
 }
 
 void CurlTransport::setSharedOptions(CURL* easy) {
@@ -457,9 +445,8 @@ CurlTransport::TransferPtr CurlTransport::take(
 
 void CurlTransport::completeOpening(CurlTransfer* transfer, CURLcode code) {
   transfer->leaveConnection();
-  TransferPtr owner = take(transfer, openings_);
+  take(transfer, openings_);
   refused_ = refused_ || code != CURLE_OK;
-  release(std::move(owner));
 }
 
 void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
@@ -476,14 +463,6 @@ void CurlTransport::complete(CurlTransfer* transfer, CURLcode code) {
   answer.shownPin = certificateCheck_.pin;
   traceAnswer(address_, owner->request(), answer, owner->bytes());
   ready_.push_back(std::move(answer));
-  release(std::move(owner));
-}
-
-void CurlTransport::release(TransferPtr transfer) noexcept {
-  if (transfer->reset() &&
-      idle_.size() < static_cast<std::size_t>(options_.maxConnections)) {
-    idle_.push_back(std::move(transfer));
-  }
 }
 
 void CurlTransport::wait(base::Clock::duration time) {
@@ -515,7 +494,6 @@ void CurlTransport::cancelAll() {
     for (const TransferPtr& transfer : *transfers) {
       static_cast<void>(
           curl_multi_remove_handle(multi_.get(), transfer->easy()));
-      transfer->reset();
     }
     transfers->clear();
   }

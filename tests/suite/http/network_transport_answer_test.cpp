@@ -31,6 +31,24 @@ TEST(NetworkTransportAnswer, InterimAnswersAreSkipped) {
   EXPECT_EQ(answer.location, "");
 }
 
+// It continues no line of this answer, and none of the answer before.
+TEST(NetworkTransportAnswer, FirstHeaderLineMayBeginWithABlank) {
+  ScriptedServer server([](Peer& peer) {
+    while (peer.readRequest().find("/Systems/1 ") == std::string::npos) {
+      if (!peer.write(httpAnswer(200, kBody, "Location: /redfish/v1/S\r\n"))) {
+        return;
+      }
+    }
+    peer.write(
+        "HTTP/1.1 200 OK\r\n  Location: /redfish/v1/T\r\n"
+        "Content-Length: 2\r\n\r\n{}");
+  });
+  const auto transport = makeNetworkTransport(plainOptions(server.port()));
+  EXPECT_EQ(ask(*transport, get()).body, kBody);
+  EXPECT_NE(ask(*transport, get("/redfish/v1/Systems/1")).body, kBody);
+  EXPECT_EQ(ask(*transport, get()).body, kBody);
+}
+
 TEST(NetworkTransportAnswer, ErrorStatusIsNoFailure) {
   const Answer answer = answerTo(httpAnswer(503, "busy"));
   EXPECT_FALSE(answer.failure);
