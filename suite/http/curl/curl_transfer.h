@@ -17,9 +17,9 @@
 namespace http {
 
 /// One request on its way, and what has come back of it. Its handle is used for
-/// no other: libcurl before 8.1 takes a header line that begins with a blank, the
-/// first of an answer, for more of the last one that the handle has seen, which
-/// it has released. Never moves, because libcurl holds its address.
+/// no other: libcurl before 8.1 takes a header line that begins with a blank,
+/// the first of an answer, for more of the last one that the handle has seen,
+/// which it has released. Never moves, because libcurl holds its address.
 class CurlTransfer {
  public:
   /// `held` counts the bytes of all bodies of the transport and outlives this.
