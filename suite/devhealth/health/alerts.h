@@ -45,8 +45,8 @@ struct HealthReading {
 /// conditions, the conditions of all that was read, and the health of parts
 /// that neither explains. Each event stands once. The events are the best
 /// answer that this graph gives; after `unexplained` and `wanted` were read,
-/// the next answer may be better. `topology` is
-/// the graph's, `node` one of its nodes, whose system must not be null.
+/// the next answer may be better. `topology` is the graph's, `node` one of its
+/// nodes, whose system must not be null.
 HealthReading readEvents(const redfish::Graph& graph,
                          const redfish::Topology& topology,
                          const redfish::Node& node,
